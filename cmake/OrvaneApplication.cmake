@@ -1,0 +1,12 @@
+# orvane_add_application(<name> <source>...)
+#
+# Builds an application library: an ELF shared library under the name lib<name>.dylib that exports
+# its class Main as the data symbol _TtC<length of name><name>4Main. The one source that holds the
+# class says ORVANE_MAIN_CLASS(type); the macro reads the symbol's name from ORVANE_MAIN_SYMBOL.
+function(orvane_add_application name)
+    string(LENGTH "${name}" length)
+    add_library(${name} SHARED ${ARGN})
+    set_target_properties(${name} PROPERTIES PREFIX "lib" SUFFIX ".dylib" OUTPUT_NAME "${name}")
+    target_compile_definitions(${name} PRIVATE "ORVANE_MAIN_SYMBOL=_TtC${length}${name}4Main")
+    target_link_libraries(${name} PRIVATE orvane::orvane)
+endfunction()

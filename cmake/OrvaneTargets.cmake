@@ -1,0 +1,52 @@
+# The targets every room adds to, and the compile rules they share.
+
+add_library(orvane_options INTERFACE)
+target_compile_features(orvane_options INTERFACE cxx_std_20)
+target_compile_options(orvane_options INTERFACE
+    -Wall -Wextra -Wpedantic -Wnon-virtual-dtor -Wshadow -Woverloaded-virtual=1 -Wold-style-cast
+    # Virtual inheritance makes every class of the display tree name its bases' destructors.
+    -Wno-inaccessible-base)
+if(ORVANE_WERROR)
+    target_compile_options(orvane_options INTERFACE -Werror)
+endif()
+if(ORVANE_SANITIZE)
+    target_compile_options(orvane_options INTERFACE
+        -fsanitize=${ORVANE_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)
+    target_link_options(orvane_options INTERFACE -fsanitize=${ORVANE_SANITIZE})
+endif()
+target_include_directories(orvane_options INTERFACE ${PROJECT_SOURCE_DIR})
+
+# The model: trees, geometry, shapes and requests as data. It links the C++ standard library and
+# nothing else, and its own test binary links nothing else either: the build proves the seam.
+add_library(orvane_model OBJECT)
+target_link_libraries(orvane_model PRIVATE orvane_options)
+
+# Everything that stands on the desktop: the platform rooms and the classes bound to them.
+add_library(orvane_platform OBJECT)
+target_link_libraries(orvane_platform PRIVATE orvane_options)
+
+# liborvane.so. Rooms add what they link with orvane_link_platform().
+add_library(orvane SHARED)
+add_library(orvane::orvane ALIAS orvane)
+target_sources(orvane PRIVATE $<TARGET_OBJECTS:orvane_model> $<TARGET_OBJECTS:orvane_platform>)
+set_target_properties(orvane PROPERTIES VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR}
+                                        LINKER_LANGUAGE CXX)
+target_link_libraries(orvane PRIVATE orvane_options)
+target_include_directories(orvane INTERFACE
+    $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}> $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>)
+target_compile_features(orvane INTERFACE cxx_std_20)
+
+# The same code as static libraries, so that tests reach what the shared library hides.
+add_library(orvane_model_static STATIC $<TARGET_OBJECTS:orvane_model>)
+set_target_properties(orvane_model_static PROPERTIES LINKER_LANGUAGE CXX)
+target_link_libraries(orvane_model_static PUBLIC orvane_options)
+add_library(orvane_static STATIC $<TARGET_OBJECTS:orvane_model> $<TARGET_OBJECTS:orvane_platform>)
+set_target_properties(orvane_static PROPERTIES LINKER_LANGUAGE CXX)
+target_link_libraries(orvane_static PUBLIC orvane_options)
+
+# orvane_link_platform(<library>...): the platform family compiles against and links these.
+function(orvane_link_platform)
+    target_link_libraries(orvane_platform PRIVATE ${ARGN})
+    target_link_libraries(orvane PRIVATE ${ARGN})
+    target_link_libraries(orvane_static PUBLIC ${ARGN})
+endfunction()

@@ -1,0 +1,10 @@
+# Shared by the scripts: where the repository is, and how to build one preset.
+set -euo pipefail
+root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
+cd "$root"
+
+# build PRESET: configures once, then builds what changed.
+build() {
+    [ -f "build/$1/build.ninja" ] || cmake --preset "$1" "${@:2}" >/dev/null
+    cmake --build --preset "$1"
+}
