@@ -146,17 +146,16 @@ private:
 };
 
 // Holds back the updates of an object's layer for a scope: the changes made in it cost one update.
-class UpdateLock {
+// It holds on to the layer, so the count stays balanced when the object moves meanwhile.
+class ORVANE_EXPORT UpdateLock {
 public:
-    explicit UpdateLock(std::shared_ptr<DisplayObject> object) : object_(std::move(object)) {
-        object_->lockUpdate();
-    }
-    ~UpdateLock() { object_->unlockUpdate(); }
+    explicit UpdateLock(const std::shared_ptr<DisplayObject>& object);
+    ~UpdateLock();
     UpdateLock(const UpdateLock&) = delete;
     UpdateLock& operator=(const UpdateLock&) = delete;
 
 private:
-    std::shared_ptr<DisplayObject> object_;
+    std::shared_ptr<DisplayLayer> layer_;
 };
 
 }  // namespace orvane::display
