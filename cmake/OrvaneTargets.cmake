@@ -3,7 +3,7 @@
 add_library(orvane_options INTERFACE)
 target_compile_features(orvane_options INTERFACE cxx_std_20)
 target_compile_options(orvane_options INTERFACE
-    -Wall -Wextra -Wpedantic -Wnon-virtual-dtor -Wshadow -Woverloaded-virtual=1 -Wold-style-cast
+    -Wall -Wextra -Wpedantic -Wnon-virtual-dtor -Wshadow -Woverloaded-virtual -Wold-style-cast
     # Virtual inheritance makes every class of the display tree name its bases' destructors.
     -Wno-inaccessible-base)
 if(ORVANE_WERROR)
