@@ -121,14 +121,23 @@ public:
     std::shared_ptr<AccessibilityElement> getOrCreateAccessibilityElement();
 
 protected:
+    // The area on screen, from the object's present state.
     virtual Rect computeFrame() = 0;
 
     // Set by kinds whose validate does nothing for a rectangle that does not touch their frame: a
     // container then need not call it.
     void setCulledByFrame() { culledByFrame_ = true; }
 
+    // This object as a container, or null; cheaper than a cast where every object of a tree is met.
+    ContainerObject* asContainer() const { return container_; }
+
+    // While it lives, the children of one visible container need not ask all their ancestors
+    // whether they can be seen. For loops over children, in which no visibility changes.
+    class VisibleParentScope;
+
 private:
     friend class ChildFrames;
+    friend class ContainerObject;
 
     static std::uint64_t s_idCounter;
 
@@ -137,6 +146,7 @@ private:
     bool frameDirty_ = true;
     bool culledByFrame_ = false;
     std::uint32_t frameSlot_ = 0;  // the parent's ChildFrames entry
+    ContainerObject* container_ = nullptr;
     std::weak_ptr<DisplayLayer> layer_;
     std::shared_ptr<DisplayLayer> ownedLayer_;
     Rect frame_;

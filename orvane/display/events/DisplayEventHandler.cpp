@@ -1,0 +1,124 @@
+#include "orvane/display/events/DisplayEventHandler.h"
+
+#include "orvane/display/ContainerObject.h"
+#include "orvane/display/DisplayLayer.h"
+
+namespace orvane::display::events {
+
+namespace {
+
+class NotifyingScope {
+public:
+    explicit NotifyingScope(bool& flag) : flag_(flag) { flag_ = true; }
+    ~NotifyingScope() { flag_ = false; }
+    NotifyingScope(const NotifyingScope&) = delete;
+    NotifyingScope& operator=(const NotifyingScope&) = delete;
+
+private:
+    bool& flag_;
+};
+
+}  // namespace
+
+TouchEventListenerState DisplayEventHandler::touchBegan(const std::shared_ptr<DisplayObject>& root,
+                                                        const Point& location) {
+    if (notifying_) {
+        return TouchEventListenerState::Failed;
+    }
+    listeners_.clear();
+    events_.clear();
+    startLocation_ = lastLocation_ = location;
+    collectListeners(root, location);
+    {
+        const NotifyingScope scope(notifying_);
+        for (const Candidate& candidate : listeners_) {
+            candidate.second->reset();
+        }
+    }
+    return notify(location, TouchEventPhase::Began);
+}
+
+TouchEventListenerState DisplayEventHandler::touchMoved(const Point& location) {
+    return notify(location, TouchEventPhase::Moved);
+}
+
+TouchEventListenerState DisplayEventHandler::touchEnded(const Point& location) {
+    return notify(location, TouchEventPhase::Ended);
+}
+
+TouchEventListenerState DisplayEventHandler::touchCancelled(const Point& location) {
+    return notify(location, TouchEventPhase::Cancelled);
+}
+
+void DisplayEventHandler::invokeActiveListenerAction() {
+    if (!listeners_.empty()) {
+        // Held: the action may end the layer, and this handler with it.
+        const std::shared_ptr<TouchEventListener> active = listeners_.front().second;
+        active->action();
+    }
+}
+
+void DisplayEventHandler::collectListeners(const std::shared_ptr<DisplayObject>& root,
+                                           const Point& location) {
+    const std::shared_ptr<DisplayLayer> layer = root->getAscendingLayer();
+    const auto visit = [&](const std::shared_ptr<DisplayObject>& object) {
+        const std::shared_ptr<DisplayLayer> own = object->getLayer();
+        if (own && own != layer) {
+            return true;  // from here on the objects belong to another surface
+        }
+        if (!object->isVisible() || !object->getFrame().contains(location)) {
+            return false;
+        }
+        for (const auto& each : object->getListeners<TouchEvent>()) {
+            if (auto listener = std::dynamic_pointer_cast<TouchEventListener>(each)) {
+                listeners_.emplace_back(object, std::move(listener));
+            }
+        }
+        return false;
+    };
+    for (std::shared_ptr<DisplayObject> object = root; object;
+         object = object->findNextInPreOrderTraversal()) {
+        const auto container = object->as<ContainerObject>();
+        if (container ? container->traverse(visit) : visit(object)) {
+            return;
+        }
+    }
+}
+
+TouchEventListenerState DisplayEventHandler::notify(const Point& location, TouchEventPhase phase) {
+    using State = TouchEventListenerState;
+    if (notifying_) {
+        return State::Failed;
+    }
+    const NotifyingScope scope(notifying_);
+    events_.push_back({phase, location, startLocation_, location - lastLocation_,
+                       std::chrono::system_clock::now()});
+    State state = State::Failed;
+    std::size_t cursor = events_.size() - 1;  // the head has been told all before
+    while (!listeners_.empty()) {
+        const auto& [object, listener] = listeners_.front();
+        state = (*listener)(object, events_[cursor]);
+        if (state == State::Failed) {
+            listeners_.pop_front();
+            cursor = 0;
+            continue;
+        }
+        ++cursor;
+        if (cursor == events_.size()) {
+            break;
+        }
+        if (state != State::Possible) {
+            listener->action();  // of the last event, the platform asks for it
+        }
+    }
+    if (state != State::Possible) {
+        events_.clear();
+        if (!listeners_.empty()) {
+            listeners_.erase(std::next(listeners_.begin()), listeners_.end());
+        }
+    }
+    lastLocation_ = location;
+    return state;
+}
+
+}  // namespace orvane::display::events
