@@ -8,11 +8,10 @@
 
 namespace orvane::platform {
 
+class CGDrawable;
 class CGGradient;
 class CGImage;
 class CGPath;
-class CTFrame;
-class CTLine;
 
 enum class CGPathDrawingMode { Fill = 0, EOFill = 1, Stroke = 2, FillStroke = 3, EOFillStroke = 4 };
 
@@ -69,9 +68,9 @@ public:
     virtual void drawImage(const CGRect& rect, const CGImage& image) = 0;
 
     virtual void setTextMatrix(const CGAffineTransform& matrix) = 0;
-    // Draws at the text position 0, 0 of the current user space, y up.
-    virtual void drawLine(const CTLine& line) = 0;
-    virtual void drawFrame(const CTFrame& frame) = 0;
+    // A CTLine and a CTFrame. They draw at the text position 0, 0 of the current user space, y up.
+    virtual void drawLine(const CGDrawable& line) = 0;
+    virtual void drawFrame(const CGDrawable& frame) = 0;
 };
 
 }  // namespace orvane::platform

@@ -39,16 +39,20 @@ public:
                         double startAngle, double delta);
     void closeSubpath();
 
-    // The smallest box around the curves themselves, without their control points; none for an
-    // empty path (the interface's null rectangle).
+    // The smallest box around the curves themselves, without their control points; none (the
+    // interface's null rectangle) for an empty path and for one with a coordinate that is not
+    // finite, which is nowhere.
     std::optional<CGRect> getPathBoundingBox() const;
 
-    // The raster form of the outline, for the contexts of this room.
+    // The raster form of the outline, for the contexts of this room. It is shared with whoever
+    // took it and never changes under them: a path that goes on to change takes a copy first.
     struct Outline;
-    const Outline& outline() const { return *outline_; }
+    std::shared_ptr<const Outline> outline() const;
 
 private:
-    std::unique_ptr<Outline> outline_;
+    Outline& writable();
+
+    std::shared_ptr<Outline> outline_;
 };
 
 }  // namespace orvane::platform

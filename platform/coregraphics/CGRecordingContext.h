@@ -1,0 +1,164 @@
+#pragma once
+
+#include <iosfwd>
+#include <string>
+#include <variant>
+#include <vector>
+
+#include "orvane/commons/Export.h"
+#include "platform/coregraphics/CGColor.h"
+#include "platform/coregraphics/CGContext.h"
+
+namespace orvane::platform {
+
+// One drawing operation as a value: what was called, with which arguments. Comparable and printable,
+// so that a test states the calls it expects in order.
+namespace recorded {
+
+// An outline as it stood when it was added: "M x y", "L x y", "C x y x y x y" and "Z", by blanks.
+struct Outline {
+    std::string segments;
+    bool operator==(const Outline&) const = default;
+};
+
+struct SaveGState {
+    bool operator==(const SaveGState&) const = default;
+};
+struct RestoreGState {
+    bool operator==(const RestoreGState&) const = default;
+};
+struct TranslateCTM {
+    double tx, ty;
+    bool operator==(const TranslateCTM&) const = default;
+};
+struct ScaleCTM {
+    double sx, sy;
+    bool operator==(const ScaleCTM&) const = default;
+};
+struct ConcatCTM {
+    CGAffineTransform transform;
+    bool operator==(const ConcatCTM&) const = default;
+};
+struct ClipToRect {
+    CGRect rect;
+    bool operator==(const ClipToRect&) const = default;
+};
+struct Clip {
+    bool operator==(const Clip&) const = default;
+};
+struct SetRGBFillColor {
+    CGColor color;
+    bool operator==(const SetRGBFillColor&) const = default;
+};
+struct SetRGBStrokeColor {
+    CGColor color;
+    bool operator==(const SetRGBStrokeColor&) const = default;
+};
+struct SetLineWidth {
+    double width;
+    bool operator==(const SetLineWidth&) const = default;
+};
+struct SetLineDash {
+    double phase;
+    std::vector<double> lengths;
+    bool operator==(const SetLineDash&) const = default;
+};
+struct MoveToPoint {
+    CGPoint point;
+    bool operator==(const MoveToPoint&) const = default;
+};
+struct AddLineToPoint {
+    CGPoint point;
+    bool operator==(const AddLineToPoint&) const = default;
+};
+struct AddRect {
+    CGRect rect;
+    bool operator==(const AddRect&) const = default;
+};
+struct AddPath {
+    Outline outline;
+    bool operator==(const AddPath&) const = default;
+};
+struct DrawPath {
+    CGPathDrawingMode mode;
+    bool operator==(const DrawPath&) const = default;
+};
+struct StrokePath {
+    bool operator==(const StrokePath&) const = default;
+};
+struct DrawLinearGradient {
+    std::vector<CGColor> colors;
+    std::vector<double> locations;
+    CGPoint start, end;
+    unsigned options;
+    bool operator==(const DrawLinearGradient&) const = default;
+};
+struct DrawImage {
+    CGRect rect;
+    int width, height;  // the bitmap's own size, in pixels
+    bool operator==(const DrawImage&) const = default;
+};
+struct SetTextMatrix {
+    CGAffineTransform matrix;
+    bool operator==(const SetTextMatrix&) const = default;
+};
+struct DrawLine {
+    std::string description;
+    bool operator==(const DrawLine&) const = default;
+};
+struct DrawFrame {
+    std::string description;
+    bool operator==(const DrawFrame&) const = default;
+};
+
+using Call = std::variant<SaveGState, RestoreGState, TranslateCTM, ScaleCTM, ConcatCTM, ClipToRect,
+                          Clip, SetRGBFillColor, SetRGBStrokeColor, SetLineWidth, SetLineDash,
+                          MoveToPoint, AddLineToPoint, AddRect, AddPath, DrawPath, StrokePath,
+                          DrawLinearGradient, DrawImage, SetTextMatrix, DrawLine, DrawFrame>;
+
+// As "name(arguments)", the name being the operation's.
+ORVANE_EXPORT std::ostream& operator<<(std::ostream& out, const Call& call);
+
+// The recorded form of a path, for the calls that a test expects.
+ORVANE_EXPORT Outline outlineOf(const CGPath& path);
+
+}  // namespace recorded
+
+// A canvas that paints nothing and keeps every call in order, for tests of whoever paints.
+class ORVANE_EXPORT CGRecordingContext final : public CGContext {
+public:
+    using Call = recorded::Call;
+
+    const std::vector<Call>& calls() const { return calls_; }
+    // The calls so far; recording starts over.
+    std::vector<Call> takeCalls();
+
+    void saveGState() override;
+    void restoreGState() override;
+    void translateCTM(double tx, double ty) override;
+    void scaleCTM(double sx, double sy) override;
+    void concatCTM(const CGAffineTransform& transform) override;
+    void clipToRect(const CGRect& rect) override;
+    void clip() override;
+    void setRGBFillColor(double r, double g, double b, double a) override;
+    void setRGBStrokeColor(double r, double g, double b, double a) override;
+    void setLineWidth(double width) override;
+    void setLineDash(double phase, std::span<const double> lengths) override;
+    void moveToPoint(double x, double y) override;
+    void addLineToPoint(double x, double y) override;
+    void addRect(const CGRect& rect) override;
+    void addPath(const CGPath& path) override;
+    void drawPath(CGPathDrawingMode mode) override;
+    void strokePath() override;
+    void drawLinearGradient(const CGGradient& gradient, CGPoint start, CGPoint end,
+                            unsigned options) override;
+    void drawImage(const CGRect& rect, const CGImage& image) override;
+    void setTextMatrix(const CGAffineTransform& matrix) override;
+    void drawLine(const CGDrawable& line) override;
+    void drawFrame(const CGDrawable& frame) override;
+
+private:
+    std::vector<Call> calls_;
+};
+
+}  // namespace orvane::platform
