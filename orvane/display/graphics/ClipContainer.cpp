@@ -1,0 +1,41 @@
+#include "orvane/display/graphics/ClipContainer.h"
+
+#include <algorithm>
+
+#include "orvane/display/DisplayLayer.h"
+#include "orvane/display/createBitmapLayer.h"
+
+namespace orvane::display::graphics {
+
+std::shared_ptr<DisplayLayer> ClipContainer::extractAnimationLayer() {
+    const std::shared_ptr<DisplayLayer> layer = DisplayObject::extractAnimationLayer();
+    const std::shared_ptr<DisplayLayer> superlayer = layer ? layer->getSuperlayer() : nullptr;
+    if (!superlayer) {
+        return nullptr;
+    }
+    if (superlayer->isFake()) {
+        return superlayer;
+    }
+
+    // One validation for the exchange: without the lock the removal alone would repaint everything
+    // that the layer covered.
+    const ValidationLock lock(superlayer);
+    const std::uint64_t index = layer->getIndex();
+    layer->removeFromParent();
+
+    const std::shared_ptr<DisplayLayer> wrapper = createBitmapLayer();
+    wrapper->setFake(true);
+    wrapper->store(wrapper->getSublayers().end(), layer);
+
+    // The same place, so that the order of painting stays.
+    const auto& siblings = superlayer->getSublayers();
+    superlayer->store(siblings.begin() + static_cast<std::ptrdiff_t>(index), wrapper);
+    return wrapper;
+}
+
+geometry::Rect<double> ClipContainer::computeFrame() {
+    const std::shared_ptr<ContainerObject> parent = getParent();
+    return parent ? parent->applyTransformToRect(getBounds()) : getBounds();
+}
+
+}  // namespace orvane::display::graphics
