@@ -1,0 +1,48 @@
+#include "orvane/display/graphics/quartz/QuartzStrokeStyleable.h"
+
+#include <cmath>
+#include <limits>
+
+#include "platform/coregraphics/CGContext.h"
+
+namespace orvane::display::graphics::quartz {
+
+void QuartzStrokeStyleable::setStrokeColor(int r, int g, int b, int a) {
+    storeStrokeColor(r, g, b, a);
+    onStrokeChanged();
+}
+
+void QuartzStrokeStyleable::setStrokeColor(unsigned argb) {
+    storeStrokeColor(argb);
+    onStrokeChanged();
+}
+
+void QuartzStrokeStyleable::setStrokeColor(const LinearGradient&) {}
+
+bool QuartzStrokeStyleable::isStrokeVisible() const {
+    return !(std::abs(color_.a) < std::numeric_limits<float>::min());
+}
+
+void QuartzStrokeStyleable::storeStrokeColor(int r, int g, int b, int a) {
+    color_ = Color::fromComponents(static_cast<float>(r), static_cast<float>(g),
+                                   static_cast<float>(b), static_cast<float>(a));
+}
+
+void QuartzStrokeStyleable::storeStrokeColor(unsigned argb) {
+    color_ = Color::fromArgb(argb);
+}
+
+const LinearGradient& QuartzStrokeStyleable::getStrokeLinearGradient() const {
+    static const LinearGradient none;
+    return none;
+}
+
+void QuartzStrokeStyleable::applyStyles(platform::CGContext& canvas) const {
+    canvas.setLineWidth(getStrokeWidth());
+    canvas.setRGBStrokeColor(color_.r, color_.g, color_.b, color_.a);
+    if (!getStrokeDashArray().empty()) {
+        canvas.setLineDash(getStrokeDashOffset(), getStrokeDashArray());
+    }
+}
+
+}  // namespace orvane::display::graphics::quartz
