@@ -1,0 +1,48 @@
+#include "orvane/display/DisplayFactory.h"
+
+#include "orvane/display/graphics/quartz/QuartzCircle.h"
+#include "orvane/display/graphics/quartz/QuartzClipContainer.h"
+#include "orvane/display/graphics/quartz/QuartzContainer.h"
+#include "orvane/display/graphics/quartz/QuartzEllipse.h"
+#include "orvane/display/graphics/quartz/QuartzLine.h"
+#include "orvane/display/graphics/quartz/QuartzPath.h"
+#include "orvane/display/graphics/quartz/QuartzPolyline.h"
+#include "orvane/display/graphics/quartz/QuartzRect.h"
+
+namespace orvane::display {
+
+using namespace graphics::quartz;
+
+std::shared_ptr<graphics::Container> DisplayFactory::createContainer() {
+    return std::make_shared<QuartzContainer>();
+}
+
+std::shared_ptr<graphics::SizedContainer> DisplayFactory::createClipContainer(bool) {
+    return std::make_shared<QuartzClipContainer>();
+}
+
+std::shared_ptr<graphics::Rect> DisplayFactory::createRect() {
+    return std::make_shared<QuartzRect>();
+}
+
+std::shared_ptr<graphics::Circle> DisplayFactory::createCircle() {
+    return std::make_shared<QuartzCircle>();
+}
+
+std::shared_ptr<graphics::Ellipse> DisplayFactory::createEllipse() {
+    return std::make_shared<QuartzEllipse>();
+}
+
+std::shared_ptr<graphics::Line> DisplayFactory::createLine() {
+    return std::make_shared<QuartzLine>();
+}
+
+std::shared_ptr<graphics::Polyline> DisplayFactory::createPolyline() {
+    return std::make_shared<QuartzPolyline>();
+}
+
+std::shared_ptr<graphics::Path> DisplayFactory::createPath() {
+    return std::make_shared<QuartzPath>();
+}
+
+}  // namespace orvane::display
