@@ -17,8 +17,8 @@ ORVANE_EXPORT void dispatch_background(std::function<void()> function);
 }  // namespace orvane::thread
 
 // The doors of the platform-facing code to the main thread: all view, layer and control work goes
-// through them. On the main thread all three run the block at once. Elsewhere the first two wait for
-// the main queue and the last does not: that is all that "async" means here.
+// through them. On the main thread all three run the block at once. Elsewhere the first two wait
+// for the main queue and the last does not: that is all that "async" means here.
 ORVANE_EXPORT void dispatch_ui(const std::function<void()>& block);
 ORVANE_EXPORT void dispatch_ui_sync(const std::function<void()>& block);
 ORVANE_EXPORT void dispatch_ui_async(std::function<void()> block);
