@@ -1,0 +1,96 @@
+#include "orvane/runtime/Runtime.h"
+
+#include <utility>
+
+#include "orvane/system/system.h"
+
+namespace orvane {
+
+Runtime* Runtime::GetInstance() {
+    const std::lock_guard lock(initMutex_);
+    if (!instance_) {
+        instance_.reset(new Runtime);
+    }
+    return instance_.get();
+}
+
+void Runtime::DeleteInstance() {
+    const std::lock_guard lock(initMutex_);
+    if (instance_ && instance_->thread_.get_id() != std::this_thread::get_id()) {
+        // reset() clears the pointer first. The lock is held until the thread has ended, so that a
+        // caller of GetInstance never has two of them.
+        instance_.reset();
+    }
+}
+
+Runtime::Runtime() {
+    system::initSystem();
+    thread_ = std::thread(&Runtime::loop, this);
+}
+
+Runtime::~Runtime() {
+    run({}, 0);
+    if (thread_.get_id() == std::this_thread::get_id()) {
+        // A task ended the process, and this is its exit handler: the task never returns.
+        thread_.detach();
+    } else {
+        thread_.join();
+    }
+}
+
+Runtime::TimePoint Runtime::now() {
+    return std::chrono::time_point_cast<std::chrono::microseconds>(
+        std::chrono::system_clock::now());
+}
+
+void Runtime::run(std::function<void()> task, unsigned int delay) {
+    const std::lock_guard lock(mutex_);
+    const TimePoint key = now() + std::chrono::microseconds(std::int64_t{delay} * 1000);
+    const auto entry = tasks_.emplace(key, std::move(task));
+    // Otherwise the thread's wait already ends no later than an earlier entry.
+    if (entry == tasks_.begin()) {
+        condition_.notify_one();
+    }
+}
+
+// Both hooks are for platforms whose threads need preparing.
+void Runtime::initThread() {}
+void Runtime::cleanupThread() {}
+
+// One task a turn, and a wait after each, even with others overdue: that wait returns at once. A
+// wake-up that finds nothing due turns the loop, which is the predicate of the wait.
+void Runtime::loop() {
+    initThread();
+    for (;;) {
+        // Outlives the wait below: what a task captured is released only when the next one is due.
+        std::function<void()> current;
+        {
+            const std::lock_guard lock(mutex_);
+            const auto first = tasks_.begin();
+            if (first != tasks_.end() && now() >= first->first) {
+                current = first->second;
+                tasks_.erase(first);
+                if (!current) {
+                    break;
+                }
+            }
+        }
+        if (current) {
+            current();
+        }
+        std::unique_lock lock(mutex_);
+        if (tasks_.empty()) {
+            condition_.wait(lock);
+        } else {
+            // The key stays where it is meanwhile: only this thread removes entries.
+            condition_.wait_until(lock, tasks_.begin()->first);
+        }
+    }
+    cleanupThread();
+}
+
+void Runtime::initSwift(const std::string& directory) {
+    loadSwiftLibrary(directory);
+}
+
+}  // namespace orvane
