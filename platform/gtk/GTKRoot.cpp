@@ -1,0 +1,77 @@
+#include "platform/gtk/GTKRoot.h"
+
+#include <gdkmm/display.h>
+#include <gdkmm/monitor.h>
+#include <gtkmm/native.h>
+
+#include <utility>
+
+#include "platform/corevideo/CVDisplayLink.h"
+#include "platform/gtk/GTKView.h"
+#include "platform/quartzcore/CAMediaTime.h"
+
+namespace orvane::platform {
+
+GTKRoot::GTKRoot(CGSize size, Delegate delegate)
+    : Glib::ObjectBase("OrvaneRoot"),
+      wanted_(size),
+      size_(size),
+      delegate_(std::move(delegate)),
+      drag_(Gtk::GestureDrag::create()) {
+    set_overflow(Gtk::Overflow::HIDDEN);
+    set_hexpand(true);
+    set_vexpand(true);
+    drag_->signal_drag_begin().connect(
+        [this](double x, double y) { send(NSEventType::LeftMouseDown, x, y); });
+    drag_->signal_drag_update().connect([this](double dx, double dy) {
+        double x = 0;
+        double y = 0;
+        drag_->get_start_point(x, y);
+        send(NSEventType::LeftMouseDragged, x + dx, y + dy);
+    });
+    // Also when the gesture is cancelled: whoever saw the button go down must see it come up.
+    drag_->signal_drag_end().connect([this](double dx, double dy) {
+        double x = 0;
+        double y = 0;
+        drag_->get_start_point(x, y);
+        send(NSEventType::LeftMouseUp, x + dx, y + dy);
+    });
+    add_controller(drag_);
+    property_scale_factor().signal_changed().connect([this] { delegate_.scaleFactorChanged(); });
+}
+
+GTKRoot::~GTKRoot() = default;
+
+void GTKRoot::send(NSEventType type, double x, double y) {
+    delegate_.pointerMoved({type, {x, y}, CACurrentMediaTime()});
+}
+
+void GTKRoot::measure_vfunc(Gtk::Orientation orientation, int, int& minimum, int& natural,
+                            int& minimumBaseline, int& naturalBaseline) const {
+    minimum = 0;
+    natural = static_cast<int>(orientation == Gtk::Orientation::HORIZONTAL ? wanted_.width
+                                                                           : wanted_.height);
+    minimumBaseline = naturalBaseline = -1;
+}
+
+void GTKRoot::size_allocate_vfunc(int width, int height, int) {
+    const CGSize size{static_cast<double>(width), static_cast<double>(height)};
+    if (size != size_) {
+        size_ = size;
+        delegate_.resized();
+    }
+    if (auto* const content = dynamic_cast<GTKView*>(get_first_child())) {
+        content->allocate();
+    }
+}
+
+void GTKRoot::on_map() {
+    Gtk::Widget::on_map();
+    const auto surface = get_native()->get_surface();
+    const auto monitor = get_display()->get_monitor_at_surface(surface);
+    if (monitor && monitor->get_refresh_rate() > 0) {
+        CVDisplayLink::setRefreshRate(monitor->get_refresh_rate() / 1000.0);  // from millihertz
+    }
+}
+
+}  // namespace orvane::platform

@@ -1,0 +1,44 @@
+#include "platform/gtk/GTKTextField.h"
+
+#include <glib.h>
+
+#include <memory>
+
+#include "platform/appkit/NSTextField.h"
+
+namespace orvane::platform {
+
+namespace {
+
+// The widget shows nothing but well-formed text, and none behind a zero byte.
+Glib::ustring showable(const std::string& text) {
+    const std::unique_ptr<char, decltype(&g_free)> valid(g_utf8_make_valid(text.c_str(), -1),
+                                                         &g_free);
+    return valid.get();
+}
+
+}  // namespace
+
+GTKTextField::GTKTextField(NSTextField& field) : field_(field) {
+    // As narrow as its view makes it.
+    entry_.set_width_chars(0);
+    entry_.set_max_width_chars(0);
+    stateDidChange();
+    entry_.signal_changed().connect([this] {
+        // A text that only looks different in the widget stays what the application set.
+        if (!taking_) {
+            field_.setStringValue(entry_.get_text().raw());
+        }
+    });
+}
+
+void GTKTextField::stateDidChange() {
+    if (const Glib::ustring text = showable(field_.stringValue()); entry_.get_text() != text) {
+        taking_ = true;
+        entry_.set_text(text);
+        taking_ = false;
+    }
+    entry_.set_sensitive(field_.isEnabled());
+}
+
+}  // namespace orvane::platform

@@ -1,0 +1,166 @@
+#include "platform/gtk/GTKView.h"
+
+#include <gdkmm/rgba.h>
+#include <gtk/gtk.h>
+#include <gtkmm/snapshot.h>
+
+#include <algorithm>
+#include <cmath>
+
+#include "platform/gtk/GTKControl.h"
+#include "platform/quartzcore/CALayer.h"
+
+namespace orvane::platform {
+
+namespace {
+
+// Widgets are measured in whole numbers of 31 bits, and multiplied by the scale factor. No screen
+// shows as much.
+constexpr double longestSide = 1 << 20;
+
+int toExtent(double points) {
+    return static_cast<int>(std::ceil(std::clamp(points, 0.0, longestSide)));
+}
+
+// Whether the compositor can show something under this transform: its canvas does not survive one
+// that cannot be inverted.
+bool canShow(const CGAffineTransform& t) {
+    const double determinant = t.a * t.d - t.b * t.c;
+    return std::isnormal(determinant) && std::isfinite(t.tx) && std::isfinite(t.ty) &&
+           std::isfinite(1 / determinant);
+}
+
+GskTransform* toGskTransform(const CGAffineTransform& t) {
+    if (t.a == 1 && t.b == 0 && t.c == 0 && t.d == 1) {
+        const graphene_point_t offset = {static_cast<float>(t.tx), static_cast<float>(t.ty)};
+        return gsk_transform_translate(nullptr, &offset);
+    }
+    graphene_matrix_t matrix;
+    graphene_matrix_init_from_2d(&matrix, t.a, t.b, t.c, t.d, t.tx, t.ty);
+    return gsk_transform_matrix(nullptr, &matrix);
+}
+
+}  // namespace
+
+GTKView::GTKView(NSView& view)
+    : Glib::ObjectBase("OrvaneView"), control_(GTKControl::create(view)) {
+    if (control_) {
+        control_->widget().set_parent(*this);
+    }
+}
+
+GTKView::~GTKView() {
+    if (control_) {
+        control_->widget().unparent();
+    }
+    if (get_parent() != nullptr) {
+        unparent();
+    }
+}
+
+GTKView* GTKView::of(const NSView& view) {
+    return dynamic_cast<GTKView*>(view.realization());
+}
+
+void GTKView::takePlace(const NSView& view, double time) {
+    const CALayer& layer = *view.layer();
+    if (size_ != view.frame().size) {
+        size_ = view.frame().size;
+        queue_draw();  // the background reaches as far
+    }
+    transform_ = layer.affineTransform(layer.presentation(time));
+    shown_ = !view.isHidden() && canShow(transform_) && !std::isnan(size_.width) &&
+             !std::isnan(size_.height);
+    layParentOut();
+}
+
+void GTKView::takeOpacity(const NSView& view, double time) {
+    set_opacity(view.layer()->presentation(time).opacity);
+}
+
+void GTKView::takeBackground(const NSView& view) {
+    background_ = view.layer()->backgroundColor();
+    queue_draw();
+}
+
+void GTKView::takeControlState() {
+    if (control_) {
+        control_->stateDidChange();
+    }
+}
+
+void GTKView::takeTiles(const NSView& view, std::span<const NSBackingRect> rects) {
+    tiles_.update(view.backingStore(), rects);
+    queue_draw();
+}
+
+void GTKView::takeOrder(const NSView& view) {
+    // The control's own widget, where there is one, stays behind the subviews.
+    GtkWidget* previous = control_ ? control_->widget().gobj() : nullptr;
+    for (const NSView* const subview : view.subviewsInDrawingOrder()) {
+        GTKView* const widget = of(*subview);
+        if (widget == nullptr) {
+            continue;
+        }
+        if (gtk_widget_get_prev_sibling(widget->gobj()) != previous) {
+            gtk_widget_insert_after(widget->gobj(), gobj(), previous);
+        }
+        previous = widget->gobj();
+    }
+    queue_draw();
+}
+
+void GTKView::layParentOut() {
+    if (Gtk::Widget* const parent = get_parent()) {
+        parent->queue_allocate();
+    }
+}
+
+void GTKView::allocate() {
+    set_child_visible(shown_);
+    if (shown_) {
+        gtk_widget_allocate(gobj(), toExtent(size_.width), toExtent(size_.height), -1,
+                            toGskTransform(transform_));
+    }
+}
+
+void GTKView::measure_vfunc(Gtk::Orientation, int, int& minimum, int& natural, int& minimumBaseline,
+                            int& naturalBaseline) const {
+    // Views stand where they are put, whatever the widgets around them want.
+    minimum = natural = 0;
+    minimumBaseline = naturalBaseline = -1;
+}
+
+void GTKView::size_allocate_vfunc(int width, int height, int) {
+    if (control_) {
+        // A widget is never made smaller than it wants to be: it then reaches out of its view.
+        GtkRequisition least;
+        gtk_widget_get_preferred_size(control_->widget().gobj(), &least, nullptr);
+        gtk_widget_allocate(control_->widget().gobj(), std::max(width, least.width),
+                            std::max(height, least.height), -1, nullptr);
+    }
+    for (Gtk::Widget* child = get_first_child(); child != nullptr;
+         child = child->get_next_sibling()) {
+        if (auto* const view = dynamic_cast<GTKView*>(child)) {
+            view->allocate();
+        }
+    }
+}
+
+void GTKView::snapshot_vfunc(const Glib::RefPtr<Gtk::Snapshot>& snapshot) {
+    if (background_.alpha > 0) {
+        const graphene_rect_t bounds = {
+            {0, 0}, {static_cast<float>(size_.width), static_cast<float>(size_.height)}};
+        const auto component = [](double value) { return static_cast<float>(value); };
+        snapshot->append_color(Gdk::RGBA(component(background_.red), component(background_.green),
+                                         component(background_.blue), component(background_.alpha)),
+                               &bounds);
+    }
+    tiles_.append(snapshot);
+    for (Gtk::Widget* child = get_first_child(); child != nullptr;
+         child = child->get_next_sibling()) {
+        snapshot_child(*child, snapshot);
+    }
+}
+
+}  // namespace orvane::platform
