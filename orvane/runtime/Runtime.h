@@ -43,6 +43,10 @@ public:
     // main(). What goes wrong is reported on standard error and nowhere else.
     void initSwift(const std::string& directory);
 
+    // Whether initSwift has started an application, be it one whose main() threw. For hosts, which
+    // have nothing to show otherwise. Main thread only.
+    [[nodiscard]] bool hasApplication() const { return hasApplication_; }
+
 private:
     // Microseconds of the system's clock since its epoch, 64 bits wide: no delay overflows.
     using TimePoint = std::chrono::sys_time<std::chrono::microseconds>;
@@ -66,6 +70,7 @@ private:
     // The last application's Main. Never read and never released: what an application left behind
     // is its own code and objects, and lives as long as the process.
     void* mainObject_ = nullptr;
+    bool hasApplication_ = false;
 };
 
 }  // namespace orvane

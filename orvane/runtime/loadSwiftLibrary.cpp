@@ -77,6 +77,7 @@ void Runtime::loadSwiftLibrary(const std::string& directory) {
         found = true;
         dlclose(library);
     }
+    hasApplication_ = hasApplication_ || found;
     if (!found) {
         platform::NSLog("Can't load swift library: '%s' %s", directory.c_str(), lastError.c_str());
     } else if (!lastError.empty()) {
