@@ -1,0 +1,74 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <string>
+
+#include "orvane/commons/Export.h"
+#include "platform/coregraphics/CGContext.h"
+
+namespace orvane::platform {
+
+// The canvas that paints pixels: 32-bit words of premultiplied alpha, red, green and blue, alpha in
+// bits 24 to 31, rows from the top. The y axis of its user space runs down, like that of views.
+//
+// What a pixel becomes is a function of the drawing calls alone. It does not depend on the clip to
+// whole pixels under which they are made, so a picture painted rectangle by rectangle equals the
+// picture painted at once, bit for bit; nor on a base transformation that moves by whole pixels.
+class ORVANE_EXPORT CGBitmapContext final : public CGContext {
+public:
+    // Pixels of its own, transparent at first. Sizes that are not positive, or beyond 32767, make an
+    // empty canvas that takes every call. `base` takes user space to pixels.
+    CGBitmapContext(int width, int height, const CGAffineTransform& base = {});
+    // Pixels that the caller owns and keeps for as long as the canvas lives, rows `bytesPerRow` (a
+    // multiple of 4) apart. The caller may read and write them between calls.
+    CGBitmapContext(std::uint32_t* pixels, int width, int height, std::size_t bytesPerRow,
+                    const CGAffineTransform& base = {});
+    ~CGBitmapContext() override;
+    CGBitmapContext(const CGBitmapContext&) = delete;
+    CGBitmapContext& operator=(const CGBitmapContext&) = delete;
+
+    int width() const;
+    int height() const;
+    std::size_t bytesPerRow() const;
+    std::uint32_t* pixels();
+    const std::uint32_t* pixels() const;
+
+    // Makes the pixels that the rectangle touches transparent, within the clip to whole pixels.
+    void clearRect(const CGRect& rect);
+    // A copy of the pixels as they stand; null for an empty canvas.
+    std::shared_ptr<const CGImage> createImage() const;
+    // False when the canvas is empty or the file cannot be written.
+    bool writePNG(const std::string& filename) const;
+
+    void saveGState() override;
+    void restoreGState() override;
+    void translateCTM(double tx, double ty) override;
+    void scaleCTM(double sx, double sy) override;
+    void concatCTM(const CGAffineTransform& transform) override;
+    void clipToRect(const CGRect& rect) override;
+    void clip() override;
+    void setRGBFillColor(double r, double g, double b, double a) override;
+    void setRGBStrokeColor(double r, double g, double b, double a) override;
+    void setLineWidth(double width) override;
+    void setLineDash(double phase, std::span<const double> lengths) override;
+    void moveToPoint(double x, double y) override;
+    void addLineToPoint(double x, double y) override;
+    void addRect(const CGRect& rect) override;
+    void addPath(const CGPath& path) override;
+    void drawPath(CGPathDrawingMode mode) override;
+    void strokePath() override;
+    void drawLinearGradient(const CGGradient& gradient, CGPoint start, CGPoint end,
+                            unsigned options) override;
+    void drawImage(const CGRect& rect, const CGImage& image) override;
+    void setTextMatrix(const CGAffineTransform& matrix) override;
+    void drawLine(const CGDrawable& line) override;
+    void drawFrame(const CGDrawable& frame) override;
+
+private:
+    class Rasteriser;
+    std::unique_ptr<Rasteriser> rasteriser_;
+};
+
+}  // namespace orvane::platform
