@@ -12,8 +12,8 @@ class ORVANE_EXPORT FillStyleable {
 public:
     virtual ~FillStyleable() = default;
 
-    // Components run from 0 to 255. An alpha of 0 is not transparent but 1/256, and counts as
-    // visible.
+    // Components run from 0 to 255 and stand for 1/256 to 1: an alpha of 0 still counts as visible.
+    // An alpha of -1 is none at all and takes the fill away.
     virtual void setFillColor(unsigned r, unsigned g, unsigned b, unsigned a) = 0;
     virtual void setFillColor(unsigned argb) = 0;
     virtual void setFillColor(const LinearGradient& gradient) = 0;

@@ -15,8 +15,8 @@ class ORVANE_EXPORT StrokeStyleable {
 public:
     virtual ~StrokeStyleable() = default;
 
-    // Components run from 0 to 255. An alpha of 0 is not transparent but 1/256, and counts as
-    // visible.
+    // Components run from 0 to 255 and stand for 1/256 to 1: an alpha of 0 still counts as visible.
+    // An alpha of -1 is none at all and takes the stroke away.
     virtual void setStrokeColor(int r, int g, int b, int a) = 0;
     virtual void setStrokeColor(unsigned argb) = 0;
     virtual void setStrokeColor(const LinearGradient& gradient) = 0;

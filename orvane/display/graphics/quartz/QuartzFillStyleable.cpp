@@ -54,8 +54,7 @@ bool QuartzFillStyleable::isFillVisible() const {
 }
 
 void QuartzFillStyleable::storeFillColor(unsigned r, unsigned g, unsigned b, unsigned a) {
-    color_ = Color::fromComponents(static_cast<float>(r), static_cast<float>(g),
-                                   static_cast<float>(b), static_cast<float>(a));
+    color_ = Color::fromComponents(r, g, b, a);
 }
 
 void QuartzFillStyleable::storeFillColor(unsigned argb) {

@@ -24,8 +24,7 @@ bool QuartzStrokeStyleable::isStrokeVisible() const {
 }
 
 void QuartzStrokeStyleable::storeStrokeColor(int r, int g, int b, int a) {
-    color_ = Color::fromComponents(static_cast<float>(r), static_cast<float>(g),
-                                   static_cast<float>(b), static_cast<float>(a));
+    color_ = Color::fromComponents(r, g, b, a);
 }
 
 void QuartzStrokeStyleable::storeStrokeColor(unsigned argb) {
