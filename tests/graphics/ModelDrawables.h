@@ -19,16 +19,16 @@ public:
     LoggingDrawable(std::string name, Log& log) : name_(std::move(name)), log_(log) {}
 
 protected:
-    void storeState() override { add("store"); }
+    void storeState() override { logCall("store"); }
     void clipRect(const geometry::Rect<double>& r) override {
         std::ostringstream text;
         text << "clip " << r.x << ' ' << r.y << ' ' << r.width << ' ' << r.height;
-        add(text.str());
+        logCall(text.str());
     }
-    void applyTransform() override { add("transform"); }
-    void restoreState() override { add("restore"); }
+    void applyTransform() override { logCall("transform"); }
+    void restoreState() override { logCall("restore"); }
 
-    void add(const std::string& what) { log_.push_back(name_ + ": " + what); }
+    void logCall(const std::string& what) { log_.push_back(name_ + ": " + what); }
 
 private:
     std::string name_;
@@ -65,7 +65,7 @@ public:
     bool strokeVisible = true;
 
 protected:
-    void doValidate(const geometry::Rect<double>&) override { add("paint"); }
+    void doValidate(const geometry::Rect<double>&) override { logCall("paint"); }
 };
 
 }  // namespace orvane::display::graphics

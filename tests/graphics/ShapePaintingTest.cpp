@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <functional>
 
 #include "orvane/orvane.h"
@@ -56,7 +57,7 @@ TEST(ShapeOutline, EachKindDrawsItsOwn) {
     EXPECT_EQ(outline(*rect), "M 1 2 L 4 2 L 4 6 L 1 6 Z");
     rect->setRx(1);
     rect->setRy(2);
-    EXPECT_EQ(std::count(outline(*rect).begin(), outline(*rect).end(), 'C'), 4);
+    EXPECT_EQ(std::ranges::count(outline(*rect), 'C'), 4);
     rect->setRx(0);
     rect->setRy(0);
     EXPECT_EQ(outline(*rect), "M 1 2 L 4 2 L 4 6 L 1 6 Z");
@@ -293,7 +294,7 @@ TEST(ShapeStyle, AGradientsAxisIsResolvedAgainstTheBoundsWithTheStroke) {
         gradient.setUserSpace(c.userSpace);
         rect->setFillColor(gradient);
         const std::string call = painting(*rect).at(2);
-        EXPECT_EQ(call.substr(call.find("], [") + 10), std::string(c.axis) + ", 3)");
+        EXPECT_TRUE(call.ends_with(std::string("], ") + c.axis + ", 3)")) << call;
     }
 }
 
@@ -309,7 +310,7 @@ TEST(ShapeStyle, GradientsOfAnyNumberOfStopsAreTaken) {
     rect->setFillColor(gradient);
     rect->setFillColor(gradient);
     const std::string call = painting(*rect).at(2);
-    EXPECT_EQ(std::count(call.begin(), call.end(), ';'), 2000);
+    EXPECT_EQ(std::ranges::count(call, ';'), 2000);
 }
 
 TEST(ShapeStyle, TheFillRuleChoosesTheModeAndAsksForNoRepaint) {
