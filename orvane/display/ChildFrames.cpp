@@ -163,8 +163,7 @@ auto ChildFrames::touching(const Rect& rect) -> const std::vector<DisplayObject*
     found_.clear();
     const auto meet = [&](std::uint32_t slot) {
         Entry& entry = entries_[slot];
-        if (entry.query != query_ &&
-            (entry.frame.touches(rect) || !entry.object->culledByFrame_)) {
+        if (entry.query != query_ && (entry.frame.touches(rect) || !entry.object->culledByFrame_)) {
             entry.query = query_;
             found_.push_back(entry.object);
         }

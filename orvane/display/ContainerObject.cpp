@@ -23,7 +23,9 @@ void insertLayers(DisplayLayer& into, const LayerList& layers, const LayerPointe
 
 }  // namespace
 
-ContainerObject::ContainerObject() { container_ = this; }
+ContainerObject::ContainerObject() {
+    container_ = this;
+}
 
 ContainerObject::~ContainerObject() = default;
 
@@ -104,8 +106,8 @@ auto ContainerObject::computeFrame() -> Rect {
     const bool visible = isVisible();
     const VisibleParentScope scope(*this);
     for (const std::shared_ptr<DisplayObject>& child : children()) {
-        // A hidden child does not count, but its frame must be known: only a known frame, when it is
-        // forgotten, resets this one, and showing the child has to.
+        // A hidden child does not count, but its frame must be known: only a known frame, when it
+        // is forgotten, resets this one, and showing the child has to.
         const Rect& frame = child->getFrame();
         if (visible && child->isVisible()) {
             result.unite(frame);
@@ -154,9 +156,10 @@ auto ContainerObject::store(Position position, const std::shared_ptr<DisplayObje
     linkLayers(element, elementLayer, ascending);
     if (elementLayer) {
         element->invalidate(true);
-    } else {
-        resetFrame();
     }
+    // Also for one with a layer: its own frame may not be known yet, and then forgetting it does
+    // not reach this container.
+    resetFrame();
     return stored;
 }
 
@@ -185,8 +188,8 @@ void ContainerObject::linkLayers(const std::shared_ptr<DisplayObject>& element,
             insertLayers(*ascending, element->getDescendingLayers(),
                          nextLayer->findChildOf(ascending));
             // Between two layers of its own level, an element that brings a layer is announced and
-            // one that does not is not: the reverse of the other rows. The split between painted and
-            // native content relies on it.
+            // one that does not is not: the reverse of the other rows. The split between painted
+            // and native content relies on it.
             if (elementLayer) {
                 ascending->onAddObjectIntoRenderingTree(element);
             }

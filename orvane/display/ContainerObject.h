@@ -11,10 +11,11 @@ namespace orvane::display {
 class ChildFrames;
 
 // A display object with children, drawn in their order. It is the seam between the two trees: every
-// insertion and removal works out where the layers of the child's subtree belong, so that the layers
-// stay in the drawing order of the objects.
-class ORVANE_EXPORT ContainerObject : public virtual DisplayObject,
-                                      public virtual DisplayContainer<DisplayObject, ContainerObject> {
+// insertion and removal works out where the layers of the child's subtree belong, so that the
+// layers stay in the drawing order of the objects.
+class ORVANE_EXPORT ContainerObject
+    : public virtual DisplayObject,
+      public virtual DisplayContainer<DisplayObject, ContainerObject> {
 public:
     using Position = DisplayContainer<DisplayObject, ContainerObject>::Position;
 
@@ -33,8 +34,8 @@ public:
 
     void clear() override;
     // Inserts `element` before `position`. Erase it from its former parent first. An element that
-    // cannot go here (null, this container, one of its ancestors) is refused with a line in the log,
-    // and the position comes back.
+    // cannot go here (null, this container, one of its ancestors) is refused with a line in the
+    // log, and the position comes back.
     Position store(Position position, const std::shared_ptr<DisplayObject>& element) override;
     Position erase(Position position) override;
 

@@ -54,8 +54,8 @@ P* DisplayNode<T, P, Traits>::parentHoldingThis() const {
         return nullptr;
     }
     const auto& siblings = static_cast<const DisplayContainer<T, P>*>(parent)->children_;
-    const bool here = index_ < siblings.size() &&
-                      static_cast<const DisplayNode*>(siblings[index_].get()) == this;
+    const bool here =
+        index_ < siblings.size() && static_cast<const DisplayNode*>(siblings[index_].get()) == this;
     return here ? parent : nullptr;
 }
 

@@ -36,9 +36,13 @@ void DisplayLayer::raiseDirty() {
     }
 }
 
-void DisplayLayer::markDirty(const std::shared_ptr<DisplayObject>&) { raiseDirty(); }
+void DisplayLayer::markDirty(const std::shared_ptr<DisplayObject>&) {
+    raiseDirty();
+}
 
-void DisplayLayer::setDirty() { raiseDirty(); }
+void DisplayLayer::setDirty() {
+    raiseDirty();
+}
 
 void DisplayLayer::setHidden(bool hidden) {
     if (hidden_ != hidden) {
@@ -140,8 +144,8 @@ bool DisplayLayer::isHidden() const {
     if (hidden_) {
         return true;
     }
-    const bool objectShows =
-        std::any_of(objects_.begin(), objects_.end(), [](const std::weak_ptr<DisplayObject>& entry) {
+    const bool objectShows = std::any_of(
+        objects_.begin(), objects_.end(), [](const std::weak_ptr<DisplayObject>& entry) {
             const std::shared_ptr<DisplayObject> object = entry.lock();
             return object && object->isVisible();
         });
@@ -191,11 +195,9 @@ void DisplayLayer::removeObject(const std::shared_ptr<DisplayObject>& object) {
             erase(find(layer));
         }
     }
-    const auto listed =
-        std::find_if(objects_.begin(), objects_.end(),
-                     [&object](const std::weak_ptr<DisplayObject>& entry) {
-                         return entry.lock() == object;
-                     });
+    const auto listed = std::find_if(
+        objects_.begin(), objects_.end(),
+        [&object](const std::weak_ptr<DisplayObject>& entry) { return entry.lock() == object; });
     if (listed != objects_.end()) {
         objects_.erase(listed);
     }
@@ -247,8 +249,7 @@ std::shared_ptr<ContainerObject> DisplayLayer::getObjectsParent() const {
 
 auto DisplayLayer::store(Position position, const std::shared_ptr<DisplayLayer>& sublayer)
     -> Position {
-    const Position stored =
-        DisplayContainer<DisplayLayer, DisplayLayer>::store(position, sublayer);
+    const Position stored = DisplayContainer<DisplayLayer, DisplayLayer>::store(position, sublayer);
     sublayer->onAddToSuperlayer();
     sublayer->setDisplay(display_);
     raiseDirty();

@@ -75,8 +75,8 @@ public:
     bool isDirty() const { return dirty_; }
     // Carries dirtiness up to the root; a root that is on a display validates.
     void updateState();
-    // Brings the platform in step: this layer, its content, its sublayers. Nothing for a clean layer
-    // unless forced.
+    // Brings the platform in step: this layer, its content, its sublayers. Nothing for a clean
+    // layer unless forced.
     void validate(bool force);
 
     const Rect& getLayerFrame();

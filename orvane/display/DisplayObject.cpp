@@ -55,7 +55,9 @@ void DisplayObject::applyMatrix(float a, float b, float c, float d, float e, flo
     onTransformChanged();
 }
 
-void DisplayObject::onTransformChanged() { invalidate(true); }
+void DisplayObject::onTransformChanged() {
+    invalidate(true);
+}
 
 Matrix DisplayObject::getFullTransformation() const {
     Matrix result;
@@ -94,7 +96,9 @@ void DisplayObject::resetFrame() {
     }
 }
 
-void DisplayObject::validate(const Rect&) { validFrame_ = getFrame(); }
+void DisplayObject::validate(const Rect&) {
+    validFrame_ = getFrame();
+}
 
 auto DisplayObject::convertRectToFrame(const Rect& rect) -> Rect {
     return rect.movedBy(getFrame().position()).normalized();
@@ -183,7 +187,9 @@ bool DisplayObject::ownsLayer() const {
     return layer && layer == ownedLayer_;
 }
 
-void DisplayObject::ownLayer() { ownedLayer_ = getLayer(); }
+void DisplayObject::ownLayer() {
+    ownedLayer_ = getLayer();
+}
 
 void DisplayObject::removeFromLayer() {
     if (const std::shared_ptr<DisplayLayer> layer = getLayer()) {

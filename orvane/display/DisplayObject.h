@@ -44,7 +44,8 @@ public:
     // The layer this object draws on: its own, or the nearest ancestor's.
     virtual std::shared_ptr<DisplayLayer> getAscendingLayer() const;
 
-    // The layers that stand for this object's subtree under the layer it draws on, in drawing order.
+    // The layers that stand for this object's subtree under the layer it draws on, in drawing
+    // order.
     virtual LayerList getDescendingLayers() const;
 
     // Moves the object to a layer of its own and gives the layer to animate.

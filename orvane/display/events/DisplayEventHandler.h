@@ -29,7 +29,8 @@ public:
     void invokeActiveListenerAction();
 
 private:
-    using Candidate = std::pair<std::shared_ptr<DisplayObject>, std::shared_ptr<TouchEventListener>>;
+    using Candidate =
+        std::pair<std::shared_ptr<DisplayObject>, std::shared_ptr<TouchEventListener>>;
 
     void collectListeners(const std::shared_ptr<DisplayObject>& root, const Point& location);
     TouchEventListenerState notify(const Point& location, TouchEventPhase phase);

@@ -22,7 +22,8 @@ enum class TouchEventListenerState { Possible = 0, Began = 1, Changed = 2, Ended
 
 // One step of a gesture. Places are in screen coordinates, in points.
 struct TouchEvent {
-    using listener_type = notification::Listener<DisplayObject, TouchEvent, TouchEventListenerState>;
+    using listener_type =
+        notification::Listener<DisplayObject, TouchEvent, TouchEventListenerState>;
 
     TouchEventPhase phase = TouchEventPhase::Began;
     geometry::Point<double> location;

@@ -15,9 +15,8 @@ Matrix Matrix::operator*(const Matrix& b) const {
     if (b.isIdentity()) {
         return *this;
     }
-    return {m00 * b.m00 + m01 * b.m10,       m00 * b.m01 + m01 * b.m11,
-            m00 * b.m02 + m01 * b.m12 + m02, m10 * b.m00 + m11 * b.m10,
-            m10 * b.m01 + m11 * b.m11,       m10 * b.m02 + m11 * b.m12 + m12};
+    return {m00 * b.m00 + m01 * b.m10, m00 * b.m01 + m01 * b.m11, m00 * b.m02 + m01 * b.m12 + m02,
+            m10 * b.m00 + m11 * b.m10, m10 * b.m01 + m11 * b.m11, m10 * b.m02 + m11 * b.m12 + m12};
 }
 
 Matrix Matrix::inverse() const {

@@ -21,12 +21,26 @@ struct ORVANE_EXPORT Matrix {
 
     // From and to the platform's transform, whose fields run column by column: a, b, c, d, tx, ty.
     template <typename M>
-        requires requires(const M& m) { m.a; m.b; m.c; m.d; m.tx; m.ty; }
+    requires requires(const M& m) {
+        m.a;
+        m.b;
+        m.c;
+        m.d;
+        m.tx;
+        m.ty;
+    }
     constexpr explicit Matrix(const M& m)
         : m00(m.a), m01(m.c), m02(m.tx), m10(m.b), m11(m.d), m12(m.ty) {}
     template <typename M>
-        requires(requires(M m) { m.a; m.b; m.c; m.d; m.tx; m.ty; } && std::default_initializable<M>)
-    constexpr explicit operator M() const {
+    requires(requires(M m) {
+        m.a;
+        m.b;
+        m.c;
+        m.d;
+        m.tx;
+        m.ty;
+    } && std::default_initializable<M>) constexpr explicit
+    operator M() const {
         M m;
         m.a = m00;
         m.b = m10;

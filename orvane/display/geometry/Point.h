@@ -15,11 +15,17 @@ struct Point {
 
     // From and to any structure with x and y, such as the platform's point.
     template <typename P>
-        requires requires(const P& p) { p.x; p.y; }
+    requires requires(const P& p) {
+        p.x;
+        p.y;
+    }
     constexpr explicit Point(const P& p) : x(p.x), y(p.y) {}
     template <typename P>
-        requires(requires(P p) { p.x; p.y; } && std::default_initializable<P>)
-    constexpr explicit operator P() const {
+    requires(requires(P p) {
+        p.x;
+        p.y;
+    } && std::default_initializable<P>) constexpr explicit
+    operator P() const {
         P p;
         p.x = x;
         p.y = y;

@@ -27,20 +27,25 @@ struct Rect : Point<T>, Size<T> {
     static constexpr T eps = std::numeric_limits<T>::min();
 
     constexpr Rect() = default;
-    constexpr Rect(T x_, T y_, T width_, T height_)
-        : Point<T>(x_, y_), Size<T>(width_, height_) {}
+    constexpr Rect(T x_, T y_, T width_, T height_) : Point<T>(x_, y_), Size<T>(width_, height_) {}
     constexpr Rect(const Point<T>& position, const Size<T>& size)
         : Point<T>(position), Size<T>(size) {}
 
     // From and to any structure with an origin and a size, such as the platform's rectangle. The
     // fields are copied as they stand, negative sizes included.
     template <typename R>
-        requires requires(const R& r) { r.origin.x; r.size.width; }
+    requires requires(const R& r) {
+        r.origin.x;
+        r.size.width;
+    }
     constexpr explicit Rect(const R& r)
         : Point<T>(r.origin.x, r.origin.y), Size<T>(r.size.width, r.size.height) {}
     template <typename R>
-        requires(requires(R r) { r.origin.x; r.size.width; } && std::default_initializable<R>)
-    constexpr explicit operator R() const {
+    requires(requires(R r) {
+        r.origin.x;
+        r.size.width;
+    } && std::default_initializable<R>) constexpr explicit
+    operator R() const {
         R r;
         r.origin.x = x;
         r.origin.y = y;

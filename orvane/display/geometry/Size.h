@@ -15,11 +15,17 @@ struct Size {
 
     // From and to any structure with width and height, such as the platform's size.
     template <typename S>
-        requires requires(const S& s) { s.width; s.height; }
+    requires requires(const S& s) {
+        s.width;
+        s.height;
+    }
     constexpr explicit Size(const S& s) : width(s.width), height(s.height) {}
     template <typename S>
-        requires(requires(S s) { s.width; s.height; } && std::default_initializable<S>)
-    constexpr explicit operator S() const {
+    requires(requires(S s) {
+        s.width;
+        s.height;
+    } && std::default_initializable<S>) constexpr explicit
+    operator S() const {
         S s;
         s.width = width;
         s.height = height;

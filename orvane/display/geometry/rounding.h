@@ -24,6 +24,8 @@ inline Rect<double> toInt(const Rect<double>& r) {
     return Rect<double>(toInt(r.position()), toInt(r.size())).normalized();
 }
 
-inline double toRadians(double degrees) { return degrees * std::numbers::pi / 180; }
+inline double toRadians(double degrees) {
+    return degrees * std::numbers::pi / 180;
+}
 
 }  // namespace orvane::display::geometry

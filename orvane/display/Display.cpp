@@ -1,0 +1,205 @@
+#include "orvane/display/Display.h"
+
+#include <deque>
+
+#include "orvane/commons/eraseFromCollection.h"
+#include "orvane/display/ContainerObject.h"
+#include "orvane/display/DisplayLayer.h"
+#include "orvane/display/DisplayView.h"
+#include "orvane/display/animation/Transition.h"
+#include "orvane/display/native/NativeLayer.h"
+#include "orvane/thread/dispatch.h"
+#include "platform/appkit/NSWindow.h"
+#include "platform/quartzcore/CALayer.h"
+#include "platform/quartzcore/CATransaction.h"
+#include "platform/quartzcore/CATransition.h"
+
+namespace orvane::display {
+
+using animation::Transition;
+using geometry::Size;
+using native::NativeLayer;
+using platform::NSView;
+
+namespace {
+
+// Writes a display reference to a layer and everything below it, each layer before its sublayers.
+void setDisplayOfSubtree(const std::shared_ptr<DisplayLayer>& layer,
+                         const std::shared_ptr<Display>& display) {
+    std::deque<std::shared_ptr<DisplayLayer>> waiting{layer};
+    while (!waiting.empty()) {
+        const std::shared_ptr<DisplayLayer> next = waiting.front();
+        waiting.pop_front();
+        next->setDisplay(display);
+        waiting.insert(waiting.begin(), next->getSublayers().begin(), next->getSublayers().end());
+    }
+}
+
+std::shared_ptr<NSView> viewOf(const std::shared_ptr<DisplayObject>& object) {
+    const auto layer =
+        object ? std::dynamic_pointer_cast<NativeLayer>(object->getLayer()) : nullptr;
+    return layer ? layer->getLayerHandler() : nullptr;
+}
+
+platform::CATransition platformTransition(const Transition& transition) {
+    platform::CATransition result;
+    result.setStartProgress(0);
+    result.setEndProgress(1);
+    if (transition.type == Transition::PushFromRight) {
+        result.setType(platform::CATransitionType::Push);
+        result.setSubtype(platform::CATransitionSubtype::FromRight);
+    } else if (transition.type == Transition::PushFromLeft) {
+        result.setType(platform::CATransitionType::Push);
+        result.setSubtype(platform::CATransitionSubtype::FromLeft);
+    }
+    result.setDuration(transition.duration);
+    result.setRemovedOnCompletion(true);
+    return result;
+}
+
+}  // namespace
+
+std::shared_ptr<Display> Display::s_instance;
+
+std::shared_ptr<Display> Display::instance() {
+    if (!s_instance) {
+        s_instance = std::make_shared<Display>();
+    }
+    return s_instance;
+}
+
+void Display::reset() {
+    s_instance.reset();
+}
+
+Display::Display() {
+    initView();
+}
+
+Display::~Display() {
+    dispatch_ui([this] { view_.reset(); });
+}
+
+void Display::initView() {
+    dispatch_ui([this] {
+        view_ = std::make_shared<DisplayView>();
+        view_->setWantsLayer(true);
+        view_->layer()->setBackgroundColor({0, 0, 0, 1});
+    });
+}
+
+// ---- objects ----
+
+void Display::add(const std::shared_ptr<DisplayObject>& object) {
+    if (!object) {
+        return;
+    }
+    std::shared_ptr<DisplayLayer> layer = object->getLayer();
+    if (!layer) {
+        layer = object->extractIntoLayer(nullptr);
+    }
+    attachLayer(layer);
+    objects_.push_back(object);
+    layer->validate(false);
+}
+
+bool Display::remove(const std::shared_ptr<DisplayObject>& object) {
+    if (!object) {
+        return false;
+    }
+    const std::shared_ptr<DisplayObject> held =
+        object;  // the argument may be an element of objects_
+    if (const std::shared_ptr<DisplayLayer> layer = held->getLayer()) {
+        detachLayer(layer);
+    }
+    return commons::eraseFromCollection(objects_, held);
+}
+
+void Display::removeAll() {
+    while (!objects_.empty()) {
+        const std::shared_ptr<DisplayObject> first = objects_.front();
+        if (const std::shared_ptr<DisplayLayer> layer = first->getLayer()) {
+            detachLayer(layer);
+        }
+        objects_.erase(objects_.begin());
+    }
+}
+
+void Display::replace(const std::shared_ptr<DisplayObject>& oldObject,
+                      const std::shared_ptr<DisplayObject>& newObject,
+                      const Transition* transition) {
+    add(newObject);
+    const std::shared_ptr<NSView> oldView = viewOf(oldObject);
+    const std::shared_ptr<NSView> newView = viewOf(newObject);
+    if (transition == nullptr || !oldView || !newView) {
+        remove(oldObject);
+        return;
+    }
+    const auto display = as<Display>();
+    dispatch_ui([&] {
+        newView->setHidden(true);
+        platform::CATransition change = platformTransition(*transition);
+        change.setOutgoingLayer(oldView->layer());
+        newView->setHidden(false);
+        lockEventHandling();
+        platform::CATransaction::begin();
+        platform::CATransaction::setCompletionBlock([display, oldObject] {
+            display->remove(oldObject);
+            display->unlockEventHandling();
+        });
+        newView->layer()->addAnimation(change, "transition");
+        platform::CATransaction::commit();
+    });
+}
+
+// ---- layers ----
+
+void Display::attachLayer(const std::shared_ptr<DisplayLayer>& layer) {
+    setDisplayOfSubtree(layer, as<Display>());
+    attachLayerHandler(layer);
+}
+
+void Display::detachLayer(const std::shared_ptr<DisplayLayer>& layer) {
+    setDisplayOfSubtree(layer, nullptr);
+    detachLayerHandler(layer);
+}
+
+void Display::attachLayerHandler(const std::shared_ptr<DisplayLayer>& layer) {
+    if (const auto native = std::dynamic_pointer_cast<NativeLayer>(layer)) {
+        dispatch_ui([&] { view_->addSubview(native->getLayerHandler()); });
+    }
+}
+
+void Display::detachLayerHandler(const std::shared_ptr<DisplayLayer>& layer) {
+    if (const auto native = std::dynamic_pointer_cast<NativeLayer>(layer)) {
+        dispatch_ui([&] { native->getLayerHandler()->removeFromSuperviewWithoutNeedingDisplay(); });
+    }
+}
+
+// ---- the screen ----
+
+void Display::frameChanged(const Size<double>& size) {
+    notify(FrameChangedEvent{size});
+    resizeView(size);
+}
+
+void Display::frameChanged() {
+    frameChanged(getScreenSize());
+}
+
+Size<double> Display::getScreenSize() const {
+    return view_ ? Size<double>(view_->bounds().size) : Size<double>();
+}
+
+double Display::getScaleFactor() const {
+    const platform::NSWindow* const window = view_ ? view_->window() : nullptr;
+    return window != nullptr ? window->backingScaleFactor() : 1.0;
+}
+
+void DeleteDisplayObject(const std::shared_ptr<DisplayObject>& object) {
+    if (const std::shared_ptr<ContainerObject> parent = object ? object->getParent() : nullptr) {
+        parent->erase(parent->find(object));
+    }
+}
+
+}  // namespace orvane::display

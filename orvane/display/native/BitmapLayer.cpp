@@ -1,0 +1,213 @@
+#include "orvane/display/native/BitmapLayer.h"
+
+#include "orvane/display/ContainerObject.h"
+#include "orvane/display/CurrentCanvas.h"
+#include "orvane/display/createBitmapLayer.h"
+#include "orvane/display/createLayer.h"
+#include "orvane/display/native/BitmapView.h"
+#include "orvane/thread/dispatch.h"
+#include "platform/coregraphics/CGContext.h"
+
+namespace orvane::display {
+
+std::shared_ptr<DisplayLayer> createBitmapLayer() {
+    return createLayer<native::BitmapLayer>();
+}
+
+namespace native {
+
+namespace {
+
+class GraphicsStateScope {
+public:
+    explicit GraphicsStateScope(platform::CGContext& canvas) : canvas_(canvas) {
+        canvas_.saveGState();
+    }
+    ~GraphicsStateScope() { canvas_.restoreGState(); }
+    GraphicsStateScope(const GraphicsStateScope&) = delete;
+    GraphicsStateScope& operator=(const GraphicsStateScope&) = delete;
+
+private:
+    platform::CGContext& canvas_;
+};
+
+// What findNearestSublayer(Backward, false) answers for the next child of a container, kept up
+// while the children are walked: asking every child anew would walk the children before it each
+// time.
+class NearestSublayerBelow {
+public:
+    explicit NearestSublayerBelow(std::shared_ptr<DisplayLayer> layer) : layer_(std::move(layer)) {}
+
+    const std::shared_ptr<DisplayLayer>& of(const DisplayObject& child) const {
+        return child.getLayer() ? forListed_ : forGuest_;
+    }
+
+    void pass(const DisplayObject& child) {
+        const std::shared_ptr<DisplayLayer> childLayer = child.getLayer();
+        if (childLayer && childLayer != layer_) {
+            forListed_ = forGuest_ = childLayer->findChildOf(layer_);
+            return;
+        }
+        if (childLayer) {
+            forGuest_ = nullptr;  // on another layer than a guest's own, which is none
+            const auto* const container = dynamic_cast<const ContainerObject*>(&child);
+            keepLast(forListed_, container ? container->getLayersFromSubtree() : LayerList());
+        } else {
+            forListed_ = nullptr;
+            keepLast(forGuest_, child.getDescendingLayers());
+        }
+    }
+
+private:
+    static void keepLast(std::shared_ptr<DisplayLayer>& nearest, const LayerList& layers) {
+        if (!layers.empty()) {
+            nearest = layers.back();
+        }
+    }
+
+    std::shared_ptr<DisplayLayer> layer_;
+    std::shared_ptr<DisplayLayer> forGuest_;   // for a child with no layer of its own
+    std::shared_ptr<DisplayLayer> forListed_;  // for a child that this layer lists
+};
+
+}  // namespace
+
+BitmapLayer::~BitmapLayer() {
+    if (const auto view = std::dynamic_pointer_cast<BitmapView>(getLayerHandler())) {
+        dispatch_ui([&view] { view->setOrvaneLayer(nullptr); });
+    }
+}
+
+std::shared_ptr<platform::NSView> BitmapLayer::createLayerHandler() {
+    const auto view = std::make_shared<BitmapView>();
+    view->setOrvaneLayer(this);
+    view->setWantsLayer(true);
+    view->setLayerContentsRedrawPolicy(
+        platform::NSViewLayerContentsRedrawPolicy::OnSetNeedsDisplay);
+    return view;
+}
+
+// ---- the split ----
+
+auto BitmapLayer::store(Position position, const std::shared_ptr<DisplayLayer>& sublayer)
+    -> Position {
+    const Position stored = DrawableLayer::store(position, sublayer);
+    renderingTreeValid_ = false;
+    return stored;
+}
+
+void BitmapLayer::onAddObjectIntoRenderingTree(const std::shared_ptr<DisplayObject>& object) {
+    renderingTreeValid_ = false;
+    DrawableLayer::onAddObjectIntoRenderingTree(object);
+}
+
+void BitmapLayer::validateLayer() {
+    if (!renderingTreeValid_) {
+        validateRenderingTree();
+        renderingTreeValid_ = true;
+    }
+    DrawableLayer::validateLayer();
+}
+
+void BitmapLayer::validateRenderingTree() {
+    overlappingLayers_.clear();
+    if (getSublayers().empty()) {
+        return;  // nothing to stand above
+    }
+    const Objects objects = getObjects();  // the split takes objects off the list
+    for (const std::weak_ptr<DisplayObject>& entry : objects) {
+        const std::shared_ptr<DisplayObject> object = entry.lock();
+        if (!object) {
+            continue;
+        }
+        if (const auto nearest = object->findNearestSublayer(SearchDirection::Backward, false)) {
+            resolveOverlapping(nearest, object);
+        } else if (const auto container = object->as<ContainerObject>()) {
+            validateRenderingTree(*container);
+        }
+    }
+}
+
+void BitmapLayer::validateRenderingTree(const ContainerObject& container) {
+    const std::shared_ptr<DisplayLayer> self = as<DisplayLayer>();
+    NearestSublayerBelow below(self);
+    for (std::size_t i = 0; i < container.getChildren().size(); ++i) {
+        const std::shared_ptr<DisplayObject> child = container.getChildren()[i];
+        const std::shared_ptr<DisplayLayer> childLayer = child->getLayer();
+        if (!childLayer || childLayer == self) {
+            if (const std::shared_ptr<DisplayLayer> nearest = below.of(*child)) {
+                resolveOverlapping(nearest, child);
+            } else if (const auto nested = child->as<ContainerObject>()) {
+                validateRenderingTree(*nested);
+            }
+        }
+        below.pass(*child);
+    }
+}
+
+void BitmapLayer::resolveOverlapping(const std::shared_ptr<DisplayLayer>& nearest,
+                                     const std::shared_ptr<DisplayObject>& object) {
+    const std::shared_ptr<BitmapLayer> fresh = createLayer<BitmapLayer>();
+    if (object->getLayer() == as<DisplayLayer>()) {
+        removeObject(object);
+    } else {
+        // A guest inside a listed container.
+        for (const std::shared_ptr<DisplayLayer>& layer : object->getDescendingLayers()) {
+            erase(find(layer));
+        }
+        markDirty(object);
+    }
+    fresh->addObject(object);
+    if (nearest != fresh) {
+        store(find(nearest->next()), fresh);
+    }
+}
+
+// ---- painting ----
+
+void BitmapLayer::validateFrame(const Rect& rect) {
+    const std::shared_ptr<platform::NSView> view = getLayerHandler();
+    if (!view) {
+        return;
+    }
+    const platform::CGRect damage(convertRectFromScreen(rect));
+    dispatch_ui([&] { view->setNeedsDisplayInRect(damage); });
+}
+
+void BitmapLayer::drawToBuffer(const Rect& rect, void*) {
+    platform::CGContext* const canvas = GetCurrentCanvas();
+    if (canvas == nullptr) {
+        return;
+    }
+    const Rect screen = convertRectToScreen(rect);
+    const GraphicsStateScope scope(*canvas);
+    // Objects are painted in screen coordinates; the canvas is in the view's.
+    canvas->translateCTM(rect.x - screen.x, rect.y - screen.y);
+    updateRect(screen);
+}
+
+void BitmapLayer::updateRect(const Rect& rect) {
+    platform::CGContext& canvas = *GetCurrentCanvas();
+    for (std::size_t i = 0; i < getObjects().size(); ++i) {
+        const std::shared_ptr<DisplayObject> object = getObjects()[i].lock();
+        if (!object) {
+            continue;
+        }
+        const Rect clip = computeDirtyRect(object, rect);
+        if (clip.isEmpty()) {
+            continue;
+        }
+        if (const std::shared_ptr<ContainerObject> parent = object->getParent()) {
+            const GraphicsStateScope scope(canvas);
+            canvas.concatCTM(platform::CGAffineTransform(parent->getFullTransformation()));
+            object->validate(clip);
+        } else {
+            // The whole rectangle, unclipped and untransformed: for a top-level object the layer is
+            // its own, and what it reports outside its frame still belongs to the pass.
+            object->validate(rect);
+        }
+    }
+}
+
+}  // namespace native
+}  // namespace orvane::display

@@ -1,0 +1,171 @@
+#include "orvane/display/native/NativeLayer.h"
+
+#include "orvane/display/DisplayObject.h"
+#include "orvane/display/geometry/rounding.h"
+#include "orvane/display/native/NGestureRecognizer.h"
+#include "orvane/thread/dispatch.h"
+#include "platform/appkit/NSView.h"
+#include "platform/quartzcore/CALayer.h"
+
+namespace orvane::display::native {
+
+using events::TouchEventListenerState;
+using platform::NSView;
+using platform::NSWindowOrderingMode;
+
+NativeLayer::NativeLayer() = default;
+
+NativeLayer::~NativeLayer() {
+    dispatch_ui([this] {
+        // Whoever still holds the view or the recognizer must not find the way back to this layer.
+        if (gestureRecognizer_) {
+            gestureRecognizer_->setLayer(nullptr);
+        }
+        if (layerHandler_) {
+            layerHandler_->removeFromSuperviewWithoutNeedingDisplay();
+        }
+        gestureRecognizer_.reset();
+        layerHandler_.reset();
+    });
+}
+
+void NativeLayer::init() {
+    dispatch_ui([this] {
+        layerHandler_ = createLayerHandler();
+        const std::shared_ptr<NSView> content = getLayerContentHandler();
+        if (isNeedsGestureRecognizer() && content) {
+            gestureRecognizer_ = std::make_shared<NGestureRecognizer>();
+            gestureRecognizer_->setLayer(this);
+            gestureRecognizer_->setDelegate(&NGestureRecognizer::sharedDelegate());
+            content->addGestureRecognizer(gestureRecognizer_);
+        }
+    });
+}
+
+std::shared_ptr<NSView> NativeLayer::getAnimatableHandler() const {
+    return getLayerHandler();
+}
+
+std::shared_ptr<NSView> NativeLayer::getSuperlayerHandler() const {
+    const auto superlayer = std::dynamic_pointer_cast<NativeLayer>(getSuperlayer());
+    return superlayer ? superlayer->getLayerContentHandler() : nullptr;
+}
+
+// ---- the view in step with the layer ----
+
+void NativeLayer::validateLayer() {
+    if (getLayerHandler()) {
+        dispatch_ui([this] { placeHandler(*getLayerHandler()); });
+    }
+}
+
+void NativeLayer::placeHandler(NSView& view) {
+    view.setHidden(isHidden());
+    const std::shared_ptr<NSView> superview = getSuperlayerHandler();
+    if (!superview) {
+        // A root: its view stands in the display's own.
+        view.setFrame(platform::CGRect(geometry::toInt(getLayerFrame())));
+        onHandlerFrameChanged();
+        return;
+    }
+    const Rect wanted = geometry::toInt(getSuperlayer()->convertRectFromScreen(getLayerFrame()));
+    if (Rect(view.frame()).differs(wanted)) {
+        view.setFrame(platform::CGRect(wanted));
+        onHandlerFrameChanged();
+    }
+    // Stacking is settled once, when the view first enters the view tree.
+    if (view.superview() == nullptr) {
+        stackHandler(*superview);
+    }
+}
+
+void NativeLayer::stackHandler(NSView& superview) {
+    const std::shared_ptr<NSView> view = getLayerHandler();
+    const std::shared_ptr<DisplayLayer> below = prev();
+    const std::shared_ptr<DisplayLayer> above = next();
+    if (below) {
+        if (const auto native = std::dynamic_pointer_cast<NativeLayer>(below)) {
+            superview.addSubview(view, NSWindowOrderingMode::Above,
+                                 native->getLayerHandler().get());
+        }
+    } else if (!above) {
+        superview.addSubview(view);
+    } else if (const auto native = std::dynamic_pointer_cast<NativeLayer>(above)) {
+        superview.addSubview(view, NSWindowOrderingMode::Below, native->getLayerHandler().get());
+    }
+
+    auto z = static_cast<double>(getIndex());
+    if (view->layer() != nullptr) {
+        view->layer()->setZPosition(z);
+    }
+    for (std::shared_ptr<DisplayLayer> sibling = above; sibling; sibling = sibling->next()) {
+        const auto native = std::dynamic_pointer_cast<NativeLayer>(sibling);
+        const std::shared_ptr<NSView> handler = native ? native->getLayerHandler() : nullptr;
+        if (handler && handler->layer() != nullptr) {
+            handler->layer()->setZPosition(++z);
+        }
+    }
+}
+
+void NativeLayer::validateContent(bool) {
+    // A control paints itself; this records the frames.
+    for (const std::weak_ptr<DisplayObject>& entry : getObjects()) {
+        if (const std::shared_ptr<DisplayObject> object = entry.lock()) {
+            object->validate({});
+        }
+    }
+}
+
+void NativeLayer::onRemoveFromSuperlayer() {
+    if (const std::shared_ptr<NSView> view = getLayerHandler()) {
+        dispatch_ui([&view] { view->removeFromSuperviewWithoutNeedingDisplay(); });
+    }
+}
+
+// ---- touch ----
+
+auto NativeLayer::convertPointToLayerHandler(const Point& point) -> Point {
+    return convertPointFromScreen(point);
+}
+
+auto NativeLayer::convertPointFromLayerHandler(const Point& point) -> Point {
+    return convertPointToScreen(point);
+}
+
+TouchEventListenerState NativeLayer::touchBegan(const Point& point) {
+    if (touchDisabled_ || getObjects().empty()) {
+        return TouchEventListenerState::Failed;
+    }
+    const std::shared_ptr<DisplayObject> first = getObjects().front().lock();
+    if (!first) {
+        return TouchEventListenerState::Failed;
+    }
+    // Held, here and below: a listener may take the last object off this layer.
+    const std::shared_ptr<NativeLayer> self = as<NativeLayer>();
+    return eventHandler_.touchBegan(first, convertPointFromLayerHandler(point));
+}
+
+TouchEventListenerState NativeLayer::touchMoved(const Point& point) {
+    const std::shared_ptr<NativeLayer> self = as<NativeLayer>();
+    return touchDisabled_ ? TouchEventListenerState::Failed
+                          : eventHandler_.touchMoved(convertPointFromLayerHandler(point));
+}
+
+TouchEventListenerState NativeLayer::touchEnded(const Point& point) {
+    const std::shared_ptr<NativeLayer> self = as<NativeLayer>();
+    return touchDisabled_ ? TouchEventListenerState::Failed
+                          : eventHandler_.touchEnded(convertPointFromLayerHandler(point));
+}
+
+TouchEventListenerState NativeLayer::touchCancelled(const Point& point) {
+    const std::shared_ptr<NativeLayer> self = as<NativeLayer>();
+    return touchDisabled_ ? TouchEventListenerState::Failed
+                          : eventHandler_.touchCancelled(convertPointFromLayerHandler(point));
+}
+
+void NativeLayer::invokeTouchHandlerAction() {
+    const std::shared_ptr<NativeLayer> self = as<NativeLayer>();
+    eventHandler_.invokeActiveListenerAction();
+}
+
+}  // namespace orvane::display::native

@@ -1,0 +1,11 @@
+#include "FakeLayer.h"
+
+#include "orvane/display/createBitmapLayer.h"
+
+namespace orvane::display {
+
+std::shared_ptr<DisplayLayer> createBitmapLayer() {
+    return std::make_shared<FakeLayer>("fresh");
+}
+
+}  // namespace orvane::display
