@@ -59,8 +59,6 @@ platform::CATransition platformTransition(const Transition& transition) {
 
 }  // namespace
 
-std::shared_ptr<Display> Display::s_instance;
-
 std::shared_ptr<Display> Display::instance() {
     if (!s_instance) {
         s_instance = std::make_shared<Display>();

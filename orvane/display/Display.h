@@ -80,7 +80,7 @@ public:
     void hideKeyboard() {}
 
 private:
-    static std::shared_ptr<Display> s_instance;
+    static std::shared_ptr<Display> s_instance;  // defined in runtime/statics.cpp
 
     void initView();
     void attachLayerHandler(const std::shared_ptr<DisplayLayer>& layer);

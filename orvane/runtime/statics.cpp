@@ -8,6 +8,7 @@
 #include <mutex>
 #include <string>
 
+#include "orvane/display/Display.h"
 #include "orvane/runtime/Runtime.h"
 #include "platform/dispatch/dispatch.h"
 
@@ -15,6 +16,8 @@
 INITIALIZE_EASYLOGGINGPP
 
 namespace orvane {
+
+std::shared_ptr<display::Display> display::Display::s_instance;
 
 namespace {
 

@@ -45,6 +45,9 @@ ORVANE_EXPORT bool openUrl(const std::string& url);
 // Ends the process, successfully, from any thread.
 [[noreturn]] ORVANE_EXPORT void exit();
 
+// Whether the screen is higher than wide: the host's view around the display's says. Main thread.
+[[nodiscard]] ORVANE_EXPORT bool isPortraitScreenOrientation();
+
 // Always empty, whatever the folder holds: here the operation exists in name only.
 [[nodiscard]] ORVANE_EXPORT std::vector<std::string> listFiles(const std::string& path);
 

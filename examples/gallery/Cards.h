@@ -1,0 +1,60 @@
+#pragma once
+
+#include <orvane/orvane.h>
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace gallery {
+
+using orvane::display::ContainerObject;
+using orvane::display::DisplayFactory;
+using orvane::display::DisplayObject;
+using Container = std::shared_ptr<orvane::display::graphics::Container>;
+
+// A page of the gallery: white cards in a grid of four columns and three rows, each with one
+// subject drawn by a function. A card's inside is kCardWidth x kCardHeight points, origin at its
+// top left.
+class Page {
+public:
+    static constexpr float kCardWidth = 275;
+    static constexpr float kCardHeight = 237;
+
+    using Draw = std::function<void(ContainerObject& inside)>;
+
+    Page();
+
+    void addCard(const std::string& title, const Draw& draw);
+    const Container& root() const { return root_; }
+
+private:
+    Container root_;
+    int count_ = 0;
+};
+
+// The cards of the first page.
+void drawShapes(ContainerObject& inside);
+void drawFillRules(ContainerObject& inside);
+void drawCurves(ContainerObject& inside);
+void drawDashes(ContainerObject& inside);
+void drawGradients(ContainerObject& inside);
+void drawGradientStops(ContainerObject& inside);
+void drawClips(ContainerObject& inside);
+void drawNestedTransforms(ContainerObject& inside);
+
+// Short forms for what every card does.
+template <typename Shape>
+void paint(const Shape& shape, unsigned fill, unsigned stroke = 0, float strokeWidth = 0) {
+    shape->setFillColor(fill);
+    if (strokeWidth > 0) {
+        shape->setStrokeColor(stroke);
+    }
+    shape->setStrokeWidth(strokeWidth);
+}
+void turn(DisplayObject& object, double degrees, double x, double y);
+// A star of five points around a centre; its lines cross.
+std::vector<float> starPoints(float cx, float cy, float radius);
+
+}  // namespace gallery

@@ -1,0 +1,47 @@
+#include "NativeField.h"
+
+#include <utility>
+
+#include "platform/appkit/NSTextField.h"
+
+namespace gallery {
+
+using orvane::display::native::NativeLayer;
+using orvane::platform::NSTextField;
+using orvane::platform::NSView;
+
+namespace {
+
+class FieldLayer : public NativeLayer {
+public:
+    explicit FieldLayer(std::string value) : value_(std::move(value)) {}
+
+    // The control takes the pointer itself.
+    bool isNeedsGestureRecognizer() const override { return false; }
+
+protected:
+    std::shared_ptr<NSView> createLayerHandler() override {
+        auto field = std::make_shared<NSTextField>();
+        field->setStringValue(value_);
+        return field;
+    }
+
+private:
+    std::string value_;
+};
+
+}  // namespace
+
+std::shared_ptr<NativeField> NativeField::create(const Rect& bounds, const std::string& value) {
+    auto field = std::make_shared<NativeField>();
+    field->bounds_ = bounds;
+    field->value_ = value;
+    field->init();
+    return field;
+}
+
+std::shared_ptr<NativeLayer> NativeField::createLayer() {
+    return std::make_shared<FieldLayer>(value_);
+}
+
+}  // namespace gallery
