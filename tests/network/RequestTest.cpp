@@ -1,0 +1,112 @@
+#include "orvane/network/Request.h"
+
+#include <gtest/gtest.h>
+
+#include "orvane/network/Response.h"
+
+namespace orvane::network {
+namespace {
+
+TEST(Request, TakesAUrlApart) {
+    Request request;
+    request.setUrl("http://h/p?a=1&b&=c&d=&&e=f=g&");
+    EXPECT_EQ(request.getUrl(), "http://h/p");
+    EXPECT_EQ(request.getParameters(),
+              (std::vector<Request::Parameter>{{"a", "1"}, {"d", ""}, {"e", "f=g"}}));
+    EXPECT_EQ(request.getSingleParameters(), (std::vector<std::string>{"b", ""}));
+
+    request.setUrl("http://other/?h=i");
+    EXPECT_EQ(request.getUrl(), "http://other/");
+    EXPECT_EQ(request.buildUrl(), "http://other/?a=1&d=&e=f%3Dg&h=i&b&");
+}
+
+TEST(Request, BuildsTheUrlThatGoesOut) {
+    const struct {
+        const char* url;
+        const char* built;
+    } cases[] = {
+        {"", ""},
+        {"http://h/a b#f", "http://h/a b#f"},
+        {"http://h/p?", "http://h/p"},
+        {"http://h/p?=dropped", "http://h/p"},
+        {"http://h/p?q=a b", "http://h/p?q=a+b"},
+        // What is encoded already is encoded again.
+        {"http://h/p?q=a%20b&c=d+e", "http://h/p?q=a%2520b&c=d%2Be"},
+        {"http://h/p?q=\xC3\xA9\xFF", "http://h/p?q=%C3%A9%FF"},
+        {"http://h/p?q=AZaz09-._~!*'()/?", "http://h/p?q=AZaz09-._~%21%2A%27%28%29%2F%3F"},
+        {"http://h/p?x y", "http://h/p?x+y"},
+    };
+    for (const auto& [url, built] : cases) {
+        Request request;
+        request.setUrl(url);
+        EXPECT_EQ(request.buildUrl(), built);
+    }
+}
+
+TEST(Request, NormalisesFormsAndNothingElse) {
+    Request request;
+    request.addFormContent("name=J\xC3\xB6rg B&flag&=x&e=%41");
+    request.addContent("a=b c", "text", "x-www-form-urlencoded", "p=q");
+    request.addContent("a=b c", "application", "X-WWW-FORM-URLENCODED");
+    request.addTextContent("a=b c");
+    request.addHtmlContent("<p>");
+    request.addJsonContent("{}");
+    request.addXmlContent("<x/>");
+    const std::vector<std::pair<std::string, std::string>> expected = {
+        {"name=J%C3%B6rg+B&e=%2541&flag", "application/x-www-form-urlencoded"},
+        {"a=b+c", "text/x-www-form-urlencoded; p=q"},
+        {"a=b c", "application/X-WWW-FORM-URLENCODED"},
+        {"a=b c", "text/plain; charset=utf-8"},
+        {"<p>", "text/html"},
+        {"{}", "application/json"},
+        {"<x/>", "application/xml"},
+    };
+    ASSERT_EQ(request.getContents().size(), expected.size());
+    for (std::size_t i = 0; i < expected.size(); ++i) {
+        EXPECT_EQ(request.getContents()[i].content, expected[i].first);
+        EXPECT_EQ(request.getContents()[i].mime.asString(), expected[i].second);
+    }
+}
+
+TEST(Request, IsAValueOfItsOwn) {
+    int reported = 0;
+    Request request;
+    request.onError(1, "nobody listens");
+    request.addHeader("A", "first");
+    request.addHeader("A", "second");
+    request.setErrorCallback([&](int code, const std::string&) { reported = code; });
+
+    const Request copy = request;
+    request.addHeader("A", "third");
+    copy.onError(7, "");
+    EXPECT_EQ(copy.getHeaders().at("A"), "second");
+    EXPECT_EQ(reported, 7);
+    EXPECT_EQ(copy.getMethod(), RequestMethod::GET);
+    EXPECT_LE(copy.getTimeout(), 0);
+}
+
+TEST(Response, IsOkFrom200To399) {
+    EXPECT_FALSE(Response().isOk());
+    for (const auto& [code, isOk] :
+         {std::pair(199, false), {200, true}, {399, true}, {400, false}}) {
+        EXPECT_EQ(Response::isOkStatus(code), isOk) << code;
+    }
+}
+
+TEST(Response, HoldsTheStorageOfItsBodyAndSoDoCopies) {
+    auto storage = std::make_shared<const std::string>("body");
+    const std::weak_ptr<const std::string> watched = storage;
+    const auto* bytes = reinterpret_cast<const unsigned char*>(storage->data());
+    auto response = std::make_unique<Response>();
+    response->setBody(commons::ByteArray::createFromArray(bytes, storage->size()), storage);
+    storage.reset();
+    auto copy = std::make_unique<Response>(*response);
+    response.reset();
+    EXPECT_FALSE(watched.expired());
+    EXPECT_EQ(copy->getBody().data(), bytes);
+    copy.reset();
+    EXPECT_TRUE(watched.expired());
+}
+
+}  // namespace
+}  // namespace orvane::network
