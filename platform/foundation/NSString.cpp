@@ -59,6 +59,10 @@ std::optional<NSString> NSString::initWithBytes(std::string_view bytes, NSString
     return NSString(std::string(bytes));
 }
 
+NSString NSString::stringByAppendingString(const NSString& text) const {
+    return NSString(utf8_ + text.utf8_);
+}
+
 std::optional<std::string> NSString::cStringUsingEncoding(NSStringEncoding encoding) const {
     if (encoding == NSUTF8StringEncoding) {
         return utf8_;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <compare>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -25,10 +26,11 @@ public:
     static std::optional<NSString> initWithBytes(std::string_view bytes, NSStringEncoding encoding);
 
     [[nodiscard]] const std::string& UTF8String() const { return utf8_; }
+    [[nodiscard]] NSString stringByAppendingString(const NSString& text) const;
     // Nothing when a character has no place in the encoding.
     [[nodiscard]] std::optional<std::string> cStringUsingEncoding(NSStringEncoding encoding) const;
 
-    bool operator==(const NSString&) const = default;
+    auto operator<=>(const NSString&) const = default;
 
 private:
     explicit NSString(std::string utf8);

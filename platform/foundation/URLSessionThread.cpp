@@ -1,0 +1,99 @@
+#include "platform/foundation/URLSessionThread.h"
+
+#include <pthread.h>
+
+#include <csignal>
+#include <utility>
+
+#include "platform/foundation/NSURLSessionDataTask.h"
+
+namespace orvane::platform {
+
+namespace {
+
+// The process's signals are for the threads that expect them, and a connection that the other side
+// closed must not end the process: the session's thread, and what it starts, takes none.
+class AllSignalsBlocked {
+public:
+    AllSignalsBlocked() {
+        sigset_t all;
+        sigfillset(&all);
+        pthread_sigmask(SIG_SETMASK, &all, &before_);
+    }
+    ~AllSignalsBlocked() { pthread_sigmask(SIG_SETMASK, &before_, nullptr); }
+    AllSignalsBlocked(const AllSignalsBlocked&) = delete;
+    AllSignalsBlocked& operator=(const AllSignalsBlocked&) = delete;
+
+private:
+    sigset_t before_{};
+};
+
+}  // namespace
+
+URLSessionThread::URLSessionThread(const NSURLSessionConfiguration& configuration)
+    : loader_(configuration) {}
+
+URLSessionThread::~URLSessionThread() {
+    cancel();
+}
+
+void URLSessionThread::submit(std::shared_ptr<NSURLSessionDataTask> task) {
+    bool isFirst = false;
+    {
+        const std::lock_guard lock(mutex_);
+        if (!isCancelled_) {
+            isFirst = submitted_.empty();
+            submitted_.push_back(std::move(task));
+            start();
+        }
+    }
+    if (task) {
+        task->fail(NSError(NSString::initWithUTF8String("cancelled").value_or(NSString())));
+    } else if (isFirst) {
+        // Those that follow before the thread has looked ride on the same wake.
+        loader_.wake();
+    }
+}
+
+void URLSessionThread::cancel() {
+    std::thread thread;
+    {
+        const std::lock_guard lock(mutex_);
+        isCancelled_ = true;
+        thread = std::move(thread_);
+    }
+    if (thread.joinable()) {
+        loader_.wake();
+        thread.join();
+    }
+}
+
+void URLSessionThread::start() {
+    if (!thread_.joinable()) {
+        const AllSignalsBlocked blocked;
+        thread_ = std::thread([this] { run(); });
+        pthread_setname_np(thread_.native_handle(), "URLSession");
+    }
+}
+
+void URLSessionThread::run() {
+    for (;;) {
+        std::vector<std::shared_ptr<NSURLSessionDataTask>> tasks;
+        bool isLast = false;
+        {
+            const std::lock_guard lock(mutex_);
+            tasks.swap(submitted_);
+            isLast = isCancelled_;
+        }
+        for (auto& task : tasks) {
+            loader_.add(std::move(task));
+        }
+        if (isLast) {
+            loader_.cancelAll();
+            return;
+        }
+        loader_.turn();
+    }
+}
+
+}  // namespace orvane::platform
