@@ -1,0 +1,146 @@
+#include "orvane/network/RequestService.h"
+
+#include <memory>
+#include <optional>
+#include <utility>
+
+#include "orvane/network/Request.h"
+#include "orvane/network/Response.h"
+#include "orvane/network/convert.h"
+#include "orvane/thread/dispatch.h"
+#include "platform/dispatch/dispatch.h"
+#include "platform/foundation/NSData.h"
+#include "platform/foundation/NSError.h"
+#include "platform/foundation/NSHTTPURLResponse.h"
+#include "platform/foundation/NSMutableURLRequest.h"
+#include "platform/foundation/NSURL.h"
+#include "platform/foundation/NSURLSession.h"
+#include "platform/foundation/NSURLSessionDataTask.h"
+
+namespace orvane::network {
+
+namespace {
+
+const char* methodWord(RequestMethod method) {
+    switch (method) {
+        case RequestMethod::POST:
+            return "POST";
+        case RequestMethod::PUT:
+            return "PUT";
+        case RequestMethod::DELETE:
+            return "DELETE";
+        case RequestMethod::HEADER:
+            return "HEADER";
+        case RequestMethod::GET:
+            break;
+    }
+    return "GET";
+}
+
+void setHeader(platform::NSMutableURLRequest& request, const std::string& name,
+               const std::string& value) {
+    request.setValueForHTTPHeaderField(convert(value), convert(name));
+}
+
+void setBody(platform::NSMutableURLRequest& request, const Request::Mime& mime,
+             const platform::NSData& body) {
+    setHeader(request, "Content-Type", mime.asString());
+    setHeader(request, "Content-Length", std::to_string(body.length()));
+    request.setHTTPBody(body);
+}
+
+// There is no multipart form: with several parts none of them is sent.
+void setBody(platform::NSMutableURLRequest& target, const Request& request) {
+    const auto& texts = request.getContents();
+    const auto& bytes = request.getByteContents();
+    if (texts.size() + bytes.size() != 1) {
+        return;
+    }
+    if (!texts.empty()) {
+        const std::string& content = texts.front().content;
+        setBody(target, texts.front().mime,
+                platform::NSData::dataWithBytes(content.data(), content.size()));
+    } else {
+        const commons::ByteArray& content = bytes.front().content;
+        setBody(target, bytes.front().mime,
+                platform::NSData::dataWithBytes(content.data(), content.size()));
+    }
+}
+
+platform::NSMutableURLRequest nativeRequest(const Request& request) {
+    auto target = platform::NSMutableURLRequest::requestWithURL(
+        platform::NSURL::URLWithString(convert(request.buildUrl())));
+    if (!request.getLogin().empty() && !request.getPassword().empty()) {
+        const std::string credentials = convert(request.getLogin()).UTF8String() + ":" +
+                                        convert(request.getPassword()).UTF8String();
+        const auto data = platform::NSData::dataWithBytes(credentials.data(), credentials.size());
+        setHeader(target, "Authorization", "Basic " + data.base64EncodedString());
+    }
+    // After the credentials, so that an application may put its own in their place.
+    for (const auto& [name, value] : request.getHeaders()) {
+        setHeader(target, name, value);
+    }
+    if (request.getTimeout() > 0) {
+        target.setTimeoutInterval(request.getTimeout());
+    }
+    target.setHTTPMethod(methodWord(request.getMethod()));
+    setBody(target, request);
+    return target;
+}
+
+void fill(Response& target, const platform::NSData& data,
+          const std::optional<platform::NSHTTPURLResponse>& response,
+          const std::optional<platform::NSError>& error) {
+    if (response) {
+        target.setStatusCode(response->statusCode());
+        if (!target.isOk()) {
+            target.setStatusMessage(convert(
+                platform::NSHTTPURLResponse::localizedStringForStatusCode(response->statusCode())));
+        }
+        for (const auto& [name, value] : response->allHeaderFields()) {
+            target.addHeader(convert(name), convert(value));
+        }
+    }
+    if (error) {
+        target.setStatusMessage(convert(error->localizedDescription()));
+    } else {
+        // The ByteArray does not extend the life of the data, so the response holds it.
+        auto storage = std::make_shared<const platform::NSData>(data);
+        const auto body = commons::ByteArray::createFromNativeObject(storage.get());
+        target.setBody(body, std::move(storage));
+    }
+}
+
+}  // namespace
+
+Response RequestService::syncRequest(const Request& request, bool /*flag*/) {
+    Response result;
+    platform::DispatchSemaphore answered(0);
+    platform::NSURLSession::sharedSession()
+        .dataTaskWithRequest(nativeRequest(request),
+                             [&](const platform::NSData& data,
+                                 const std::optional<platform::NSHTTPURLResponse>& response,
+                                 const std::optional<platform::NSError>& error) {
+                                 fill(result, data, response, error);
+                                 answered.signal();
+                             })
+        ->resume();
+    answered.wait();
+    return result;
+}
+
+void RequestService::asyncRequest(const Request& request,
+                                  const std::function<void(const Response&)>& callback) {
+    thread::dispatch_background([request, callback] {
+        const Response response = syncRequest(request);
+        thread::dispatch_main([request, callback, response] {
+            if (response.isOk()) {
+                callback(response);
+            } else {
+                request.onError(response.getStatusCode(), response.getStatusMessage());
+            }
+        });
+    });
+}
+
+}  // namespace orvane::network

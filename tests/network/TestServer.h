@@ -1,0 +1,78 @@
+#pragma once
+
+#include <openssl/ssl.h>
+
+#include <atomic>
+#include <functional>
+#include <memory>
+#include <mutex>
+#include <string>
+#include <thread>
+#include <vector>
+
+// A real HTTP/1.1 server on a port of the loopback device, a thread a connection; over TLS when it
+// gets a context. What it answers is up to its handler, which writes bytes and may break any rule.
+class TestServer {
+public:
+    struct Request {
+        std::string method;
+        std::string target;
+        // The whole head, as it came.
+        std::string head;
+        std::string body;
+
+        // Empty when there is none.
+        [[nodiscard]] std::string header(const std::string& name) const;
+    };
+
+    class Connection {
+    public:
+        Connection(int socket, SSL_CTX* tls);
+        ~Connection();
+        Connection(const Connection&) = delete;
+        Connection& operator=(const Connection&) = delete;
+
+        void send(const std::string& bytes);
+        // An answer that keeps the connection. The header lines end with a line break.
+        void answer(int status, const std::string& body, const std::string& headerLines = {});
+        void close();
+        // Answers nothing, until the other side has given up.
+        void stall();
+
+    private:
+        friend class TestServer;
+
+        bool handshake();
+        bool receive();
+        bool readRequest(Request& request);
+
+        int socket_;
+        std::unique_ptr<SSL, decltype(&SSL_free)> tls_;
+        std::string pending_;
+        bool isOpen_ = true;
+    };
+
+    using Handler = std::function<void(const Request&, Connection&)>;
+
+    explicit TestServer(Handler handler, SSL_CTX* tls = nullptr);
+    ~TestServer();
+    TestServer(const TestServer&) = delete;
+    TestServer& operator=(const TestServer&) = delete;
+
+    [[nodiscard]] std::string url(const std::string& path,
+                                  const std::string& host = "127.0.0.1") const;
+    [[nodiscard]] int connections() const { return connections_; }
+
+private:
+    void accept();
+    void serve(int socket);
+
+    Handler handler_;
+    SSL_CTX* tls_;
+    int listener_;
+    int port_ = 0;
+    std::atomic<int> connections_ = 0;
+    std::mutex mutex_;
+    std::vector<int> sockets_;
+    std::vector<std::thread> threads_;
+};
