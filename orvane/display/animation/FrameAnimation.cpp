@@ -1,0 +1,40 @@
+#include "orvane/display/animation/FrameAnimation.h"
+
+#include "orvane/display/animation/FrameAnimationDelegate.h"
+#include "platform/corevideo/CVDisplayLink.h"
+#include "platform/foundation/NSLog.h"
+
+namespace orvane::display::animation {
+
+using platform::CVDisplayLink;
+
+FrameAnimation::~FrameAnimation() = default;
+
+std::shared_ptr<platform::CAAnimation> FrameAnimation::createNativeAnimation() {
+    return nullptr;
+}
+
+void FrameAnimation::run() {
+    if (!(getDuration() > 0)) {
+        return;
+    }
+    auto delegate = std::make_shared<FrameAnimationDelegate>(as<FrameAnimation>());
+    CVDisplayLink link;
+    if (const CVDisplayLink::Return error = CVDisplayLink::createWithMainDisplay(link)) {
+        platform::NSLog("DisplayLink created with error:%d", error);
+    }
+    // The callback owns the link that calls it, and the delegate: tick lets both go. A null link
+    // takes all this and does nothing.
+    link.setOutputCallback(
+        [delegate, owned = link](CVDisplayLink&, const auto& outputTime) mutable {
+            return FrameAnimationDelegate::tick(owned, outputTime, delegate);
+        });
+    link.start();
+}
+
+void FrameAnimation::callFrameCallback(float phase) const {
+    const std::shared_ptr<FrameCallback> callback = frameCallback_;
+    (*callback)(phase);
+}
+
+}  // namespace orvane::display::animation

@@ -1,0 +1,35 @@
+#include "orvane/display/animation/GroupAnimation.h"
+
+#include "orvane/display/animation/AnimationTransaction.h"
+
+namespace orvane::display::animation {
+
+GroupAnimation::GroupAnimation(const std::string& key) : Animation(key) {}
+
+GroupAnimation::~GroupAnimation() = default;
+
+void GroupAnimation::add(const std::shared_ptr<Animation>& animation) {
+    if (animation) {
+        animations_.push_back(animation);
+    }
+}
+
+void GroupAnimation::run() {
+    if (animations_.empty()) {
+        return;
+    }
+    const std::shared_ptr<platform::NSView> handler = getAnimatableHandler();
+    if (!handler) {
+        return;
+    }
+    const AnimationTransaction transaction(handler, shared_from_this());
+    for (const std::shared_ptr<Animation>& animation : animations_) {
+        animation->run();
+    }
+}
+
+std::shared_ptr<platform::CAAnimation> GroupAnimation::createNativeAnimation() {
+    return nullptr;
+}
+
+}  // namespace orvane::display::animation
