@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <memory>
 #include <string>
 #include <vector>
@@ -13,7 +14,6 @@ namespace orvane::platform {
 
 class CAAnimation;
 class CALayer;
-class CATransactionGroup;
 
 // What of a layer changed: a bit set.
 enum CALayerChange : unsigned {
@@ -88,6 +88,8 @@ public:
     void addAnimation(const CAAnimation& animation, const std::string& key);
     void removeAnimationForKey(const std::string& key);
     void removeAllAnimations();
+    // Whether one has an effect at a time, so that what is shown may change from frame to frame.
+    bool isAnimating(double time) const;
     bool hasAnimations() const;
 
     // ---- what is shown ----
@@ -105,6 +107,14 @@ private:
     struct Running;
 
     void changed(unsigned changes);
+    // Takes an animation out of running_, and with a transition its other side.
+    void removeRunning(std::size_t index);
+    void stopOutgoing(const CAAnimation& transition);
+    // The timeline's tick, from `last` to `time`: lets go of what is over, tells the delegate when
+    // something began or ended, and answers when the next animation begins or ends. Takes the layer
+    // off the timeline when nothing is left to run.
+    double advanceAnimations(double last, double time);
+    void leaveTimeline();
 
     CALayerDelegate* delegate_ = nullptr;
     CGPoint position_;
@@ -115,8 +125,9 @@ private:
     double zPosition_ = 0;
     CGColor backgroundColor_{0, 0, 0, 0};
     bool opaque_ = false;
-    std::vector<Running> running_;   // in order of adding: later ones apply on top
-    std::size_t timelineIndex_ = 0;  // the timeline's, while running_ is not empty
+    std::vector<Running> running_;  // in order of adding: later ones apply on top
+    static constexpr std::size_t notOnTimeline = static_cast<std::size_t>(-1);
+    std::size_t timelineIndex_ = notOnTimeline;
 };
 
 }  // namespace orvane::platform

@@ -1,8 +1,5 @@
 #pragma once
 
-#include <functional>
-#include <list>
-
 #include "orvane/commons/Export.h"
 
 namespace orvane::platform {
@@ -22,16 +19,13 @@ public:
 
     static CAVirtualClock* current();
 
-    // Sets the time, lets the observers see it, then ends what is over and runs completions. A time
-    // before the present one is ignored.
+    // Sets the time, calls the refresh handler, then ends the animations that are over and runs
+    // completions. A time before the present one is ignored.
     void advanceTo(double time);
     void advanceBy(double seconds);
 
-    // Called at each advance until removed; from within the call too.
-    using Observer = std::function<void(double time)>;
-    using ObserverId = std::list<Observer>::iterator;
-    static ObserverId addObserver(Observer observer);
-    static void removeObserver(ObserverId id);
+    // Called with the new time at each advance of any virtual clock: for the display links.
+    static void setRefreshHandler(void (*handler)(double time));
 };
 
 }  // namespace orvane::platform

@@ -1,0 +1,23 @@
+#include "platform/quartzcore/CAAnimation.h"
+
+#include <cmath>
+
+namespace orvane::platform {
+
+double CAAnimation::endTime() const {
+    if (!(duration_ > 0)) {
+        return beginTime_;
+    }
+    return beginTime_ + duration_ * (repeatCount_ > 0 ? static_cast<double>(repeatCount_) : 1.0);
+}
+
+double CAAnimation::phase(double time) const {
+    const double elapsed = time - beginTime_;
+    if (!(duration_ > 0) || !(elapsed > 0)) {
+        return 0;
+    }
+    const double passes = elapsed / duration_;
+    return passes - std::floor(passes);
+}
+
+}  // namespace orvane::platform
