@@ -1,23 +1,26 @@
 #pragma once
 
 #include <algorithm>
+#include <cmath>
 #include <cstdint>
+
+#include "platform/coregraphics/CGGeometry.h"
 
 namespace orvane::platform {
 
 // A rectangle of whole device pixels, from left/top up to but not including right/bottom. Empty
-// when either extent is not above zero.
+// when either extent is not above zero. A view may be wider than 32 bits count pixels.
 struct NSBackingRect {
-    int left = 0;
-    int top = 0;
-    int right = 0;
-    int bottom = 0;
+    std::int64_t left = 0;
+    std::int64_t top = 0;
+    std::int64_t right = 0;
+    std::int64_t bottom = 0;
 
-    constexpr int width() const { return right - left; }
-    constexpr int height() const { return bottom - top; }
+    constexpr std::int64_t width() const { return right - left; }
+    constexpr std::int64_t height() const { return bottom - top; }
     constexpr bool isEmpty() const { return right <= left || bottom <= top; }
     constexpr std::int64_t area() const {
-        return isEmpty() ? 0 : std::int64_t{width()} * std::int64_t{height()};
+        return isEmpty() ? 0 : width() * height();
     }
     constexpr bool contains(const NSBackingRect& other) const {
         return other.left >= left && other.top >= top && other.right <= right &&
@@ -41,9 +44,27 @@ struct NSBackingRect {
         return {std::min(left, other.left), std::min(top, other.top), std::max(right, other.right),
                 std::max(bottom, other.bottom)};
     }
-    constexpr NSBackingRect movedBy(int dx, int dy) const {
+    constexpr NSBackingRect movedBy(std::int64_t dx, std::int64_t dy) const {
         return {left + dx, top + dy, right + dx, bottom + dy};
     }
+    // The whole pixels that a rectangle in points touches, at `scale` pixels a point. What is not a
+    // number or beyond any view is brought to the edge of what can be counted.
+    static NSBackingRect around(const CGRect& points, double scale) {
+        return {floorPixel(points.origin.x * scale), floorPixel(points.origin.y * scale),
+                -floorPixel(-(points.origin.x + points.size.width) * scale),
+                -floorPixel(-(points.origin.y + points.size.height) * scale)};
+    }
+    constexpr CGRect toPoints(double scale) const {
+        return {{static_cast<double>(left) / scale, static_cast<double>(top) / scale},
+                {static_cast<double>(width()) / scale, static_cast<double>(height()) / scale}};
+    }
+    static std::int64_t floorPixel(double pixel) {
+        constexpr double reach = 1e12;
+        // The comparison is false for NaN.
+        return static_cast<std::int64_t>(
+            pixel > -reach ? std::floor(std::min(pixel, reach)) : -reach);
+    }
+
     friend constexpr bool operator==(const NSBackingRect&, const NSBackingRect&) = default;
 };
 

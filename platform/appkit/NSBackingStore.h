@@ -27,7 +27,7 @@ class NSView;
 // still good. Serials never repeat within the process, and a tile of serial 0 is transparent.
 class ORVANE_EXPORT NSBackingStore {
 public:
-    static constexpr int tileSize = 256;
+    static constexpr std::int64_t tileSize = 256;
 
     struct Tile {
         NSBackingRect rect;    // in the view's pixels, within the area
@@ -54,8 +54,10 @@ public:
 
     // The first pixel of the area: premultiplied ARGB, 32 bits in the machine's byte order, rows
     // `bytesPerRow` apart. Null when the area is empty.
-    const std::uint32_t* pixels() const;
-    std::size_t bytesPerRow() const;
+    const std::uint32_t* pixels() const { return pixels_.get(); }
+    std::size_t bytesPerRow() const {
+        return static_cast<std::size_t>(area_.width()) * sizeof(std::uint32_t);
+    }
 
     // The tiles that meet `rect` (the view's pixels), row by row.
     void forEachTile(const NSBackingRect& rect,
@@ -63,17 +65,17 @@ public:
 
 private:
     void paintRect(NSView& view, const NSBackingRect& rect);
-    void clear(const NSBackingRect& rect);
-    void touchTiles(const NSBackingRect& rect);
+    std::uint32_t* row(std::int64_t y) const;
+    std::uint64_t& serialAt(std::int64_t column, std::int64_t line);
 
     double scale_;
     NSBackingRect area_;
-    std::unique_ptr<CGBitmapContext> bitmap_;
+    std::unique_ptr<std::uint32_t[]> pixels_;
+    std::unique_ptr<CGBitmapContext> canvas_;  // on pixels_
     NSDamageRegion damage_;
     std::vector<NSBackingRect> painted_;
-    // Grid of the tiles that meet the area, row by row.
-    NSBackingRect grid_;
-    std::vector<std::uint64_t> serials_;
+    NSBackingRect grid_;  // the columns and lines of tiles that meet the area
+    std::vector<std::uint64_t> serials_;  // of the grid, line by line
 };
 
 }  // namespace orvane::platform

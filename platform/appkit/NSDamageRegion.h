@@ -32,14 +32,15 @@ private:
     void addToList(NSBackingRect rect);
     void addToGrid(const NSBackingRect& rect);
     void turnToGrid();
-    void mergeGrid(std::vector<NSBackingRect>& out);
+    void mergeGrid(std::vector<NSBackingRect>& out) const;
 
     NSBackingRect bounds_;
     std::vector<NSBackingRect> rects_;
     bool gridded_ = false;
-    int cell_ = 0;  // side of a cell of the grid, in pixels
-    int columns_ = 0;
+    std::int64_t cellSize_ = 0;  // in pixels
+    std::int64_t columns_ = 0;
     std::vector<NSBackingRect> cells_;
+    NSBackingRect covered_;  // the largest rectangle that lies in the grid as a whole
 };
 
 }  // namespace orvane::platform

@@ -118,11 +118,12 @@ private:
     friend class NSViewList;
 
     void layerDidChange(CALayer& layer, unsigned changes) override;
-    void tellWindow(unsigned changes);
     void insertSubview(const std::shared_ptr<NSView>& view, std::size_t at);
+    // The place in subviews_; its end when it is none.
     std::size_t indexOf(const NSView* view) const;
-    void detach();
-    void moveToWindow(NSWindow* window);
+    void leaveSuperview();
+    // viewDidMoveToWindow for the subtree, superviews first.
+    void tellMovedToWindow();
     void subviewOrderChanged();
 
     static constexpr std::size_t notListed = static_cast<std::size_t>(-1);
@@ -136,13 +137,14 @@ private:
     NSViewLayerContentsRedrawPolicy policy_ = NSViewLayerContentsRedrawPolicy::OnSetNeedsDisplay;
     CGRect frame_;
     std::shared_ptr<CALayer> layer_;
-    std::unique_ptr<NSBackingStore> store_;
+    // Shared so that a drawRect that takes its own view out of the window paints on to its end.
+    std::shared_ptr<NSBackingStore> store_;
     std::unique_ptr<NSViewRealization> realization_;
     std::vector<std::shared_ptr<NSGestureRecognizer>> recognizers_;
 
-    // The window's bookkeeping: what waits to be told, and places in its lists.
+    // The window's bookkeeping: the changes that it has not seen, and the places in its lists.
     unsigned changes_ = 0;
-    std::size_t listed_[3] = {notListed, notListed, notListed};
+    std::size_t listed_[4] = {notListed, notListed, notListed, notListed};
 };
 
 }  // namespace orvane::platform

@@ -10,6 +10,7 @@
 namespace orvane::platform {
 
 class NSView;
+struct CGAffineTransform;
 struct NSEvent;
 
 // What of a view changed: a bit set.
@@ -106,6 +107,22 @@ protected:
 private:
     friend class NSView;
     struct State;
+
+    // By views.
+    void viewsDidEnter(NSView& root);
+    // Moving within the window, they keep their stores and animations.
+    void viewsWillLeave(NSView& root, bool stayInWindow);
+    void viewDidChange(NSView& view, unsigned changes);
+    void viewAnimationsDidChange(NSView& view);
+    void viewNeedsDisplay(NSView& view);
+    void subviewOrderDidChange(NSView& superview);
+
+    void setNeedsPass();
+    void reportChanges();
+    void updateStoredAreas(NSView& view, const CGAffineTransform& superviewToWindow);
+    void updateStoredArea(NSView& view, const CGAffineTransform& toWindow);
+    void paintDamage();
+
     std::unique_ptr<State> state_;
 };
 

@@ -1,5 +1,9 @@
 #pragma once
 
+#include <optional>
+
+#include "platform/coregraphics/CGGeometry.h"
+
 namespace orvane::platform {
 
 // x' = a x + c y + tx, y' = b x + d y + ty. The operations compose before the transform, as the
@@ -16,6 +20,12 @@ struct CGAffineTransform {
     CGAffineTransform rotate(double radians) const;
     // This transform first, then `after`.
     CGAffineTransform concat(const CGAffineTransform& after) const;
+    // None for one that cannot be undone: scale 0, or numbers that are not finite.
+    std::optional<CGAffineTransform> invert() const;
+
+    CGPoint apply(CGPoint point) const;
+    // The box around the mapped corners.
+    CGRect apply(const CGRect& rect) const;
 
     friend constexpr bool operator==(const CGAffineTransform&, const CGAffineTransform&) = default;
 };

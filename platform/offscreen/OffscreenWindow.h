@@ -11,6 +11,9 @@
 
 namespace orvane::platform {
 
+class CGImage;
+class OffscreenCompositor;
+
 // A window in memory: composes its views into an image. For servers, screenshots and tests. Only
 // what was damaged is composed anew: what views painted, and where they were and are now when they
 // moved, came, left, hid, faded or changed places.
@@ -24,7 +27,7 @@ public:
 
     double backingScaleFactor() const override;
     CGSize contentSize() const override;
-    // Both compose everything anew.
+    // Both compose everything anew at the next display().
     void setContentSize(CGSize size);
     void setBackingScaleFactor(double scale);
 
@@ -39,6 +42,8 @@ public:
     // transparent where no view covers it.
     const std::uint32_t* pixels() const;
     std::size_t bytesPerRow() const;
+    // A copy; null only when there is no memory for it.
+    std::shared_ptr<const CGImage> image() const;
     // False when the file could not be written.
     bool writePNG(const std::string& path) const;
 
@@ -52,8 +57,12 @@ protected:
     void present() override;
 
 private:
-    class Compositor;
-    std::unique_ptr<Compositor> compositor_;
+    void resize(CGSize size, double scale);
+
+    CGSize size_;
+    double scale_;
+    std::span<const NSBackingRect> composed_;
+    std::unique_ptr<OffscreenCompositor> compositor_;
 };
 
 }  // namespace orvane::platform

@@ -1,0 +1,386 @@
+#include "platform/appkit/NSWindow.h"
+
+#include <algorithm>
+#include <cmath>
+#include <optional>
+#include <utility>
+#include <vector>
+
+#include "platform/appkit/NSBackingStore.h"
+#include "platform/appkit/NSGestureArena.h"
+#include "platform/appkit/NSView.h"
+#include "platform/appkit/NSViewList.h"
+#include "platform/coregraphics/CGAffineTransform.h"
+#include "platform/quartzcore/CAMediaTime.h"
+#include "platform/quartzcore/CATimeline.h"
+
+namespace orvane::platform {
+
+namespace {
+
+// Beside the changes that kinds of windows hear of: what of the view and its subtree can be seen is
+// to be looked at anew.
+constexpr unsigned visibilityStale = 1U << 30;
+constexpr unsigned affectsVisibility =
+    visibilityStale | kNSViewGeometryChanged | kNSViewHiddenChanged;
+
+// A view is stored whole, wherever it stands, up to so many times the window's pixels; moving about
+// then never paints. Of larger views only what can be seen is stored, with a margin.
+constexpr double wholeViewShare = 2;
+constexpr double wholeViewPixels = 512 * 512;
+constexpr std::int64_t longestSide = 16384;
+constexpr std::int64_t largestArea = std::int64_t{64} << 20;
+
+// Grown to whole tiles and one more all round, so that a large view that moves a little keeps its
+// store.
+NSBackingRect withMargin(const NSBackingRect& rect) {
+    constexpr std::int64_t size = NSBackingStore::tileSize;
+    const auto down = [](std::int64_t value) {
+        return (value / size - (value % size < 0 ? 1 : 0)) * size;
+    };
+    return {down(rect.left) - size, down(rect.top) - size, down(rect.right - 1) + 2 * size,
+            down(rect.bottom - 1) + 2 * size};
+}
+
+NSBackingRect cutToLimits(NSBackingRect rect) {
+    rect.right = std::min(rect.right, rect.left + longestSide);
+    rect.bottom = std::min(rect.bottom, rect.top + longestSide);
+    if (rect.area() > largestArea) {
+        rect.bottom = rect.top + largestArea / rect.width();
+    }
+    return rect;
+}
+
+// True for a scope.
+class Flag {
+public:
+    explicit Flag(bool& flag) : flag_(flag) { flag_ = true; }
+    ~Flag() { flag_ = false; }
+    Flag(const Flag&) = delete;
+    Flag& operator=(const Flag&) = delete;
+
+private:
+    bool& flag_;
+};
+
+}  // namespace
+
+struct NSWindow::State {
+    std::shared_ptr<NSView> contentView;
+    // Views with changes that were not reported, superviews whose order was touched, views with
+    // damage, views whose layers have animations.
+    NSViewList changed{0};
+    NSViewList reordered{1};
+    NSViewList damaged{2};
+    NSViewList animated{3};
+    // Views left, or the window itself is another: nothing else may tell of it.
+    bool mustPresent = false;
+    bool scheduled = false;
+    bool displaying = false;
+    double displayTime = 0;
+    // Of the pass under way; kept for their memory.
+    std::vector<std::shared_ptr<NSView>> working;
+    std::vector<std::shared_ptr<NSView>> visibilityRoots;
+    NSGestureArena gestures;
+};
+
+NSWindow::NSWindow() : state_(std::make_unique<State>()) {}
+
+NSWindow::~NSWindow() {
+    state_->scheduled = true;  // there is nobody left to be asked
+    setContentView(nullptr);
+}
+
+NSView* NSWindow::contentView() const { return state_->contentView.get(); }
+
+void NSWindow::setContentView(const std::shared_ptr<NSView>& view) {
+    if (view == state_->contentView) {
+        return;
+    }
+    if (const std::shared_ptr<NSView> old = std::move(state_->contentView)) {
+        viewsWillLeave(*old, false);
+        old->tellMovedToWindow();
+    }
+    state_->contentView = view;
+    if (view) {
+        view->removeFromSuperviewWithoutNeedingDisplay();
+        viewsDidEnter(*view);
+        view->tellMovedToWindow();
+    }
+}
+
+double NSWindow::displayTime() const { return state_->displayTime; }
+
+// ---- what views tell ----
+
+void NSWindow::setNeedsPass() {
+    if (!state_->scheduled) {
+        state_->scheduled = true;
+        scheduleDisplay();
+    }
+}
+
+void NSWindow::viewsDidEnter(NSView& root) {
+    std::vector<NSView*> subtree{&root};
+    while (!subtree.empty()) {
+        NSView& view = *subtree.back();
+        subtree.pop_back();
+        view.window_ = this;
+        view.changes_ = 0;
+        viewDidChange(view, visibilityStale);
+        if (!view.subviews_.empty()) {
+            state_->reordered.add(view);
+        }
+        if (view.layer_->hasAnimations()) {
+            state_->animated.add(view);
+        }
+        didAddView(view);
+        for (std::size_t i = view.subviews_.size(); i-- > 0;) {
+            subtree.push_back(view.subviews_[i].get());
+        }
+    }
+}
+
+void NSWindow::viewsWillLeave(NSView& root, bool stayInWindow) {
+    state_->mustPresent = true;
+    setNeedsPass();
+    std::vector<std::shared_ptr<NSView>> subtree{root.shared_from_this()};
+    for (std::size_t i = 0; i < subtree.size(); ++i) {
+        const auto& children = subtree[i]->subviews_;
+        subtree.insert(subtree.end(), children.begin(), children.end());
+    }
+    for (std::size_t i = subtree.size(); i-- > 0;) {
+        NSView& view = *subtree[i];
+        willRemoveView(view);
+        view.realization_.reset();
+        state_->changed.remove(view);
+        state_->reordered.remove(view);
+        state_->damaged.remove(view);
+        state_->animated.remove(view);
+        view.window_ = nullptr;
+        if (!stayInWindow) {
+            view.store_.reset();
+            view.layer_->removeAllAnimations();
+            state_->gestures.viewWillLeave(view);
+        }
+    }
+}
+
+void NSWindow::viewDidChange(NSView& view, unsigned changes) {
+    view.changes_ |= changes;
+    state_->changed.add(view);
+    setNeedsPass();
+}
+
+void NSWindow::viewAnimationsDidChange(NSView& view) {
+    if (view.layer_->hasAnimations()) {
+        state_->animated.add(view);
+    } else {
+        state_->animated.remove(view);
+    }
+}
+
+void NSWindow::viewNeedsDisplay(NSView& view) {
+    state_->damaged.add(view);
+    setNeedsPass();
+}
+
+void NSWindow::subviewOrderDidChange(NSView& superview) {
+    state_->reordered.add(superview);
+    setNeedsPass();
+}
+
+void NSWindow::backingPropertiesDidChange() {
+    state_->mustPresent = true;
+    setNeedsPass();
+    if (state_->contentView) {
+        viewDidChange(*state_->contentView, visibilityStale);
+    }
+}
+
+// ---- the display pass ----
+
+bool NSWindow::isAnimating() const {
+    const double now = CACurrentMediaTime();
+    const auto& views = state_->animated.views();
+    return std::any_of(views.begin(), views.end(),
+                       [now](const NSView* view) { return view->layer()->isAnimating(now); });
+}
+
+bool NSWindow::needsDisplay() const {
+    return state_->mustPresent || !state_->changed.isEmpty() || !state_->reordered.isEmpty() ||
+           !state_->damaged.isEmpty() || isAnimating();
+}
+
+void NSWindow::displayIfNeeded() {
+    if (state_->displaying) {
+        return;
+    }
+    const Flag displaying(state_->displaying);
+    state_->displayTime = CACurrentMediaTime();
+    // What the completions change belongs to this pass and asks for no other.
+    state_->scheduled = true;
+    CATimeline::instance().tick(state_->displayTime);
+    state_->scheduled = false;
+    if (needsDisplay()) {
+        reportChanges();
+        paintDamage();
+        state_->mustPresent = false;
+        present();
+        if (isAnimating()) {
+            setNeedsPass();
+        }
+    }
+}
+
+void NSWindow::reportChanges() {
+    std::vector<std::shared_ptr<NSView>>& views = state_->working;
+    state_->reordered.take(views);
+    for (const std::shared_ptr<NSView>& view : views) {
+        if (view->window_ == this) {
+            didReorderSubviews(*view);
+        }
+    }
+    for (NSView* view : state_->animated.views()) {
+        if (view->layer_->isAnimating(state_->displayTime)) {
+            view->changes_ |= kNSViewGeometryChanged | kNSViewOpacityChanged;
+            state_->changed.add(*view);
+        }
+    }
+    state_->changed.take(views);
+    std::vector<std::shared_ptr<NSView>>& roots = state_->visibilityRoots;
+    roots.clear();
+    for (const std::shared_ptr<NSView>& view : views) {
+        // A view whose superviews are looked at themselves is reached from there.
+        bool reached = false;
+        for (const NSView* above = view->superview_; above && !reached; above = above->superview_) {
+            reached = (above->changes_ & affectsVisibility) != 0;
+        }
+        if ((view->changes_ & affectsVisibility) && !reached) {
+            roots.push_back(view);
+        }
+    }
+    for (const std::shared_ptr<NSView>& view : views) {
+        const unsigned changes = std::exchange(view->changes_, 0) & ~visibilityStale;
+        if (changes && view->window_ == this) {
+            didChangeView(*view, changes);
+        }
+    }
+    for (const std::shared_ptr<NSView>& root : roots) {
+        if (root->window_ != this || root->isHiddenOrHasHiddenAncestor()) {
+            continue;
+        }
+        CGAffineTransform superviewToWindow;
+        for (const NSView* above = root->superview_; above; above = above->superview_) {
+            superviewToWindow = superviewToWindow.concat(above->layer_->affineTransform(
+                above->layer_->presentation(state_->displayTime)));
+        }
+        updateStoredAreas(*root, superviewToWindow);
+    }
+    roots.clear();
+    views.clear();
+}
+
+void NSWindow::updateStoredAreas(NSView& view, const CGAffineTransform& superviewToWindow) {
+    // What is hidden keeps what it has, and is looked at when it shows.
+    if (view.hidden_) {
+        return;
+    }
+    const CGAffineTransform toWindow =
+        view.layer_->affineTransform(view.layer_->presentation(state_->displayTime))
+            .concat(superviewToWindow);
+    if (view.paints() && !showsNatively(view)) {
+        updateStoredArea(view, toWindow);
+    }
+    for (const std::shared_ptr<NSView>& subview : view.subviews_) {
+        updateStoredAreas(*subview, toWindow);
+    }
+}
+
+void NSWindow::updateStoredArea(NSView& view, const CGAffineTransform& toWindow) {
+    const double scale = backingScaleFactor();
+    if (view.store_ && view.store_->scale() != scale) {
+        view.store_.reset();
+    }
+    const std::optional<CGAffineTransform> fromWindow = toWindow.invert();
+    if (!fromWindow) {
+        return;
+    }
+    const CGSize windowSize = contentSize();
+    const CGSize size = view.frame_.size;
+    const NSBackingRect whole = NSBackingRect::around({{0, 0}, size}, scale);
+    const NSBackingRect seen =
+        NSBackingRect::around(fromWindow->apply(CGRect{{0, 0}, windowSize}), scale)
+            .intersection(whole);
+    if (seen.isEmpty() && !view.store_) {
+        return;
+    }
+    NSBackingRect area = whole;
+    const double pixels = size.width * size.height * scale * scale;
+    const double windowPixels = windowSize.width * windowSize.height * scale * scale;
+    if (!(pixels <= std::max(windowPixels * wholeViewShare, wholeViewPixels)) ||
+        std::max(whole.width(), whole.height()) > longestSide) {
+        area = cutToLimits(withMargin(seen).intersection(whole));
+        if (seen.isEmpty()) {
+            area = {};
+        } else if (view.store_ && view.store_->area().contains(seen) && whole.contains(view.store_->area()) &&
+                   view.store_->area().area() <= 2 * area.area()) {
+            area = view.store_->area();
+        }
+    }
+    if (area.isEmpty()) {
+        if (view.store_) {
+            view.store_.reset();
+            state_->damaged.remove(view);
+            didPaintView(view, {});
+        }
+        return;
+    }
+    if (!view.store_) {
+        view.store_ = std::make_shared<NSBackingStore>(scale);
+    }
+    if (view.store_->area() != area) {
+        view.store_->setArea(area);
+        if (!view.store_->needsPainting()) {
+            didPaintView(view, {});
+        }
+    }
+    if (view.store_->needsPainting()) {
+        state_->damaged.add(view);
+    }
+}
+
+void NSWindow::paintDamage() {
+    std::vector<std::shared_ptr<NSView>>& views = state_->working;
+    state_->damaged.take(views);
+    for (const std::shared_ptr<NSView>& view : views) {
+        // Painting may take any of them out of the window. The damage of a hidden view waits until
+        // it shows.
+        const std::shared_ptr<NSBackingStore> store = view->store_;
+        if (view->window_ == this && store && !view->isHiddenOrHasHiddenAncestor()) {
+            const std::span<const NSBackingRect> painted = store->paint(*view);
+            if (view->window_ == this) {
+                didPaintView(*view, painted);
+            }
+        }
+    }
+    views.clear();
+}
+
+// ---- input ----
+
+void NSWindow::sendEvent(const NSEvent& event) {
+    state_->gestures.sendEvent(state_->contentView, event);
+}
+
+// ---- for kinds ----
+
+void NSWindow::didAddView(NSView&) {}
+void NSWindow::willRemoveView(NSView&) {}
+void NSWindow::didReorderSubviews(NSView&) {}
+void NSWindow::didChangeView(NSView&, unsigned) {}
+void NSWindow::didPaintView(NSView&, std::span<const NSBackingRect>) {}
+void NSWindow::present() {}
+bool NSWindow::showsNatively(const NSView&) const { return false; }
+
+}  // namespace orvane::platform

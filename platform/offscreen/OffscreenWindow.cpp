@@ -1,0 +1,111 @@
+#include "platform/offscreen/OffscreenWindow.h"
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+#include <vector>
+
+#include "platform/appkit/NSView.h"
+#include "platform/coregraphics/CGImage.h"
+#include "platform/offscreen/OffscreenCompositor.h"
+
+namespace orvane::platform {
+
+namespace {
+
+// As far as the raster library's images go.
+constexpr double longestSide = 32767;
+
+// Comparisons that are false for NaN bring it within the limits, too.
+double within(double value, double least, double most) {
+    return value > least ? (value < most ? value : most) : least;
+}
+
+}  // namespace
+
+OffscreenWindow::OffscreenWindow(CGSize size, double scale)
+    : size_{1, 1}, scale_(1), compositor_(std::make_unique<OffscreenCompositor>()) {
+    resize(size, scale);
+}
+
+OffscreenWindow::~OffscreenWindow() { setContentView(nullptr); }
+
+double OffscreenWindow::backingScaleFactor() const { return scale_; }
+CGSize OffscreenWindow::contentSize() const { return size_; }
+void OffscreenWindow::setContentSize(CGSize size) { resize(size, scale_); }
+void OffscreenWindow::setBackingScaleFactor(double scale) { resize(size_, scale); }
+
+void OffscreenWindow::resize(CGSize size, double scale) {
+    scale_ = within(scale, 0.01, 100);
+    size_ = {within(size.width, 1 / scale_, longestSide / scale_),
+             within(size.height, 1 / scale_, longestSide / scale_)};
+    compositor_->setImage(static_cast<int>(within(std::ceil(size_.width * scale_), 1, longestSide)),
+                          static_cast<int>(within(std::ceil(size_.height * scale_), 1, longestSide)),
+                          scale_);
+    backingPropertiesDidChange();
+}
+
+std::span<const NSBackingRect> OffscreenWindow::display() {
+    composed_ = {};
+    displayIfNeeded();
+    return composed_;
+}
+
+void OffscreenWindow::scheduleDisplay() {}
+void OffscreenWindow::didAddView(NSView& view) { compositor_->add(view); }
+
+void OffscreenWindow::willRemoveView(NSView& view) { compositor_->remove(view); }
+
+void OffscreenWindow::didReorderSubviews(NSView& superview) { compositor_->reorder(superview); }
+
+void OffscreenWindow::didChangeView(NSView& view, unsigned changes) {
+    if (changes & (kNSViewGeometryChanged | kNSViewHiddenChanged | kNSViewOpacityChanged)) {
+        compositor_->change(view);
+    }
+    if (changes & kNSViewBackgroundChanged) {
+        compositor_->recolor(view);
+    }
+}
+
+void OffscreenWindow::didPaintView(NSView& view, std::span<const NSBackingRect> rects) {
+    compositor_->painted(view, rects);
+}
+
+void OffscreenWindow::present() {
+    composed_ = compositor_->compose(contentView(), displayTime());
+}
+
+int OffscreenWindow::pixelWidth() const {
+    return cairo_image_surface_get_width(compositor_->image());
+}
+
+int OffscreenWindow::pixelHeight() const {
+    return cairo_image_surface_get_height(compositor_->image());
+}
+
+const std::uint32_t* OffscreenWindow::pixels() const {
+    return reinterpret_cast<const std::uint32_t*>(
+        cairo_image_surface_get_data(compositor_->image()));
+}
+
+std::size_t OffscreenWindow::bytesPerRow() const {
+    return static_cast<std::size_t>(cairo_image_surface_get_stride(compositor_->image()));
+}
+
+std::shared_ptr<const CGImage> OffscreenWindow::image() const {
+    const auto width = static_cast<std::size_t>(pixelWidth());
+    const auto height = static_cast<std::size_t>(pixelHeight());
+    std::vector<std::uint32_t> copy(width * height);
+    for (std::size_t y = 0; y < height; ++y) {
+        std::copy_n(pixels() + y * bytesPerRow() / sizeof(std::uint32_t), width,
+                    copy.begin() + static_cast<std::ptrdiff_t>(y * width));
+    }
+    return CGImage::createWithPixels(pixelWidth(), pixelHeight(), std::move(copy));
+}
+
+bool OffscreenWindow::writePNG(const std::string& path) const {
+    const std::shared_ptr<const CGImage> picture = image();
+    return picture && picture->writePNG(path);
+}
+
+}  // namespace orvane::platform
