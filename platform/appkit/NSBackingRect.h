@@ -19,9 +19,7 @@ struct NSBackingRect {
     constexpr std::int64_t width() const { return right - left; }
     constexpr std::int64_t height() const { return bottom - top; }
     constexpr bool isEmpty() const { return right <= left || bottom <= top; }
-    constexpr std::int64_t area() const {
-        return isEmpty() ? 0 : width() * height();
-    }
+    constexpr std::int64_t area() const { return isEmpty() ? 0 : width() * height(); }
     constexpr bool contains(const NSBackingRect& other) const {
         return other.left >= left && other.top >= top && other.right <= right &&
                other.bottom <= bottom;
@@ -61,8 +59,8 @@ struct NSBackingRect {
     static std::int64_t floorPixel(double pixel) {
         constexpr double reach = 1e12;
         // The comparison is false for NaN.
-        return static_cast<std::int64_t>(
-            pixel > -reach ? std::floor(std::min(pixel, reach)) : -reach);
+        return static_cast<std::int64_t>(pixel > -reach ? std::floor(std::min(pixel, reach))
+                                                        : -reach);
     }
 
     friend constexpr bool operator==(const NSBackingRect&, const NSBackingRect&) = default;

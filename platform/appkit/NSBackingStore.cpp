@@ -132,11 +132,11 @@ void NSBackingStore::paintRect(NSView& view, const NSBackingRect& rect) {
     }
     const SavedState state(*canvas_);
     // The clip in pixels, before the view's space is set up: it falls on whole pixels exactly.
-    canvas_->clipToRect({{static_cast<double>(rect.left - area_.left),
-                          static_cast<double>(rect.top - area_.top)},
-                         {static_cast<double>(rect.width()), static_cast<double>(rect.height())}});
-    canvas_->concatCTM({scale_, 0, 0, scale_, static_cast<double>(-area_.left),
-                        static_cast<double>(-area_.top)});
+    canvas_->clipToRect(
+        {{static_cast<double>(rect.left - area_.left), static_cast<double>(rect.top - area_.top)},
+         {static_cast<double>(rect.width()), static_cast<double>(rect.height())}});
+    canvas_->concatCTM(
+        {scale_, 0, 0, scale_, static_cast<double>(-area_.left), static_cast<double>(-area_.top)});
     const NSGraphicsContext::Scope current(*canvas_);
     view.drawRect(rect.toPoints(scale_));
 }

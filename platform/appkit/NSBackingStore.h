@@ -74,7 +74,7 @@ private:
     std::unique_ptr<CGBitmapContext> canvas_;  // on pixels_
     NSDamageRegion damage_;
     std::vector<NSBackingRect> painted_;
-    NSBackingRect grid_;  // the columns and lines of tiles that meet the area
+    NSBackingRect grid_;                  // the columns and lines of tiles that meet the area
     std::vector<std::uint64_t> serials_;  // of the grid, line by line
 };
 

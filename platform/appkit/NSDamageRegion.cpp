@@ -11,8 +11,8 @@ namespace {
 constexpr std::size_t listLimit = 128;
 // Rectangles nearly touch when no more pixels than this lie between them.
 constexpr std::int64_t nearby = 8;
-// What a box may hold of pixels that were not damaged: as much as a call to paint them costs anyway,
-// or a share of what was.
+// What a box may hold of pixels that were not damaged: as much as a call to paint them costs
+// anyway, or a share of what was.
 constexpr std::int64_t wasteAllowed = 32 * 32;
 constexpr std::int64_t wasteShare = 4;
 constexpr std::int64_t smallestCell = 64;
@@ -101,7 +101,8 @@ void NSDamageRegion::addToGrid(const NSBackingRect& rect) {
         covered_ = rect;
     }
     const NSBackingRect place = rect.movedBy(-bounds_.left, -bounds_.top);
-    for (std::int64_t line = place.top / cellSize_; line <= (place.bottom - 1) / cellSize_; ++line) {
+    for (std::int64_t line = place.top / cellSize_; line <= (place.bottom - 1) / cellSize_;
+         ++line) {
         for (std::int64_t column = place.left / cellSize_; column <= (place.right - 1) / cellSize_;
              ++column) {
             const std::int64_t x = bounds_.left + column * cellSize_;

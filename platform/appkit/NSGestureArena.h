@@ -34,7 +34,7 @@ private:
         std::shared_ptr<NSGestureRecognizer> recognizer;
         std::size_t next = 0;  // the first of events_ that it has not seen
         bool sawPress = false;
-        bool isOut = false;    // failed, ended, cancelled, or its view is gone
+        bool isOut = false;  // failed, ended, cancelled, or its view is gone
         bool viewLeft = false;
         std::size_t checked = 0;  // so many of entries_ need not be waited for any more
     };

@@ -8,10 +8,16 @@ CGContext* current = nullptr;
 
 }  // namespace
 
-CGContext* NSGraphicsContext::currentGraphicsPort() { return current; }
+CGContext* NSGraphicsContext::currentGraphicsPort() {
+    return current;
+}
 
-NSGraphicsContext::Scope::Scope(CGContext& canvas) : previous_(current) { current = &canvas; }
+NSGraphicsContext::Scope::Scope(CGContext& canvas) : previous_(current) {
+    current = &canvas;
+}
 
-NSGraphicsContext::Scope::~Scope() { current = previous_; }
+NSGraphicsContext::Scope::~Scope() {
+    current = previous_;
+}
 
 }  // namespace orvane::platform

@@ -37,7 +37,9 @@ CGAffineTransform modelTransform(const CALayer& layer) {
 
 }  // namespace
 
-NSView::NSView() : layer_(std::make_shared<CALayer>()) { layer_->setDelegate(this); }
+NSView::NSView() : layer_(std::make_shared<CALayer>()) {
+    layer_->setDelegate(this);
+}
 
 NSView::~NSView() {
     layer_->setDelegate(nullptr);
@@ -248,8 +250,8 @@ void NSView::setNeedsDisplayInRect(const CGRect& rect) {
         return;
     }
     if (isFinite(rect)) {
-        // One pixel around for what reaches beyond its own frame: antialiased edges, and frames that
-        // were rounded on their way.
+        // One pixel around for what reaches beyond its own frame: antialiased edges, and frames
+        // that were rounded on their way.
         NSBackingRect damaged = NSBackingRect::around(normalized(rect), store_->scale());
         damaged = {damaged.left - 1, damaged.top - 1, damaged.right + 1, damaged.bottom + 1};
         store_->damage().add(damaged);
@@ -291,8 +293,8 @@ NSView* NSView::hitTest(CGPoint point) {
             return hit;
         }
     }
-    const bool inside = place.x >= 0 && place.y >= 0 && place.x < frame_.size.width &&
-                        place.y < frame_.size.height;
+    const bool inside =
+        place.x >= 0 && place.y >= 0 && place.x < frame_.size.width && place.y < frame_.size.height;
     return inside ? this : nullptr;
 }
 

@@ -91,7 +91,9 @@ NSWindow::~NSWindow() {
     setContentView(nullptr);
 }
 
-NSView* NSWindow::contentView() const { return state_->contentView.get(); }
+NSView* NSWindow::contentView() const {
+    return state_->contentView.get();
+}
 
 void NSWindow::setContentView(const std::shared_ptr<NSView>& view) {
     if (view == state_->contentView) {
@@ -109,7 +111,9 @@ void NSWindow::setContentView(const std::shared_ptr<NSView>& view) {
     }
 }
 
-double NSWindow::displayTime() const { return state_->displayTime; }
+double NSWindow::displayTime() const {
+    return state_->displayTime;
+}
 
 // ---- what views tell ----
 
@@ -272,8 +276,8 @@ void NSWindow::reportChanges() {
         }
         CGAffineTransform superviewToWindow;
         for (const NSView* above = root->superview_; above; above = above->superview_) {
-            superviewToWindow = superviewToWindow.concat(above->layer_->affineTransform(
-                above->layer_->presentation(state_->displayTime)));
+            superviewToWindow = superviewToWindow.concat(
+                above->layer_->affineTransform(above->layer_->presentation(state_->displayTime)));
         }
         updateStoredAreas(*root, superviewToWindow);
     }
@@ -323,7 +327,8 @@ void NSWindow::updateStoredArea(NSView& view, const CGAffineTransform& toWindow)
         area = cutToLimits(withMargin(seen).intersection(whole));
         if (seen.isEmpty()) {
             area = {};
-        } else if (view.store_ && view.store_->area().contains(seen) && whole.contains(view.store_->area()) &&
+        } else if (view.store_ && view.store_->area().contains(seen) &&
+                   whole.contains(view.store_->area()) &&
                    view.store_->area().area() <= 2 * area.area()) {
             area = view.store_->area();
         }
@@ -381,6 +386,8 @@ void NSWindow::didReorderSubviews(NSView&) {}
 void NSWindow::didChangeView(NSView&, unsigned) {}
 void NSWindow::didPaintView(NSView&, std::span<const NSBackingRect>) {}
 void NSWindow::present() {}
-bool NSWindow::showsNatively(const NSView&) const { return false; }
+bool NSWindow::showsNatively(const NSView&) const {
+    return false;
+}
 
 }  // namespace orvane::platform

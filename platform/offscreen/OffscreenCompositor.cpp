@@ -17,8 +17,7 @@ constexpr double smallestArea = 1e-8;
 
 bool isPlaceable(const CGAffineTransform& t) {
     const double area = std::abs(t.a * t.d - t.b * t.c);
-    return area > smallestArea && std::isfinite(area) && std::isfinite(t.tx) &&
-           std::isfinite(t.ty);
+    return area > smallestArea && std::isfinite(area) && std::isfinite(t.tx) && std::isfinite(t.ty);
 }
 
 }  // namespace
@@ -29,7 +28,8 @@ struct OffscreenCompositor::Place final : NSViewRealization {
     bool isShown = false;       // neither it nor a superview is hidden or fully transparent
     double opacity = 1;
     const CALayer* fadesFrom = nullptr;
-    // Only moved: it is drawn at the nearest whole pixel, the pixels of its store copied as they are.
+    // Only moved: it is drawn at the nearest whole pixel, the pixels of its store copied as they
+    // are.
     bool isPixelAligned = false;
     std::int64_t originX = 0;
     std::int64_t originY = 0;
@@ -82,8 +82,8 @@ void OffscreenCompositor::remove(NSView& view) {
 }
 
 void OffscreenCompositor::reorder(NSView& superview) {
-    // Of each two that changed sides the one in front now is damaged: only where it is can they look
-    // different. Those that came and went damage by themselves.
+    // Of each two that changed sides the one in front now is damaged: only where it is can they
+    // look different. Those that came and went damage by themselves.
     std::size_t highest = 0;
     std::size_t rank = 0;
     for (const NSView* view : superview.subviewsInDrawingOrder()) {
@@ -96,7 +96,9 @@ void OffscreenCompositor::reorder(NSView& superview) {
     }
 }
 
-void OffscreenCompositor::change(NSView& view) { mark(view); }
+void OffscreenCompositor::change(NSView& view) {
+    mark(view);
+}
 
 void OffscreenCompositor::recolor(NSView& view) {
     placeOf(view).isRecolored = true;
@@ -152,8 +154,7 @@ bool OffscreenCompositor::place(const NSView& view, const CGAffineTransform& sup
     place.originY = NSBackingRect::floorPixel(toImage.ty + 0.5);
 
     const bool draws = view.paints() || view.layer()->backgroundColor().alpha > 0;
-    const NSBackingRect own =
-        isShown && draws ? boxInImage(place, view.bounds()) : NSBackingRect{};
+    const NSBackingRect own = isShown && draws ? boxInImage(place, view.bounds()) : NSBackingRect{};
     if (isOther || place.isRecolored || own != place.own) {
         damage_.add(place.own);
         damage_.add(own);
@@ -205,9 +206,8 @@ std::span<const NSBackingRect> OffscreenCompositor::compose(NSView* root, double
     damage_.take(composed_);
     for (const NSBackingRect& rect : composed_) {
         cairo_save(cairo_.get());
-        cairo_rectangle(cairo_.get(), static_cast<double>(rect.left),
-                        static_cast<double>(rect.top), static_cast<double>(rect.width()),
-                        static_cast<double>(rect.height()));
+        cairo_rectangle(cairo_.get(), static_cast<double>(rect.left), static_cast<double>(rect.top),
+                        static_cast<double>(rect.width()), static_cast<double>(rect.height()));
         cairo_clip(cairo_.get());
         cairo_set_operator(cairo_.get(), CAIRO_OPERATOR_CLEAR);
         cairo_paint(cairo_.get());
@@ -258,9 +258,9 @@ void OffscreenCompositor::composeSubviews(NSView& view, const NSBackingRect& rec
             continue;
         }
         const CALayer* layer = subview->layer();
-        const bool fadesInto = std::any_of(order.begin(), order.end(), [layer](const NSView* other) {
-            return placeOf(*other).fadesFrom == layer;
-        });
+        const bool fadesInto = std::any_of(
+            order.begin(), order.end(),
+            [layer](const NSView* other) { return placeOf(*other).fadesFrom == layer; });
         const CALayer* from = placeOf(*subview).fadesFrom;
         const auto outgoing = std::find_if(order.begin(), order.end(), [from](const NSView* other) {
             return other->layer() == from;
@@ -302,7 +302,9 @@ void OffscreenCompositor::beginGroup(const NSBackingRect& rect) {
     cairo_push_group(cairo_.get());
 }
 
-void OffscreenCompositor::endGroup() { cairo_pop_group_to_source(cairo_.get()); }
+void OffscreenCompositor::endGroup() {
+    cairo_pop_group_to_source(cairo_.get());
+}
 
 void OffscreenCompositor::drawBackground(const NSView& view, const Place& place, double alpha) {
     const CGColor& color = view.layer()->backgroundColor();
@@ -342,11 +344,13 @@ void OffscreenCompositor::drawContents(const NSView& view, Place& place, double 
                                  static_cast<double>(place.originY + place.area.top));
     } else {
         // From the store's pixels to the view's points, then to the image.
-        const CGAffineTransform t =
-            CGAffineTransform{1 / scale_, 0, 0, 1 / scale_,
-                              static_cast<double>(place.area.left) / scale_,
-                              static_cast<double>(place.area.top) / scale_}
-                .concat(place.toImage);
+        const CGAffineTransform t = CGAffineTransform{1 / scale_,
+                                                      0,
+                                                      0,
+                                                      1 / scale_,
+                                                      static_cast<double>(place.area.left) / scale_,
+                                                      static_cast<double>(place.area.top) / scale_}
+                                        .concat(place.toImage);
         const cairo_matrix_t matrix{t.a, t.b, t.c, t.d, t.tx, t.ty};
         cairo_set_matrix(cairo_.get(), &matrix);
         cairo_set_source_surface(cairo_.get(), place.contents.get(), 0, 0);

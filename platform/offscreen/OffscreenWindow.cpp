@@ -28,20 +28,30 @@ OffscreenWindow::OffscreenWindow(CGSize size, double scale)
     resize(size, scale);
 }
 
-OffscreenWindow::~OffscreenWindow() { setContentView(nullptr); }
+OffscreenWindow::~OffscreenWindow() {
+    setContentView(nullptr);
+}
 
-double OffscreenWindow::backingScaleFactor() const { return scale_; }
-CGSize OffscreenWindow::contentSize() const { return size_; }
-void OffscreenWindow::setContentSize(CGSize size) { resize(size, scale_); }
-void OffscreenWindow::setBackingScaleFactor(double scale) { resize(size_, scale); }
+double OffscreenWindow::backingScaleFactor() const {
+    return scale_;
+}
+CGSize OffscreenWindow::contentSize() const {
+    return size_;
+}
+void OffscreenWindow::setContentSize(CGSize size) {
+    resize(size, scale_);
+}
+void OffscreenWindow::setBackingScaleFactor(double scale) {
+    resize(size_, scale);
+}
 
 void OffscreenWindow::resize(CGSize size, double scale) {
     scale_ = within(scale, 0.01, 100);
     size_ = {within(size.width, 1 / scale_, longestSide / scale_),
              within(size.height, 1 / scale_, longestSide / scale_)};
-    compositor_->setImage(static_cast<int>(within(std::ceil(size_.width * scale_), 1, longestSide)),
-                          static_cast<int>(within(std::ceil(size_.height * scale_), 1, longestSide)),
-                          scale_);
+    compositor_->setImage(
+        static_cast<int>(within(std::ceil(size_.width * scale_), 1, longestSide)),
+        static_cast<int>(within(std::ceil(size_.height * scale_), 1, longestSide)), scale_);
     backingPropertiesDidChange();
 }
 
@@ -52,11 +62,17 @@ std::span<const NSBackingRect> OffscreenWindow::display() {
 }
 
 void OffscreenWindow::scheduleDisplay() {}
-void OffscreenWindow::didAddView(NSView& view) { compositor_->add(view); }
+void OffscreenWindow::didAddView(NSView& view) {
+    compositor_->add(view);
+}
 
-void OffscreenWindow::willRemoveView(NSView& view) { compositor_->remove(view); }
+void OffscreenWindow::willRemoveView(NSView& view) {
+    compositor_->remove(view);
+}
 
-void OffscreenWindow::didReorderSubviews(NSView& superview) { compositor_->reorder(superview); }
+void OffscreenWindow::didReorderSubviews(NSView& superview) {
+    compositor_->reorder(superview);
+}
 
 void OffscreenWindow::didChangeView(NSView& view, unsigned changes) {
     if (changes & (kNSViewGeometryChanged | kNSViewHiddenChanged | kNSViewOpacityChanged)) {

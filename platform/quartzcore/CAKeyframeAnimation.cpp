@@ -54,8 +54,9 @@ void CAKeyframeAnimation::apply(double phase, const CALayer&, CALayerPresentatio
         }
         return;
     }
-    const auto value = valueAt(std::get<std::vector<double>>(values_), phase,
-                               [](double a, double b, double share) { return std::lerp(a, b, share); });
+    const auto value =
+        valueAt(std::get<std::vector<double>>(values_), phase,
+                [](double a, double b, double share) { return std::lerp(a, b, share); });
     if (!value) {
         return;
     }

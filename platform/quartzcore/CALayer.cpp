@@ -204,7 +204,9 @@ double CALayer::advanceAnimations(double last, double time) {
     return next;
 }
 
-bool CALayer::hasAnimations() const { return !running_.empty(); }
+bool CALayer::hasAnimations() const {
+    return !running_.empty();
+}
 
 bool CALayer::isAnimating(double time) const {
     return std::any_of(running_.begin(), running_.end(),

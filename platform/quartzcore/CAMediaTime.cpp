@@ -35,7 +35,9 @@ CAVirtualClock::~CAVirtualClock() {
     CATimeline::instance().clockChanged();
 }
 
-CAVirtualClock* CAVirtualClock::current() { return currentClock.load(std::memory_order_acquire); }
+CAVirtualClock* CAVirtualClock::current() {
+    return currentClock.load(std::memory_order_acquire);
+}
 
 void CAVirtualClock::advanceTo(double time) {
     if (!(time >= virtualTime)) {
@@ -48,8 +50,12 @@ void CAVirtualClock::advanceTo(double time) {
     CATimeline::instance().tick(time);
 }
 
-void CAVirtualClock::advanceBy(double seconds) { advanceTo(virtualTime + seconds); }
+void CAVirtualClock::advanceBy(double seconds) {
+    advanceTo(virtualTime + seconds);
+}
 
-void CAVirtualClock::setRefreshHandler(void (*handler)(double time)) { refreshHandler = handler; }
+void CAVirtualClock::setRefreshHandler(void (*handler)(double time)) {
+    refreshHandler = handler;
+}
 
 }  // namespace orvane::platform

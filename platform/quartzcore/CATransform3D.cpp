@@ -19,8 +19,8 @@ struct Parts {
 };
 
 bool liesInPlane(const CATransform3D& t) {
-    return t.m[0][2] == 0 && t.m[0][3] == 0 && t.m[1][2] == 0 && t.m[1][3] == 0 &&
-           t.m[2][0] == 0 && t.m[2][1] == 0 && t.m[2][2] == 1 && t.m[2][3] == 0 && t.m[3][3] == 1;
+    return t.m[0][2] == 0 && t.m[0][3] == 0 && t.m[1][2] == 0 && t.m[1][3] == 0 && t.m[2][0] == 0 &&
+           t.m[2][1] == 0 && t.m[2][2] == 1 && t.m[2][3] == 0 && t.m[3][3] == 1;
 }
 
 std::optional<Parts> takeApart(const CATransform3D& t) {
