@@ -18,8 +18,8 @@ namespace orvane::platform {
 // picture painted at once, bit for bit; nor on a base transformation that moves by whole pixels.
 class ORVANE_EXPORT CGBitmapContext final : public CGContext {
 public:
-    // Pixels of its own, transparent at first. Sizes that are not positive, or beyond 32767, make an
-    // empty canvas that takes every call. `base` takes user space to pixels.
+    // Pixels of its own, transparent at first. Sizes that are not positive, or beyond 32767, make
+    // an empty canvas that takes every call. `base` takes user space to pixels.
     CGBitmapContext(int width, int height, const CGAffineTransform& base = {});
     // Pixels that the caller owns and keeps for as long as the canvas lives, rows `bytesPerRow` (a
     // multiple of 4) apart. The caller may read and write them between calls.

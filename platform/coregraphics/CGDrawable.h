@@ -16,7 +16,8 @@ public:
     virtual ~CGDrawable() = default;
 
     // Paints around the point 0, 0 of the user space in force, whose y axis runs up. Called only
-    // with a transformation that can be inverted. The canvas restores all graphics state afterwards.
+    // with a transformation that can be inverted. The canvas restores all graphics state
+    // afterwards.
     virtual void paint(CairoCanvas& canvas) const = 0;
 
     // A box around everything that paint touches, in the same space; what lies outside the clip is

@@ -23,11 +23,12 @@ std::shared_ptr<const CGGradient> CGGradient::createWithColorComponents(
     // first colour stands at 0, so one interval fewer is shared out.
     const double last = located > 0 ? component(locations[located - 1]) : 0;
     const std::size_t first = located > 0 ? located - 1 : 0;
-    const double intervals = static_cast<double>(std::max<std::size_t>(count, first + 2) - 1 - first);
+    const double intervals =
+        static_cast<double>(std::max<std::size_t>(count, first + 2) - 1 - first);
     for (std::size_t i = 0; i < count; ++i) {
-        const double location = i < located
-                                    ? component(locations[i])
-                                    : last + (1 - last) * static_cast<double>(i - first) / intervals;
+        const double location =
+            i < located ? component(locations[i])
+                        : last + (1 - last) * static_cast<double>(i - first) / intervals;
         const double* c = components.data() + i * 4;
         gradient->stops_.push_back(
             {location, {component(c[0]), component(c[1]), component(c[2]), component(c[3])}});

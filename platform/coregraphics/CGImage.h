@@ -17,10 +17,11 @@ class CGDataProvider;
 // premultiplied alpha, red, green and blue, alpha in bits 24 to 31, rows packed from the top.
 class ORVANE_EXPORT CGImage {
 public:
-    // Decodes now. Null for what is not of the format, is damaged, or announces more pixels than its
-    // bytes could hold.
+    // Decodes now. Null for what is not of the format, is damaged, or announces more pixels than
+    // its bytes could hold.
     static std::shared_ptr<const CGImage> createWithPNGDataProvider(const CGDataProvider& provider);
-    static std::shared_ptr<const CGImage> createWithJPEGDataProvider(const CGDataProvider& provider);
+    static std::shared_ptr<const CGImage> createWithJPEGDataProvider(
+        const CGDataProvider& provider);
 
     // Raw pixels of four bytes red, green, blue, alpha, the alpha not premultiplied, which is the
     // bitmap information 3. Where the bytes end early the rest is transparent. Null for sizes that
@@ -37,6 +38,9 @@ public:
     int height() const { return height_; }
     std::span<const std::uint32_t> pixels() const { return pixels_; }
 
+    // Whether no pixel lets anything shine through.
+    bool isOpaque() const { return isOpaque_; }
+
     // False when the file cannot be written.
     bool writePNG(const std::string& filename) const;
 
@@ -45,6 +49,7 @@ private:
 
     int width_;
     int height_;
+    bool isOpaque_;
     std::vector<std::uint32_t> pixels_;
 };
 

@@ -46,7 +46,8 @@ private:
     }
 
     // Where the curve turns back in one coordinate: the roots of the derivative inside (0, 1).
-    void includeTurningPoints(CGPoint p0, CGPoint p1, CGPoint p2, CGPoint p3, double CGPoint::*axis) {
+    void includeTurningPoints(CGPoint p0, CGPoint p1, CGPoint p2, CGPoint p3,
+                              double CGPoint::*axis) {
         const double a = p3.*axis - 3 * p2.*axis + 3 * p1.*axis - p0.*axis;
         const double b = 2 * (p2.*axis - 2 * p1.*axis + p0.*axis);
         const double c = p1.*axis - p0.*axis;
@@ -74,7 +75,8 @@ private:
     }
 
     CGPoint min_{std::numeric_limits<double>::infinity(), std::numeric_limits<double>::infinity()};
-    CGPoint max_{-std::numeric_limits<double>::infinity(), -std::numeric_limits<double>::infinity()};
+    CGPoint max_{-std::numeric_limits<double>::infinity(),
+                 -std::numeric_limits<double>::infinity()};
     CGPoint current_;
 };
 
@@ -193,9 +195,10 @@ void CGPath::addRelativeArc(const CGAffineTransform& matrix, double x, double y,
         const double from = startAngle + delta * i / pieces;
         const double to = startAngle + delta * (i + 1) / pieces;
         const double k = 4.0 / 3.0 * std::tan((to - from) / 4);
-        segments.curveTo(on(std::cos(from) - k * std::sin(from), std::sin(from) + k * std::cos(from)),
-                         on(std::cos(to) + k * std::sin(to), std::sin(to) - k * std::cos(to)),
-                         on(std::cos(to), std::sin(to)));
+        segments.curveTo(
+            on(std::cos(from) - k * std::sin(from), std::sin(from) + k * std::cos(from)),
+            on(std::cos(to) + k * std::sin(to), std::sin(to) - k * std::cos(to)),
+            on(std::cos(to), std::sin(to)));
     }
 }
 

@@ -11,8 +11,8 @@
 
 namespace orvane::platform {
 
-// One drawing operation as a value: what was called, with which arguments. Comparable and printable,
-// so that a test states the calls it expects in order.
+// One drawing operation as a value: what was called, with which arguments. Comparable and
+// printable, so that a test states the calls it expects in order.
 namespace recorded {
 
 // An outline as it stood when it was added: "M x y", "L x y", "C x y x y x y" and "Z", by blanks.

@@ -1,0 +1,50 @@
+#include "platform/coregraphics/CGImage.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "platform/coregraphics/Blend.h"
+#include "platform/coregraphics/CGDataProvider.h"
+#include "platform/coregraphics/imageLimits.h"
+
+namespace orvane::platform {
+
+CGImage::CGImage(int width, int height, std::vector<std::uint32_t> pixels)
+    : width_(width),
+      height_(height),
+      isOpaque_(std::ranges::all_of(pixels, [](std::uint32_t p) { return p >> 24 == 255; })),
+      pixels_(std::move(pixels)) {}
+
+std::shared_ptr<const CGImage> CGImage::createWithPixels(int width, int height,
+                                                         std::vector<std::uint32_t> pixels) {
+    if (!isSensibleImageSize(width, height) ||
+        pixels.size() != static_cast<std::size_t>(width) * static_cast<std::size_t>(height)) {
+        return nullptr;
+    }
+    return std::shared_ptr<const CGImage>(new CGImage(width, height, std::move(pixels)));
+}
+
+std::shared_ptr<const CGImage> CGImage::create(std::ptrdiff_t width, std::ptrdiff_t height,
+                                               std::ptrdiff_t bytesPerRow,
+                                               const CGDataProvider& provider) {
+    if (!isSensibleImageSize(width, height) || bytesPerRow < width * 4) {
+        return nullptr;
+    }
+    const std::span<const unsigned char> bytes = provider.bytes();
+    const auto columns = static_cast<std::size_t>(width);
+    std::vector<std::uint32_t> pixels(columns * static_cast<std::size_t>(height));
+    for (std::size_t y = 0; y < static_cast<std::size_t>(height); ++y) {
+        const std::size_t start = y * static_cast<std::size_t>(bytesPerRow);
+        if (start >= bytes.size()) {
+            break;
+        }
+        const std::size_t whole = std::min(columns, (bytes.size() - start) / 4);
+        for (std::size_t x = 0; x < whole; ++x) {
+            const unsigned char* p = bytes.data() + start + x * 4;
+            pixels[y * columns + x] = premultiplied(p[0], p[1], p[2], p[3]);
+        }
+    }
+    return createWithPixels(static_cast<int>(width), static_cast<int>(height), std::move(pixels));
+}
+
+}  // namespace orvane::platform

@@ -1,0 +1,95 @@
+#include <png.h>
+
+#include <algorithm>
+#include <bit>
+#include <cstdint>
+#include <span>
+#include <vector>
+
+#include "platform/coregraphics/Blend.h"
+#include "platform/coregraphics/CGDataProvider.h"
+#include "platform/coregraphics/CGImage.h"
+#include "platform/coregraphics/imageLimits.h"
+
+namespace orvane::platform {
+
+namespace {
+
+// Straight ARGB words, whichever way the machine stores them.
+constexpr png_uint_32 kWordFormat =
+    std::endian::native == std::endian::little ? PNG_FORMAT_BGRA : PNG_FORMAT_ARGB;
+
+// The library's own structure, emptied again whatever happens.
+class PngImage {
+public:
+    PngImage() { image_.version = PNG_IMAGE_VERSION; }
+    ~PngImage() { png_image_free(&image_); }
+    PngImage(const PngImage&) = delete;
+    PngImage& operator=(const PngImage&) = delete;
+
+    png_image* operator->() { return &image_; }
+    png_image* get() { return &image_; }
+
+private:
+    png_image image_{};
+};
+
+// Whether so many bytes can hold so many pixels at all: the compression gets at most about a
+// thousand bytes out of one, and a pixel is at least one bit.
+bool canHold(std::size_t bytes, std::int64_t pixels) {
+    constexpr std::int64_t kPixelsPerByte = 1032 * 8;
+    return pixels / kPixelsPerByte <= static_cast<std::int64_t>(bytes);
+}
+
+// The format ends with this chunk, its checksum included; a file cut short lacks it.
+bool hasEnd(std::span<const unsigned char> bytes) {
+    static constexpr unsigned char kEnd[] = {0,   0,   0,    0,    'I',  'E',
+                                             'N', 'D', 0xae, 0x42, 0x60, 0x82};
+    return !std::ranges::search(bytes, kEnd).empty();
+}
+
+}  // namespace
+
+std::shared_ptr<const CGImage> CGImage::createWithPNGDataProvider(const CGDataProvider& provider) {
+    const std::span<const unsigned char> bytes = provider.bytes();
+    PngImage png;
+    if (png_image_begin_read_from_memory(png.get(), bytes.data(), bytes.size()) == 0 ||
+        !isSensibleImageSize(png->width, png->height) ||
+        !canHold(bytes.size(), std::int64_t{png->width} * png->height) || !hasEnd(bytes)) {
+        return nullptr;
+    }
+    png->format = kWordFormat;
+    const auto width = static_cast<int>(png->width);
+    const auto height = static_cast<int>(png->height);
+    std::vector<std::uint32_t> pixels(std::size_t{png->width} * png->height);
+    if (png_image_finish_read(png.get(), nullptr, pixels.data(), 0, nullptr) == 0) {
+        return nullptr;
+    }
+    for (std::uint32_t& p : pixels) {
+        p = premultiplied(p >> 16 & 255, p >> 8 & 255, p & 255, p >> 24);
+    }
+    return createWithPixels(width, height, std::move(pixels));
+}
+
+bool CGImage::writePNG(const std::string& filename) const {
+    std::vector<std::uint32_t> straight(pixels_.size());
+    std::ranges::transform(pixels_, straight.begin(), [](std::uint32_t p) {
+        const std::uint32_t alpha = p >> 24;
+        if (alpha == 0 || alpha == 255) {
+            return p;
+        }
+        const auto channel = [&](int shift) {
+            const std::uint32_t value = p >> shift & 255;
+            return std::min<std::uint32_t>(255, (value * 255 + alpha / 2) / alpha) << shift;
+        };
+        return alpha << 24 | channel(16) | channel(8) | channel(0);
+    });
+    PngImage png;
+    png->width = static_cast<png_uint_32>(width_);
+    png->height = static_cast<png_uint_32>(height_);
+    png->format = kWordFormat;
+    return png_image_write_to_file(png.get(), filename.c_str(), 0, straight.data(), 0, nullptr) !=
+           0;
+}
+
+}  // namespace orvane::platform
