@@ -10,44 +10,35 @@
 
 namespace orvane::display::graphics {
 
-// Kinds whose bracket goes into a log instead of onto a canvas.
-
+using Box = geometry::Rect<double>;
 using Log = std::vector<std::string>;
 
-class LoggingDrawable : public virtual Drawable {
+// A group or a clip container whose bracket goes into a log instead of onto a canvas.
+template <typename Base>
+class Logging : public virtual Base {
 public:
-    LoggingDrawable(std::string name, Log& log) : name_(std::move(name)), log_(log) {}
+    Logging(std::string name, Log& log) : name_(std::move(name)), log_(log) {}
 
 protected:
-    void storeState() override { logCall("store"); }
-    void clipRect(const geometry::Rect<double>& r) override {
+    void storeState() override { note("store"); }
+    void clipRect(const Box& r) override {
         std::ostringstream text;
         text << "clip " << r.x << ' ' << r.y << ' ' << r.width << ' ' << r.height;
-        logCall(text.str());
+        note(text.str());
     }
-    void applyTransform() override { logCall("transform"); }
-    void restoreState() override { logCall("restore"); }
+    void applyTransform() override { note("transform"); }
+    void restoreState() override { note("restore"); }
 
-    void logCall(const std::string& what) { log_.push_back(name_ + ": " + what); }
+    void note(const std::string& what) { log_.push_back(name_ + ": " + what); }
 
 private:
     std::string name_;
     Log& log_;
 };
 
-class LoggingContainer : public virtual Container, public virtual LoggingDrawable {
+class LoggingShape : public Logging<Shape> {
 public:
-    LoggingContainer(const std::string& name, Log& log) : LoggingDrawable(name, log) {}
-};
-
-class LoggingClipContainer : public virtual ClipContainer, public virtual LoggingDrawable {
-public:
-    LoggingClipContainer(const std::string& name, Log& log) : LoggingDrawable(name, log) {}
-};
-
-class LoggingShape : public virtual Shape, public virtual LoggingDrawable {
-public:
-    LoggingShape(const std::string& name, Log& log) : LoggingDrawable(name, log) {}
+    using Logging::Logging;
 
     geometry::Rect<double> getInnerBounds() override { return box; }
     void setFillColor(unsigned, unsigned, unsigned, unsigned) override {}
@@ -60,12 +51,12 @@ public:
     bool isFillVisible() const override { return fillVisible; }
     bool isStrokeVisible() const override { return strokeVisible; }
 
-    geometry::Rect<double> box{0, 0, 10, 10};
+    Box box{0, 0, 10, 10};
     bool fillVisible = true;
     bool strokeVisible = true;
 
 protected:
-    void doValidate(const geometry::Rect<double>&) override { logCall("paint"); }
+    void doValidate(const Box&) override { note("paint"); }
 };
 
 }  // namespace orvane::display::graphics

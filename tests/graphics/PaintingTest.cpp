@@ -1,0 +1,316 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <functional>
+#include <sstream>
+
+#include "orvane/display/CurrentCanvas.h"
+#include "orvane/orvane.h"
+#include "platform/coregraphics/CGRecordingContext.h"
+#include "tests/graphics/MarkingLayer.h"
+
+namespace orvane::display::graphics {
+namespace {
+
+using Box = geometry::Rect<double>;
+using std::string;
+
+const string kOpen = "saveGState() concatCTM(1 0 0 1 0 0) ";
+const string kClose = " restoreGState()";
+const string kBlackFill = "setRGBFillColor(0 0 0 1) ";
+const string kThinStroke = "setLineWidth(0) setRGBStrokeColor(0 0 0 1) ";
+const string kTenByTen = "addPath(M 0 0 L 10 0 L 10 10 L 0 10 Z) ";
+constexpr int kNone = -1;
+
+// The calls that an object makes on its canvas in a pass over everything, parted by blanks.
+string paint(DisplayObject& object) {
+    platform::CGRecordingContext canvas;
+    SetCurrentCanvas(&canvas);
+    object.validate({-1000, -1000, 3000, 3000});
+    SetCurrentCanvas(nullptr);
+    std::ostringstream text;
+    for (const auto& call : canvas.calls()) {
+        text << (text.tellp() > 0 ? " " : "") << call;
+    }
+    return text.str();
+}
+
+// The calls inside the bracket of an object that is not transformed.
+string painting(DisplayObject& object) {
+    const string calls = paint(object);
+    EXPECT_TRUE(calls.starts_with(kOpen) && calls.ends_with(kClose)) << calls;
+    return calls.substr(kOpen.size(), calls.size() - kOpen.size() - kClose.size());
+}
+
+string outline(DisplayObject& object) {
+    const string calls = paint(object);
+    const auto begin = calls.find("addPath(") + 8;
+    return calls.substr(begin, calls.find(')', begin) - begin);
+}
+
+std::shared_ptr<Rect> makeRect() {
+    const auto rect = DisplayFactory::createRect();
+    rect->set(0, 0, 10, 10);
+    return rect;
+}
+
+LinearGradient redToBlue() {
+    LinearGradient gradient;
+    gradient.addColor(0xFFFF0000, 0);
+    gradient.addColor(0x000000FF, 1);
+    return gradient;
+}
+
+TEST(Painting, ChildrenNestAndAClipComesBeforeTheTransformation) {
+    const auto clip = DisplayFactory::createClipContainer(false);
+    const auto group = DisplayFactory::createContainer();
+    clip->setBounds({5, 5, 30, 20});
+    clip->setTranslate(3, 4);
+    group->setMatrix(0, -1, 10, 1, 0, 0);
+    clip->add(group);
+    group->add(makeRect());
+
+    EXPECT_EQ(paint(*clip),
+              "saveGState() clipToRect(5 5 30x20) concatCTM(1 0 0 1 3 4) "
+              "saveGState() concatCTM(0 1 -1 0 10 0) " +
+                  kOpen + kBlackFill + kThinStroke + kTenByTen + "drawPath(3)" + kClose + kClose +
+                  kClose);
+    EXPECT_EQ(clip->getValidFrame(), Box(5, 5, 30, 20));
+    // Outside a pass there is no canvas.
+    ASSERT_EQ(GetCurrentCanvas(), nullptr);
+    clip->validate({6, 6, 1, 1});
+}
+
+TEST(Painting, EachKindHasItsNameAndItsOutline) {
+    const auto rect = DisplayFactory::createRect();
+    const auto circle = DisplayFactory::createCircle();
+    const auto ellipse = DisplayFactory::createEllipse();
+    const auto line = DisplayFactory::createLine();
+    const auto polyline = DisplayFactory::createPolyline();
+    rect->set(1, 2, 3, 4);
+    circle->set(10, 20, 5);
+    ellipse->set(10, 20, 30, 40);
+    line->set(1, 2, 3, 4);
+    polyline->set({0, 0, 10, 0, 10, 10, 99}, true);
+    const std::tuple<std::shared_ptr<DisplayObject>, string, Box, string> kinds[] = {
+        {rect, "QuartzRect", {1, 2, 3, 4}, "M 1 2 L 4 2 L 4 6 L 1 6 Z"},
+        // The point is the corner of the box, not the centre.
+        {circle,
+         "QuartzCircle",
+         {10, 20, 10, 10},
+         "M 20 25 C 20 27.7614 17.7614 30 15 30 C 12.2386 30 10 27.7614 10 25 "
+         "C 10 22.2386 12.2386 20 15 20 C 17.7614 20 20 22.2386 20 25 Z"},
+        // The box's whole sides, not radii.
+        {ellipse,
+         "QuartzEllipse",
+         {10, 20, 30, 40},
+         "M 40 40 C 40 51.0457 33.2843 60 25 60 C 16.7157 60 10 51.0457 10 40 "
+         "C 10 28.9543 16.7157 20 25 20 C 33.2843 20 40 28.9543 40 40 Z"},
+        {line, "QuartzLine", {1, 2, 2, 2}, "M 1 2 L 3 4"},
+        {polyline, "QuartzPolyline", {0, 0, 10, 10}, "M 0 0 L 10 0 L 10 10 Z"},
+    };
+    for (const auto& [object, name, frame, path] : kinds) {
+        EXPECT_EQ(object->getDescription(), name);
+        EXPECT_EQ(object->getFrame(), frame) << name;
+        EXPECT_EQ(outline(*object), path) << name;
+    }
+    polyline->set({0, 0, 10, 0, 10, 20}, false);
+    EXPECT_EQ(outline(*polyline), "M 0 0 L 10 0 L 10 20");
+    polyline->set(std::vector<float>(4001, 1.0F), false);  // more than the stack buffer holds
+    EXPECT_EQ(polyline->getBounds(), Box(1, 1, 0, 0));
+    polyline->set({}, true);
+    EXPECT_EQ(polyline->getBounds(), Box(1, 1, 0, 0)) << "an empty outline keeps the bounds";
+}
+
+TEST(Painting, EveryGeometrySetterRebuildsAndRepaints) {
+    const auto rect = DisplayFactory::createRect();
+    const auto circle = DisplayFactory::createCircle();
+    const auto ellipse = DisplayFactory::createEllipse();
+    const auto line = DisplayFactory::createLine();
+    struct Step {
+        std::shared_ptr<DisplayObject> object;
+        std::function<void()> set;
+        Box frame;
+    };
+    const Step steps[] = {
+        {rect, [&] { rect->setWidth(3); }, {0, 0, 3, 0}},
+        {rect, [&] { rect->setHeight(4); }, {0, 0, 3, 4}},
+        {rect, [&] { rect->setX(1); }, {1, 0, 3, 4}},
+        {rect, [&] { rect->setY(2); }, {1, 2, 3, 4}},
+        {circle, [&] { circle->setR(3); }, {0, 0, 6, 6}},
+        {circle, [&] { circle->setCx(1); }, {1, 0, 6, 6}},
+        {circle, [&] { circle->setCy(2); }, {1, 2, 6, 6}},
+        {ellipse, [&] { ellipse->setRx(3); }, {0, 0, 3, 0}},
+        {ellipse, [&] { ellipse->setRy(4); }, {0, 0, 3, 4}},
+        {ellipse, [&] { ellipse->setCx(1); }, {1, 0, 3, 4}},
+        {ellipse, [&] { ellipse->setCy(2); }, {1, 2, 3, 4}},
+        {line, [&] { line->setX2(-3.5F); }, {-3.5, 0, 3.5, 0}},  // never rounded
+        {line, [&] { line->setY2(4); }, {-3.5, 0, 3.5, 4}},
+        {line, [&] { line->setX1(1); }, {-3.5, 0, 4.5, 4}},
+        {line, [&] { line->setY1(6); }, {-3.5, 4, 4.5, 2}},
+        {line, [&] { line->setStrokeWidth(3); }, {-5.5, 2, 8.5, 6}},
+    };
+    const auto layer = std::make_shared<MarkingLayer>();
+    for (const Step& step : steps) {
+        if (!step.object->getLayer()) {
+            layer->addObject(step.object);
+        }
+        layer->takeMarks();
+        step.set();
+        EXPECT_EQ(layer->takeMarks(), 1);
+        EXPECT_EQ(step.object->getFrame(), step.frame) << &step - steps;
+    }
+    // One radius alone calls for rounded corners, which come out sharp with the other one at 0.
+    rect->setRx(1);
+    EXPECT_EQ(outline(*rect), "M 1 2 L 4 2 L 4 6 L 1 6 Z");
+    rect->setRy(2);
+    EXPECT_EQ(std::ranges::count(outline(*rect), 'C'), 4);
+    EXPECT_EQ(layer->takeMarks(), 2);
+}
+
+TEST(Painting, APathDrawsInAbsoluteCoordinatesBetweenStartAndFinish) {
+    const auto path = DisplayFactory::createPath();
+    const auto layer = std::make_shared<MarkingLayer>();
+    layer->addObject(path);
+    layer->takeMarks();
+    path->start();
+    path->move(10, 10, true);
+    path->line(20, 10, true);
+    path->cubicCurve(40, 10, 25, 0, 35, 20, true);
+    path->quadCurve(70, 10, 55, 10, true);
+    path->close();
+    EXPECT_EQ(path->getInnerBounds(), Box()) << "the bounds wait for finish";
+    EXPECT_EQ(layer->takeMarks(), 0);
+    path->finish();
+    EXPECT_EQ(layer->takeMarks(), 1);
+    EXPECT_EQ(outline(*path), "M 10 10 L 20 10 C 25 0 35 20 40 10 C 50 10 60 10 70 10 Z");
+    const Box bounds = path->getInnerBounds();
+    EXPECT_EQ(bounds.width, 60);
+    path->start();
+    path->finish();
+    EXPECT_EQ(path->getInnerBounds(), bounds) << "with nothing drawn, the former outline's";
+    EXPECT_EQ(outline(*path), "");
+
+    path->start();
+    path->arc(100, 50, 20, 10, 90, 0, 180);  // turned, the long axis stands upright
+    path->finish();
+    EXPECT_TRUE(outline(*path).starts_with("M 100 70 ")) << outline(*path);
+    EXPECT_EQ(path->getBounds(), Box(90, 30, 10, 40)) << "the side that the sweep runs through";
+}
+
+TEST(Painting, SolidFillAndStrokeInEachCombination) {
+    struct Case {
+        std::function<void(Rect&)> style;
+        string calls;
+    };
+    const Case cases[] = {
+        {[](Rect&) {}, kBlackFill + kThinStroke + kTenByTen + "drawPath(3)"},
+        {[](Rect& r) {
+             r.setFillColor(127, 63, 31, 255);
+             r.setStrokeColor(255, 127, 63, 31);
+             r.setStrokeWidth(2.5F);
+             r.setStrokeDashArray({4, 2});
+             r.setStrokeDashOffset(1);
+         },
+         "setRGBFillColor(0.5 0.25 0.125 1) setLineWidth(2.5) "
+         "setRGBStrokeColor(1 0.5 0.25 0.125) setLineDash(1, [4; 2]) " +
+             kTenByTen + "drawPath(3)"},
+        {[](Rect& r) {
+             r.setFillColor(0);  // visible all the same
+             r.setStrokeColor(0x1F7F3FFF);
+         },
+         "setRGBFillColor(0.00390625 0.00390625 0.00390625 0.00390625) setLineWidth(0) "
+         "setRGBStrokeColor(0.5 0.25 1 0.125) " +
+             kTenByTen + "drawPath(3)"},
+        {[](Rect& r) { r.setStrokeColor(0, 0, 0, kNone); }, kBlackFill + kTenByTen + "drawPath(0)"},
+        {[](Rect& r) { r.setFillColor(0, 0, 0, kNone); }, kThinStroke + kTenByTen + "drawPath(2)"},
+    };
+    for (const Case& c : cases) {
+        const auto rect = makeRect();
+        c.style(*rect);
+        EXPECT_EQ(painting(*rect), c.calls);
+    }
+    const auto line = DisplayFactory::createLine();
+    line->set(1, 2, 3, 4);
+    EXPECT_EQ(painting(*line), kThinStroke + "addPath(M 1 2 L 3 4) drawPath(2)");
+    line->setStrokeColor(0, 0, 0, kNone);
+    EXPECT_EQ(paint(*line), "") << "nothing but its stroke could be seen";
+}
+
+TEST(Painting, PatternsAndStrokeGradientsChangeNeitherTheLookNorTheDirtyState) {
+    const auto layer = std::make_shared<MarkingLayer>();
+    const auto rect = makeRect();
+    layer->addObject(rect);
+    layer->takeMarks();
+    rect->setPattern({});
+    rect->setStrokeColor(redToBlue());
+    EXPECT_EQ(layer->takeMarks(), 0);
+    EXPECT_EQ(painting(*rect), kBlackFill + kThinStroke + kTenByTen + "drawPath(3)");
+    rect->setFillColor(redToBlue());
+    rect->setFillColor(1, 2, 3, 4);
+    rect->setFillColor(0U);
+    rect->setStrokeColor(1, 2, 3, 4);
+    rect->setStrokeColor(0U);
+    EXPECT_EQ(layer->takeMarks(), 5);
+}
+
+TEST(Painting, AGradientClipsToTheOutlineAndAColourEndsIt) {
+    const auto rect = makeRect();
+    LinearGradient gradient = redToBlue();
+    gradient.set({1}, {2}, {3}, {4});
+    rect->setFillColor(gradient);
+    gradient.setX1({99});  // a copy was taken
+    const string filled = kTenByTen +
+                          "clip() drawLinearGradient([1 0.00390625 0.00390625 1; 0.00390625 "
+                          "0.00390625 1 0.00390625], [0; 1], 1 2, 3 4, 3) ";
+    EXPECT_EQ(painting(*rect), filled + kThinStroke + kTenByTen + "drawPath(2)");
+    rect->setStrokeColor(0, 0, 0, kNone);
+    EXPECT_EQ(painting(*rect), filled + kTenByTen + "drawPath(2)") << "stroked all the same";
+    rect->setFillColor(0xFF7F7F7F);
+    EXPECT_EQ(painting(*rect), "setRGBFillColor(0.5 0.5 0.5 1) " + kTenByTen + "drawPath(0)");
+}
+
+TEST(Painting, AGradientsAxisIsResolvedAgainstTheBoundsWithTheStroke) {
+    struct Case {
+        float x1, y1, x2, y2;
+        bool userSpace;
+        const char* axis;
+    };
+    const Case cases[] = {
+        {0, 0, 10, 5, true, "0 0, 10 5"},        {0, 0, 0, 0, true, "0 0, 0 0"},
+        {0, 0, 1, 0, true, "-2 -2, 12 -2"},      {0, 0, 1, 0, false, "-2 -2, 12 -2"},
+        {0.5F, 0, 0.5F, 1, false, "5 -2, 5 12"},
+    };
+    const auto rect = makeRect();
+    rect->setStrokeWidth(3);
+    for (const Case& c : cases) {
+        LinearGradient gradient = redToBlue();
+        gradient.set({c.x1}, {c.y1}, {c.x2}, {c.y2});
+        gradient.setUserSpace(c.userSpace);
+        rect->setFillColor(gradient);
+        EXPECT_NE(painting(*rect).find("[0; 1], " + string(c.axis) + ", 3)"), string::npos)
+            << painting(*rect);
+    }
+}
+
+TEST(Painting, TheFillRuleChoosesTheModeAndAsksForNoRepaint) {
+    using FillRule = PathFillStyleable::FillRule;
+    const auto layer = std::make_shared<MarkingLayer>();
+    const auto polyline = DisplayFactory::createPolyline();
+    layer->addObject(polyline);
+    polyline->set({0, 0, 10, 0, 10, 10}, true);
+    layer->takeMarks();
+    polyline->setFillRule(FillRule::EvenOdd);
+    EXPECT_EQ(layer->takeMarks(), 0);
+    EXPECT_TRUE(painting(*polyline).ends_with("drawPath(4)"));
+    polyline->setStrokeColor(0, 0, 0, kNone);
+    EXPECT_TRUE(painting(*polyline).ends_with("drawPath(1)"));
+    polyline->setFillColor(redToBlue());
+    EXPECT_TRUE(painting(*polyline).ends_with("drawPath(2)"));
+    polyline->setFillColor(0xFF000000);
+    polyline->setFillRule(FillRule::NonZero);
+    EXPECT_TRUE(painting(*polyline).ends_with("drawPath(0)"));
+}
+
+}  // namespace
+}  // namespace orvane::display::graphics
