@@ -23,28 +23,19 @@ std::uint32_t premultiplied(const CGColor& color) {
            toByte(component(color.green) * alpha) << 8 | toByte(component(color.blue) * alpha);
 }
 
-void blendSolid(std::uint32_t* row, int count, std::uint32_t color) {
-    const std::uint32_t rest = 255 - (color >> 24);
-    if (rest == 0) {
-        std::fill_n(row, count, color);
-        return;
-    }
-    for (int i = 0; i < count; ++i) {
-        row[i] = color + scaled(row[i], rest);
-    }
-}
-
 void blendCoverage(std::uint32_t* row, const std::uint8_t* coverage, int count,
                    std::uint32_t color) {
+    const std::uint64_t source = wide::spread(color);
     for (int i = 0; i < count; ++i) {
-        row[i] = over(scaled(color, coverage[i]), row[i]);
+        row[i] = wide::packed(wide::over(wide::scaled(source, coverage[i]), wide::spread(row[i])));
     }
 }
 
 void blendColors(std::uint32_t* row, const std::uint32_t* colors, const std::uint8_t* coverage,
                  int count) {
     for (int i = 0; i < count; ++i) {
-        row[i] = over(scaled(colors[i], coverage[i]), row[i]);
+        const std::uint64_t source = wide::scaled(wide::spread(colors[i]), coverage[i]);
+        row[i] = wide::packed(wide::over(source, wide::spread(row[i])));
     }
 }
 

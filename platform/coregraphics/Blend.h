@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 
@@ -19,20 +20,39 @@ struct Bitmap {
     PixelRect bounds() const { return {0, 0, width, height}; }
 };
 
+// A colour with its channels 16 bits apart, so that all four are worked on at once.
+namespace wide {
+
+inline constexpr std::uint64_t kChannels = 0x00ff00ff00ff00ffu;
+
+inline std::uint64_t spread(std::uint32_t color) {
+    return (color | std::uint64_t{color} << 24) & kChannels;
+}
+
+inline std::uint32_t packed(std::uint64_t color) {
+    return static_cast<std::uint32_t>(color | color >> 24);
+}
+
+inline std::uint64_t scaled(std::uint64_t color, std::uint64_t factor) {
+    // x / 255 is (x + x / 256) / 256 after the half has been added.
+    const std::uint64_t x = color * factor + 0x0080008000800080u;
+    return ((x + ((x >> 8) & kChannels)) >> 8) & kChannels;
+}
+
+inline std::uint64_t over(std::uint64_t source, std::uint64_t below) {
+    return source + scaled(below, 255 - (source >> 48));
+}
+
+}  // namespace wide
+
 // Every channel of a premultiplied colour times `factor` / 255, rounded to nearest.
 inline std::uint32_t scaled(std::uint32_t color, std::uint32_t factor) {
-    // Two channels at a time, each with 8 bits of room above it; x / 255 is (x + x / 256) / 256
-    // after the half has been added.
-    std::uint32_t low = (color & 0x00ff00ffu) * factor + 0x00800080u;
-    std::uint32_t high = ((color >> 8) & 0x00ff00ffu) * factor + 0x00800080u;
-    low = ((low + ((low >> 8) & 0x00ff00ffu)) >> 8) & 0x00ff00ffu;
-    high = (high + ((high >> 8) & 0x00ff00ffu)) & 0xff00ff00u;
-    return low | high;
+    return wide::packed(wide::scaled(wide::spread(color), factor));
 }
 
 // The premultiplied colour `source` laid over `below`.
 inline std::uint32_t over(std::uint32_t source, std::uint32_t below) {
-    return source + scaled(below, 255 - (source >> 24));
+    return wide::packed(wide::over(wide::spread(source), wide::spread(below)));
 }
 
 // A colour given in straight bytes.
@@ -46,7 +66,16 @@ std::uint32_t premultiplied(const CGColor& color);
 
 // Lay colours over a row of pixels: one colour alike everywhere; one colour by the coverage (0 to
 // 255) of each pixel; a colour and a coverage for each pixel.
-void blendSolid(std::uint32_t* row, int count, std::uint32_t color);
+inline void blendSolid(std::uint32_t* row, int count, std::uint32_t color) {
+    if (color >> 24 == 255) {
+        std::fill_n(row, count, color);
+        return;
+    }
+    const std::uint64_t source = wide::spread(color);
+    for (int i = 0; i < count; ++i) {
+        row[i] = wide::packed(wide::over(source, wide::spread(row[i])));
+    }
+}
 void blendCoverage(std::uint32_t* row, const std::uint8_t* coverage, int count,
                    std::uint32_t color);
 void blendColors(std::uint32_t* row, const std::uint32_t* colors, const std::uint8_t* coverage,

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdint>
 #include <limits>
 #include <span>
 
@@ -11,6 +12,8 @@
 namespace orvane::platform {
 
 namespace {
+
+constexpr double kBehindTheEnd = 2;
 
 // Colours along an axis. Neighbouring pixels mostly lie between the same two stops; what is worked
 // out for those is kept until a pixel leaves them.
@@ -23,15 +26,18 @@ public:
         if (!(t >= from_ && t < to_)) {
             enter(t);
         }
-        const double along = t - origin_;
-        double channel[4];
+        const auto along = static_cast<float>(t - origin_);
+        // Loops over the four channels, which the compiler runs at once.
+        float channel[4];
         for (int i = 0; i < 4; ++i) {
             channel[i] = first_[i] + slope_[i] * along;
         }
-        const double alpha = channel[3];
-        const auto byte = [](double value) { return static_cast<std::uint32_t>(value + 0.5); };
-        return byte(alpha * 255) << 24 | byte(channel[0] * alpha * 255) << 16 |
-               byte(channel[1] * alpha * 255) << 8 | byte(channel[2] * alpha * 255);
+        const float alpha[4] = {channel[3], channel[3], channel[3], 1};
+        std::int32_t byte[4];
+        for (int i = 0; i < 4; ++i) {
+            byte[i] = static_cast<std::int32_t>(channel[i] * alpha[i] * 255 + 0.5f);
+        }
+        return static_cast<std::uint32_t>(byte[3] << 24 | byte[0] << 16 | byte[1] << 8 | byte[2]);
     }
 
 private:
@@ -55,19 +61,20 @@ private:
             origin_ = before.location;
             const double length = behind->location - before.location;
             const CGColor& end = behind->color;
-            const double ends[] = {end.red, end.green, end.blue, end.alpha};
-            for (int i = 0; i < 4; ++i) {
-                slope_[i] = (ends[i] - first_[i]) / length;
-            }
+            const CGColor& start = before.color;
+            slope_[0] = static_cast<float>((end.red - start.red) / length);
+            slope_[1] = static_cast<float>((end.green - start.green) / length);
+            slope_[2] = static_cast<float>((end.blue - start.blue) / length);
+            slope_[3] = static_cast<float>((end.alpha - start.alpha) / length);
         }
     }
 
     void hold(const CGColor& color, double from, double to) {
-        first_[0] = color.red;
-        first_[1] = color.green;
-        first_[2] = color.blue;
-        first_[3] = color.alpha;
-        std::fill_n(slope_, 4, 0.0);
+        first_[0] = static_cast<float>(color.red);
+        first_[1] = static_cast<float>(color.green);
+        first_[2] = static_cast<float>(color.blue);
+        first_[3] = static_cast<float>(color.alpha);
+        std::fill_n(slope_, 4, 0.0f);
         from_ = from;
         to_ = to;
     }
@@ -77,8 +84,8 @@ private:
     double from_ = 0;  // nothing yet
     double to_ = 0;
     double origin_ = 0;
-    double first_[4] = {};
-    double slope_[4] = {};
+    float first_[4] = {};
+    float slope_[4] = {};
 };
 
 }  // namespace
@@ -107,7 +114,7 @@ void GradientSource::fetch(const PixelRect& area, std::uint32_t* colors) const {
     Ramp ramp(gradient_.stops(), options_);
     for (int y = area.top; y < area.bottom; ++y, colors += Mask::kSide) {
         if (!hasAxis_) {
-            std::fill_n(colors, area.width(), ramp.at(std::numeric_limits<double>::max()));
+            std::fill_n(colors, area.width(), ramp.at(kBehindTheEnd));
             continue;
         }
         const double row = (y + 0.5 - start_.y) * perRow_;

@@ -56,7 +56,6 @@ std::size_t MaskCache::Hash::operator()(const Lookup& lookup) const {
         mixer.add(number);
     }
     mixer.add(n.transform);
-    // The pen is the transformation's or else rare; it need not spread.
     mixer.add(static_cast<std::uint64_t>(n.left));
     mixer.add(static_cast<std::uint64_t>(n.top));
     for (const double length : lookup.dash) {

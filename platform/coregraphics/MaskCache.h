@@ -29,9 +29,9 @@ struct MaskKey {
         double height = 0;
         double cornerWidth = 0;
         double cornerHeight = 0;
-        // Outline to pixels; the translation is what is left of it behind whole pixels.
+        // Outline to pixels, and the pen's user space likewise; the translation is what is left of
+        // it behind whole pixels.
         CGAffineTransform transform;
-        CGAffineTransform pen;
         double lineWidth = 0;
         double dashPhase = 0;
         // The mask's pixels.

@@ -9,7 +9,7 @@ namespace orvane::platform {
 namespace {
 
 // How far a chord may stand off its curve, in pixels.
-constexpr double kTolerance = 0.05;
+constexpr double kTolerance = 0.03;
 constexpr int kDeepestFlattening = 24;
 // Where lengths count, every piece of a curve is made; that many at most (two to the power).
 constexpr int kDeepestExactFlattening = 12;
@@ -164,28 +164,25 @@ void OutlineClipper::appendRuns(const Subpath& subpath, const CGAffineTransform&
     };
     const CGPoint farMin{min_.x - kFarMargin, min_.y - kFarMargin};
     const CGPoint farMax{max_.x + kFarMargin, max_.y + kFarMargin};
-    const auto isSeen = [&](std::size_t i) {
+    // The part of a segment that is kept, if any is to be seen.
+    const auto keep = [&](std::size_t i, double& from, double& to) {
         const auto [p, q] = segment(i);
-        double from, to;
-        return clipLine(p, q, min_, max_, from, to);
-    };
-    const auto isWhole = [&](std::size_t i) {
-        const auto [p, q] = segment(i);
-        double from, to;
-        return clipLine(p, q, farMin, farMax, from, to) && from == 0 && to == 1;
+        return clipLine(p, q, min_, max_, from, to) && clipLine(p, q, farMin, farMax, from, to);
     };
 
-    // A closed subpath begins behind a segment that is not kept whole, so that the joint where it
+    // A closed subpath begins behind a segment whose end is not kept, so that the joint where it
     // closes lies inside a run like any other.
+    double from, to;
     std::size_t first = 0;
     if (subpath.closed) {
-        while (first < count && isSeen(first) && isWhole(first)) {
+        while (first < count && keep(first, from, to) && to == 1) {
             ++first;
         }
         if (first == count) {
             runs.push_back({points, true, 0});
             return;
         }
+        first = (first + 1) % count;
     }
     const double determinant = pen.a * pen.d - pen.b * pen.c;
     const auto length = [&](CGPoint p, CGPoint q) {
@@ -208,8 +205,7 @@ void OutlineClipper::appendRuns(const Subpath& subpath, const CGAffineTransform&
         }
         const auto [p, q] = segment(i);
         const double whole = length(p, q);
-        double from, to;
-        if (isSeen(i) && clipLine(p, q, farMin, farMax, from, to)) {
+        if (keep(i, from, to)) {
             if (!open || from > 0) {
                 runs.push_back({{between(p, q, from)}, false, distance + whole * from});
             }

@@ -202,7 +202,9 @@ void ShapeCoverage::makeMasked(const std::shared_ptr<const Outline>& outline,
     CGPoint reach;
     if (coverage == Coverage::Stroke) {
         reach = penExtent(pen, stroke.width / 2 * joinReach(*outline));
-        key.pen = {pen.a, pen.b, pen.c, pen.d, 0, 0};
+        masked.pen = {pen.a, pen.b, pen.c, pen.d, 0, 0};
+        // Keys have no pen of their own.
+        isLasting = isLasting && masked.pen == linear;
         key.lineWidth = stroke.width;
         key.dashPhase = stroke.dashPhase;
         masked.dash = stroke.dash;
@@ -270,7 +272,7 @@ Mask ShapeCoverage::rasterise(const Masked& masked, const MaskKey::Numbers& key)
         return masked.isTiled() ? Mask::kSide : static_cast<int>(extent);
     };
     return MaskCache::forThisThread().rasteriser().rasterise(
-        {masked.outline ? *masked.outline : plain, transform, key.pen, key.coverage,
+        {masked.outline ? *masked.outline : plain, transform, masked.pen, key.coverage,
          StrokeStyle{key.lineWidth, key.dashPhase, masked.dash}, side(masked.right - masked.left),
          side(masked.bottom - masked.top), masked.reach, masked.isTiled()});
 }
@@ -281,17 +283,17 @@ void ShapeCoverage::forEachTile(const PixelRect& area, Visit visit) const {
     const Masked& masked = std::get<Masked>(form_);
     MaskCache& cache = MaskCache::forThisThread();
     const auto visitMask = [&](const MaskKey::Numbers& key, const PixelRect& place) {
-        const Mask* mask = cache.find({masked.outline.get(), masked.dash, key});
-        if (mask != nullptr) {
-            visit(*mask, place.left, place.top, area.intersected(place));
-        } else if (!masked.isLasting) {
-            visit(rasterise(masked, key), place.left, place.top, area.intersected(place));
-        } else {
-            const Mask& made =
-                cache.insert({masked.outline, {masked.dash.begin(), masked.dash.end()}, key},
-                             rasterise(masked, key));
-            visit(made, place.left, place.top, area.intersected(place));
+        const PixelRect piece = area.intersected(place);
+        if (!masked.isLasting) {
+            visit(rasterise(masked, key), place.left, place.top, piece);
+            return;
         }
+        const Mask* mask = cache.find({masked.outline.get(), masked.dash, key});
+        if (mask == nullptr) {
+            mask = &cache.insert({masked.outline, {masked.dash.begin(), masked.dash.end()}, key},
+                                 rasterise(masked, key));
+        }
+        visit(*mask, place.left, place.top, piece);
     };
     if (!masked.isTiled()) {
         visitMask(masked.key, bounds_);

@@ -47,6 +47,7 @@ private:
         std::shared_ptr<const CGPath::Outline> outline;  // none for plain shapes
         bool isLasting;
         MaskKey::Numbers key;
+        CGAffineTransform pen;
         std::span<const double> dash;
         // Where the outline's own pixel grid begins in the bitmap's.
         std::int64_t originX;
