@@ -13,10 +13,10 @@ namespace orvane::platform {
 
 namespace {
 
-// The drawable's box in pixels, a pixel wider all round for antialiasing; nothing when a corner is
-// beyond the raster library's range.
+// The drawable's box in pixels, a pixel wider all round for antialiasing, cut to the raster library's
+// range; nothing when a corner is nowhere.
 PixelRect pixelBox(const CGRect& box, const CGAffineTransform& t) {
-    constexpr double kReach = 1 << 22;
+    static constexpr double kReach = 1 << 22;
     const double xs[] = {box.origin.x, box.origin.x + box.size.width};
     const double ys[] = {box.origin.y, box.origin.y + box.size.height};
     CGPoint min{kReach, kReach};
@@ -24,15 +24,18 @@ PixelRect pixelBox(const CGRect& box, const CGAffineTransform& t) {
     for (const double x : xs) {
         for (const double y : ys) {
             const CGPoint p{t.a * x + t.c * y + t.tx, t.b * x + t.d * y + t.ty};
-            if (!(std::abs(p.x) < kReach && std::abs(p.y) < kReach)) {
+            if (std::isnan(p.x) || std::isnan(p.y)) {
                 return {};
             }
             min = {std::min(min.x, p.x), std::min(min.y, p.y)};
             max = {std::max(max.x, p.x), std::max(max.y, p.y)};
         }
     }
-    return {static_cast<int>(std::floor(min.x)) - 1, static_cast<int>(std::floor(min.y)) - 1,
-            static_cast<int>(std::ceil(max.x)) + 1, static_cast<int>(std::ceil(max.y)) + 1};
+    const auto pixel = [](double value) {
+        return static_cast<int>(std::clamp(value, -kReach, kReach));
+    };
+    return {pixel(std::floor(min.x)) - 1, pixel(std::floor(min.y)) - 1,
+            pixel(std::ceil(max.x)) + 1, pixel(std::ceil(max.y)) + 1};
 }
 
 // A picture painted aside, its corner at left, top.
