@@ -1,0 +1,152 @@
+#include "platform/coretext/CFMutableAttributedString.h"
+
+#include <glib.h>
+
+#include <algorithm>
+#include <limits>
+
+#include "platform/coretext/CTFont.h"
+#include "platform/coretext/ShapedText.h"
+
+namespace orvane::platform {
+
+namespace {
+
+// The shaping library counts bytes in int; beyond a share of that a text is cut.
+constexpr std::size_t kLongest = std::numeric_limits<int>::max() / 4;
+
+std::string validText(std::string_view text) {
+    text = text.substr(0, kLongest);
+    // The whole text is valid nearly always: one look, no copy by pieces. This form of the check
+    // refuses zeros too.
+    if (g_utf8_validate(text.data(), static_cast<gssize>(text.size()), nullptr) != FALSE) {
+        return std::string(text);
+    }
+    static constexpr std::string_view replacement = "\xEF\xBF\xBD";
+    std::string valid;
+    valid.reserve(text.size() + replacement.size());
+    while (!text.empty()) {
+        const char* end = nullptr;
+        g_utf8_validate(text.data(), static_cast<gssize>(text.size()), &end);
+        const auto good = static_cast<std::size_t>(end - text.data());
+        valid.append(text.substr(0, good));
+        text.remove_prefix(good);
+        if (!text.empty()) {
+            valid.append(replacement);
+            text.remove_prefix(1);
+        }
+    }
+    return valid;
+}
+
+}  // namespace
+
+void CFMutableAttributedString::replaceString(std::string_view text) {
+    const CTAttributes attributes = runs_.empty() ? CTAttributes() : runs_.front().attributes;
+    text_ = std::make_shared<std::string>(validText(text));
+    runs_.clear();
+    if (!text_->empty()) {
+        runs_.push_back({range(), attributes});
+    }
+    shapedText_.reset();
+}
+
+void CFMutableAttributedString::append(std::string_view text, const CTAttributes& attributes) {
+    const std::string added = validText(text.substr(0, kLongest - std::min(kLongest, length())));
+    if (added.empty()) {
+        return;
+    }
+    if (!runs_.empty() && runs_.back().attributes == attributes) {
+        runs_.back().range.length += added.size();
+    } else {
+        runs_.push_back({{length(), added.size()}, attributes});
+    }
+    shapedText_.reset();
+    if (text_.use_count() > 1) {
+        text_ = std::make_shared<std::string>(*text_);
+    }
+    text_->append(added);
+}
+
+void CFMutableAttributedString::splitAt(std::size_t location) {
+    const auto run = std::find_if(runs_.begin(), runs_.end(), [&](const Run& each) {
+        return each.range.location < location && location < each.range.end();
+    });
+    if (run == runs_.end()) {
+        return;
+    }
+    Run tail = *run;
+    tail.range = {location, run->range.end() - location};
+    run->range.length -= tail.range.length;
+    runs_.insert(run + 1, std::move(tail));
+}
+
+template <typename Change>
+void CFMutableAttributedString::change(CFRange range, Change&& change) {
+    const std::size_t begin = std::min(range.location, length());
+    const std::size_t end = begin + std::min(range.length, length() - begin);
+    if (begin == end) {
+        return;
+    }
+    splitAt(begin);
+    splitAt(end);
+    std::vector<Run> merged;
+    merged.reserve(runs_.size());
+    for (Run& run : runs_) {
+        if (run.range.location >= begin && run.range.end() <= end) {
+            change(run.attributes);
+        }
+        if (!merged.empty() && merged.back().attributes == run.attributes) {
+            merged.back().range.length += run.range.length;
+        } else {
+            merged.push_back(std::move(run));
+        }
+    }
+    runs_ = std::move(merged);
+}
+
+void CFMutableAttributedString::setFont(CFRange range, const std::shared_ptr<const CTFont>& font) {
+    bool changed = false;
+    change(range, [&](CTAttributes& attributes) {
+        changed = changed || attributes.font != font;
+        attributes.font = font;
+    });
+    if (changed) {
+        shapedText_.reset();
+    }
+}
+
+void CFMutableAttributedString::setForegroundColor(CFRange range, const CGColor& color) {
+    change(range, [&](CTAttributes& attributes) { attributes.foregroundColor = color; });
+}
+
+void CFMutableAttributedString::setStrokeColor(CFRange range, const CGColor& color) {
+    change(range, [&](CTAttributes& attributes) { attributes.strokeColor = color; });
+}
+
+void CFMutableAttributedString::setUnderline(CFRange range, bool underline) {
+    change(range, [&](CTAttributes& attributes) { attributes.underline = underline; });
+}
+
+void CFMutableAttributedString::setAlignment(CFRange range, CTTextAlignment alignment) {
+    change(range, [&](CTAttributes& attributes) { attributes.alignment = alignment; });
+}
+
+const CFMutableAttributedString::Run* CFMutableAttributedString::runAt(std::size_t location) const {
+    if (runs_.empty()) {
+        return nullptr;
+    }
+    const auto after =
+        std::upper_bound(runs_.begin(), runs_.end(), location,
+                         [](std::size_t at, const Run& run) { return at < run.range.location; });
+    return &*(after - 1);
+}
+
+std::shared_ptr<const ShapedText> CFMutableAttributedString::shapedText() const {
+    if (!shapedText_) {
+        shapedText_ = ShapedText::shape(text_, runs_);
+    }
+    return shapedText_;
+}
+
+}  // namespace orvane::platform

@@ -1,0 +1,98 @@
+#include "platform/coretext/CTFramesetter.h"
+
+#include <algorithm>
+
+#include "platform/coretext/CTFont.h"
+#include "platform/coretext/CTFrame.h"
+#include "platform/coretext/CTLine.h"
+#include "platform/coretext/FontMap.h"
+#include "platform/coretext/LineBreaker.h"
+#include "platform/coretext/LineBuilder.h"
+#include "platform/coretext/RunFont.h"
+#include "platform/coretext/ShapedText.h"
+
+namespace orvane::platform {
+
+namespace {
+
+// How far a line may reach below the rectangle: the caller's rectangle is often the sum of the same
+// numbers, formed in another order.
+constexpr double kTolerance = 1e-3;
+
+// The side that the paragraph's script is read from, where no other was asked for.
+CTTextAlignment resolved(CTTextAlignment alignment, bool rightToLeft) {
+    if (alignment != CTTextAlignment::Natural) {
+        return alignment;
+    }
+    return rightToLeft ? CTTextAlignment::Right : CTTextAlignment::Left;
+}
+
+double heightOf(const CTLine::TypographicBounds& bounds) {
+    return bounds.ascent + bounds.descent + bounds.leading;
+}
+
+}  // namespace
+
+CTFramesetter::CTFramesetter(const CFMutableAttributedString& string) {
+    string.shapedText();  // so that the copy shares it
+    string_ = string;
+}
+
+const std::vector<CTFramesetter::Line>& CTFramesetter::linesOf(double width) const {
+    if (width == width_) {
+        return lines_;
+    }
+    width_ = width;
+    lines_.clear();
+    if (!(width > 0)) {
+        return lines_;
+    }
+    FontMap::Locked map;
+    const auto shapedText = string_.shapedText();
+    for (const ShapedParagraph& paragraph : shapedText->paragraphs()) {
+        const CTTextAlignment alignment =
+            resolved(string_.runAt(paragraph.begin)->attributes.alignment, paragraph.rightToLeft);
+        LineBreaker breaker(*shapedText, paragraph, width);
+        while (!breaker.atEnd()) {
+            const LineBreaker::Line bytes = breaker.next();
+            LineBuilder builder(string_);
+            builder.add(paragraph, bytes.begin, bytes.end);
+            const std::size_t begin = paragraph.begin + static_cast<std::size_t>(bytes.begin);
+            const auto length = static_cast<std::size_t>(bytes.next - bytes.begin);
+            lines_.push_back({builder.finish({begin, length}), alignment});
+        }
+    }
+    return lines_;
+}
+
+CGSize CTFramesetter::suggestFrameSize(double width) const {
+    CGSize size;
+    for (const Line& each : linesOf(width)) {
+        const CTLine::TypographicBounds& bounds = each.line->typographicBounds();
+        size.width = std::max(size.width, bounds.width);
+        size.height += heightOf(bounds);
+    }
+    return size;
+}
+
+std::shared_ptr<const CTFrame> CTFramesetter::createFrame(const CGRect& rect) const {
+    std::vector<CTFrame::PlacedLine> placed;
+    double top = rect.origin.y + rect.size.height;
+    for (const Line& each : linesOf(rect.size.width)) {
+        const CTLine::TypographicBounds& bounds = each.line->typographicBounds();
+        const double bottom = top - heightOf(bounds);
+        if (!(bottom >= rect.origin.y - kTolerance)) {
+            break;
+        }
+        const double room = rect.size.width - bounds.width;
+        double x = rect.origin.x;
+        if (each.alignment != CTTextAlignment::Left) {
+            x += each.alignment == CTTextAlignment::Right ? room : room / 2;
+        }
+        placed.push_back({each.line, {x, top - bounds.ascent}, bottom});
+        top = bottom;
+    }
+    return std::make_shared<const CTFrame>(std::move(placed));
+}
+
+}  // namespace orvane::platform

@@ -1,0 +1,295 @@
+#include "platform/coretext/FontMap.h"
+
+#include <pango/pangocairo.h>
+#include <pango/pangofc-fontmap.h>
+
+#include <algorithm>
+#include <charconv>
+#include <cstdlib>
+#include <limits>
+#include <optional>
+
+#include "platform/coretext/CTFont.h"
+#include "platform/coretext/RunFont.h"
+
+namespace orvane::platform {
+
+namespace {
+
+// A family name that no font has: a request under it means the face of that number.
+constexpr std::string_view kFaceToken = "orvane face ";
+// The family that the shaping library asks for where text is to be shown as emoji.
+constexpr std::string_view kEmoji = "emoji";
+
+const FcChar8* fcString(const std::string& text) {
+    return reinterpret_cast<const FcChar8*>(text.c_str());
+}
+
+std::string stringOf(FcPattern* pattern, const char* object) {
+    FcChar8* value = nullptr;
+    if (FcPatternGetString(pattern, object, 0, &value) != FcResultMatch) {
+        return {};
+    }
+    return reinterpret_cast<const char*>(value);
+}
+
+bool boolOf(FcPattern* pattern, const char* object) {
+    FcBool value = FcFalse;
+    return FcPatternGetBool(pattern, object, 0, &value) == FcResultMatch && value == FcTrue;
+}
+
+bool hasName(FcPattern* pattern, const char* object, const std::string& name) {
+    FcChar8* value = nullptr;
+    for (int i = 0; FcPatternGetString(pattern, object, i, &value) == FcResultMatch; ++i) {
+        if (FcStrCmpIgnoreCase(value, fcString(name)) == 0) {
+            return true;
+        }
+    }
+    return false;
+}
+
+// How far a face is from the regular one of its family.
+int distanceFromRegular(FcPattern* pattern) {
+    const auto distance = [&](const char* object, int regular, int weight) {
+        int value = 0;
+        // A variable font states ranges here; its named instances come as patterns of their own.
+        return FcPatternGetInteger(pattern, object, 0, &value) == FcResultMatch
+                   ? std::abs(value - regular) * weight
+                   : 10000;
+    };
+    return distance(FC_SLANT, FC_SLANT_ROMAN, 10) + distance(FC_WIDTH, FC_WIDTH_NORMAL, 10) +
+           distance(FC_WEIGHT, FC_WEIGHT_REGULAR, 1);
+}
+
+std::optional<std::size_t> faceOfToken(std::string_view family) {
+    if (!family.starts_with(kFaceToken)) {
+        return std::nullopt;
+    }
+    family.remove_prefix(kFaceToken.size());
+    std::size_t number = 0;
+    std::from_chars(family.data(), family.data() + family.size(), number);
+    return number;
+}
+
+// The families of a pattern with the strength of their binding, taken out and put back in another
+// order.
+class Families {
+public:
+    explicit Families(FcPattern* pattern) : pattern_(FcPatternDuplicate(pattern)) {
+        FcPatternDel(pattern, FC_FAMILY);
+    }
+    ~Families() { FcPatternDestroy(pattern_); }
+    Families(const Families&) = delete;
+    Families& operator=(const Families&) = delete;
+
+    // Appends the families from number `first` on, at most `count`, to `pattern`.
+    void appendTo(FcPattern* pattern, int first, int count) const {
+        FcValue value;
+        FcValueBinding binding = FcValueBindingWeak;
+        for (int i = first;
+             i - first < count &&
+             FcPatternGetWithBinding(pattern_, FC_FAMILY, i, &value, &binding) == FcResultMatch;
+             ++i) {
+            if (binding == FcValueBindingWeak) {
+                FcPatternAddWeak(pattern, FC_FAMILY, value, FcTrue);
+            } else {
+                FcPatternAdd(pattern, FC_FAMILY, value, FcTrue);
+            }
+        }
+    }
+
+private:
+    FcPattern* pattern_;
+};
+
+void appendFamilies(FcPattern* pattern, FcFontSet* fonts, bool color) {
+    for (int i = 0; fonts != nullptr && i < fonts->nfont; ++i) {
+        if (boolOf(fonts->fonts[i], FC_COLOR) == color) {
+            FcPatternAddString(pattern, FC_FAMILY, fcString(stringOf(fonts->fonts[i], FC_FAMILY)));
+        }
+    }
+}
+
+}  // namespace
+
+FontMap& FontMap::instance() {
+    // Never destroyed: texts in static storage outlive any order of destruction.
+    static FontMap& map = *new FontMap;
+    return map;
+}
+
+FontMap::FontMap()
+    : config_(FcConfigReference(nullptr)), fontMap_(pango_cairo_font_map_new()), context_(nullptr) {
+    auto* const fcMap = PANGO_FC_FONT_MAP(fontMap_);
+    pango_fc_font_map_set_config(fcMap, config_);
+    pango_fc_font_map_set_default_substitute(
+        fcMap,
+        [](FcPattern* pattern, void* self) { static_cast<FontMap*>(self)->substitute(pattern); },
+        this, nullptr);
+
+    context_ = pango_font_map_create_context(fontMap_);
+    // Text keeps its proportions at every scale and moves by fractions of a pixel: nothing is
+    // fitted to the pixel grid.
+    pango_context_set_round_glyph_positions(context_, FALSE);
+    cairo_font_options_t* const options = cairo_font_options_create();
+    cairo_font_options_set_antialias(options, CAIRO_ANTIALIAS_GRAY);
+    cairo_font_options_set_hint_style(options, CAIRO_HINT_STYLE_NONE);
+    cairo_font_options_set_hint_metrics(options, CAIRO_HINT_METRICS_OFF);
+    pango_cairo_context_set_font_options(context_, options);
+    cairo_font_options_destroy(options);
+}
+
+// Called for every pattern that the shaping library is about to look up.
+void FontMap::substitute(FcPattern* pattern) const {
+    const std::string requested = stringOf(pattern, FC_FAMILY);
+    if (const auto number = faceOfToken(requested)) {
+        const FontFace& face = *faces_[*number];
+        FcPatternDel(pattern, FC_FAMILY);
+        FcPatternAddString(pattern, FC_FAMILY, fcString(face.family));
+        FcConfigSubstitute(config_, pattern, FcMatchPattern);
+        // The file outweighs everything else in a match; the name chooses inside a collection.
+        FcPatternAddString(pattern, FC_FILE, fcString(face.file));
+        FcPatternAddString(pattern, FC_POSTSCRIPT_NAME, fcString(face.postScriptName));
+    }
+    FcFontSet* const registered = FcConfigGetFonts(config_, FcSetApplication);
+    const Families families(pattern);
+    const bool emoji = requested == kEmoji;
+    if (emoji) {
+        appendFamilies(pattern, registered, true);
+    }
+    families.appendTo(pattern, 0, 1);
+    appendFamilies(pattern, registered, false);
+    if (!emoji) {
+        appendFamilies(pattern, registered, true);
+    }
+    families.appendTo(pattern, 1, std::numeric_limits<int>::max());
+}
+
+FcPattern* FontMap::find(const char* object, const std::string& name) const {
+    for (const FcSetName set : {FcSetApplication, FcSetSystem}) {
+        FcFontSet* const fonts = FcConfigGetFonts(config_, set);
+        FcPattern* best = nullptr;
+        for (int i = 0; fonts != nullptr && i < fonts->nfont; ++i) {
+            FcPattern* const font = fonts->fonts[i];
+            const bool drawable = boolOf(font, FC_SCALABLE) || boolOf(font, FC_COLOR);
+            if (drawable && hasName(font, object, name) &&
+                (best == nullptr || distanceFromRegular(font) < distanceFromRegular(best))) {
+                best = font;
+            }
+        }
+        if (best != nullptr) {
+            return best;
+        }
+    }
+    return nullptr;
+}
+
+FcPattern* FontMap::findFallback() const {
+    FcPattern* const request = FcPatternCreate();
+    FcPatternAddString(request, FC_FAMILY, fcString("sans-serif"));
+    FcPatternAddBool(request, FC_SCALABLE, FcTrue);
+    FcConfigSubstitute(config_, request, FcMatchPattern);
+    FcDefaultSubstitute(request);
+    FcResult result = FcResultNoMatch;
+    FcPattern* match = nullptr;
+    FcFontSet* registered = FcConfigGetFonts(config_, FcSetApplication);
+    if (registered != nullptr && registered->nfont > 0) {
+        match = FcFontSetMatch(config_, &registered, 1, request, &result);
+    }
+    if (match == nullptr) {
+        match = FcFontMatch(config_, request, &result);
+    }
+    FcPatternDestroy(request);
+    return match;
+}
+
+std::size_t FontMap::addFace(FcPattern* pattern) {
+    auto face = std::make_unique<FontFace>();
+    face->file = stringOf(pattern, FC_FILE);
+    face->family = stringOf(pattern, FC_FAMILY);
+    face->postScriptName = stringOf(pattern, FC_POSTSCRIPT_NAME);
+    // Weight, slant and width say what the fallback for missing characters should look like.
+    face->description = pango_fc_font_description_from_pattern(pattern, FALSE);
+    const std::string token = std::string(kFaceToken) + std::to_string(faces_.size());
+    pango_font_description_set_family(face->description, token.c_str());
+    faces_.push_back(std::move(face));
+    return faces_.size() - 1;
+}
+
+const FontFace& FontMap::resolve(const std::string& name) {
+    const auto known = faceByName_.find(name);
+    if (known != faceByName_.end()) {
+        return *faces_[known->second];
+    }
+    FcPattern* font = nullptr;
+    for (const char* const object : {FC_POSTSCRIPT_NAME, FC_FULLNAME, FC_FAMILY}) {
+        if (font == nullptr && !name.empty()) {
+            font = find(object, name);
+        }
+    }
+    std::size_t number = 0;
+    if (font != nullptr) {
+        number = addFace(font);
+    } else if (FcPattern* const fallback = findFallback()) {
+        number = addFace(fallback);
+        FcPatternDestroy(fallback);
+    } else {
+        // Not a single font on this machine. The face stays nameless, and text without any ink.
+        auto face = std::make_unique<FontFace>();
+        face->description = pango_font_description_new();
+        faces_.push_back(std::move(face));
+        number = faces_.size() - 1;
+    }
+    faceByName_.emplace(name, number);
+    return *faces_[number];
+}
+
+std::shared_ptr<const RunFont> FontMap::load(const PangoFontDescription* description) {
+    PangoFont* const font = pango_font_map_load_font(fontMap_, context_, description);
+    if (font == nullptr) {
+        return nullptr;
+    }
+    auto runFont = RunFont::of(font);
+    g_object_unref(font);
+    return runFont;
+}
+
+std::shared_ptr<const CTFont> FontMap::sharedFont(
+    const std::string& name, double size,
+    const std::function<std::shared_ptr<const CTFont>()>& make) {
+    auto& known = fonts_[{name, size}];
+    if (auto font = known.lock()) {
+        return font;
+    }
+    auto font = make();
+    known = font;
+    if (fonts_.size() >= fontsSweptAt_) {
+        std::erase_if(fonts_, [](const auto& entry) { return entry.second.expired(); });
+        fontsSweptAt_ = 2 * fonts_.size() + 64;
+    }
+    return font;
+}
+
+bool FontMap::addApplicationFont(const std::string& file) {
+    if (FcConfigAppFontAddFile(config_, fcString(file)) == FcFalse) {
+        return false;
+    }
+    // What a name stands for, and which font a missing character comes from, may be new. Texts that
+    // exist keep the fonts they were shaped with.
+    faceByName_.clear();
+    fonts_.clear();
+    pango_fc_font_map_config_changed(PANGO_FC_FONT_MAP(fontMap_));
+    return true;
+}
+
+bool FontMap::isRegistered(const std::string& postScriptName) const {
+    FcFontSet* const registered = FcConfigGetFonts(config_, FcSetApplication);
+    for (int i = 0; registered != nullptr && i < registered->nfont; ++i) {
+        if (hasName(registered->fonts[i], FC_POSTSCRIPT_NAME, postScriptName)) {
+            return true;
+        }
+    }
+    return false;
+}
+
+}  // namespace orvane::platform

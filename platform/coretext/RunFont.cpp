@@ -1,0 +1,103 @@
+#include "platform/coretext/RunFont.h"
+
+#include <cairo-ft.h>
+#include <hb-ot.h>
+#include <hb.h>
+#include <pango/pangocairo.h>
+
+#include <algorithm>
+#include <cmath>
+
+#include "platform/coretext/FontMap.h"
+
+namespace orvane::platform {
+
+namespace {
+
+std::uint64_t lastId = 0;
+
+double fromPango(hb_position_t units) {
+    return double(units) / PANGO_SCALE;
+}
+
+}  // namespace
+
+std::shared_ptr<const RunFont> RunFont::of(PangoFont* font) {
+    using Weak = std::weak_ptr<const RunFont>;
+    static const GQuark key = g_quark_from_static_string("orvane-run-font");
+    auto* known = static_cast<Weak*>(g_object_get_qdata(G_OBJECT(font), key));
+    if (known == nullptr) {
+        known = new Weak;
+        g_object_set_qdata_full(G_OBJECT(font), key, known,
+                                [](void* weak) { delete static_cast<Weak*>(weak); });
+    }
+    if (auto runFont = known->lock()) {
+        return runFont;
+    }
+    const std::shared_ptr<const RunFont> runFont(new RunFont(font));
+    *known = runFont;
+    return runFont;
+}
+
+RunFont::RunFont(PangoFont* font)
+    : id_(++lastId),
+      font_(static_cast<PangoFont*>(g_object_ref(font))),
+      scaledFont_(
+          cairo_scaled_font_reference(pango_cairo_font_get_scaled_font(PANGO_CAIRO_FONT(font)))) {
+    hb_font_t* const hbFont = pango_font_get_hb_font(font);
+    // A font of pictures describes itself by the size of its pictures; its metrics are scaled to
+    // the size that was asked for.
+    int scaleX = 0;
+    int scaleY = 0;
+    hb_font_get_scale(hbFont, &scaleX, &scaleY);
+    size_ = std::abs(fromPango(scaleY));
+
+    hb_font_extents_t extents{};
+    hb_font_get_extents_for_direction(hbFont, HB_DIRECTION_LTR, &extents);
+    ascent_ = fromPango(extents.ascender);
+    descent_ = -fromPango(extents.descender);
+    leading_ = std::max(0.0, fromPango(extents.line_gap));
+
+    hb_position_t offset = 0;
+    hb_position_t thickness = 0;
+    if (hb_ot_metrics_get_position(hbFont, HB_OT_METRICS_TAG_UNDERLINE_OFFSET, &offset) == 0) {
+        offset = hb_position_t(-size_ * PANGO_SCALE / 10);
+    }
+    if (hb_ot_metrics_get_position(hbFont, HB_OT_METRICS_TAG_UNDERLINE_SIZE, &thickness) == 0) {
+        thickness = hb_position_t(size_ * PANGO_SCALE / 18);
+    }
+    underlineThickness_ = std::max(1.0, std::round(fromPango(thickness)));
+    underlineOffset_ = std::max(1.0, std::round(-fromPango(offset)));
+
+    missingGlyphAdvance_ = hb_font_get_glyph_h_advance(hbFont, 0);
+    readFace();
+}
+
+void RunFont::readFace() {
+    // Generous, for what has no outlines to take a box from.
+    glyphBox_ = {{-size_, -size_}, {3 * size_, 3 * size_}};
+    FT_Face const face = cairo_ft_scaled_font_lock_face(scaledFont_);
+    if (face == nullptr) {
+        return;
+    }
+    color_ = FT_HAS_COLOR(face);
+    if (FT_IS_SCALABLE(face) && face->units_per_EM > 0) {
+        const double scale = size_ / face->units_per_EM;
+        // A font may understate its box; half a size around it covers what is seen in practice.
+        const double margin = size_ / 2;
+        const FT_BBox& box = face->bbox;
+        glyphBox_.origin = {double(box.xMin) * scale - margin, double(box.yMin) * scale - margin};
+        glyphBox_.size = {double(box.xMax - box.xMin) * scale + 2 * margin,
+                          double(box.yMax - box.yMin) * scale + 2 * margin};
+    }
+    cairo_ft_scaled_font_unlock_face(scaledFont_);
+}
+
+RunFont::~RunFont() {
+    // The last text in a font may go on any thread; the font leaves the tables of its map.
+    FontMap::Locked map;
+    cairo_scaled_font_destroy(scaledFont_);
+    g_object_unref(font_);
+}
+
+}  // namespace orvane::platform

@@ -1,0 +1,115 @@
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <filesystem>
+#include <fstream>
+#include <limits>
+
+#include "platform/coretext/CTFont.h"
+#include "tests/coretext/registerTestFonts.h"
+
+namespace orvane::platform {
+namespace {
+
+class FontTest : public testing::Test {
+protected:
+    void SetUp() override { registerTestFonts(); }
+};
+
+TEST_F(FontTest, FindsAFontByPostScriptNameThenFullNameThenFamily) {
+    const struct {
+        const char* name;
+        const char* found;
+    } cases[] = {
+        {"DejaVuSans-Bold", "DejaVuSans-Bold"},
+        {"dejavusans-bold", "DejaVuSans-Bold"},
+        {"DejaVu Sans Bold", "DejaVuSans-Bold"},
+        // A family gives its regular face, also when that is called "Book".
+        {"DejaVu Sans", "DejaVuSans"},
+        {"DejaVu Serif", "DejaVuSerif"},
+        {"DejaVu Sans Mono", "DejaVuSansMono"},
+        {"Noto Color Emoji Subset", "NotoColorEmoji-Subset"},
+        // No such font: the plainest of the registered ones.
+        {"No Such Font", "DejaVuSans"},
+        {"", "DejaVuSans"},
+        {"\xff\xfe,;:=", "DejaVuSans"},
+    };
+    for (const auto& each : cases) {
+        EXPECT_EQ(CTFont::createWithName(each.name, 12)->postScriptName(), each.found) << each.name;
+    }
+}
+
+TEST_F(FontTest, GivesTheMetricsOfTheFontInUserUnits) {
+    // The numbers of the font's own table: ascender 1901, descender -483, gap 0, of 2048.
+    for (const double size : {1.0, 12.0, 13.5, 400.0}) {
+        const auto font = CTFont::createWithName("DejaVuSans", size);
+        EXPECT_NEAR(font->ascent(), size * 1901 / 2048, 0.01) << size;
+        EXPECT_NEAR(font->descent(), size * 483 / 2048, 0.01) << size;
+        EXPECT_EQ(font->leading(), 0) << size;
+    }
+}
+
+TEST_F(FontTest, TakesTheDefaultSizeForWhatIsNoSize) {
+    for (const double size : {0.0, -3.0, std::numeric_limits<double>::quiet_NaN(),
+                              std::numeric_limits<double>::infinity()}) {
+        EXPECT_EQ(CTFont::createWithName("DejaVuSans", size)->size(), CTFont::kDefaultSize);
+    }
+    const auto enormous = CTFont::createWithName("DejaVuSans", 1e30);
+    EXPECT_TRUE(std::isfinite(enormous->ascent()));
+    EXPECT_GT(enormous->ascent(), 1000);
+}
+
+class FontFileTest : public FontTest {
+protected:
+    std::string write(const std::string& bytes) {
+        std::ofstream(file_, std::ios::binary) << bytes;
+        return file_;
+    }
+    void TearDown() override { std::filesystem::remove(file_); }
+
+    static std::string bytesOf(const std::string& file) {
+        std::ifstream in(file, std::ios::binary);
+        return {std::istreambuf_iterator<char>(in), {}};
+    }
+
+    const std::string file_ = testing::TempDir() + "orvane-font-test.ttf";
+};
+
+TEST_F(FontFileTest, RefusesWhatIsNoWholeFont) {
+    const std::string good = bytesOf(testFont("DejaVuSerif.ttf"));
+    ASSERT_GT(good.size(), 100000u);
+    std::string noise(good.size(), '\0');
+    for (std::size_t i = 0; i < noise.size(); ++i) {
+        noise[i] = static_cast<char>(i * 2654435761u >> 13);
+    }
+    const std::pair<const char*, std::string> cases[] = {
+        {"nothing", ""},
+        {"text", "this is no font"},
+        {"noise", noise},
+        {"noise behind a good beginning", good.substr(0, 12) + noise},
+        {"half a font", good.substr(0, good.size() / 2)},
+        {"the last bytes missing", good.substr(0, good.size() - 100)},
+    };
+    for (const auto& [what, bytes] : cases) {
+        const auto provider = CGDataProvider::createWithFilename(write(bytes));
+        if (provider) {
+            EXPECT_EQ(CGFont::createWithDataProvider(*provider, file_), nullptr) << what;
+        }
+    }
+}
+
+TEST_F(FontFileTest, RegistersAFontOnce) {
+    const auto provider = CGDataProvider::createWithFilename(testFont("DejaVuSans.ttf"));
+    const auto font = CGFont::createWithDataProvider(*provider, testFont("DejaVuSans.ttf"));
+    ASSERT_NE(font, nullptr);
+    const auto error = CTFontManager::registerGraphicsFont(*font);
+    ASSERT_TRUE(error);
+    EXPECT_NE(error->find("DejaVuSans"), error->npos);
+
+    // The same font under another file name is the same font.
+    const auto copy = CGFont::createWithDataProvider(*provider, "copy.ttf");
+    EXPECT_TRUE(CTFontManager::registerGraphicsFont(*copy));
+}
+
+}  // namespace
+}  // namespace orvane::platform

@@ -1,0 +1,229 @@
+#include <gtest/gtest.h>
+
+#include <random>
+
+#include "platform/coretext/CFMutableAttributedString.h"
+#include "platform/coretext/CTFont.h"
+#include "platform/coretext/CTFrame.h"
+#include "platform/coretext/CTFramesetter.h"
+#include "platform/coretext/CTLine.h"
+#include "tests/coretext/registerTestFonts.h"
+
+namespace orvane::platform {
+namespace {
+
+constexpr double kUnlimited = std::numeric_limits<double>::max();
+
+class LayoutTest : public testing::Test {
+protected:
+    void SetUp() override { registerTestFonts(); }
+
+    static CFMutableAttributedString styled(const std::string& text, double size = 16) {
+        CFMutableAttributedString string;
+        string.replaceString(text);
+        string.setFont(string.range(), CTFont::createWithName("DejaVuSans", size));
+        return string;
+    }
+    static double widthOf(const std::string& text) {
+        return CTLine::createWithAttributedString(styled(text))->typographicBounds().width;
+    }
+    // All lines of the text at a width.
+    static std::shared_ptr<const CTFrame> frameOf(const CFMutableAttributedString& string,
+                                                  double width) {
+        const CTFramesetter framesetter(string);
+        const double height = framesetter.suggestFrameSize(width).height;
+        return framesetter.createFrame({{0, 0}, {width, height}});
+    }
+};
+
+TEST_F(LayoutTest, ShapesWhatBelongsTogether) {
+    const double gap = 0.01;
+    EXPECT_LT(widthOf("AV"), widthOf("A") + widthOf("V") - 0.5) << "kerning";
+    EXPECT_NEAR(widthOf("e\u0301"), widthOf("e"), gap) << "a combining mark";
+    EXPECT_LT(widthOf("\u0633\u0644\u0627\u0645"),
+              widthOf("\u0633") + widthOf("\u0644") + widthOf("\u0627") + widthOf("\u0645") - 0.5)
+        << "letters that join";
+    EXPECT_NEAR(widthOf("\U0001F44D\U0001F3FD"), widthOf("\U0001F44D"), gap) << "a skin tone";
+    EXPECT_NEAR(widthOf("\U0001F468\u200D\U0001F469\u200D\U0001F467"), widthOf("\U0001F468"), gap)
+        << "one picture of several characters";
+    EXPECT_NEAR(widthOf("a\x01\x02\x7f"
+                        "b\u2028"),
+                widthOf("ab"), gap)
+        << "control characters";
+    EXPECT_NEAR(widthOf("a\tb"), 28 + widthOf("b"), gap) << "a tab stop";
+    EXPECT_GT(widthOf("\U000F0000"), 1) << "a box for what no font has";
+    EXPECT_NEAR(widthOf("\u65e5\u672c"), 32, gap) << "a font that stands in";
+}
+
+TEST_F(LayoutTest, FindsTheCharacterUnderAPoint) {
+    const auto indexAt = [](const std::string& text, const std::string& before) {
+        const auto line = CTLine::createWithAttributedString(styled(text));
+        return line->stringIndexForPosition(widthOf(before) + 2).value();
+    };
+    EXPECT_EQ(indexAt("abc", ""), 0u);
+    EXPECT_EQ(indexAt("abc", "a"), 1u);
+    EXPECT_EQ(indexAt("abc", "ab"), 2u);
+    EXPECT_EQ(indexAt("abc", "abcdef"), 2u) << "right of the line";
+    EXPECT_EQ(indexAt("\u00e4\u00f6x", "\u00e4\u00f6"), 4u) << "bytes";
+    EXPECT_EQ(indexAt("e\u0301x", "e"), 3u) << "behind a combining mark";
+    // Right to left: the first character of the text stands at the right end.
+    const auto hebrew = CTLine::createWithAttributedString(styled("\u05d0\u05d1\u05d2"));
+    const double width = hebrew->typographicBounds().width;
+    EXPECT_EQ(hebrew->stringIndexForPosition(width - 1), 0u);
+    EXPECT_EQ(hebrew->stringIndexForPosition(1), 4u);
+    EXPECT_EQ(hebrew->stringIndexForPosition(-50), 4u);
+    EXPECT_EQ(
+        CTLine::createWithAttributedString(CFMutableAttributedString())->stringIndexForPosition(0),
+        std::nullopt);
+}
+
+TEST_F(LayoutTest, LigaturesShareTheirWidthAmongTheirCharacters) {
+    const std::string ligature = "\u0644\u0627";  // lam and alef become one glyph
+    const auto line = CTLine::createWithAttributedString(styled(ligature));
+    const double width = line->typographicBounds().width;
+    EXPECT_EQ(line->stringIndexForPosition(width * 0.75), 0u);
+    EXPECT_EQ(line->stringIndexForPosition(width * 0.25), 2u);
+}
+
+TEST_F(LayoutTest, EveryCharacterIsInOneLineAndNoLineIsTooLong) {
+    std::mt19937 random(7);
+    const std::vector<std::string> words = {"the",
+                                            "quick",
+                                            "x",
+                                            "incomprehensibilities",
+                                            "\u05e9\u05dc\u05d5\u05dd",
+                                            "\u0645\u0631\u062d\u0628\u0627",
+                                            "\u65e5\u672c\u8a9e\u6587",
+                                            "\U0001F600\U0001F680",
+                                            "(a)",
+                                            "1,234.5",
+                                            "\t",
+                                            "e\u0301e\u0301",
+                                            "a-b-c"};
+    const std::vector<std::string> gaps = {" ", " ", " ", "  ", "\n", "\r\n", "\u2028", ""};
+    for (int round = 0; round < 60; ++round) {
+        std::string text;
+        for (unsigned count = random() % 60; count > 0; --count) {
+            text += words[random() % words.size()] + gaps[random() % gaps.size()];
+        }
+        const CFMutableAttributedString string = styled(text);
+        const double width = 30 + double(random() % 300);
+        const auto frame = frameOf(string, width);
+        std::size_t at = 0;
+        double bottom = std::numeric_limits<double>::infinity();
+        for (const auto& [line, origin, lineBottom] : frame->lines()) {
+            const CFRange range = line->stringRange();
+            const auto between = text.substr(at, range.location - at);
+            EXPECT_TRUE(between.empty() || between == "\n" || between == "\r\n") << between;
+            EXPECT_LT(origin.y, bottom);
+            EXPECT_LT(lineBottom, origin.y);
+            bottom = lineBottom;
+            at = range.end();
+            // White space may hang over at the end of a paragraph.
+            const std::string content = text.substr(range.location, range.length);
+            if (content.find_last_not_of(" \t") + 1 == content.size()) {
+                EXPECT_LE(line->typographicBounds().width, width + 0.01) << content;
+            }
+        }
+        EXPECT_LE(text.size() - at, 2u) << "all but the last separator is in a line";
+    }
+}
+
+TEST_F(LayoutTest, BreaksWhereTheScriptAllows) {
+    const struct {
+        const char* text;
+        double width;
+        std::vector<std::string> lines;
+    } cases[] = {
+        {"aaa bbb ccc", 70, {"aaa bbb ", "ccc"}},
+        {"aaa     bbb", 40, {"aaa     ", "bbb"}},
+        {"aaaaaaaaaa", 45, {"aaaa", "aaaa", "aa"}},
+        {"a", 1, {"a"}},
+        {"ab", 1, {"a", "b"}},
+        {"\u65e5\u672c\u8a9e", 40, {"\u65e5\u672c", "\u8a9e"}},
+        {"one\ntwo", 1000, {"one", "two"}},
+        {"one\n\ntwo\n", 1000, {"one", "", "two", ""}},
+        {"one\u2028two", 1000, {"one\u2028", "two"}},
+        {"", 1000, {}},
+        {"abc", 0, {}},
+        {"abc", -5, {}},
+    };
+    for (const auto& each : cases) {
+        std::vector<std::string> lines;
+        const auto frame = frameOf(styled(each.text), each.width);
+        for (const auto& placed : frame->lines()) {
+            const CFRange range = placed.line->stringRange();
+            lines.push_back(std::string(each.text).substr(range.location, range.length));
+        }
+        EXPECT_EQ(lines, each.lines) << each.text;
+    }
+}
+
+TEST_F(LayoutTest, SuggestsTheSizeOfTheLinesThemselves) {
+    const CTFramesetter one(styled("one line"));
+    const CGSize size = one.suggestFrameSize(kUnlimited);
+    EXPECT_NEAR(size.width, widthOf("one line"), 0.001);
+    EXPECT_NEAR(size.height, 16.0 * (1901 + 483) / 2048, 0.01);
+    EXPECT_NEAR(one.suggestFrameSize(size.width).height, size.height, 0.001)
+        << "a text fits into its own width";
+
+    const CGSize three = CTFramesetter(styled("a\n\nb")).suggestFrameSize(kUnlimited);
+    EXPECT_NEAR(three.height, 3 * size.height, 0.001) << "an empty line has the font's height";
+    EXPECT_EQ(CTFramesetter(styled("")).suggestFrameSize(kUnlimited), CGSize());
+}
+
+TEST_F(LayoutTest, AlignsEachParagraphInTheRectangle) {
+    const double room = 200 - widthOf("abc");
+    const struct {
+        const char* text;
+        CTTextAlignment alignment;
+        double x;
+    } cases[] = {
+        {"abc", CTTextAlignment::Natural, 0},
+        {"abc", CTTextAlignment::Left, 0},
+        {"abc", CTTextAlignment::Center, room / 2},
+        {"abc", CTTextAlignment::Right, room},
+        {"\u05d0", CTTextAlignment::Natural, 200 - widthOf("\u05d0")},
+        {"\u05d0", CTTextAlignment::Left, 0},
+    };
+    for (const auto& each : cases) {
+        CFMutableAttributedString string = styled(each.text);
+        string.setAlignment(string.range(), each.alignment);
+        const auto frame = CTFramesetter(string).createFrame({{7, 3}, {200, 50}});
+        ASSERT_EQ(frame->lines().size(), 1u);
+        EXPECT_NEAR(frame->lines()[0].origin.x, 7 + each.x, 0.01) << each.text;
+        EXPECT_NEAR(frame->lines()[0].origin.y, 53 - 16.0 * 1901 / 2048, 0.01);
+    }
+}
+
+TEST_F(LayoutTest, AFrameTakesTheLinesThatFit) {
+    const CTFramesetter framesetter(styled("a\nb\nc"));
+    const double line = framesetter.suggestFrameSize(100).height / 3;
+    for (const int fitting : {0, 1, 2, 3}) {
+        const auto frame = framesetter.createFrame({{0, 0}, {100, line * fitting}});
+        EXPECT_EQ(frame->lines().size(), static_cast<std::size_t>(fitting));
+    }
+}
+
+TEST_F(LayoutTest, AMegabyteIsLaidOutAtAnyWidth) {
+    constexpr std::size_t kSize = 1 << 20;
+    const std::string texts[] = {std::string(kSize, 'x'), std::string(kSize, ' '),
+                                 std::string(kSize, '\xff'), std::string(kSize, '\n'), [] {
+                                     std::string mixed;
+                                     while (mixed.size() < kSize) {
+                                         mixed += "word \u05e9\u05dc\u05d5\u05dd 12 \u65e5\u672c, ";
+                                     }
+                                     return mixed;
+                                 }()};
+    for (const std::string& text : texts) {
+        const CFMutableAttributedString string = styled(text, 13);
+        const auto frame = frameOf(string, 400);
+        ASSERT_FALSE(frame->lines().empty());
+        EXPECT_GE(frame->lines().back().line->stringRange().end() + 1, string.length());
+        const auto line = CTLine::createWithAttributedString(string);
+        EXPECT_EQ(line->stringRange(), string.range());
+    }
+}
+
+}  // namespace
+}  // namespace orvane::platform
