@@ -1,0 +1,149 @@
+#include "platform/appkit/NSView.h"
+
+#include <gtest/gtest.h>
+
+#include <limits>
+#include <memory>
+#include <string>
+
+#include "platform/offscreen/OffscreenWindow.h"
+
+using namespace orvane::platform;
+
+namespace {
+
+class Named final : public NSView {
+public:
+    Named(char name, std::string& log) : name_(name), log_(log) {}
+    void viewDidMoveToWindow() override { log_ += {name_, window() ? '+' : '-'}; }
+    char name_;
+
+private:
+    std::string& log_;
+};
+
+class NSViewTest : public testing::Test {
+protected:
+    std::shared_ptr<Named> make(char name) { return std::make_shared<Named>(name, log); }
+
+    static std::string order(const NSView& view) {
+        std::string names;
+        for (const NSView* subview : view.subviewsInDrawingOrder()) {
+            names += static_cast<const Named*>(subview)->name_;
+        }
+        return names;
+    }
+
+    std::string log;
+    std::shared_ptr<Named> root = make('r');
+    std::shared_ptr<Named> a = make('a');
+    std::shared_ptr<Named> b = make('b');
+    std::shared_ptr<Named> c = make('c');
+};
+
+}  // namespace
+
+TEST_F(NSViewTest, SubviewsStandWhereTheyArePut) {
+    root->addSubview(a);
+    root->addSubview(b, NSWindowOrderingMode::Below, a.get());
+    EXPECT_EQ(order(*root), "ba");
+    root->addSubview(c, NSWindowOrderingMode::Above, b.get());
+    EXPECT_EQ(order(*root), "bca");
+    root->addSubview(a, NSWindowOrderingMode::Below, nullptr);
+    EXPECT_EQ(order(*root), "abc");
+    root->addSubview(a, NSWindowOrderingMode::Above, a.get());
+    EXPECT_EQ(order(*root), "abc");
+    root->addSubview(a);
+    EXPECT_EQ(order(*root), "bca");
+    b->addSubview(a);
+    EXPECT_EQ(order(*root), "bc");
+    EXPECT_EQ(a->superview(), b.get());
+    // Into itself or its own subtree it does not go.
+    a->addSubview(b);
+    a->addSubview(a);
+    EXPECT_EQ(order(*root), "bc");
+    EXPECT_TRUE(a->subviews().empty());
+    a->removeFromSuperviewWithoutNeedingDisplay();
+    EXPECT_EQ(a->superview(), nullptr);
+}
+
+TEST_F(NSViewTest, ZPositionComesBeforeOrder) {
+    for (const auto& view : {a, b, c}) {
+        root->addSubview(view);
+    }
+    a->layer()->setZPosition(1);
+    EXPECT_EQ(order(*root), "bca");
+    c->layer()->setZPosition(1);
+    EXPECT_EQ(order(*root), "bac");
+    b->layer()->setZPosition(std::numeric_limits<double>::quiet_NaN());
+    EXPECT_EQ(order(*root), "bac");
+    a->layer()->setZPosition(-1);
+    EXPECT_EQ(order(*root), "abc");
+}
+
+TEST_F(NSViewTest, AWholeSubtreeEntersAndLeavesAWindow) {
+    OffscreenWindow window({100, 100});
+    a->addSubview(b);
+    root->addSubview(a);
+    window.setContentView(root);
+    EXPECT_EQ(log, "r+a+b+");
+    EXPECT_EQ(b->window(), &window);
+    log.clear();
+    root->addSubview(c);
+    c->addSubview(a);
+    EXPECT_EQ(log, "c+") << "within its window a view does not change windows";
+    log.clear();
+    c->removeFromSuperviewWithoutNeedingDisplay();
+    EXPECT_EQ(log, "c-a-b-");
+    EXPECT_EQ(b->window(), nullptr);
+}
+
+TEST_F(NSViewTest, AWindowThatGoesLeavesItsViewsBehind) {
+    {
+        OffscreenWindow window({100, 100});
+        window.setContentView(root);
+        root->addSubview(a);
+        window.display();
+    }
+    EXPECT_EQ(a->window(), nullptr);
+    EXPECT_EQ(a->superview(), root.get());
+    a->setNeedsDisplayInRect({{0, 0}, {1, 1}});
+    root.reset();
+    EXPECT_EQ(a->superview(), nullptr);
+}
+
+TEST_F(NSViewTest, HitsTheFrontmostVisibleView) {
+    root->setFrame({{0, 0}, {100, 100}});
+    a->setFrame({{10, 10}, {40, 40}});
+    b->setFrame({{30, 30}, {40, 40}});
+    c->setFrame({{5, 5}, {10, 10}});
+    root->addSubview(a);
+    root->addSubview(b);
+    b->addSubview(c);
+    const auto hit = [this](double x, double y) -> char {
+        const NSView* view = root->hitTest({x, y});
+        return view ? static_cast<const Named*>(view)->name_ : '0';
+    };
+    EXPECT_EQ(hit(15, 15), 'a');
+    EXPECT_EQ(hit(32, 32), 'b');
+    EXPECT_EQ(hit(36, 36), 'c');
+    EXPECT_EQ(hit(99, 99), 'r');
+    EXPECT_EQ(hit(100, 100), '0');
+    a->layer()->setZPosition(1);
+    EXPECT_EQ(hit(36, 36), 'a');
+    a->setHidden(true);
+    EXPECT_EQ(hit(36, 36), 'c');
+    // Twice the size about its own origin.
+    b->layer()->setTransform(CATransform3D::makeAffineTransform({2, 0, 0, 2, 0, 0}));
+    EXPECT_EQ(hit(58, 58), 'c');
+    EXPECT_EQ(hit(61, 61), 'b');
+    b->layer()->setTransform(CATransform3D::makeAffineTransform({0, 0, 0, 0, 0, 0}));
+    EXPECT_EQ(hit(36, 36), 'r');
+}
+
+TEST_F(NSViewTest, TheFrameKeepsTheAnchorInItsPlace) {
+    a->layer()->setAnchorPoint({0.5, 1});
+    a->setFrame({{10, 20}, {40, 60}});
+    EXPECT_EQ(a->layer()->position(), (CGPoint{30, 80}));
+    EXPECT_EQ(a->convertPointFromWindow({10, 20}), (CGPoint{0, 0}));
+}

@@ -1,0 +1,280 @@
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
+#include <memory>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "platform/appkit/NSBackingStore.h"
+#include "platform/appkit/NSTextField.h"
+#include "platform/appkit/NSWindow.h"
+#include "tests/appkit/PaintedView.h"
+
+using namespace orvane::platform;
+
+namespace {
+
+// A window that shows nothing and writes down what it is told.
+class RecordingWindow final : public NSWindow {
+public:
+    ~RecordingWindow() override { setContentView(nullptr); }
+    double backingScaleFactor() const override { return scale; }
+    CGSize contentSize() const override { return size; }
+    void backingChanged() { backingPropertiesDidChange(); }
+
+    // Told since the last call.
+    std::string told() { return std::exchange(log, ""); }
+
+    double scale = 1;
+    CGSize size{1000, 500};
+    const NSView* native = nullptr;
+    std::string log;
+    std::vector<NSBackingRect> painted;
+
+protected:
+    void scheduleDisplay() override { log += "schedule "; }
+    void didAddView(NSView&) override { log += "add "; }
+    void willRemoveView(NSView&) override { log += "remove "; }
+    void didReorderSubviews(NSView&) override { log += "reorder "; }
+    void didChangeView(NSView&, unsigned changes) override {
+        log += "change" + std::to_string(changes) + " ";
+    }
+    void didPaintView(NSView&, std::span<const NSBackingRect> rects) override {
+        log += "paint" + std::to_string(rects.size()) + " ";
+        painted.assign(rects.begin(), rects.end());
+    }
+    void present() override { log += "present "; }
+    bool showsNatively(const NSView& view) const override { return &view == native; }
+};
+
+class NSWindowDisplayTest : public testing::Test {
+protected:
+    NSWindowDisplayTest() {
+        root->setFrame({{0, 0}, {1000, 500}});
+        root->addSubview(view);
+        window.setContentView(root);
+        window.displayIfNeeded();
+        window.told();
+        view->drawn.clear();
+    }
+
+    static constexpr CGRect frame{{100, 100}, {200, 100}};
+    std::shared_ptr<NSView> root = std::make_shared<NSView>();
+    std::shared_ptr<PaintedView> view = std::make_shared<PaintedView>(frame);
+    RecordingWindow window;
+};
+
+constexpr double infinity = std::numeric_limits<double>::infinity();
+const double nan = std::nan("");
+
+}  // namespace
+
+TEST_F(NSWindowDisplayTest, TellsOfChangesOncePerPass) {
+    window.displayIfNeeded();
+    EXPECT_EQ(window.told(), "") << "nothing to do, nothing done";
+
+    view->setHidden(true);
+    view->setFrame({{1, 2}, {200, 100}});
+    view->setFrame({{3, 4}, {200, 100}});
+    view->layer()->setOpacity(0.5);
+    view->layer()->setBackgroundColor({0, 0, 0, 1});
+    EXPECT_EQ(window.told(), "schedule ");
+    EXPECT_TRUE(window.needsDisplay());
+    window.displayIfNeeded();
+    EXPECT_EQ(window.told(), "change15 present ");
+    EXPECT_FALSE(window.needsDisplay());
+
+    view->setHidden(true);
+    view->layer()->setOpacity(0.5);
+    EXPECT_EQ(window.told(), "") << "no change";
+
+    const auto other = std::make_shared<NSView>();
+    root->addSubview(other);
+    EXPECT_EQ(window.told(), "schedule add ");
+    window.displayIfNeeded();
+    EXPECT_EQ(window.told(), "reorder present ");
+
+    view->addSubview(other);
+    EXPECT_EQ(window.told(), "schedule remove add ");
+    other->removeFromSuperviewWithoutNeedingDisplay();
+    window.displayIfNeeded();
+    EXPECT_EQ(window.told(), "remove reorder reorder present ");
+}
+
+TEST_F(NSWindowDisplayTest, DamageIsRoundedOutwardsAndGrownByOne) {
+    const struct {
+        std::string what;
+        double scale;
+        CGRect damage;
+        CGRect drawn;
+    } cases[] = {
+        {"whole numbers", 1, {{10, 10}, {5, 5}}, {{9, 9}, {7, 7}}},
+        {"fractions", 1, {{10.2, 10.8}, {5.1, 5.4}}, {{9, 9}, {8, 9}}},
+        {"a fine screen", 2, {{10.25, 10}, {5, 5}}, {{9.5, 9.5}, {6.5, 6}}},
+        {"a negative extent", 1, {{15, 15}, {-5, -5}}, {{9, 9}, {7, 7}}},
+        {"no extent", 1, {{10, 10}, {0, 0}}, {{9, 9}, {2, 2}}},
+        {"over the edge", 1, {{-10, -10}, {20, 20}}, {{0, 0}, {11, 11}}},
+        {"not a number", 1, {{nan, 10}, {5, 5}}, {{0, 0}, {200, 100}}},
+        {"infinite", 1, {{10, 10}, {infinity, 5}}, {{0, 0}, {200, 100}}},
+        {"from one infinity to the other", 1, {{-infinity, 10}, {infinity, 5}}, {{0, 0}, {200, 100}}},
+        {"huge", 1, {{-1e300, 10}, {2e300, 1}}, {{0, 9}, {200, 3}}},
+    };
+    for (const auto& c : cases) {
+        window.scale = c.scale;
+        window.backingChanged();
+        window.displayIfNeeded();
+        view->drawn.clear();
+        view->setNeedsDisplayInRect(c.damage);
+        window.displayIfNeeded();
+        EXPECT_EQ(view->drawn, std::vector{c.drawn}) << c.what;
+    }
+    view->drawn.clear();
+    view->setNeedsDisplayInRect({{500, 500}, {10, 10}});
+    EXPECT_FALSE(window.needsDisplay()) << "outside the view";
+}
+
+TEST_F(NSWindowDisplayTest, OnlyDamagePaints) {
+    const auto still = [this](const std::string& what) {
+        window.displayIfNeeded();
+        EXPECT_TRUE(view->drawn.empty()) << what;
+        view->drawn.clear();
+    };
+    view->setFrame({{300, 50}, {200, 100}});
+    still("moved");
+    view->setFrame({{-190, 50}, {200, 100}});
+    still("partly out of the window");
+    view->setFrame({{-1900, 50}, {200, 100}});
+    still("wholly out of the window");
+    view->setFrame(frame);
+    still("back again");
+    view->setHidden(true);
+    still("hidden");
+    view->setHidden(false);
+    still("shown");
+    view->layer()->setOpacity(0.3);
+    still("faded");
+    view->layer()->setZPosition(7);
+    still("restacked");
+    view->layer()->setTransform(CATransform3D::makeAffineTransform(CGAffineTransform::makeRotation(1)));
+    still("turned");
+    const auto other = std::make_shared<NSView>();
+    root->addSubview(other);
+    other->addSubview(view);
+    still("elsewhere in the tree");
+
+    view->setFrame({{100, 100}, {210, 100}});
+    window.displayIfNeeded();
+    EXPECT_EQ(view->drawn, (std::vector<CGRect>{{{200, 0}, {10, 100}}})) << "grown";
+    view->drawn.clear();
+    view->setFrame({{100, 100}, {150, 100}});
+    still("shrunk");
+}
+
+TEST_F(NSWindowDisplayTest, AHiddenViewPaintsWhenItShows) {
+    root->setHidden(true);
+    view->setNeedsDisplayInRect({{10, 10}, {5, 5}});
+    window.displayIfNeeded();
+    EXPECT_TRUE(view->drawn.empty());
+    root->setHidden(false);
+    window.displayIfNeeded();
+    EXPECT_EQ(view->drawn, (std::vector<CGRect>{{{9, 9}, {7, 7}}}));
+}
+
+TEST_F(NSWindowDisplayTest, ANewScaleRepaints) {
+    window.scale = 2;
+    window.backingChanged();
+    window.displayIfNeeded();
+    EXPECT_EQ(view->drawn, (std::vector<CGRect>{{{0, 0}, {200, 100}}}));
+    EXPECT_EQ(view->backingStore()->area(), (NSBackingRect{0, 0, 400, 200}));
+}
+
+TEST_F(NSWindowDisplayTest, ANativeViewIsNeverAskedToPaint) {
+    const auto field = std::make_shared<NSTextField>();
+    field->setFrame({{0, 0}, {80, 20}});
+    window.native = field.get();
+    root->addSubview(field);
+    field->setStringValue("text");
+    window.displayIfNeeded();
+    EXPECT_EQ(field->backingStore(), nullptr);
+    window.told();
+    field->setStringValue("text");
+    EXPECT_EQ(window.told(), "");
+    field->setStringValue("other");
+    window.displayIfNeeded();
+    EXPECT_EQ(window.told(), "schedule change16 present ");
+}
+
+TEST_F(NSWindowDisplayTest, OfAHugeViewOnlyWhatCanBeSeenIsStored) {
+    const auto huge = std::make_shared<PaintedView>(CGRect{{-1e9, -200}, {2e9, 2e9}});
+    root->addSubview(huge);
+    window.displayIfNeeded();
+    ASSERT_NE(huge->backingStore(), nullptr);
+    const NSBackingRect seen{1000000000, 200, 1000001000, 700};
+    EXPECT_TRUE(huge->backingStore()->area().contains(seen));
+    EXPECT_LT(huge->backingStore()->area().area(), 4 * seen.area());
+
+    // A small step stays within the margin; far away all is new; and back.
+    huge->drawn.clear();
+    huge->setFrame({{-1e9 + 100, -150}, {2e9, 2e9}});
+    window.displayIfNeeded();
+    EXPECT_TRUE(huge->drawn.empty());
+    huge->setFrame({{-1e9 + 600, -200}, {2e9, 2e9}});
+    window.displayIfNeeded();
+    ASSERT_EQ(huge->drawn.size(), 1U);
+    EXPECT_LE(huge->drawn[0].size.width, 1024) << "only what came in";
+    EXPECT_TRUE(huge->backingStore()->area().contains(seen.movedBy(-600, 0)));
+    huge->setFrame({{5000, 0}, {2e9, 2e9}});
+    window.displayIfNeeded();
+    EXPECT_EQ(huge->backingStore(), nullptr) << "out of sight";
+
+    for (const CGRect odd : {CGRect{{0, 0}, {nan, 10}}, CGRect{{infinity, 0}, {10, 10}},
+                             CGRect{{0, 0}, {-5, 10}}, CGRect{{0, 0}, {1e300, 1e300}}}) {
+        huge->setFrame(odd);
+        huge->setNeedsDisplayInRect(odd);
+        window.displayIfNeeded();
+        EXPECT_TRUE(!huge->backingStore() || huge->backingStore()->area().area() < 1 << 22);
+    }
+}
+
+TEST_F(NSWindowDisplayTest, OnlyPaintedTilesGetNewSerials) {
+    const auto large = std::make_shared<PaintedView>(CGRect{{0, 0}, {900, 500}});
+    root->addSubview(large);
+    window.displayIfNeeded();
+    const auto serials = [&large] {
+        std::vector<std::uint64_t> all;
+        const NSBackingStore& store = *large->backingStore();
+        NSBackingRect covered;
+        store.forEachTile(store.area(), [&](const NSBackingStore::Tile& tile) {
+            all.push_back(tile.serial);
+            covered = covered.united(tile.rect);
+        });
+        EXPECT_EQ(covered, store.area());
+        return all;
+    };
+    const std::vector<std::uint64_t> before = serials();
+    EXPECT_EQ(before.size(), 8U);
+    EXPECT_EQ(std::set<std::uint64_t>(before.begin(), before.end()).size(), 8U);
+    large->setNeedsDisplayInRect({{250, 10}, {10, 10}});
+    window.displayIfNeeded();
+    const std::vector<std::uint64_t> after = serials();
+    for (std::size_t i = 0; i < after.size(); ++i) {
+        EXPECT_EQ(after[i] != before[i], i == 0 || i == 1) << i;
+    }
+}
+
+TEST_F(NSWindowDisplayTest, AViewMayLeaveWhileItPaints) {
+    class Leaving final : public NSView {
+    public:
+        bool paints() const override { return true; }
+        void drawRect(const CGRect&) override { removeFromSuperviewWithoutNeedingDisplay(); }
+    };
+    auto leaving = std::make_shared<Leaving>();
+    leaving->setFrame({{0, 0}, {10, 10}});
+    root->addSubview(leaving);
+    leaving.reset();
+    window.displayIfNeeded();
+    window.displayIfNeeded();
+    EXPECT_EQ(root->subviews().size(), 1U);
+}

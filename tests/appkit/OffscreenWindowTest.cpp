@@ -1,0 +1,255 @@
+#include "platform/offscreen/OffscreenWindow.h"
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <cmath>
+#include <cstdint>
+#include <memory>
+#include <numbers>
+#include <random>
+#include <vector>
+
+#include "tests/appkit/PaintedView.h"
+
+using namespace orvane::platform;
+
+namespace {
+
+std::uint32_t pixel(const OffscreenWindow& window, int x, int y) {
+    return window.pixels()[static_cast<std::size_t>(y) * window.bytesPerRow() / 4 +
+                           static_cast<std::size_t>(x)];
+}
+
+std::vector<std::uint32_t> picture(const OffscreenWindow& window) {
+    std::vector<std::uint32_t> pixels;
+    for (int y = 0; y < window.pixelHeight(); ++y) {
+        for (int x = 0; x < window.pixelWidth(); ++x) {
+            pixels.push_back(pixel(window, x, y));
+        }
+    }
+    return pixels;
+}
+
+std::shared_ptr<NSView> block(const CGRect& frame, const CGColor& color) {
+    auto view = std::make_shared<NSView>();
+    view->setFrame(frame);
+    view->layer()->setBackgroundColor(color);
+    return view;
+}
+
+constexpr CGColor red{1, 0, 0, 1};
+constexpr CGColor green{0, 1, 0, 1};
+constexpr CGColor blue{0, 0, 1, 1};
+
+// A tree of views and the changes that a seed makes of it. Two of the same seed go the same way.
+class Scene {
+public:
+    Scene(unsigned seed, double scale) : window({300, 200}, scale), random_(seed) {
+        root_ = block({{0, 0}, {300, 200}}, {0, 0, 0, 1});
+        window.setContentView(root_);
+    }
+
+    void change() {
+        switch (views_.empty() ? 0 : below(10)) {
+            case 0:
+            case 1:
+                return add();
+            case 2:
+                return any().setFrame(frame());
+            case 3:
+                return any().setHidden(below(3) == 0);
+            case 4:
+                return any().layer()->setOpacity(below(5) / 4.0);
+            case 5:
+                return any().layer()->setZPosition(below(3));
+            case 6:
+                return turn(any());
+            case 7:
+                return any().layer()->setBackgroundColor(color());
+            case 8:
+                return any().setColor(color());
+            case 9:
+                return below(3) == 0 ? remove() : restack();
+        }
+    }
+
+    OffscreenWindow window;
+
+private:
+    int below(int limit) { return std::uniform_int_distribution(0, limit - 1)(random_); }
+    PaintedView& any() { return *views_[static_cast<std::size_t>(below(size()))]; }
+    int size() const { return static_cast<int>(views_.size()); }
+    CGColor color() { return {below(3) / 2.0, below(3) / 2.0, below(3) / 2.0, below(4) / 3.0}; }
+    CGRect frame() {
+        return {{static_cast<double>(below(340) - 40), static_cast<double>(below(240) - 40)},
+                {static_cast<double>(1 + below(120)), static_cast<double>(1 + below(120))}};
+    }
+    NSView& place() { return below(2) == 0 || views_.empty() ? *root_ : static_cast<NSView&>(any()); }
+
+    void add() {
+        const auto view = std::make_shared<PaintedView>(frame(), color());
+        place().addSubview(view);
+        views_.push_back(view);
+    }
+    void turn(NSView& view) {
+        const std::array<CGAffineTransform, 4> transforms{
+            CGAffineTransform{}, CGAffineTransform::makeRotation(below(6)),
+            CGAffineTransform::makeScale(below(3) / 2.0, 1.5),
+            CGAffineTransform::makeTranslation(below(50), below(50) / 3.0)};
+        view.layer()->setAnchorPoint({below(3) / 2.0, below(3) / 2.0});
+        view.layer()->setTransform(CATransform3D::makeAffineTransform(
+            transforms[static_cast<std::size_t>(below(4))]));
+    }
+    void remove() {
+        const std::shared_ptr<PaintedView> gone = views_[static_cast<std::size_t>(below(size()))];
+        gone->removeFromSuperviewWithoutNeedingDisplay();
+        std::erase_if(views_, [&](const auto& view) { return view->window() == nullptr; });
+    }
+    void restack() {
+        const std::shared_ptr<PaintedView> view = views_[static_cast<std::size_t>(below(size()))];
+        const NSWindowOrderingMode mode =
+            below(2) == 0 ? NSWindowOrderingMode::Below : NSWindowOrderingMode::Above;
+        NSView& superview = below(3) == 0 ? place() : *view->superview();
+        superview.addSubview(view, mode, &any());
+    }
+
+    std::mt19937 random_;
+    std::shared_ptr<NSView> root_;
+    std::vector<std::shared_ptr<PaintedView>> views_;
+};
+
+}  // namespace
+
+TEST(OffscreenWindow, ComposedPieceByPieceEqualsComposedAtOnce) {
+    for (unsigned seed = 1; seed <= 40; ++seed) {
+        const double scale = seed % 3 == 0 ? 2 : seed % 3 == 1 ? 1 : 1.5;
+        Scene pieces(seed, scale);
+        Scene whole(seed, scale);
+        for (int step = 0; step < 60; ++step) {
+            pieces.change();
+            whole.change();
+            if (step % 3 != 0) {
+                pieces.window.display();
+            }
+        }
+        pieces.window.display();
+        whole.window.display();
+        ASSERT_EQ(picture(pieces.window), picture(whole.window)) << "seed " << seed;
+    }
+}
+
+TEST(OffscreenWindow, ComposesOnlyWhatChanged) {
+    OffscreenWindow window({400, 300});
+    const auto root = block({{0, 0}, {400, 300}}, blue);
+    window.setContentView(root);
+    std::vector<std::shared_ptr<PaintedView>> views;
+    for (int i = 0; i < 12; ++i) {
+        const CGPoint place{10.0 + i % 4 * 100, 10.0 + i / 4 * 100};
+        views.push_back(std::make_shared<PaintedView>(CGRect{place, {30, 30}}));
+        root->addSubview(views.back());
+    }
+    const auto composed = [&window] {
+        const auto rects = window.display();
+        return std::vector<NSBackingRect>(rects.begin(), rects.end());
+    };
+    using Rects = std::vector<NSBackingRect>;
+    EXPECT_EQ(composed(), (Rects{{0, 0, 400, 300}}));
+    EXPECT_EQ(composed(), Rects{});
+    views[5]->setNeedsDisplayInRect({{5, 5}, {5, 5}});
+    EXPECT_EQ(composed(), (Rects{{114, 114, 121, 121}}));
+    views[0]->setFrame({{210, 160}, {30, 30}});
+    EXPECT_EQ(composed(), (Rects{{10, 10, 40, 40}, {210, 160, 240, 190}}));
+    views[1]->setHidden(true);
+    EXPECT_EQ(composed(), (Rects{{110, 10, 140, 40}}));
+    views[1]->setNeedsDisplayInRect({{5, 5}, {5, 5}});
+    EXPECT_EQ(composed(), Rects{});
+    views[2]->layer()->setOpacity(0.5);
+    EXPECT_EQ(composed(), (Rects{{210, 10, 240, 40}}));
+    views[3]->removeFromSuperviewWithoutNeedingDisplay();
+    EXPECT_EQ(composed(), (Rects{{310, 10, 340, 40}}));
+    views[6]->setFrame({{115, 115}, {30, 30}});
+    composed();
+    views[6]->layer()->setZPosition(-1);
+    EXPECT_EQ(composed().size(), 1U) << "only around where the two lie over one another";
+    views[8]->layer()->setZPosition(1);
+    views[8]->layer()->setZPosition(0);
+    EXPECT_EQ(composed(), Rects{});
+    window.setContentView(nullptr);
+    composed();
+    EXPECT_EQ(pixel(window, 5, 5), 0U);
+}
+
+TEST(OffscreenWindow, OpacityIsOfTheGroup) {
+    OffscreenWindow window({30, 10});
+    const auto root = block({{0, 0}, {30, 10}}, {1, 1, 1, 1});
+    const auto group = block({{0, 0}, {20, 10}}, red);
+    group->addSubview(block({{10, 0}, {20, 10}}, green));
+    group->layer()->setOpacity(0.5);
+    root->addSubview(group);
+    window.setContentView(root);
+    window.display();
+    EXPECT_EQ(pixel(window, 5, 5), 0xFFFF7F7FU);
+    EXPECT_EQ(pixel(window, 15, 5), 0xFF7FFF7FU) << "the red below does not shine through";
+    EXPECT_EQ(pixel(window, 25, 5), 0xFF7FFF7FU);
+}
+
+TEST(OffscreenWindow, TransformsTurnAboutTheAnchorPoint) {
+    OffscreenWindow window({100, 100}, 2);
+    const auto root = block({{0, 0}, {100, 100}}, {});
+    const auto hand = block({{50, 45}, {40, 10}}, red);
+    hand->layer()->setAnchorPoint({0, 0.5});
+    hand->layer()->setPosition({50, 50});
+    root->addSubview(hand);
+    window.setContentView(root);
+    for (int quarter = 0; quarter < 4; ++quarter) {
+        const double angle = quarter * std::numbers::pi / 2;
+        hand->layer()->setTransform(
+            CATransform3D::makeAffineTransform(CGAffineTransform::makeRotation(angle)));
+        window.display();
+        for (int side = 0; side < 4; ++side) {
+            const int x = 100 + static_cast<int>(std::lround(60 * std::cos(side * std::numbers::pi / 2)));
+            const int y = 100 + static_cast<int>(std::lround(60 * std::sin(side * std::numbers::pi / 2)));
+            EXPECT_EQ(pixel(window, x, y), side == quarter ? 0xFFFF0000U : 0xFF000000U)
+                << quarter << " " << side;
+        }
+    }
+}
+
+TEST(OffscreenWindow, ATransformWithoutInverseShowsNothingAndHarmsNobody) {
+    OffscreenWindow window({20, 10});
+    const auto root = block({{0, 0}, {20, 10}}, {});
+    const auto odd = block({{0, 0}, {10, 10}}, red);
+    odd->addSubview(std::make_shared<PaintedView>(CGRect{{0, 0}, {10, 10}}));
+    root->addSubview(odd);
+    root->addSubview(block({{10, 0}, {10, 10}}, blue));
+    window.setContentView(root);
+    for (const double scale : {0.0, std::nan(""), HUGE_VAL, 1e-300, 1e300}) {
+        odd->layer()->setTransform(
+            CATransform3D::makeAffineTransform(CGAffineTransform::makeScale(scale, scale)));
+        window.display();
+        EXPECT_EQ(pixel(window, 15, 5), 0xFF0000FFU) << scale;
+    }
+    odd->layer()->setTransform(CATransform3DIdentity);
+    window.display();
+    EXPECT_EQ(pixel(window, 5, 5), 0xFFFF0000U);
+}
+
+TEST(OffscreenWindow, ANewSizeOrScaleShowsTheSameViews) {
+    OffscreenWindow window({50, 50});
+    const auto root = block({{0, 0}, {100, 100}}, blue);
+    root->addSubview(std::make_shared<PaintedView>(CGRect{{60, 60}, {30, 30}}));
+    window.setContentView(root);
+    window.display();
+    window.setContentSize({100, 100});
+    window.display();
+    EXPECT_EQ(pixel(window, 75, 75), 0xFFFF0000U);
+    window.setBackingScaleFactor(3);
+    window.display();
+    EXPECT_EQ(window.pixelWidth(), 300);
+    EXPECT_EQ(pixel(window, 225, 225), 0xFFFF0000U);
+    EXPECT_EQ(pixel(window, 30, 30), 0xFF0000FFU);
+    window.setContentSize({std::nan(""), -1});
+    window.display();
+    EXPECT_GE(window.pixelWidth(), 1);
+}
