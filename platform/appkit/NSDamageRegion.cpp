@@ -160,6 +160,13 @@ void NSDamageRegion::take(std::vector<NSBackingRect>& out) {
     out.clear();
     if (gridded_) {
         mergeGrid(out);
+        // Lines of cells are joined greedily; what they left side by side is joined as in the list.
+        if (out.size() <= listLimit) {
+            for (const NSBackingRect& rect : out) {
+                addToList(rect);
+            }
+            out.swap(rects_);
+        }
     } else {
         out.swap(rects_);
     }

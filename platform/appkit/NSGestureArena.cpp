@@ -16,9 +16,8 @@ void NSGestureArena::sendEvent(const std::shared_ptr<NSView>& contentView, const
     while (!pending_.empty()) {
         const NSEvent next = pending_.front();
         pending_.pop_front();
-        cancelThoseThatLeft();
+        advance();
         deliver(contentView, next);
-        cancelThoseThatLeft();
         if (next.type == NSEventType::LeftMouseUp) {
             finish();
         }
@@ -61,6 +60,7 @@ void NSGestureArena::enter(NSView& contentView, const NSEvent& event) {
 
 void NSGestureArena::advance() {
     // One recognizer that fails lets in those that wait for it, earlier ones too.
+    cancelThoseThatLeft();
     bool moved = true;
     bool somebodyWaits = false;
     while (moved) {
@@ -75,6 +75,7 @@ void NSGestureArena::advance() {
                     break;
                 }
                 showNextEvent(entry);
+                cancelThoseThatLeft();
                 moved = true;
             }
         }
@@ -162,15 +163,10 @@ void NSGestureArena::cancel(Entry& entry) {
 }
 
 void NSGestureArena::cancelThoseThatLeft() {
-    bool somebodyLeft = false;
     for (Entry& entry : entries_) {
-        if (entry.viewLeft && !entry.isOut) {
+        if (entry.viewLeft) {
             cancel(entry);
-            somebodyLeft = true;
         }
-    }
-    if (somebodyLeft) {
-        advance();
     }
 }
 

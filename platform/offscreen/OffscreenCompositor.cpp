@@ -3,21 +3,30 @@
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
+#include <optional>
 #include <utility>
 
 #include "platform/appkit/NSBackingStore.h"
+#include "platform/coregraphics/CGBitmapContext.h"
 
 namespace orvane::platform {
 
 namespace {
 
-// Less than this of the image's area for the whole of a view's unit square is nothing to be seen,
-// and its inverse more than the raster library's numbers hold.
-constexpr double smallestArea = 1e-8;
+// As far as the raster library's numbers go, with room for what it adds to them.
+constexpr double longestStep = 8192;
 
+// Whether a view so mapped shows anything, and its mapping can be undone in the library's numbers.
 bool isPlaceable(const CGAffineTransform& t) {
-    const double area = std::abs(t.a * t.d - t.b * t.c);
-    return area > smallestArea && std::isfinite(area) && std::isfinite(t.tx) && std::isfinite(t.ty);
+    const std::optional<CGAffineTransform> back = t.invert();
+    return back && std::max({std::abs(back->a), std::abs(back->b), std::abs(back->c),
+                             std::abs(back->d)}) < longestStep;
+}
+
+pixman_image_t* solid(double alpha) {
+    const auto level = static_cast<std::uint16_t>(std::lround(alpha * 65535));
+    const pixman_color_t color{0, 0, 0, level};
+    return pixman_image_create_solid_fill(&color);
 }
 
 }  // namespace
@@ -42,10 +51,11 @@ struct OffscreenCompositor::Place final : NSViewRealization {
     bool isRecolored = false;
     bool hasMarkedBelow = false;
 
-    // A handle on the pixels of the backing store.
-    Surface contents;
+    // The pixels of the backing store, laid out for drawing.
+    Image contents;
     const std::uint32_t* pixels = nullptr;
     NSBackingRect area;
+    bool isLaidOut = false;
 };
 
 OffscreenCompositor::OffscreenCompositor() = default;
@@ -55,13 +65,20 @@ OffscreenCompositor::Place& OffscreenCompositor::placeOf(const NSView& view) {
     return static_cast<Place&>(*view.realization());
 }
 
+OffscreenCompositor::Target OffscreenCompositor::Target::create(const NSBackingRect& area) {
+    Target target;
+    target.area = area;
+    target.pixels = std::make_unique<std::uint32_t[]>(static_cast<std::size_t>(area.area()));
+    target.image.reset(pixman_image_create_bits_no_clear(
+        PIXMAN_a8r8g8b8, static_cast<int>(area.width()), static_cast<int>(area.height()),
+        target.pixels.get(), static_cast<int>(area.width() * 4)));
+    return target;
+}
+
 void OffscreenCompositor::setImage(int width, int height, double scale) {
-    cairo_.reset();
-    image_.reset(cairo_image_surface_create(CAIRO_FORMAT_ARGB32, width, height));
-    cairo_.reset(cairo_create(image_.get()));
     scale_ = scale;
-    bounds_ = {0, 0, cairo_image_surface_get_width(image_.get()),
-               cairo_image_surface_get_height(image_.get())};
+    bounds_ = {0, 0, width, height};
+    image_ = Target::create(bounds_);
     damage_.setBounds(bounds_);
     damage_.addAll();
     isNew_ = true;
@@ -82,17 +99,37 @@ void OffscreenCompositor::remove(NSView& view) {
 }
 
 void OffscreenCompositor::reorder(NSView& superview) {
-    // Of each two that changed sides the one in front now is damaged: only where it is can they
-    // look different. Those that came and went damage by themselves.
-    std::size_t highest = 0;
-    std::size_t rank = 0;
-    for (const NSView* view : superview.subviewsInDrawingOrder()) {
-        Place& place = placeOf(*view);
-        if (place.rank < highest) {
+    // The longest row of views that kept their order among one another stays; the others have
+    // moved, and only where one of them is can the picture be another. ends_[n] closes the best row
+    // of n + 1 views so far, the one that ends in the lowest rank; before_ leads back along a row.
+    const std::vector<NSView*>& order = superview.subviewsInDrawingOrder();
+    constexpr std::size_t none = static_cast<std::size_t>(-1);
+    ends_.clear();
+    before_.assign(order.size(), none);
+    for (std::size_t i = 0; i < order.size(); ++i) {
+        const std::size_t rank = placeOf(*order[i]).rank;
+        if (rank == 0) {
+            continue;  // new: it is damaged when it is placed
+        }
+        const auto place = std::lower_bound(
+            ends_.begin(), ends_.end(), rank,
+            [&order](std::size_t end, std::size_t r) { return placeOf(*order[end]).rank < r; });
+        before_[i] = place == ends_.begin() ? none : *(place - 1);
+        if (place == ends_.end()) {
+            ends_.push_back(i);
+        } else {
+            *place = i;
+        }
+    }
+    std::size_t kept = ends_.empty() ? none : ends_.back();
+    for (std::size_t i = order.size(); i-- > 0;) {
+        Place& place = placeOf(*order[i]);
+        if (i == kept) {
+            kept = before_[i];
+        } else {
             damage_.add(place.all);
         }
-        highest = std::max(highest, place.rank);
-        place.rank = ++rank;
+        place.rank = i + 1;
     }
 }
 
@@ -133,16 +170,15 @@ NSBackingRect OffscreenCompositor::boxInImage(const Place& place, const CGRect& 
         .intersection(bounds_);
 }
 
-// True when the view shows otherwise than before, its subviews with it.
 bool OffscreenCompositor::place(const NSView& view, const CGAffineTransform& superview,
-                                bool isShown) {
+                                bool isShown, bool isMoved) {
     Place& place = placeOf(view);
     const CALayerPresentation shown = view.layer()->presentation(time_);
     const CGAffineTransform toImage = view.layer()->affineTransform(shown).concat(superview);
     isShown = isShown && !view.isHidden() && shown.opacity > 0 && isPlaceable(toImage);
 
-    const bool isOther = toImage != place.toImage || isShown != place.isShown ||
-                         shown.opacity != place.opacity || shown.fadesFrom != place.fadesFrom;
+    isMoved = isMoved || toImage != place.toImage || isShown != place.isShown ||
+              shown.opacity != place.opacity || shown.fadesFrom != place.fadesFrom;
     fading_ += (shown.fadesFrom ? 1 : 0) - (place.fadesFrom ? 1 : 0);
     place.toImage = toImage;
     place.isShown = isShown;
@@ -155,13 +191,14 @@ bool OffscreenCompositor::place(const NSView& view, const CGAffineTransform& sup
 
     const bool draws = view.paints() || view.layer()->backgroundColor().alpha > 0;
     const NSBackingRect own = isShown && draws ? boxInImage(place, view.bounds()) : NSBackingRect{};
-    if (isOther || place.isRecolored || own != place.own) {
+    if (isMoved || place.isRecolored || own != place.own) {
         damage_.add(place.own);
         damage_.add(own);
+        place.isLaidOut = false;
     }
     place.own = own;
     place.isRecolored = false;
-    return isOther;
+    return isMoved;
 }
 
 void OffscreenCompositor::placeMarked(NSView& view, const CGAffineTransform& superview,
@@ -171,7 +208,7 @@ void OffscreenCompositor::placeMarked(NSView& view, const CGAffineTransform& sup
         return;
     }
     if (isMoved || here.isMarked) {
-        isMoved = place(view, superview, isShown) || isMoved;
+        isMoved = place(view, superview, isShown, isMoved);
     }
     here.isMarked = false;
     here.hasMarkedBelow = false;
@@ -205,56 +242,47 @@ std::span<const NSBackingRect> OffscreenCompositor::compose(NSView* root, double
     isNew_ = false;
     damage_.take(composed_);
     for (const NSBackingRect& rect : composed_) {
-        cairo_save(cairo_.get());
-        cairo_rectangle(cairo_.get(), static_cast<double>(rect.left), static_cast<double>(rect.top),
-                        static_cast<double>(rect.width()), static_cast<double>(rect.height()));
-        cairo_clip(cairo_.get());
-        cairo_set_operator(cairo_.get(), CAIRO_OPERATOR_CLEAR);
-        cairo_paint(cairo_.get());
-        cairo_set_operator(cairo_.get(), CAIRO_OPERATOR_OVER);
+        pixman_fill(image_.pixels.get(), width(), 32, static_cast<int>(rect.left),
+                    static_cast<int>(rect.top), static_cast<int>(rect.width()),
+                    static_cast<int>(rect.height()), 0);
         if (root) {
-            composeView(*root, rect);
+            composeView(image_, *root, rect);
         }
-        cairo_restore(cairo_.get());
     }
-    cairo_surface_flush(image_.get());
     return composed_;
 }
 
-void OffscreenCompositor::composeView(NSView& view, const NSBackingRect& rect) {
-    Place& place = placeOf(view);
+void OffscreenCompositor::composeView(Target& target, NSView& view, const NSBackingRect& rect) {
+    const Place& place = placeOf(view);
     if (!place.all.intersects(rect)) {
         return;
     }
     const bool hasBackground = view.layer()->backgroundColor().alpha > 0;
     const bool hasContents = view.backingStore() != nullptr;
+    const auto draw = [&](Target& on, double alpha, const NSBackingRect& part) {
+        if (hasBackground && place.own.intersects(part)) {
+            drawBackground(on, view, alpha, place.own.intersection(part));
+        }
+        if (hasContents && place.own.intersects(part)) {
+            drawContents(on, view, alpha, place.own.intersection(part));
+        }
+        composeSubviews(on, view, part);
+    };
     const bool isOnePicture = view.subviews().empty() && !(hasBackground && hasContents);
-    const bool isGroup = place.opacity < 1 && !isOnePicture;
-    const double alpha = isGroup ? 1 : place.opacity;
-    if (isGroup) {
-        beginGroup(place.all.intersection(rect));
+    if (place.opacity == 1 || isOnePicture) {
+        draw(target, place.opacity, rect);
+        return;
     }
-    if (place.own.intersects(rect)) {
-        if (hasBackground) {
-            drawBackground(view, place, alpha);
-        }
-        if (hasContents) {
-            drawContents(view, place, alpha);
-        }
-    }
-    composeSubviews(view, rect);
-    if (isGroup) {
-        endGroup();
-        cairo_paint_with_alpha(cairo_.get(), place.opacity);
-        cairo_restore(cairo_.get());
-    }
+    Target group = Target::create(place.all.intersection(rect));
+    draw(group, 1, group.area);
+    drawGroup(target, group, PIXMAN_OP_OVER, place.opacity);
 }
 
-void OffscreenCompositor::composeSubviews(NSView& view, const NSBackingRect& rect) {
+void OffscreenCompositor::composeSubviews(Target& target, NSView& view, const NSBackingRect& rect) {
     const std::vector<NSView*>& order = view.subviewsInDrawingOrder();
     for (NSView* subview : order) {
         if (fading_ == 0) {
-            composeView(*subview, rect);
+            composeView(target, *subview, rect);
             continue;
         }
         const CALayer* layer = subview->layer();
@@ -266,101 +294,132 @@ void OffscreenCompositor::composeSubviews(NSView& view, const NSBackingRect& rec
             return other->layer() == from;
         });
         if (from && outgoing != order.end()) {
-            composeFade(**outgoing, *subview, rect);
+            composeFade(target, **outgoing, *subview, rect);
         } else if (!fadesInto) {
-            composeView(*subview, rect);
+            composeView(target, *subview, rect);
         }
     }
 }
 
-void OffscreenCompositor::composeFade(NSView& outgoing, NSView& incoming,
+void OffscreenCompositor::composeFade(Target& target, NSView& outgoing, NSView& incoming,
                                       const NSBackingRect& rect) {
-    const NSBackingRect area = placeOf(outgoing).all.united(placeOf(incoming).all);
-    if (!area.intersects(rect)) {
+    const NSBackingRect area =
+        placeOf(outgoing).all.united(placeOf(incoming).all).intersection(rect);
+    if (area.isEmpty()) {
         return;
     }
     // Each has its share as its opacity. Added, not laid over one another, the shares make up the
     // whole: where both are opaque nothing behind shines through.
-    beginGroup(area.intersection(rect));
-    composeView(outgoing, rect);
-    beginGroup(area.intersection(rect));
-    composeView(incoming, rect);
-    endGroup();
-    cairo_set_operator(cairo_.get(), CAIRO_OPERATOR_ADD);
-    cairo_paint(cairo_.get());
-    cairo_restore(cairo_.get());
-    endGroup();
-    cairo_paint(cairo_.get());
-    cairo_restore(cairo_.get());
+    Target both = Target::create(area);
+    composeView(both, outgoing, area);
+    Target second = Target::create(area);
+    composeView(second, incoming, area);
+    drawGroup(both, second, PIXMAN_OP_ADD, 1);
+    drawGroup(target, both, PIXMAN_OP_OVER, 1);
 }
 
-void OffscreenCompositor::beginGroup(const NSBackingRect& rect) {
-    cairo_save(cairo_.get());
-    cairo_rectangle(cairo_.get(), static_cast<double>(rect.left), static_cast<double>(rect.top),
-                    static_cast<double>(rect.width()), static_cast<double>(rect.height()));
-    cairo_clip(cairo_.get());
-    cairo_push_group(cairo_.get());
+void OffscreenCompositor::drawGroup(Target& target, const Target& group, pixman_op_t blend,
+                                    double alpha) {
+    const Image mask(alpha < 1 ? solid(alpha) : nullptr);
+    pixman_image_composite32(blend, group.image.get(), mask.get(), target.image.get(), 0, 0, 0, 0,
+                             static_cast<int>(group.area.left - target.area.left),
+                             static_cast<int>(group.area.top - target.area.top),
+                             static_cast<int>(group.area.width()),
+                             static_cast<int>(group.area.height()));
 }
 
-void OffscreenCompositor::endGroup() {
-    cairo_pop_group_to_source(cairo_.get());
-}
-
-void OffscreenCompositor::drawBackground(const NSView& view, const Place& place, double alpha) {
-    const CGColor& color = view.layer()->backgroundColor();
-    cairo_set_source_rgba(cairo_.get(), color.red, color.green, color.blue, color.alpha * alpha);
+void OffscreenCompositor::drawBackground(Target& target, const NSView& view, double alpha,
+                                         const NSBackingRect& rect) {
+    const Place& place = placeOf(view);
+    CGColor color = view.layer()->backgroundColor();
+    color.alpha *= alpha;
+    const NSBackingRect part = rect.movedBy(-target.area.left, -target.area.top);
     if (place.isPixelAligned) {
-        cairo_rectangle(cairo_.get(), static_cast<double>(place.own.left),
-                        static_cast<double>(place.own.top), static_cast<double>(place.own.width()),
-                        static_cast<double>(place.own.height()));
-    } else {
-        const CGAffineTransform& t = place.toImage;
-        const cairo_matrix_t matrix{t.a, t.b, t.c, t.d, t.tx, t.ty};
-        cairo_set_matrix(cairo_.get(), &matrix);
-        cairo_rectangle(cairo_.get(), 0, 0, view.bounds().size.width, view.bounds().size.height);
-        cairo_identity_matrix(cairo_.get());
-    }
-    cairo_fill(cairo_.get());
-}
-
-void OffscreenCompositor::drawContents(const NSView& view, Place& place, double alpha) {
-    const NSBackingStore& store = *view.backingStore();
-    if (place.pixels != store.pixels() || place.area != store.area()) {
-        place.pixels = store.pixels();
-        place.area = store.area();
-        // The library's interface knows no constant surfaces; nothing draws on this one.
-        auto* bytes = reinterpret_cast<unsigned char*>(const_cast<std::uint32_t*>(place.pixels));
-        place.contents.reset(cairo_image_surface_create_for_data(
-            bytes, CAIRO_FORMAT_ARGB32, static_cast<int>(place.area.width()),
-            static_cast<int>(place.area.height()), static_cast<int>(store.bytesPerRow())));
-    }
-    if (!place.pixels) {
+        const auto level = [&color](double component) {
+            return static_cast<std::uint16_t>(std::lround(
+                std::clamp(component, 0.0, 1.0) * std::clamp(color.alpha, 0.0, 1.0) * 65535));
+        };
+        const pixman_color_t fill{level(color.red), level(color.green), level(color.blue),
+                                  level(1)};
+        const pixman_box32_t box{
+            static_cast<std::int32_t>(part.left), static_cast<std::int32_t>(part.top),
+            static_cast<std::int32_t>(part.right), static_cast<std::int32_t>(part.bottom)};
+        pixman_image_fill_boxes(PIXMAN_OP_OVER, target.image.get(), &fill, 1, &box);
         return;
     }
-    cairo_surface_mark_dirty(place.contents.get());
-    if (place.isPixelAligned) {
-        cairo_set_source_surface(cairo_.get(), place.contents.get(),
-                                 static_cast<double>(place.originX + place.area.left),
-                                 static_cast<double>(place.originY + place.area.top));
-    } else {
-        // From the store's pixels to the view's points, then to the image.
-        const CGAffineTransform t = CGAffineTransform{1 / scale_,
-                                                      0,
-                                                      0,
-                                                      1 / scale_,
-                                                      static_cast<double>(place.area.left) / scale_,
-                                                      static_cast<double>(place.area.top) / scale_}
-                                        .concat(place.toImage);
-        const cairo_matrix_t matrix{t.a, t.b, t.c, t.d, t.tx, t.ty};
-        cairo_set_matrix(cairo_.get(), &matrix);
-        cairo_set_source_surface(cairo_.get(), place.contents.get(), 0, 0);
-        cairo_pattern_set_filter(cairo_get_source(cairo_.get()), CAIRO_FILTER_BILINEAR);
-        cairo_identity_matrix(cairo_.get());
+    CGBitmapContext canvas(target.pixels.get(), static_cast<int>(target.area.width()),
+                           static_cast<int>(target.area.height()),
+                           static_cast<std::size_t>(target.area.width()) * 4);
+    canvas.clipToRect(part.toPoints(1));
+    canvas.translateCTM(static_cast<double>(-target.area.left),
+                        static_cast<double>(-target.area.top));
+    canvas.concatCTM(place.toImage);
+    canvas.setRGBFillColor(color.red, color.green, color.blue, color.alpha);
+    canvas.addRect(view.bounds());
+    canvas.drawPath(CGPathDrawingMode::Fill);
+}
+
+void OffscreenCompositor::drawContents(Target& target, const NSView& view, double alpha,
+                                       const NSBackingRect& rect) {
+    const NSBackingStore& store = *view.backingStore();
+    if (!store.pixels()) {
+        return;
     }
-    if (alpha < 1) {
-        cairo_paint_with_alpha(cairo_.get(), alpha);
+    Place& place = placeOf(view);
+    if (!place.contents || place.pixels != store.pixels() || place.area != store.area()) {
+        place.pixels = store.pixels();
+        place.area = store.area();
+        place.isLaidOut = false;
+        // The library's interface knows no constant images; this one is only read.
+        place.contents.reset(pixman_image_create_bits_no_clear(
+            PIXMAN_a8r8g8b8, static_cast<int>(place.area.width()),
+            static_cast<int>(place.area.height()), const_cast<std::uint32_t*>(place.pixels),
+            static_cast<int>(store.bytesPerRow())));
+    }
+    if (!place.isLaidOut) {
+        layOut(place);
+    }
+    if (!place.contents) {
+        return;
+    }
+    const Image mask(alpha < 1 ? solid(alpha) : nullptr);
+    // Where the rectangle begins in the source: in its own pixels when they are copied as they are,
+    // otherwise in those of the image, from the corner that layOut made the origin.
+    const std::int64_t originX =
+        place.isPixelAligned ? place.originX + place.area.left : place.own.left;
+    const std::int64_t originY =
+        place.isPixelAligned ? place.originY + place.area.top : place.own.top;
+    pixman_image_composite32(PIXMAN_OP_OVER, place.contents.get(), mask.get(), target.image.get(),
+                             static_cast<int>(rect.left - originX),
+                             static_cast<int>(rect.top - originY), 0, 0,
+                             static_cast<int>(rect.left - target.area.left),
+                             static_cast<int>(rect.top - target.area.top),
+                             static_cast<int>(rect.width()), static_cast<int>(rect.height()));
+}
+
+void OffscreenCompositor::layOut(Place& place) const {
+    place.isLaidOut = true;
+    if (place.isPixelAligned) {
+        pixman_image_set_transform(place.contents.get(), nullptr);
+        pixman_image_set_filter(place.contents.get(), PIXMAN_FILTER_NEAREST, nullptr, 0);
+        return;
+    }
+    // From the image's pixels back to the store's. It starts at the corner of the view's box, not
+    // of the image: the library's numbers are short. It must not depend on the rectangle that is
+    // composed, or the pieces would not fit together to the last bit.
+    const CGAffineTransform t =
+        CGAffineTransform::makeTranslation(static_cast<double>(place.own.left),
+                                           static_cast<double>(place.own.top))
+            .concat(place.toImage.invert().value_or(CGAffineTransform{}))
+            .concat({scale_, 0, 0, scale_, static_cast<double>(-place.area.left),
+                     static_cast<double>(-place.area.top)});
+    const pixman_f_transform exact{{{t.a, t.c, t.tx}, {t.b, t.d, t.ty}, {0, 0, 1}}};
+    pixman_transform_t transform;
+    if (pixman_transform_from_pixman_f_transform(&transform, &exact)) {
+        pixman_image_set_transform(place.contents.get(), &transform);
+        pixman_image_set_filter(place.contents.get(), PIXMAN_FILTER_BILINEAR, nullptr, 0);
     } else {
-        cairo_paint(cairo_.get());
+        place.contents.reset();
     }
 }
 

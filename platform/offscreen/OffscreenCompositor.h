@@ -1,7 +1,8 @@
 #pragma once
 
-#include <cairo.h>
+#include <pixman.h>
 
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <span>
@@ -13,8 +14,6 @@
 #include "platform/coregraphics/CGAffineTransform.h"
 
 namespace orvane::platform {
-
-class NSBackingStore;
 
 // Puts the views of an off-screen window together into its image, where something changed.
 //
@@ -30,7 +29,10 @@ public:
 
     // A new image, all of it damaged. `scale` is pixels a point.
     void setImage(int width, int height, double scale);
-    cairo_surface_t* image() const { return image_.get(); }
+    int width() const { return static_cast<int>(bounds_.width()); }
+    int height() const { return static_cast<int>(bounds_.height()); }
+    // Rows packed.
+    const std::uint32_t* pixels() const { return image_.pixels.get(); }
 
     void add(NSView& view);
     void remove(NSView& view);
@@ -48,34 +50,42 @@ public:
 
 private:
     struct Place;
-    struct Destroy {
-        void operator()(cairo_surface_t* surface) const { cairo_surface_destroy(surface); }
-        void operator()(cairo_t* cairo) const { cairo_destroy(cairo); }
+    struct Unreference {
+        void operator()(pixman_image_t* image) const { pixman_image_unref(image); }
     };
-    using Surface = std::unique_ptr<cairo_surface_t, Destroy>;
+    using Image = std::unique_ptr<pixman_image_t, Unreference>;
+
+    // Pixels that are drawn on: the picture, or a group that is laid on it as one.
+    struct Target {
+        NSBackingRect area;  // in the picture
+        std::unique_ptr<std::uint32_t[]> pixels;
+        Image image;
+
+        static Target create(const NSBackingRect& area);
+    };
 
     static Place& placeOf(const NSView& view);
     void mark(NSView& view);
     // Places the marked views of the subtree and all that moves with them. `isMoved`: the superview
     // itself stands, shows or blends otherwise than before.
     void placeMarked(NSView& view, const CGAffineTransform& superview, bool isShown, bool isMoved);
-    bool place(const NSView& view, const CGAffineTransform& superview, bool isShown);
+    // The view itself. True when its subviews have to follow.
+    bool place(const NSView& view, const CGAffineTransform& superview, bool isShown, bool isMoved);
     // Where a box of the view's, in points, falls in the image: whole pixels around it.
     NSBackingRect boxInImage(const Place& place, const CGRect& box) const;
     void damagePainted();
 
-    void composeRect(NSView& root, const NSBackingRect& rect);
-    void composeView(NSView& view, const NSBackingRect& rect);
-    void composeSubviews(NSView& view, const NSBackingRect& rect);
-    void composeFade(NSView& outgoing, NSView& incoming, const NSBackingRect& rect);
-    void drawBackground(const NSView& view, const Place& place, double alpha);
-    void drawContents(const NSView& view, Place& place, double alpha);
-    // What is drawn between the two is one picture, to be painted with cairo_paint and its kin.
-    void beginGroup(const NSBackingRect& rect);
-    void endGroup();
+    void composeView(Target& target, NSView& view, const NSBackingRect& rect);
+    void composeSubviews(Target& target, NSView& view, const NSBackingRect& rect);
+    void composeFade(Target& target, NSView& outgoing, NSView& incoming, const NSBackingRect& rect);
+    static void drawBackground(Target& target, const NSView& view, double alpha,
+                               const NSBackingRect& rect);
+    void drawContents(Target& target, const NSView& view, double alpha, const NSBackingRect& rect);
+    // Fits the contents to where the view stands.
+    void layOut(Place& place) const;
+    static void drawGroup(Target& target, const Target& group, pixman_op_t blend, double alpha);
 
-    Surface image_;
-    std::unique_ptr<cairo_t, Destroy> cairo_;
+    Target image_;
     bool isNew_ = true;  // every view is to be placed anew
     double scale_ = 1;
     double time_ = 0;
@@ -88,6 +98,8 @@ private:
         NSBackingRect rect;
     };
     std::vector<Painted> painted_;
+    std::vector<std::size_t> ends_;  // reorder's
+    std::vector<std::size_t> before_;
     int fading_ = 0;  // views that are in a cross-fade
 };
 

@@ -13,7 +13,7 @@ namespace orvane::platform {
 
 namespace {
 
-// As far as the raster library's images go.
+// As far as images go, here and in the formats that they are written in.
 constexpr double longestSide = 32767;
 
 // Comparisons that are false for NaN bring it within the limits, too.
@@ -92,31 +92,23 @@ void OffscreenWindow::present() {
 }
 
 int OffscreenWindow::pixelWidth() const {
-    return cairo_image_surface_get_width(compositor_->image());
+    return compositor_->width();
 }
-
 int OffscreenWindow::pixelHeight() const {
-    return cairo_image_surface_get_height(compositor_->image());
+    return compositor_->height();
 }
-
 const std::uint32_t* OffscreenWindow::pixels() const {
-    return reinterpret_cast<const std::uint32_t*>(
-        cairo_image_surface_get_data(compositor_->image()));
+    return compositor_->pixels();
 }
 
 std::size_t OffscreenWindow::bytesPerRow() const {
-    return static_cast<std::size_t>(cairo_image_surface_get_stride(compositor_->image()));
+    return static_cast<std::size_t>(pixelWidth()) * sizeof(std::uint32_t);
 }
 
 std::shared_ptr<const CGImage> OffscreenWindow::image() const {
-    const auto width = static_cast<std::size_t>(pixelWidth());
-    const auto height = static_cast<std::size_t>(pixelHeight());
-    std::vector<std::uint32_t> copy(width * height);
-    for (std::size_t y = 0; y < height; ++y) {
-        std::copy_n(pixels() + y * bytesPerRow() / sizeof(std::uint32_t), width,
-                    copy.begin() + static_cast<std::ptrdiff_t>(y * width));
-    }
-    return CGImage::createWithPixels(pixelWidth(), pixelHeight(), std::move(copy));
+    const std::size_t count =
+        static_cast<std::size_t>(pixelWidth()) * static_cast<std::size_t>(pixelHeight());
+    return CGImage::createWithPixels(pixelWidth(), pixelHeight(), {pixels(), pixels() + count});
 }
 
 bool OffscreenWindow::writePNG(const std::string& path) const {

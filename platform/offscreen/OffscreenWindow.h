@@ -42,7 +42,7 @@ public:
     // transparent where no view covers it.
     const std::uint32_t* pixels() const;
     std::size_t bytesPerRow() const;
-    // A copy; null only when there is no memory for it.
+    // A copy.
     std::shared_ptr<const CGImage> image() const;
     // False when the file could not be written.
     bool writePNG(const std::string& path) const;
