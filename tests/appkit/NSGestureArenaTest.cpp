@@ -168,8 +168,7 @@ TEST_F(NSGestureArenaTest, AGestureStaysWhereverThePointerGoes) {
     send(NSEventType::LeftMouseDown, 20);
     send(NSEventType::LeftMouseDragged, 900);
     send(NSEventType::LeftMouseUp, -900);
-    EXPECT_EQ(log,
-              "in:down20 in:action in:drag900 in:action in:up-900 in:action ");
+    EXPECT_EQ(log, "in:down20 in:action in:drag900 in:action in:up-900 in:action ");
     // A press beside the inner view is none of its business; a press outside is nobody's.
     log.clear();
     outside->script = "f";

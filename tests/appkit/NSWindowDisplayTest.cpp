@@ -67,7 +67,7 @@ protected:
 };
 
 constexpr double infinity = std::numeric_limits<double>::infinity();
-const double nan = std::nan("");
+constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
 
 }  // namespace
 
@@ -116,9 +116,12 @@ TEST_F(NSWindowDisplayTest, DamageIsRoundedOutwardsAndGrownByOne) {
         {"a negative extent", 1, {{15, 15}, {-5, -5}}, {{9, 9}, {7, 7}}},
         {"no extent", 1, {{10, 10}, {0, 0}}, {{9, 9}, {2, 2}}},
         {"over the edge", 1, {{-10, -10}, {20, 20}}, {{0, 0}, {11, 11}}},
-        {"not a number", 1, {{nan, 10}, {5, 5}}, {{0, 0}, {200, 100}}},
+        {"not a number", 1, {{notANumber, 10}, {5, 5}}, {{0, 0}, {200, 100}}},
         {"infinite", 1, {{10, 10}, {infinity, 5}}, {{0, 0}, {200, 100}}},
-        {"from one infinity to the other", 1, {{-infinity, 10}, {infinity, 5}}, {{0, 0}, {200, 100}}},
+        {"from one infinity to the other",
+         1,
+         {{-infinity, 10}, {infinity, 5}},
+         {{0, 0}, {200, 100}}},
         {"huge", 1, {{-1e300, 10}, {2e300, 1}}, {{0, 9}, {200, 3}}},
     };
     for (const auto& c : cases) {
@@ -157,7 +160,8 @@ TEST_F(NSWindowDisplayTest, OnlyDamagePaints) {
     still("faded");
     view->layer()->setZPosition(7);
     still("restacked");
-    view->layer()->setTransform(CATransform3D::makeAffineTransform(CGAffineTransform::makeRotation(1)));
+    view->layer()->setTransform(
+        CATransform3D::makeAffineTransform(CGAffineTransform::makeRotation(1)));
     still("turned");
     const auto other = std::make_shared<NSView>();
     root->addSubview(other);
@@ -229,8 +233,11 @@ TEST_F(NSWindowDisplayTest, OfAHugeViewOnlyWhatCanBeSeenIsStored) {
     window.displayIfNeeded();
     EXPECT_EQ(huge->backingStore(), nullptr) << "out of sight";
 
-    for (const CGRect odd : {CGRect{{0, 0}, {nan, 10}}, CGRect{{infinity, 0}, {10, 10}},
-                             CGRect{{0, 0}, {-5, 10}}, CGRect{{0, 0}, {1e300, 1e300}}}) {
+    const std::vector<CGRect> oddFrames{{{0, 0}, {notANumber, 10}},
+                                        {{infinity, 0}, {10, 10}},
+                                        {{0, 0}, {-5, 10}},
+                                        {{0, 0}, {1e300, 1e300}}};
+    for (const CGRect& odd : oddFrames) {
         huge->setFrame(odd);
         huge->setNeedsDisplayInRect(odd);
         window.displayIfNeeded();
