@@ -4,7 +4,7 @@
 #include <cmath>
 
 #include "orvane/display/ContainerObject.h"
-#include "orvane/display/VisibleParentScope.h"
+#include "orvane/display/ParentVisibilityScope.h"
 
 namespace orvane::display {
 
@@ -80,7 +80,7 @@ void ChildFrames::refresh() {
         return;
     }
     const bool visible = container_.isVisible();
-    const DisplayObject::VisibleParentScope scope(container_);
+    const DisplayObject::ParentVisibilityScope scope(container_, visible);
     for (const std::uint32_t slot : pending_) {
         refreshEntry(slot, visible);
     }

@@ -5,7 +5,7 @@
 
 #include "orvane/display/ChildFrames.h"
 #include "orvane/display/DisplayLayer.h"
-#include "orvane/display/VisibleParentScope.h"
+#include "orvane/display/ParentVisibilityScope.h"
 
 namespace orvane::display {
 
@@ -52,26 +52,15 @@ LayerList ContainerObject::getLayersFromSubtree() const {
 }
 
 void ContainerObject::validate(const Rect& rect) {
-    const auto paint = [&rect](DisplayObject& child) {
-        if (child.layer_.expired()) {  // one with a layer is validated by the layer
-            child.validate(rect);
-        }
-    };
-    if (isVisible()) {
-        const VisibleParentScope scope(*this);
-        const auto* const touched = childFrames_ ? childFrames_->touching(rect) : nullptr;
-        if (touched != nullptr) {
-            for (DisplayObject* const child : *touched) {
-                paint(*child);
-            }
-        } else {
-            for (const std::shared_ptr<DisplayObject>& child : children()) {
-                paint(*child);
-            }
-        }
-    } else {
-        for (const std::shared_ptr<DisplayObject>& child : children()) {
-            paint(*child);
+    const ParentVisibilityScope scope(*this, isVisible());
+    const auto* const touched = childFrames_ ? childFrames_->touching(rect) : nullptr;
+    const std::size_t count = touched != nullptr ? touched->size() : children().size();
+    // By position: this calls itself for every level of the tree, and takes as little stack as it
+    // can.
+    for (std::size_t i = 0; i < count; ++i) {
+        DisplayObject* const child = touched != nullptr ? (*touched)[i] : children()[i].get();
+        if (child->layer_.expired()) {  // one with a layer is validated by the layer
+            child->validate(rect);
         }
     }
     DisplayObject::validate(rect);
@@ -104,7 +93,7 @@ auto ContainerObject::computeFrame() -> Rect {
     }
     Rect result;
     const bool visible = isVisible();
-    const VisibleParentScope scope(*this);
+    const ParentVisibilityScope scope(*this, visible);
     for (const std::shared_ptr<DisplayObject>& child : children()) {
         // A hidden child does not count, but its frame must be known: only a known frame, when it
         // is forgotten, resets this one, and showing the child has to.

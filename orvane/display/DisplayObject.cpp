@@ -6,7 +6,7 @@
 #include "orvane/display/ChildFrames.h"
 #include "orvane/display/ContainerObject.h"
 #include "orvane/display/DisplayLayer.h"
-#include "orvane/display/VisibleParentScope.h"
+#include "orvane/display/ParentVisibilityScope.h"
 #include "orvane/display/createBitmapLayer.h"
 
 namespace orvane::display {
@@ -131,7 +131,11 @@ bool DisplayObject::isVisible() const {
         return false;
     }
     const ContainerObject* const parent = parentOrNull();
-    return parent == nullptr || VisibleParentScope::holds(parent) || parent->isVisible();
+    if (parent == nullptr) {
+        return true;
+    }
+    return ParentVisibilityScope::standsFor(parent) ? ParentVisibilityScope::isParentVisible()
+                                                    : parent->isVisible();
 }
 
 void DisplayObject::lockUpdate() {

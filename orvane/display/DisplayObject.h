@@ -132,9 +132,9 @@ protected:
     // This object as a container, or null; cheaper than a cast where every object of a tree is met.
     ContainerObject* asContainer() const { return container_; }
 
-    // While it lives, the children of one visible container need not ask all their ancestors
-    // whether they can be seen. For loops over children, in which no visibility changes.
-    class VisibleParentScope;
+    // While it lives, the children of one container need not ask all their ancestors whether they
+    // can be seen. For loops over children, in which no visibility changes.
+    class ParentVisibilityScope;
 
 private:
     friend class ChildFrames;

@@ -66,6 +66,20 @@ TEST(Shape, IsVisibleByItsFillOrItsStrokeUnderVisibleAncestors) {
     }
 }
 
+TEST(Container, HasNoFrameUnderAHiddenOneUntilThatIsShown) {
+    Log log;
+    const auto hidden = std::make_shared<Logging<Container>>("hidden", log);
+    const auto group = std::make_shared<Logging<Container>>("group", log);
+    hidden->add(group);
+    group->add(std::make_shared<LoggingShape>("s", log));
+    hidden->setVisible(false);
+    EXPECT_EQ(hidden->getFrame(), Box());
+    EXPECT_EQ(group->getFrame(), Box());
+    hidden->setVisible(true);
+    EXPECT_EQ(hidden->getFrame(), Box(0, 0, 10, 10));
+    EXPECT_EQ(group->getFrame(), Box(0, 0, 10, 10));
+}
+
 TEST(Shape, BoundsHoldTheStrokeInWholeNumbers) {
     struct Case {
         Box box;
