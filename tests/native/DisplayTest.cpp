@@ -1,0 +1,105 @@
+#include "Stage.h"
+#include "orvane/system/ScreenType.h"
+#include "platform/quartzcore/CAMediaTime.h"
+
+namespace orvane::display {
+namespace {
+
+class DisplayTest : public Stage {};
+
+TEST_F(DisplayTest, TheLastAddedLiesOnTopAndLeaves) {
+    const auto red = rect(0, 0, 100, 100, 0xFFFF0000);
+    const auto blue = rect(50, 0, 100, 100, 0xFF0000FF);
+    display_->add(red);
+    display_->add(blue);
+    EXPECT_EQ(pixel(75, 50), shown(0x0000FF));
+    EXPECT_EQ(pixel(180, 50), 0U);
+    EXPECT_EQ(layerOf(blue)->getDisplay(), display_);
+    EXPECT_TRUE(display_->remove(blue));
+    EXPECT_FALSE(display_->remove(blue));
+    EXPECT_FALSE(display_->remove(rect(0, 0, 1, 1, 0)));
+    EXPECT_EQ(layerOf(blue)->getDisplay(), nullptr);
+    EXPECT_EQ(pixel(75, 50), shown(0xFF0000));
+    display_->removeAll();
+    EXPECT_EQ(pixel(75, 50), 0U);
+    display_->add(nullptr);
+}
+
+TEST_F(DisplayTest, ADisplayReachesEverySublayer) {
+    const auto root = DisplayFactory::createContainer();
+    const auto control = ColorControl::create({0, 0, 10, 10});
+    root->add(control);
+    display_->add(root);
+    EXPECT_EQ(control->getLayer()->getDisplay(), display_);
+    display_->remove(root);
+    EXPECT_EQ(control->getLayer()->getDisplay(), nullptr);
+}
+
+TEST_F(DisplayTest, ResetLeavesTheOldDisplayToWhoHoldsIt) {
+    Display::reset();
+    EXPECT_NE(Display::instance(), display_);
+    Display::instance()->removeAll();
+}
+
+TEST_F(DisplayTest, ListenersHearTheNewSize) {
+    struct Hear : FrameChangedEvent::listener_type {
+        void operator()(const std::shared_ptr<Display>&, const FrameChangedEvent& event) override {
+            size = event.frame;
+        }
+        geometry::Size<double> size;
+    };
+    const auto hear = std::make_shared<Hear>();
+    display_->addListener<FrameChangedEvent>(hear);
+    display_->frameChanged({30, 40});
+    EXPECT_EQ(hear->size, geometry::Size<double>(30, 40));
+    display_->frameChanged();
+    EXPECT_EQ(hear->size, geometry::Size<double>(kWidth, kHeight));
+}
+
+TEST_F(DisplayTest, TheScaleFactorIsTheWindows) {
+    window_.setBackingScaleFactor(2);
+    EXPECT_EQ(display_->getScaleFactor(), 2);
+    window_.setContentView(nullptr);
+    EXPECT_EQ(display_->getScaleFactor(), 1);
+}
+
+TEST_F(DisplayTest, TheViewAroundItSaysWhichWayTheScreenStands) {
+    struct Around : platform::NSView, system::ScreenTypeView {
+        int screenType() const override { return type; }
+        int type = portrait;
+    };
+    EXPECT_FALSE(system::isPortraitScreenOrientation());
+    const auto around = std::make_shared<Around>();
+    window_.setContentView(around);
+    around->addSubview(view_);
+    EXPECT_TRUE(system::isPortraitScreenOrientation());
+    around->type = Around::landscape;
+    EXPECT_FALSE(system::isPortraitScreenOrientation());
+    view_->removeFromSuperviewWithoutNeedingDisplay();
+}
+
+TEST_F(DisplayTest, ReplacingKeepsBothUntilTheTransitionHasEnded) {
+    platform::CAVirtualClock clock(1);
+    const auto red = rect(0, 0, 200, 150, 0xFFFF0000);
+    const auto blue = rect(0, 0, 200, 150, 0xFF0000FF);
+    display_->replace(nullptr, red, nullptr);
+    EXPECT_EQ(pixel(10, 10), shown(0xFF0000));
+
+    const animation::Transition push{animation::Transition::PushFromRight, 2};
+    display_->replace(red, blue, &push);
+    EXPECT_EQ(display_->getObjects().size(), 2U);
+    clock.advanceTo(2);
+    EXPECT_EQ(pixel(50, 75), shown(0xFF0000));
+    EXPECT_EQ(pixel(150, 75), shown(0x0000FF));
+    clock.advanceTo(3.5);
+    EXPECT_EQ(pixel(50, 75), shown(0x0000FF));
+    ASSERT_EQ(display_->getObjects().size(), 1U);
+    EXPECT_EQ(display_->getObjects().front(), blue);
+
+    display_->replace(blue, red, nullptr);
+    EXPECT_EQ(display_->getObjects().size(), 1U);
+    EXPECT_EQ(pixel(50, 75), shown(0xFF0000));
+}
+
+}  // namespace
+}  // namespace orvane::display

@@ -1,0 +1,116 @@
+#include <functional>
+
+#include "Stage.h"
+
+namespace orvane::display {
+namespace {
+
+using events::TouchEvent;
+using events::TouchEventPhase;
+using State = events::TouchEventListenerState;
+using platform::NSEventType;
+
+class Touched : public events::TouchEventListener {
+public:
+    explicit Touched(std::function<State(const TouchEvent&)> answer) : answer_(std::move(answer)) {}
+    State operator()(const std::shared_ptr<DisplayObject>&, const TouchEvent& event) override {
+        told.push_back(event);
+        return answer_(event);
+    }
+    void action() override { ++actions; }
+
+    std::vector<TouchEvent> told;
+    int actions = 0;
+
+private:
+    std::function<State(const TouchEvent&)> answer_;
+};
+
+class Gesture : public Stage {
+protected:
+    std::shared_ptr<Touched> listen(const std::shared_ptr<DisplayObject>& object,
+                                    std::function<State(const TouchEvent&)> answer) {
+        auto listener = std::make_shared<Touched>(std::move(answer));
+        object->addListener<TouchEvent>(listener);
+        return listener;
+    }
+    void send(NSEventType type, double x, double y) { window_.sendEvent({type, {x, y}}); }
+    void drag() {
+        send(NSEventType::LeftMouseDown, 60, 60);
+        send(NSEventType::LeftMouseDragged, 70, 65);
+        send(NSEventType::LeftMouseUp, 190, 140);
+    }
+    static State claim(const TouchEvent& event) {
+        switch (event.phase) {
+            case TouchEventPhase::Began:
+                return State::Began;
+            case TouchEventPhase::Ended:
+                return State::Ended;
+            default:
+                return State::Changed;
+        }
+    }
+};
+
+TEST_F(Gesture, AClaimedGestureReachesItsListenerInScreenCoordinates) {
+    const auto object = rect(50, 50, 40, 40, 0xFFFF0000);
+    const auto listener = listen(object, claim);
+    display_->add(object);
+    drag();
+    ASSERT_EQ(listener->told.size(), 3U);
+    EXPECT_EQ(listener->told[0].location, geometry::Point<double>(60, 60));
+    EXPECT_EQ(listener->told[1].delta, geometry::Point<double>(10, 5));
+    EXPECT_EQ(listener->told[2].location, geometry::Point<double>(190, 140));
+    EXPECT_EQ(listener->actions, 3);
+
+    send(NSEventType::LeftMouseDown, 10, 10);  // beside it
+    send(NSEventType::LeftMouseUp, 10, 10);
+    EXPECT_EQ(listener->told.size(), 3U);
+}
+
+TEST_F(Gesture, AnInnerViewGoesFirstAndHandsOnWhatItGivesUp) {
+    const auto root = DisplayFactory::createContainer();
+    const auto backdrop = rect(0, 0, 200, 150, 0xFFFFFFFF);
+    const auto inner = rect(50, 50, 40, 40, 0xFFFF0000);
+    root->add(backdrop);
+    root->add(inner);
+    display_->add(root);
+    inner->extractAnimationLayer();
+    bool innerClaims = true;
+    const auto onInner = listen(
+        inner, [&](const TouchEvent& event) { return innerClaims ? claim(event) : State::Failed; });
+    const auto onRoot = listen(backdrop, claim);
+    drag();
+    EXPECT_EQ(onInner->told.size(), 3U);
+    EXPECT_TRUE(onRoot->told.empty());
+    innerClaims = false;
+    drag();
+    EXPECT_EQ(onInner->told.size(), 4U);
+    EXPECT_EQ(onRoot->told.size(), 3U);
+}
+
+TEST_F(Gesture, ADisabledLayerAnswersNobody) {
+    const auto object = rect(50, 50, 40, 40, 0xFFFF0000);
+    const auto listener = listen(object, claim);
+    display_->add(object);
+    layerOf(object)->setTouchDisabled(true);
+    drag();
+    EXPECT_TRUE(listener->told.empty());
+    EXPECT_EQ(layerOf(object)->touchBegan({1, 1}), State::Failed);
+    layerOf(object)->invokeTouchHandlerAction();
+}
+
+TEST_F(Gesture, AListenerMayTakeEverythingAway) {
+    const auto object = rect(50, 50, 40, 40, 0xFFFF0000);
+    const auto listener = listen(object, [&](const TouchEvent& event) {
+        display_->removeAll();
+        return claim(event);
+    });
+    display_->add(object);
+    drag();
+    EXPECT_GE(listener->told.size(), 1U);
+    EXPECT_TRUE(display_->getObjects().empty());
+}
+
+}  // namespace
+}  // namespace orvane::display

@@ -1,0 +1,140 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <memory>
+#include <vector>
+
+#include "orvane/display/DisplayView.h"
+#include "orvane/display/native/BitmapLayer.h"
+#include "orvane/display/native/NativeLayer.h"
+#include "orvane/display/native/NativeObject.h"
+#include "orvane/orvane.h"
+#include "platform/appkit/NSEvent.h"
+#include "platform/appkit/NSGraphicsContext.h"
+#include "platform/appkit/NSView.h"
+#include "platform/coregraphics/CGContext.h"
+#include "platform/offscreen/OffscreenWindow.h"
+
+namespace orvane::display {
+
+// A control for the tests: one colour, in a view of its own.
+class ColorControl : public native::NativeObject {
+public:
+    static std::shared_ptr<ColorControl> create(const Rect& bounds, unsigned rgb = 0x00FF00) {
+        auto control = std::make_shared<ColorControl>();
+        control->bounds_ = bounds;
+        control->rgb_ = rgb;
+        control->init();
+        return control;
+    }
+    std::string getDescription() const override { return "ColorControl"; }
+
+protected:
+    class View : public platform::NSView {
+    public:
+        explicit View(unsigned rgb) : rgb_(rgb) {}
+        bool paints() const override { return true; }
+        void drawRect(const platform::CGRect& dirty) override {
+            auto& canvas = *platform::NSGraphicsContext::currentGraphicsPort();
+            canvas.setRGBFillColor((rgb_ >> 16 & 255) / 255.0, (rgb_ >> 8 & 255) / 255.0,
+                                   (rgb_ & 255) / 255.0, 1);
+            canvas.addRect(dirty);
+            canvas.drawPath(platform::CGPathDrawingMode::Fill);
+        }
+
+    private:
+        unsigned rgb_;
+    };
+    class Layer : public native::NativeLayer {
+    public:
+        explicit Layer(unsigned rgb) : rgb_(rgb) {}
+
+    protected:
+        std::shared_ptr<platform::NSView> createLayerHandler() override {
+            return std::make_shared<View>(rgb_);
+        }
+
+    private:
+        unsigned rgb_;
+    };
+
+    Rect computeFrame() override { return applyTransformToRect(bounds_); }
+    std::shared_ptr<native::NativeLayer> createLayer() override {
+        return std::make_shared<Layer>(rgb_);
+    }
+
+private:
+    Rect bounds_;
+    unsigned rgb_ = 0;
+};
+
+// A display in a window in memory.
+class Stage : public testing::Test {
+protected:
+    static constexpr int kWidth = 200;
+    static constexpr int kHeight = 150;
+
+    void SetUp() override {
+        view_->setFrame({{0, 0}, {kWidth, kHeight}});
+        window_.setContentView(view_);
+    }
+    void TearDown() override {
+        display_->removeAll();
+        window_.setContentView(nullptr);
+        display_.reset();
+        Display::reset();
+    }
+
+    static std::shared_ptr<graphics::Rect> rect(float x, float y, float width, float height,
+                                                unsigned argb) {
+        auto result = DisplayFactory::createRect();
+        result->set(x, y, width, height);
+        result->setFillColor(argb);
+        return result;
+    }
+    static std::shared_ptr<native::NativeLayer> layerOf(const std::shared_ptr<DisplayObject>& o) {
+        return std::dynamic_pointer_cast<native::NativeLayer>(o->getLayer());
+    }
+    static std::shared_ptr<platform::NSView> viewOf(const std::shared_ptr<DisplayObject>& o) {
+        return layerOf(o)->getLayerHandler();
+    }
+    // What an object's colour comes out as: a component c is painted as (c + 1) / 256.
+    static unsigned shown(unsigned rgb) {
+        unsigned result = 0;
+        for (const unsigned shift : {0U, 8U, 16U}) {
+            const double component = ((rgb >> shift & 255) + 1) / 256.0;
+            result |= static_cast<unsigned>(std::lround(component * 255)) << shift;
+        }
+        return result;
+    }
+    // 0xRRGGBB of what is on screen.
+    unsigned pixel(int x, int y) {
+        window_.display();
+        const auto row = static_cast<std::size_t>(y) * (window_.bytesPerRow() / 4);
+        return window_.pixels()[row + static_cast<std::size_t>(x)] & 0xFFFFFF;
+    }
+    std::vector<std::uint32_t> picture() {
+        window_.display();
+        std::vector<std::uint32_t> result;
+        for (int y = 0; y < window_.pixelHeight(); ++y) {
+            const auto* const row =
+                window_.pixels() + static_cast<std::size_t>(y) * (window_.bytesPerRow() / 4);
+            result.insert(result.end(), row, row + window_.pixelWidth());
+        }
+        return result;
+    }
+    // The same views painted from nothing.
+    std::vector<std::uint32_t> pictureFromNothing() {
+        window_.setContentView(nullptr);
+        window_.setContentView(view_);
+        return picture();
+    }
+
+    std::shared_ptr<Display> display_ = Display::instance();
+    std::shared_ptr<DisplayView> view_ = display_->getView();
+    platform::OffscreenWindow window_{{kWidth, kHeight}};
+};
+
+}  // namespace orvane::display
