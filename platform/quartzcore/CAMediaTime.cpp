@@ -13,7 +13,7 @@ namespace {
 std::atomic<CAVirtualClock*> currentClock{nullptr};
 std::atomic<double> virtualTime{0};
 
-void (*refreshHandler)(double time) = nullptr;
+std::atomic<void (*)(double time)> refreshHandler{nullptr};
 
 }  // namespace
 
@@ -44,8 +44,8 @@ void CAVirtualClock::advanceTo(double time) {
         return;
     }
     virtualTime = time;
-    if (refreshHandler) {
-        refreshHandler(time);
+    if (auto* const handler = refreshHandler.load()) {
+        handler(time);
     }
     CATimeline::instance().tick(time);
 }

@@ -12,7 +12,8 @@ ORVANE_EXPORT double CACurrentMediaTime();
 // advanceTo. At most one at a time. Main thread only.
 class ORVANE_EXPORT CAVirtualClock {
 public:
-    explicit CAVirtualClock(double start = 0);
+    // Above zero: to animations and display links, a time of zero is none.
+    explicit CAVirtualClock(double start = 1);
     ~CAVirtualClock();
     CAVirtualClock(const CAVirtualClock&) = delete;
     CAVirtualClock& operator=(const CAVirtualClock&) = delete;
@@ -24,7 +25,8 @@ public:
     void advanceTo(double time);
     void advanceBy(double seconds);
 
-    // Called with the new time at each advance of any virtual clock: for the display links.
+    // Called with the new time at each advance of any virtual clock: for the display links. Any
+    // thread.
     static void setRefreshHandler(void (*handler)(double time));
 };
 

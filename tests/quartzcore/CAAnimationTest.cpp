@@ -1,0 +1,181 @@
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "platform/quartzcore/CAKeyframeAnimation.h"
+#include "platform/quartzcore/CALayer.h"
+#include "platform/quartzcore/CAMediaTime.h"
+#include "platform/quartzcore/CATransition.h"
+
+using namespace orvane::platform;
+
+namespace {
+
+CAKeyframeAnimation animation(const std::string& keyPath, std::vector<double> values,
+                              double begin = 10, double duration = 4, float repeatCount = 1) {
+    CAKeyframeAnimation animation(keyPath);
+    animation.setValues(std::move(values));
+    animation.setBeginTime(begin);
+    animation.setDuration(duration);
+    animation.setRepeatCount(repeatCount);
+    return animation;
+}
+
+class CAAnimationTest : public testing::Test {
+protected:
+    double opacity(double time) const { return layer->presentation(time).opacity; }
+    CGAffineTransform transform(double time) const {
+        return layer->presentation(time).transform.affineTransform();
+    }
+
+    CAVirtualClock clock{1};
+    std::shared_ptr<CALayer> layer = std::make_shared<CALayer>();
+};
+
+constexpr float forEver = std::numeric_limits<float>::infinity();
+
+}  // namespace
+
+TEST_F(CAAnimationTest, ShowsItsKeyFramesEvenlyAndLinearly) {
+    const struct {
+        std::string what;
+        CAKeyframeAnimation animation;
+        std::vector<std::pair<double, double>> shown;  // time, opacity; 0.5 is the model's
+    } cases[] = {
+        {"one pass",
+         animation("opacity", {0, 1, 0}),
+         {{9.99, 0.5}, {10, 0}, {11, 0.5}, {12, 1}, {13.5, 0.25}, {14, 0.5}}},
+        {"two and a half passes",
+         animation("opacity", {0, 1}, 10, 4, 2.5F),
+         {{13, 0.75}, {14, 0}, {19, 0.25}, {19.5, 0.375}, {20, 0.5}}},
+        {"no count is one pass", animation("opacity", {0, 1}, 10, 4, 0), {{12, 0.5}, {14, 0.5}}},
+        {"for ever", animation("opacity", {0, 1}, 10, 4, forEver), {{4000000011, 0.25}}},
+        {"one key frame", animation("opacity", {0.2}), {{10, 0.2}, {13.9, 0.2}, {14, 0.5}}},
+        {"no key frame", animation("opacity", {}), {{12, 0.5}}},
+        {"no duration", animation("opacity", {0, 1}, 10, 0), {{10, 0.5}}},
+        {"beyond what opacity can be", animation("opacity", {-1, 3}), {{10, 0}, {13, 1}}},
+        {"not a number", animation("opacity", {std::nan("")}), {{12, 0}}},
+        {"an unknown key path", animation("", {0, 1}), {{12, 0.5}}},
+        {"numbers where transforms belong", animation("transform", {0, 1}), {{12, 0.5}}},
+    };
+    for (const auto& c : cases) {
+        layer = std::make_shared<CALayer>();
+        layer->setOpacity(0.5);
+        layer->addAnimation(c.animation, "key");
+        for (const auto& [time, expected] : c.shown) {
+            EXPECT_NEAR(opacity(time), expected, 1e-9) << c.what << " at " << time;
+        }
+    }
+}
+
+TEST_F(CAAnimationTest, TransformPathsComposeWithTheModelAndOneAnother) {
+    layer->setTransform(CATransform3D::makeAffineTransform({2, 0, 0, 2, 100, 50}));
+    layer->addAnimation(animation("transform.translation.x", {0, 40}), "x");
+    layer->addAnimation(animation("transform.translation.y", {10, 20}), "y");
+    layer->addAnimation(animation("transform.rotation", {0, 2}), "turn");
+    const CGAffineTransform expected = CGAffineTransform{1, 0, 0, 1, 20, 15}.rotate(1).scale(2, 2);
+    const CGAffineTransform shown = transform(12);
+    EXPECT_NEAR(shown.a, expected.a, 1e-12);
+    EXPECT_NEAR(shown.b, expected.b, 1e-12);
+    EXPECT_EQ(shown.tx, 20);
+    EXPECT_EQ(shown.ty, 15);
+    EXPECT_EQ(layer->transform().affineTransform(), (CGAffineTransform{2, 0, 0, 2, 100, 50}))
+        << "the model is what was set";
+
+    CAKeyframeAnimation whole("transform");
+    whole.setValues(std::vector{CATransform3D::makeTranslation(0, 0, 1),
+                                CATransform3D::makeTranslation(8, 4, 1)});
+    whole.setBeginTime(10);
+    whole.setDuration(4);
+    layer->removeAllAnimations();
+    layer->addAnimation(whole, "whole");
+    EXPECT_EQ(transform(11), (CGAffineTransform{1, 0, 0, 1, 2, 1}));
+}
+
+TEST_F(CAAnimationTest, ANewOneUnderTheSameKeyReplacesTheOld) {
+    layer->addAnimation(animation("opacity", {0.1, 0.1}), "a");
+    layer->addAnimation(animation("opacity", {0.2, 0.2}), "b");
+    layer->addAnimation(animation("opacity", {0.3, 0.3}), "a");
+    EXPECT_EQ(opacity(11), 0.3);
+    layer->removeAnimationForKey("a");
+    EXPECT_EQ(opacity(11), 0.2);
+    layer->removeAnimationForKey("no such key");
+    layer->removeAnimationForKey("b");
+    EXPECT_FALSE(layer->hasAnimations());
+}
+
+TEST_F(CAAnimationTest, ABeginTimeOfZeroIsNow) {
+    clock.advanceTo(100);
+    layer->addAnimation(animation("opacity", {0, 1}, 0), "key");
+    EXPECT_NEAR(opacity(102), 0.5, 1e-12);
+}
+
+TEST_F(CAAnimationTest, WhatIsOverIsDroppedUnlessItIsToStay) {
+    CAKeyframeAnimation staying = animation("opacity", {0, 1});
+    staying.setRemovedOnCompletion(false);
+    layer->addAnimation(staying, "staying");
+    layer->addAnimation(animation("opacity", {0, 1}), "going");
+    clock.advanceTo(14);
+    EXPECT_TRUE(layer->hasAnimations());
+    EXPECT_FALSE(layer->isAnimating(14));
+    layer->removeAnimationForKey("staying");
+    EXPECT_FALSE(layer->hasAnimations());
+}
+
+TEST_F(CAAnimationTest, TransitionsBringOneLayerInAndLeadTheOtherOut) {
+    const auto old = std::make_shared<CALayer>();
+    for (const auto& l : {layer, old}) {
+        l->setSize({200, 100});
+        l->setPosition({30, 0});
+    }
+    const struct {
+        std::string what;
+        CATransitionType type;
+        CATransitionSubtype subtype;
+        double inX, outX, inOpacity, outOpacity;  // a quarter of the way
+    } cases[] = {
+        {"from the right", CATransitionType::Push, CATransitionSubtype::FromRight, 180, -20, 1, 1},
+        {"from the left", CATransitionType::Push, CATransitionSubtype::FromLeft, -120, 80, 1, 1},
+        {"by fading", CATransitionType::Fade, CATransitionSubtype::FromLeft, 30, 30, 0.25, 0.75},
+    };
+    for (const auto& c : cases) {
+        CATransition transition;
+        transition.setType(c.type);
+        transition.setSubtype(c.subtype);
+        transition.setBeginTime(10);
+        transition.setDuration(4);
+        transition.setOutgoingLayer(old.get());
+        layer->addAnimation(transition, "transition");
+        const CALayerPresentation in = layer->presentation(11);
+        const CALayerPresentation out = old->presentation(11);
+        EXPECT_EQ(in.position.x, c.inX) << c.what;
+        EXPECT_EQ(out.position.x, c.outX) << c.what;
+        EXPECT_EQ(in.opacity, c.inOpacity) << c.what;
+        EXPECT_EQ(out.opacity, c.outOpacity) << c.what;
+        EXPECT_EQ(in.fadesFrom, c.type == CATransitionType::Fade ? old.get() : nullptr) << c.what;
+        layer->removeAnimationForKey("transition");
+        EXPECT_FALSE(old->hasAnimations()) << c.what;
+    }
+}
+
+TEST_F(CAAnimationTest, EitherSideOfATransitionMayGoFirst) {
+    auto old = std::make_shared<CALayer>();
+    CATransition transition;
+    transition.setDuration(4);
+    transition.setOutgoingLayer(old.get());
+    layer->addAnimation(transition, "transition");
+    old.reset();
+    EXPECT_EQ(layer->presentation(3).fadesFrom, nullptr);
+    layer->removeAnimationForKey("transition");
+
+    old = std::make_shared<CALayer>();
+    transition.setOutgoingLayer(old.get());
+    layer->addAnimation(transition, "transition");
+    layer.reset();
+    EXPECT_FALSE(old->hasAnimations());
+    EXPECT_EQ(old->presentation(3).opacity, 1);
+}

@@ -1,0 +1,172 @@
+#include "platform/quartzcore/CATransaction.h"
+
+#include <glib.h>
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <stdexcept>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "platform/quartzcore/CAKeyframeAnimation.h"
+#include "platform/quartzcore/CALayer.h"
+#include "platform/quartzcore/CAMediaTime.h"
+
+using namespace orvane::platform;
+
+namespace {
+
+class CATransactionTest : public testing::Test {
+protected:
+    // An open transaction writes its name when it is over.
+    void begin(const std::string& name) {
+        CATransaction::begin();
+        CATransaction::setCompletionBlock([this, name] { log += name; });
+    }
+    static void add(CALayer& layer, const std::string& key, double duration) {
+        CAKeyframeAnimation animation("opacity");
+        animation.setDuration(duration);
+        layer.addAnimation(animation, key);
+    }
+    void run(const std::string& name, CALayer& onLayer, const std::string& key, double duration) {
+        begin(name);
+        add(onLayer, key, duration);
+        CATransaction::commit();
+    }
+    // What completed since the last call, after so many seconds.
+    std::string after(double seconds) {
+        clock->advanceBy(seconds);
+        return std::exchange(log, "");
+    }
+
+    std::string log;
+    std::optional<CAVirtualClock> clock{std::in_place, 5};
+    std::shared_ptr<CALayer> layer = std::make_shared<CALayer>();
+    std::shared_ptr<CALayer> other = std::make_shared<CALayer>();
+};
+
+}  // namespace
+
+TEST_F(CATransactionTest, CompletesOnceWhenAllThatWasAddedIsOver) {
+    begin("a");
+    add(*layer, "x", 1);
+    add(*layer, "y", 3);
+    add(*other, "x", 2);
+    CATransaction::commit();
+    EXPECT_EQ(after(2.5), "");
+    EXPECT_EQ(after(0.5), "a");
+    EXPECT_EQ(after(10), "");
+}
+
+TEST_F(CATransactionTest, AnEmptyOneCompletesAtOnceButNeverInsideTheCommit) {
+    begin("a");
+    CATransaction::commit();
+    EXPECT_EQ(log, "");
+    EXPECT_EQ(after(0), "a");
+    CATransaction::commit();  // without a begin
+    CATransaction::setCompletionBlock([] { FAIL(); });
+    add(*layer, "x", 1);
+    EXPECT_EQ(after(5), "");
+}
+
+TEST_F(CATransactionTest, NestedOnesHoldTheOuterOpen) {
+    begin("outer ");
+    run("first ", *layer, "x", 1);
+    run("second ", *other, "x", 2);
+    begin("empty ");
+    CATransaction::commit();
+    CATransaction::commit();
+    EXPECT_EQ(after(0), "empty ");
+    EXPECT_EQ(after(1), "first ");
+    EXPECT_EQ(after(1), "second outer ");
+}
+
+TEST_F(CATransactionTest, HoweverAnAnimationGoesItsTransactionCompletesOnce) {
+    const struct {
+        std::string what;
+        std::function<void()> end;
+    } cases[] = {
+        {"replaced", [this] { add(*layer, "x", 100); }},
+        {"removed", [this] { layer->removeAnimationForKey("x"); }},
+        {"all removed", [this] { layer->removeAllAnimations(); }},
+        {"the layer has gone", [this] { layer.reset(); }},
+    };
+    for (const auto& c : cases) {
+        layer = std::make_shared<CALayer>();
+        run("a", *layer, "x", 2);
+        clock->advanceBy(1);
+        c.end();
+        EXPECT_EQ(log, "") << c.what << ": not from within";
+        EXPECT_EQ(after(0), "a") << c.what;
+        EXPECT_EQ(after(5), "") << c.what;
+    }
+}
+
+TEST_F(CATransactionTest, CompletionsMayDoAnything) {
+    // One starts the next, one throws, one removes what it belonged to.
+    CATransaction::begin();
+    CATransaction::setCompletionBlock([this] { run("next ", *layer, "x", 1); });
+    add(*layer, "x", 1);
+    CATransaction::commit();
+    CATransaction::begin();
+    CATransaction::setCompletionBlock([] { throw std::runtime_error("on purpose"); });
+    add(*layer, "y", 1);
+    CATransaction::commit();
+    CATransaction::begin();
+    CATransaction::setCompletionBlock([this] { other.reset(); });
+    add(*other, "x", 1);
+    CATransaction::commit();
+    run("last ", *layer, "z", 1);
+    EXPECT_EQ(after(1), "last ");
+    EXPECT_EQ(other, nullptr);
+    EXPECT_EQ(after(1), "next ");
+}
+
+TEST_F(CATransactionTest, EachThreadHasItsOwn) {
+    begin("main");
+    std::thread([this] {
+        CATransaction::commit();  // not the main thread's
+        CATransaction::begin();
+        CATransaction::setCompletionBlock([this] { log += "thread "; });
+        CATransaction::commit();
+    }).join();
+    EXPECT_EQ(after(0), "thread ");
+    CATransaction::commit();
+    EXPECT_EQ(after(0), "main");
+}
+
+TEST_F(CATransactionTest, ThousandsAtOnce) {
+    std::vector<std::shared_ptr<CALayer>> layers;
+    int completed = 0;
+    for (int i = 0; i < 5000; ++i) {
+        layers.push_back(std::make_shared<CALayer>());
+        CATransaction::begin();
+        CATransaction::setCompletionBlock([&completed] { ++completed; });
+        add(*layers.back(), "x", 1 + i % 10);
+        CATransaction::commit();
+    }
+    for (int second = 1; second <= 10; ++second) {
+        clock->advanceBy(1);
+        EXPECT_EQ(completed, second * 500);
+    }
+}
+
+TEST_F(CATransactionTest, OnTheRealClockTheMainLoopEndsWhatNoWindowShows) {
+    clock.reset();
+    bool done = false;
+    CATransaction::begin();
+    CATransaction::setCompletionBlock([&done] { done = true; });
+    add(*layer, "x", 0.01);
+    CATransaction::commit();
+    const double start = CACurrentMediaTime();
+    while (!done) {
+        g_main_context_iteration(nullptr, TRUE);
+    }
+    EXPECT_GE(CACurrentMediaTime() - start, 0.01);
+    EXPECT_FALSE(layer->hasAnimations());
+    // Nothing runs: the loop is left in peace.
+    EXPECT_FALSE(g_main_context_pending(nullptr));
+}

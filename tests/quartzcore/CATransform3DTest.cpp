@@ -1,0 +1,71 @@
+#include "platform/quartzcore/CATransform3D.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <numbers>
+#include <string>
+
+using namespace orvane::platform;
+
+namespace {
+
+constexpr double pi = std::numbers::pi;
+
+CATransform3D affine(const CGAffineTransform& t) {
+    return CATransform3D::makeAffineTransform(t);
+}
+CATransform3D turn(double angle) {
+    return affine(CGAffineTransform::makeRotation(angle));
+}
+
+void expectNear(const CATransform3D& actual, const CATransform3D& expected,
+                const std::string& what) {
+    for (std::size_t row = 0; row < 4; ++row) {
+        for (std::size_t column = 0; column < 4; ++column) {
+            EXPECT_NEAR(actual.m[row][column], expected.m[row][column], 1e-12)
+                << what << " at " << row << ", " << column;
+        }
+    }
+}
+
+}  // namespace
+
+TEST(CATransform3D, IsLedOverByItsParts) {
+    const CGAffineTransform mirror{-1, 0, 0, 1, 0, 0};
+    const struct {
+        std::string what;
+        CATransform3D from, to;
+        double share;
+        CATransform3D expected;
+    } cases[] = {
+        {"a turn stays a turn", turn(0), turn(1), 0.5, turn(0.5)},
+        {"the shorter way round", turn(3), turn(-3), 0.5, turn(pi)},
+        {"a half turn runs one way", turn(0), turn(pi), 0.5, turn(pi / 2)},
+        {"translation, in depth too", CATransform3D::makeTranslation(10, 20, 1),
+         CATransform3D::makeTranslation(30, 0, 1), 0.25, CATransform3D::makeTranslation(15, 15, 1)},
+        {"a turn that grows", affine(CGAffineTransform::makeRotation(0.2).scale(1, 1)),
+         affine(CGAffineTransform::makeRotation(0.6).scale(3, 2)), 0.5,
+         affine(CGAffineTransform::makeRotation(0.4).scale(2, 1.5))},
+        {"skew", affine({1, 0, 0, 1, 0, 0}), affine({1, 0, 2, 1, 0, 0}), 0.5,
+         affine({1, 0, 1, 1, 0, 0})},
+        {"into the mirror, without a turn", CATransform3DIdentity, affine(mirror), 0.75,
+         affine({-0.5, 0, 0, 1, 0, 0})},
+        {"what has no parts, number by number", CATransform3DIdentity, affine({0, 0, 0, 0, 8, 0}),
+         0.5, affine({0.5, 0, 0, 0.5, 4, 0})},
+        {"the ends are exact", turn(0.1), turn(1), 1, turn(1)},
+    };
+    for (const auto& c : cases) {
+        expectNear(CATransform3D::interpolate(c.from, c.to, c.share), c.expected, c.what);
+    }
+}
+
+TEST(CATransform3D, OnePartIsReplacedAndTheOthersStay) {
+    const CATransform3D t = affine(CGAffineTransform{1, 0, 0, 1, 5, 7}.rotate(0.3).scale(2, 3));
+    expectNear(t.withTranslationX(9).withTranslationY(1),
+               affine(CGAffineTransform{1, 0, 0, 1, 9, 1}.rotate(0.3).scale(2, 3)), "translation");
+    expectNear(t.withRotation(1.1),
+               affine(CGAffineTransform{1, 0, 0, 1, 5, 7}.rotate(1.1).scale(2, 3)), "rotation");
+    const CATransform3D flat = affine({0, 0, 0, 0, 1, 1});
+    EXPECT_EQ(flat.withRotation(1), flat);
+}
