@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <utility>
 
 #include "orvane/commons/Export.h"
 
@@ -13,38 +14,46 @@ struct CVTimeStamp {
     std::uint64_t hostTime = 0;
 };
 
-// Calls back once for each refresh of the display, on a thread of its own, until stopped. While
-// there is a virtual media clock it has no thread: each advance of that clock is one refresh, and
-// calls back on the thread that advances it.
+enum CVReturn : int {
+    kCVReturnSuccess = 0,
+    kCVReturnError = -6660,
+    kCVReturnInvalidArgument = -6661,
+    kCVReturnDisplayLinkAlreadyRunning = -6671,
+    kCVReturnDisplayLinkNotRunning = -6672,
+    kCVReturnDisplayLinkCallbacksNotSet = -6673,
+};
+
+// Calls back once for each refresh of the display, on a thread of its own, until stopped. Started
+// while there is a virtual media clock it has no thread: each advance of that clock is one refresh,
+// and calls back on the thread that advances it.
 //
-// The handle shares the link: the link lives until the last handle has gone, and its thread ends
-// then if it was not stopped. All operations are good from any thread, its own callback included.
+// The handle shares the link. A link that runs lives on without a handle, until it is stopped, and
+// one that has been stopped until its callback has returned. All operations are good from any
+// thread and from the callback; on a null link they do nothing.
 class ORVANE_EXPORT CVDisplayLink {
 public:
-    // Zero when all is well; otherwise the failure's number.
+    // A CVReturn.
     using Return = int;
-    // `link` is the handle of the running link, `outputTime` when what is drawn now shows.
+    // `link` is a handle of the running link, `outputTime` when what is drawn now shows. What it
+    // returns is of no meaning. It must not throw.
     using OutputCallback =
         std::function<Return(CVDisplayLink& link, const CVTimeStamp& outputTime)>;
 
-    // A null link, on which every operation does nothing.
     CVDisplayLink() = default;
-    // A link of the main display in `link`; null when it could not be made.
+    // A link of the main display.
     static Return createWithMainDisplay(CVDisplayLink& link);
 
-    // To be set before the link is started.
+    // Before the first start.
     Return setOutputCallback(OutputCallback callback);
     Return start();
-    // No callback begins after it has returned, but for one that another thread is in the middle
-    // of.
+    // No callback begins after it has returned; one that has begun on another thread goes on.
     Return stop();
     // Gives the handle up; it is null then.
     void release();
-    bool isRunning() const;
     explicit operator bool() const { return link_ != nullptr; }
 
-    // Refreshes a second of the display, for links started from now on; 60 unless the window on the
-    // desktop says otherwise.
+    // Refreshes a second of the display, for links started from now on: 60, unless a window on a
+    // display says otherwise. Out of reason is ignored.
     static void setRefreshRate(double hertz);
 
 private:
