@@ -19,6 +19,20 @@ NSData NSData::dataWithVector(std::vector<unsigned char> bytes) {
     return data;
 }
 
+std::optional<NSData> NSData::initWithBase64EncodedData(std::string_view text) {
+    // What the decoder asks for: three bytes for each group, and three more.
+    std::vector<unsigned char> bytes(text.size() / 4 * 3 + 3);
+    gint state = 0;
+    guint save = 0;
+    const gsize length =
+        g_base64_decode_step(text.data(), text.size(), bytes.data(), &state, &save);
+    if (state != 0) {
+        return std::nullopt;
+    }
+    bytes.resize(length);
+    return dataWithVector(std::move(bytes));
+}
+
 std::string NSData::base64EncodedString() const {
     const std::unique_ptr<gchar, decltype(&g_free)> text(g_base64_encode(bytes(), length()),
                                                          &g_free);

@@ -1,7 +1,9 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "orvane/commons/ByteArray.h"
@@ -18,6 +20,9 @@ public:
     static NSData dataWithBytes(const void* bytes, unsigned long length);
     // Takes the bytes over without copying them.
     static NSData dataWithVector(std::vector<unsigned char> bytes);
+    // Ignores characters that are not of the alphabet. Nothing when the rest is not whole groups of
+    // four.
+    [[nodiscard]] static std::optional<NSData> initWithBase64EncodedData(std::string_view text);
 
     [[nodiscard]] const unsigned char* bytes() const { return bytes_ ? bytes_->data() : nullptr; }
     [[nodiscard]] unsigned long length() const { return bytes_ ? bytes_->size() : 0; }
