@@ -1,6 +1,7 @@
 #include "orvane/display/Display.h"
 
 #include <deque>
+#include <unordered_set>
 
 #include "orvane/commons/eraseFromCollection.h"
 #include "orvane/display/ContainerObject.h"
@@ -8,8 +9,12 @@
 #include "orvane/display/DisplayView.h"
 #include "orvane/display/animation/Transition.h"
 #include "orvane/display/native/NativeLayer.h"
+#include "orvane/display/registerFont.h"
+#include "orvane/system/system.h"
 #include "orvane/thread/dispatch.h"
 #include "platform/appkit/NSWindow.h"
+#include "platform/foundation/NSFileManager.h"
+#include "platform/foundation/NSPathUtilities.h"
 #include "platform/quartzcore/CALayer.h"
 #include "platform/quartzcore/CATransaction.h"
 #include "platform/quartzcore/CATransition.h"
@@ -72,6 +77,7 @@ void Display::reset() {
 
 Display::Display() {
     initView();
+    loadFonts(system::getResourceDirectory() + "/res/fonts");
 }
 
 Display::~Display() {
@@ -192,6 +198,21 @@ Size<double> Display::getScreenSize() const {
 double Display::getScaleFactor() const {
     const platform::NSWindow* const window = view_ ? view_->window() : nullptr;
     return window != nullptr ? window->backingScaleFactor() : 1.0;
+}
+
+void Display::loadFonts(const std::string& directory) {
+    std::unordered_set<std::string> seen;
+    std::vector<std::string> fonts;
+    const auto& files = platform::NSFileManager::defaultManager();
+    for (const std::string& entry : files.enumeratorAtPath(directory)) {
+        if (platform::pathExtension(entry) == "ttf" &&
+            seen.insert(platform::lastPathComponent(entry)).second) {
+            fonts.push_back(platform::pathWithComponents({directory, entry}));
+        }
+    }
+    for (const std::string& font : fonts) {
+        registerFont(font);
+    }
 }
 
 void DeleteDisplayObject(const std::shared_ptr<DisplayObject>& object) {

@@ -71,6 +71,10 @@ public:
     // Pixels a point; 1 while the view is in no window.
     double getScaleFactor() const;
 
+    // Registers the fonts (files named *.ttf) of the folder and those below it. Of files with the
+    // same name the first wins, wherever they lie. A font that fails does not keep the others.
+    void loadFonts(const std::string& directory);
+
     // Nothing on this platform; called all the same where others need them.
     void lockEventHandling() {}
     void unlockEventHandling() {}
