@@ -1,10 +1,13 @@
 #include "orvane/display/DisplayFactory.h"
 
+#include "orvane/display/graphics/quartz/QuartzAttributedText.h"
 #include "orvane/display/graphics/quartz/QuartzCircle.h"
 #include "orvane/display/graphics/quartz/QuartzClipContainer.h"
 #include "orvane/display/graphics/quartz/QuartzContainer.h"
 #include "orvane/display/graphics/quartz/QuartzEllipse.h"
+#include "orvane/display/graphics/quartz/QuartzImage.h"
 #include "orvane/display/graphics/quartz/QuartzLine.h"
+#include "orvane/display/graphics/quartz/QuartzMultilineText.h"
 #include "orvane/display/graphics/quartz/QuartzPath.h"
 #include "orvane/display/graphics/quartz/QuartzPolyline.h"
 #include "orvane/display/graphics/quartz/QuartzRect.h"
@@ -43,6 +46,21 @@ std::shared_ptr<graphics::Polyline> DisplayFactory::createPolyline() {
 
 std::shared_ptr<graphics::Path> DisplayFactory::createPath() {
     return std::make_shared<QuartzPath>();
+}
+
+std::shared_ptr<graphics::Text> DisplayFactory::createText(bool multiline) {
+    if (multiline) {
+        return std::make_shared<QuartzMultilineText>();
+    }
+    return std::make_shared<QuartzText>();
+}
+
+std::shared_ptr<graphics::AttributedText> DisplayFactory::createAttributedText() {
+    return std::make_shared<QuartzAttributedText>();
+}
+
+std::shared_ptr<graphics::Image> DisplayFactory::createImage() {
+    return std::make_shared<QuartzImage>();
 }
 
 }  // namespace orvane::display

@@ -7,14 +7,17 @@
 namespace orvane::display {
 
 namespace graphics {
+class AttributedText;
 class Circle;
 class Container;
 class Ellipse;
+class Image;
 class Line;
 class Path;
 class Polyline;
 class Rect;
 class SizedContainer;
+class Text;
 }  // namespace graphics
 
 // How applications make what they draw: each operation gives a new object of the model's class and
@@ -32,6 +35,12 @@ public:
     static std::shared_ptr<graphics::Line> createLine();
     static std::shared_ptr<graphics::Polyline> createPolyline();
     static std::shared_ptr<graphics::Path> createPath();
+
+    // One line at a point, or lines that wrap at a width below a point.
+    static std::shared_ptr<graphics::Text> createText(bool multiline);
+    // A text whose segments keep their own style.
+    static std::shared_ptr<graphics::AttributedText> createAttributedText();
+    static std::shared_ptr<graphics::Image> createImage();
 };
 
 }  // namespace orvane::display

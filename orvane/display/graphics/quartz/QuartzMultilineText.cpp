@@ -1,0 +1,17 @@
+#include "orvane/display/graphics/quartz/QuartzMultilineText.h"
+
+namespace orvane::display::graphics::quartz {
+
+QuartzMultilineText::QuartzMultilineText() {
+    getTextWrapper().setMultiline(true);
+}
+
+void QuartzMultilineText::setWidth(float width) {
+    getTextWrapper().setMultilineMaxWidth(width);
+}
+
+void QuartzMultilineText::setAlignment(TextAlign align) {
+    getTextWrapper().setAlignment(align);
+}
+
+}  // namespace orvane::display::graphics::quartz

@@ -1,0 +1,28 @@
+#pragma once
+
+#include "orvane/display/graphics/TextStyleable.h"
+
+namespace orvane::display::graphics::quartz {
+
+class TextWrapper;
+
+// Type on the canvas: hands every style to a text wrapper and repaints. Weights and italics are
+// fonts of their own here: ask for "DejaVu Sans Bold".
+class QuartzTextStyleable : public virtual TextStyleable {
+public:
+    void setTextAlign(TextAlign align) override;
+    void setAlignmentBaseline(AlignmentBaseline baseline) override;
+    void setTextSize(float size) override;
+    // Does nothing; applications that set a weight keep the font they had.
+    void setFontWeight(int weight) override;
+    // Throws a character string.
+    void setItalicStyle(bool italic) override;
+    void setDecoration(bool underline, bool strikethrough) override;
+    void setFont(const std::string& name) override;
+
+protected:
+    virtual TextWrapper& getTextWrapper() = 0;
+    virtual void update() = 0;
+};
+
+}  // namespace orvane::display::graphics::quartz

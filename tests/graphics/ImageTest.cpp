@@ -1,0 +1,183 @@
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+
+#include "orvane/display/graphics/quartz/QuartzUtils.h"
+#include "orvane/orvane.h"
+#include "platform/coregraphics/CGBitmapContext.h"
+#include "platform/coregraphics/CGImage.h"
+#include "platform/foundation/NSData.h"
+#include "tests/graphics/painted.h"
+
+namespace orvane::display::graphics {
+namespace {
+
+using quartz::QuartzUtils;
+using Box = geometry::Rect<double>;
+using std::string;
+
+// A grey picture of 3 by 2 pixels.
+const string kJpeg =
+    "/9j/4AAQSkZJRgABAQAAAQABAAD/2wBDABALDA4MChAODQ4SERATGCgaGBYWGDEjJR0oOjM9PDkzODdASFxOQERXRTc4"
+    "UG1RV19iZ2hnPk1xeXBkeFxlZ2P/wAALCAACAAMBAREA/8QAFAABAAAAAAAAAAAAAAAAAAAABv/EABQQAQAAAAAAAAAA"
+    "AAAAAAAAAAD/2gAIAQEAAD8ASP/Z";
+
+class ImageTest : public testing::Test {
+protected:
+    void SetUp() override {
+        image_ = DisplayFactory::createImage();
+        ASSERT_TRUE(platform::CGImage::createWithPixels(4, 3, pixels_)->writePNG(file_));
+        std::ifstream in(file_, std::ios::binary);
+        png_.assign(std::istreambuf_iterator<char>(in), {});
+    }
+    void TearDown() override { std::filesystem::remove(file_); }
+
+    static string base64(const string& bytes) {
+        return platform::NSData::dataWithBytes(bytes.data(), bytes.size()).base64EncodedString();
+    }
+
+    // What a loader prints.
+    template <typename Load>
+    static string printedBy(Load load) {
+        std::fflush(stdout);
+        testing::internal::CaptureStdout();
+        load();
+        std::fflush(stdout);
+        return testing::internal::GetCapturedStdout();
+    }
+
+    bool isEmpty() const { return painted(*image_).find("drawImage") == string::npos; }
+
+    const string file_ = testing::TempDir() + "orvane-image-test.png";
+    const std::vector<std::uint32_t> pixels_ = {0xff102030, 0xffffffff, 0xff000000, 0x80402010,
+                                                0x00000000, 0xff00ff00, 0xffff0000, 0xff0000ff,
+                                                0x01010101, 0xffabcdef, 0xff123456, 0x7f7f7f7f};
+    string png_;
+    std::shared_ptr<Image> image_;
+};
+
+TEST_F(ImageTest, LoadsByEveryRoad) {
+    const string raw(4 * 3 * 4, '\x7f');
+    const std::tuple<const char*, std::function<void()>, Box> cases[] = {
+        {"a file", [&] { image_->setPath(file_); }, {0, 0, 4, 3}},
+        {"a data address",
+         [&] { image_->setPath("data:image/png;base64," + base64(png_)); },
+         {0, 0, 4, 3}},
+        {"whose type is passed over",
+         [&] { image_->setPath("data:what;x=y;base64," + kJpeg); },
+         {0, 0, 3, 2}},
+        {"with line breaks",
+         [&] { image_->setPath("data:;base64,\n" + kJpeg + "\n"); },
+         {0, 0, 3, 2}},
+        {"bytes", [&] { image_->setContent(png_); }, {0, 0, 4, 3}},
+        {"raw pixels", [&] { image_->setRawData(raw, 4, 3); }, {0, 0, 4, 3}},
+        {"too few raw pixels", [&] { image_->setRawData(raw, 100, 50); }, {0, 0, 100, 50}},
+    };
+    for (const auto& [what, load, bounds] : cases) {
+        image_ = DisplayFactory::createImage();
+        EXPECT_EQ(printedBy(load), "") << what;
+        EXPECT_EQ(image_->getBounds(), bounds) << what;
+        EXPECT_FALSE(isEmpty()) << what;
+    }
+}
+
+TEST_F(ImageTest, AFailureIsOneLineAndLeavesTheImageEmptyWithItsOldBounds) {
+    const auto path = [](const string& name) {
+        return "ERROR: QuartzImage::setPath '" + name + "'. file not found\n";
+    };
+    const auto bytes = [](const string& loader, int length) {
+        return "ERROR: QuartzImage::" + loader + " image is not created with content of " +
+               std::to_string(length) + " bytes\n";
+    };
+    const string text = testing::TempDir() + "orvane-image-test.txt";
+    std::ofstream(text) << "neither PNG nor JPEG";
+    const string half = base64(png_.substr(0, png_.size() / 2));
+    const std::tuple<std::function<void()>, string> cases[] = {
+        {[&] { image_->setPath(""); }, path("")},
+        {[&] { image_->setPath("data:"); }, path("data:")},
+        {[&] { image_->setPath("data:;base64,"); }, path("data:;base64,")},
+        {[&] { image_->setPath("data:;base64,AAA"); }, path("data:;base64,AAA")},
+        {[&] { image_->setPath("data:image/png,%89PNG"); }, path("data:image/png,%89PNG")},
+        {[&] { image_->setPath("data:;base64," + half); }, path("data:;base64," + half)},
+        // Anywhere but at the start it is part of a file's name.
+        {[&] { image_->setPath("xdata:;base64," + kJpeg); }, path("xdata:;base64," + kJpeg)},
+        {[&] { image_->setPath("/no/such/file.png"); }, path("/no/such/file.png")},
+        {[&] { image_->setPath("/dev/zero"); }, path("/dev/zero")},
+        {[&] { image_->setPath(text); }, path(text)},
+        {[&] { image_->setContent(""); }, bytes("setContent", 0)},
+        {[&] { image_->setContent("no picture"); }, bytes("setContent", 10)},
+        {[&] { image_->setRawData("", 4, 4); }, bytes("setRawData", 0)},
+        {[&] { image_->setRawData("abcd", 0, 1); }, bytes("setRawData", 4)},
+        {[&] { image_->setRawData("abcd", -1, -1); }, bytes("setRawData", 4)},
+        {[&] { image_->setRawData("abcd", 2000000000, 2000000000); }, bytes("setRawData", 4)},
+    };
+    for (const auto& [load, message] : cases) {
+        image_->setContent(png_);
+        ASSERT_FALSE(isEmpty());
+        EXPECT_EQ(printedBy(load), message);
+        EXPECT_TRUE(isEmpty()) << message;
+        EXPECT_EQ(image_->getBounds(), Box(0, 0, 4, 3));
+    }
+    std::filesystem::remove(text);
+}
+
+TEST_F(ImageTest, IsPaintedAtItsOwnSizePixelForPixel) {
+    image_->setContent(png_);
+    image_->set(1, 2, 30, 40);
+    image_->setWidth(100);
+    EXPECT_EQ(image_->getBounds(), Box(0, 0, 4, 3));
+    EXPECT_EQ(painted(*image_),
+              "saveGState()\nconcatCTM(1 0 0 1 0 0)\ntranslateCTM(0, 3)\nscaleCTM(1, -1)\n"
+              "drawImage(0 0 4x3, 4, 3)\nrestoreGState()\n");
+
+    platform::CGBitmapContext canvas(10, 10);
+    image_->setTranslate(5, 6);
+    SetCurrentCanvas(&canvas);
+    image_->validate({0, 0, 10, 10});
+    SetCurrentCanvas(nullptr);
+    for (std::size_t y = 0; y < 3; ++y) {
+        for (std::size_t x = 0; x < 4; ++x) {
+            EXPECT_EQ(canvas.pixels()[(6 + y) * 10 + 5 + x], pixels_[y * 4 + x]) << x << " " << y;
+        }
+    }
+    EXPECT_EQ(image_->getDescription(), "QuartzImage");
+}
+
+TEST(QuartzUtilsTest, DecodesBase64FromAPlaceOn) {
+    const std::tuple<string, std::size_t, std::optional<string>> cases[] = {
+        {"QUJD", 0, "ABC"},
+        {"QUI=", 0, "AB"},
+        {"QQ==", 0, "A"},
+        {"", 0, ""},
+        {"xxQUJD", 2, "ABC"},
+        {"Q U\nJ\xff"
+         "D%",
+         0, "ABC"},
+        {"QUJDQ", 0, {}},
+        {"QQ", 0, {}},
+        {"QQ=", 0, {}},
+        {"abc", 3, ""},
+        {"abc", 4, {}},
+    };
+    for (const auto& [text, offset, expected] : cases) {
+        const auto data = QuartzUtils::decodeBase64(text, offset);
+        ASSERT_EQ(data.has_value(), expected.has_value()) << text;
+        if (data) {
+            EXPECT_EQ(string(reinterpret_cast<const char*>(data->bytes()), data->length()),
+                      *expected);
+        }
+    }
+}
+
+TEST(QuartzUtilsTest, SplitsAndTrims) {
+    using Pieces = std::vector<string>;
+    EXPECT_EQ(QuartzUtils::split("a,b,,c,", ','), (Pieces{"a", "b", "", "c", ""}));
+    EXPECT_EQ(QuartzUtils::split("", ','), Pieces{""});
+    EXPECT_EQ(QuartzUtils::trim(" \t a b\r\n"), "a b");
+    EXPECT_EQ(QuartzUtils::trim(" \n "), "");
+}
+
+}  // namespace
+}  // namespace orvane::display::graphics

@@ -1,0 +1,25 @@
+#pragma once
+
+#include <sstream>
+#include <string>
+
+#include "orvane/display/CurrentCanvas.h"
+#include "orvane/display/DisplayObject.h"
+#include "platform/coregraphics/CGRecordingContext.h"
+
+namespace orvane::display {
+
+// The calls that an object makes on its canvas in a pass over everything, one a line.
+inline std::string painted(DisplayObject& object) {
+    platform::CGRecordingContext canvas;
+    SetCurrentCanvas(&canvas);
+    object.validate({-1e6, -1e6, 2e6, 2e6});
+    SetCurrentCanvas(nullptr);
+    std::ostringstream text;
+    for (const auto& call : canvas.calls()) {
+        text << call << '\n';
+    }
+    return text.str();
+}
+
+}  // namespace orvane::display
