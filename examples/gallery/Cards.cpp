@@ -32,6 +32,15 @@ void Page::addCard(const std::string& title, const Draw& draw) {
     paint(back, palette::card, palette::edge, 1);
     card->add(back);
     card->getOrCreateAccessibilityElement()->setLabel(title);
+
+    const auto caption = DisplayFactory::createText(false);
+    caption->setFont("DejaVuSans");
+    caption->setTextSize(12);
+    caption->setFillColor(palette::caption);
+    caption->setContent(title);
+    caption->setX(18);
+    caption->setY(24);
+    card->add(caption);
     draw(*card);
     root_->add(card);
 }

@@ -7,6 +7,7 @@ inline constexpr unsigned paper = 0xFFF1EEE8;
 inline constexpr unsigned card = 0xFFFFFFFF;
 inline constexpr unsigned edge = 0xFFDDD8CE;
 inline constexpr unsigned ink = 0xFF22303C;
+inline constexpr unsigned caption = 0xFF6B7680;
 inline constexpr unsigned faint = 0xFFB9C2C9;
 inline constexpr unsigned coral = 0xFFF2545B;
 inline constexpr unsigned amber = 0xFFF5A623;

@@ -58,7 +58,7 @@ void drawFillRules(ContainerObject& inside) {
     for (const FillRule rule : {FillRule::NonZero, FillRule::EvenOdd}) {
         const auto star = DisplayFactory::createPolyline();
         star->setFillRule(rule);
-        star->set(starPoints(x, 122, 58), true);
+        star->set(starPoints(x, 130, 58), true);
         paint(star, rule == FillRule::NonZero ? palette::violet : palette::teal, palette::ink, 2);
         inside.add(star);
         x += 124;
@@ -68,10 +68,10 @@ void drawFillRules(ContainerObject& inside) {
 void drawCurves(ContainerObject& inside) {
     // Arcs of growing sweep around one centre.
     for (int i = 0; i < 6; ++i) {
-        const float radius = 18 + 11.0F * static_cast<float>(i);
+        const float radius = 17 + 10.5F * static_cast<float>(i);
         const auto arc = DisplayFactory::createPath();
         arc->start();
-        arc->arc(96, 120, radius, radius, 0, -90, 60 + 50.0F * static_cast<float>(i));
+        arc->arc(100, 128, radius, radius, 0, -90, 60 + 50.0F * static_cast<float>(i));
         arc->finish();
         const unsigned colors[] = {palette::coral, palette::amber, palette::green,
                                    palette::teal,  palette::blue,  palette::violet};
@@ -82,10 +82,10 @@ void drawCurves(ContainerObject& inside) {
     }
     const auto wave = DisplayFactory::createPath();
     wave->start();
-    wave->move(196, 40, false);
-    wave->quadCurve(196, 92, 250, 66, false);
-    wave->quadCurve(196, 144, 150, 118, false);
-    wave->quadCurve(196, 196, 250, 170, false);
+    wave->move(222, 50, false);
+    wave->quadCurve(222, 102, 270, 76, false);
+    wave->quadCurve(222, 154, 174, 128, false);
+    wave->quadCurve(222, 206, 270, 180, false);
     wave->finish();
     wave->setFillColor(255U, 255U, 255U, ~0U);
     wave->setStrokeColor(palette::ink);
