@@ -2,7 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <fstream>
-#include <regex>
+#include <sstream>
 
 #include "orvane/runtime/Runtime.h"
 #include "tests/runtime/TemporaryFolder.h"
@@ -36,8 +36,13 @@ public:
     [[nodiscard]] static std::string start(const std::string& directory) {
         testing::internal::CaptureStderr();
         orvane::Runtime::GetInstance()->initSwift(directory);
-        const std::regex stamp(R"((^|\n)[-\d]+ [:.\d]+ \[\d+:\d+\] )");
-        return std::regex_replace(testing::internal::GetCapturedStderr(), stamp, "$1");
+        std::istringstream lines(testing::internal::GetCapturedStderr());
+        std::string output;
+        for (std::string line; std::getline(lines, line);) {
+            const bool isLog = !line.empty() && std::isdigit(line[0]);
+            output += (isLog ? line.substr(line.find("] ") + 2) : line) + '\n';
+        }
+        return output;
     }
     [[nodiscard]] std::string start() const { return start(directory()); }
 

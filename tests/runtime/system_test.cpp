@@ -1,9 +1,9 @@
 #include <easylogging++.h>
+#include <glib.h>
 #include <gtest/gtest.h>
 
 #include <cstdlib>
 #include <fstream>
-#include <regex>
 
 #include "orvane/runtime/init_orvane.h"
 #include "orvane/system/system.h"
@@ -32,12 +32,13 @@ TEST(Logging, LinesHaveTheirFormatAndTheDebugLevelNamesTheFunction) {
         el::base::Writer(el::Level::Debug, "file", 1, "the_function").construct(1, "default")
             << "a detail";
     });
-    const std::string time = "\\d\\d:\\d\\d:\\d\\d,\\d\\d\\d ";
-    EXPECT_TRUE(std::regex_search(lines, std::regex(time + "ERROR \\[default\\] : an error")))
-        << lines;
-    EXPECT_TRUE(std::regex_search(
-        lines, std::regex(time + "DEBUG \\[default\\] \\[the_function\\] : a detail")))
-        << lines;
+    for (const char* pattern :
+         {R"(\d\d:\d\d:\d\d,\d{3} ERROR \[default\] : an error\n)",
+          R"(\d\d:\d\d:\d\d,\d{3} DEBUG \[default\] \[the_function\] : a detail\n)"}) {
+        EXPECT_TRUE(
+            g_regex_match_simple(pattern, lines.c_str(), GRegexCompileFlags{}, GRegexMatchFlags{}))
+            << lines;
+    }
     EXPECT_NE(lines.find("\x1b["), std::string::npos) << "the error is not coloured: " << lines;
 }
 
