@@ -166,11 +166,12 @@ UpdateLock::~UpdateLock() {
 // ---- layers ----
 
 std::shared_ptr<DisplayLayer> DisplayObject::getAscendingLayer() const {
-    if (std::shared_ptr<DisplayLayer> layer = getLayer()) {
-        return layer;
+    for (const DisplayObject* object = this; object != nullptr; object = object->parentOrNull()) {
+        if (std::shared_ptr<DisplayLayer> layer = object->getLayer()) {
+            return layer;
+        }
     }
-    const ContainerObject* const parent = parentOrNull();
-    return parent != nullptr ? parent->getAscendingLayer() : nullptr;
+    return nullptr;
 }
 
 LayerList DisplayObject::getDescendingLayers() const {
