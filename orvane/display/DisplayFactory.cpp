@@ -11,6 +11,8 @@
 #include "orvane/display/graphics/quartz/QuartzPath.h"
 #include "orvane/display/graphics/quartz/QuartzPolyline.h"
 #include "orvane/display/graphics/quartz/QuartzRect.h"
+#include "orvane/display/graphics/quartz/UIInputText.h"
+#include "orvane/display/graphics/quartz/UIScrollContainer.h"
 
 namespace orvane::display {
 
@@ -20,7 +22,27 @@ std::shared_ptr<graphics::Container> DisplayFactory::createContainer() {
     return std::make_shared<QuartzContainer>();
 }
 
-std::shared_ptr<graphics::SizedContainer> DisplayFactory::createClipContainer(bool) {
+namespace {
+
+// A native object's init needs the shared_ptr that holds it.
+template <typename T, typename... Arguments>
+std::shared_ptr<T> makeNative(Arguments... arguments) {
+    auto object = std::make_shared<T>(arguments...);
+    object->init();
+    return object;
+}
+
+}  // namespace
+
+std::shared_ptr<graphics::ScrollContainer> DisplayFactory::createScrollContainer(
+    graphics::ScrollContainer::Type type, bool paging) {
+    return makeNative<UIScrollContainer>(type, paging);
+}
+
+std::shared_ptr<graphics::SizedContainer> DisplayFactory::createClipContainer(bool scrollable) {
+    if (scrollable) {
+        return createScrollContainer(graphics::ScrollContainer::Type::Both, false);
+    }
     return std::make_shared<QuartzClipContainer>();
 }
 
@@ -57,6 +79,11 @@ std::shared_ptr<graphics::Text> DisplayFactory::createText(bool multiline) {
 
 std::shared_ptr<graphics::AttributedText> DisplayFactory::createAttributedText() {
     return std::make_shared<QuartzAttributedText>();
+}
+
+std::shared_ptr<graphics::InputText> DisplayFactory::createInputText(bool multiline, bool secure,
+                                                                     int maximumLength) {
+    return makeNative<UIInputText>(multiline, true, secure, maximumLength);
 }
 
 std::shared_ptr<graphics::Image> DisplayFactory::createImage() {

@@ -3,6 +3,7 @@
 #include <memory>
 
 #include "orvane/commons/Export.h"
+#include "orvane/display/graphics/ScrollContainer.h"
 
 namespace orvane::display {
 
@@ -12,6 +13,7 @@ class Circle;
 class Container;
 class Ellipse;
 class Image;
+class InputText;
 class Line;
 class Path;
 class Polyline;
@@ -25,8 +27,10 @@ class Text;
 class ORVANE_EXPORT DisplayFactory {
 public:
     static std::shared_ptr<graphics::Container> createContainer();
-    // Clips its children to its bounds. Scrolling by the user is not there yet: a scrollable one
-    // clips and stands still.
+    // Clips its children to its bounds; on a layer of its own.
+    static std::shared_ptr<graphics::ScrollContainer> createScrollContainer(
+        graphics::ScrollContainer::Type type, bool paging);
+    // The same: as a scroll container for both directions, or as a plain group without a layer.
     static std::shared_ptr<graphics::SizedContainer> createClipContainer(bool scrollable);
 
     static std::shared_ptr<graphics::Rect> createRect();
@@ -40,6 +44,9 @@ public:
     static std::shared_ptr<graphics::Text> createText(bool multiline);
     // A text whose segments keep their own style.
     static std::shared_ptr<graphics::AttributedText> createAttributedText();
+    // The desktop's text field, on a layer of its own. `maximumLength` in characters, 0 for any.
+    static std::shared_ptr<graphics::InputText> createInputText(bool multiline, bool secure,
+                                                                int maximumLength);
     static std::shared_ptr<graphics::Image> createImage();
 };
 

@@ -1,0 +1,29 @@
+#pragma once
+
+#include "orvane/display/graphics/ScrollContainer.h"
+#include "orvane/display/graphics/quartz/QuartzClipContainer.h"
+#include "orvane/display/native/NativeObject.h"
+
+namespace orvane::display::graphics::quartz {
+
+// Owns a layer that paints its children. The layer's view has the size of the bounds, so the
+// children are cut by it as well as by the clip.
+class UIScrollContainer : public virtual ScrollContainer,
+                          public virtual QuartzClipContainer,
+                          public virtual native::NativeObject {
+public:
+    UIScrollContainer(Type type, bool paging) : type_(type), paging_(paging) {}
+
+    std::string getDescription() const override { return "UIScrollContainer"; }
+    Type getType() const override { return type_; }
+    bool isPaging() const override { return paging_; }
+
+protected:
+    std::shared_ptr<native::NativeLayer> createLayer() override;
+
+private:
+    Type type_;
+    bool paging_;
+};
+
+}  // namespace orvane::display::graphics::quartz
