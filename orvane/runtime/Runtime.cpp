@@ -33,7 +33,14 @@ Runtime::~Runtime() {
     if (thread_.get_id() == std::this_thread::get_id()) {
         // A task ended the process, and this is its exit handler: the task never returns.
         thread_.detach();
-    } else {
+    } else if (thread_.joinable()) {
+        thread_.join();
+    }
+}
+
+void Runtime::stop() {
+    run({}, 0);
+    if (thread_.joinable()) {
         thread_.join();
     }
 }

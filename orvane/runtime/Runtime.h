@@ -43,6 +43,11 @@ public:
     // main(). What goes wrong is reported on standard error and nowhere else.
     void initSwift(const std::string& directory);
 
+    // Ends the timed tasks for good: waits for the one that runs and for those already due, and
+    // leaves the others undone. For hosts, before DeleteInstance(): no lock is held here, so tasks
+    // may call GetInstance() to the last. Not from a task; on one thread at a time.
+    void stop();
+
     // Whether initSwift has started an application, be it one whose main() threw. For hosts, which
     // have nothing to show otherwise. Main thread only.
     [[nodiscard]] bool hasApplication() const { return hasApplication_; }
