@@ -65,6 +65,10 @@ void GTKRoot::size_allocate_vfunc(int width, int height, int) {
     }
 }
 
+void GTKRoot::snapshot_vfunc(const Glib::RefPtr<Gtk::Snapshot>& snapshot) {
+    GTKView::snapshotChildren(*this, snapshot);
+}
+
 void GTKRoot::on_map() {
     Gtk::Widget::on_map();
     const auto surface = get_native()->get_surface();

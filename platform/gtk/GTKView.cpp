@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <vector>
 
 #include "platform/gtk/GTKControl.h"
 #include "platform/quartzcore/CALayer.h"
@@ -75,7 +76,18 @@ void GTKView::takePlace(const NSView& view, double time) {
 }
 
 void GTKView::takeOpacity(const NSView& view, double time) {
-    set_opacity(view.layer()->presentation(time).opacity);
+    const CALayerPresentation shown = view.layer()->presentation(time);
+    opacity_ = std::clamp(shown.opacity, 0.0, 1.0);
+    fadesFrom_ = nullptr;
+    if (shown.fadesFrom != nullptr && view.superview() != nullptr) {
+        const auto& siblings = view.superview()->subviews();
+        const auto from = std::ranges::find_if(
+            siblings, [&](const auto& sibling) { return sibling->layer() == shown.fadesFrom; });
+        fadesFrom_ = from != siblings.end() ? of(**from) : nullptr;
+    }
+    if (Gtk::Widget* const parent = get_parent()) {
+        parent->queue_draw();
+    }
 }
 
 void GTKView::takeBackground(const NSView& view) {
@@ -157,10 +169,59 @@ void GTKView::snapshot_vfunc(const Glib::RefPtr<Gtk::Snapshot>& snapshot) {
                                &bounds);
     }
     tiles_.append(snapshot);
-    for (Gtk::Widget* child = get_first_child(); child != nullptr;
+    snapshotChildren(*this, snapshot);
+}
+
+void GTKView::snapshotChildren(Gtk::Widget& parent, const Glib::RefPtr<Gtk::Snapshot>& snapshot) {
+    std::vector<GTKView*> views;
+    std::vector<const GTKView*> fadedOver;
+    for (Gtk::Widget* child = parent.get_first_child(); child != nullptr;
          child = child->get_next_sibling()) {
-        snapshot_child(*child, snapshot);
+        if (auto* const view = dynamic_cast<GTKView*>(child)) {
+            views.push_back(view);
+            if (view->fadesFrom_ != nullptr) {
+                fadedOver.push_back(view->fadesFrom_);
+            }
+        } else {
+            parent.snapshot_child(*child, snapshot);  // a control's own, behind the views
+        }
     }
+    for (GTKView* const view : views) {
+        const auto from = std::ranges::find(views, view->fadesFrom_);
+        if (from != views.end()) {
+            snapshotFade(parent, **from, *view, snapshot);
+        } else if (std::ranges::find(fadedOver, view) == fadedOver.end()) {
+            snapshotGroup(parent, *view, view->opacity_, snapshot);
+        }
+    }
+}
+
+void GTKView::snapshotGroup(Gtk::Widget& parent, GTKView& view, double opacity,
+                            const Glib::RefPtr<Gtk::Snapshot>& snapshot) {
+    if (opacity >= 1) {
+        parent.snapshot_child(view, snapshot);
+    } else if (opacity > 0) {
+        snapshot->push_opacity(opacity);
+        parent.snapshot_child(view, snapshot);
+        snapshot->pop();
+    }
+}
+
+void GTKView::snapshotFade(Gtk::Widget& parent, GTKView& from, GTKView& to,
+                           const Glib::RefPtr<Gtk::Snapshot>& snapshot) {
+    // Both have their share as their opacity. GTK weighs two pictures with shares that make a
+    // whole; what is missing to a whole is the opacity of the two together.
+    const double sum = from.opacity_ + to.opacity_;
+    if (sum <= 0) {
+        return;
+    }
+    snapshot->push_opacity(std::min(sum, 1.0));
+    snapshot->push_cross_fade(to.opacity_ / sum);
+    parent.snapshot_child(from, snapshot);
+    snapshot->pop();
+    parent.snapshot_child(to, snapshot);
+    snapshot->pop();
+    snapshot->pop();
 }
 
 }  // namespace orvane::platform

@@ -36,8 +36,11 @@ public:
     // Puts the widgets of the subviews into their drawing order.
     void takeOrder(const NSView& view);
 
-    // Lays the widget out in the coordinates of its parent's; for the parent's layout.
+    // ---- for the parent's layout and drawing ----
+    // Lays the widget out in its parent's coordinates.
     void allocate();
+    // Draws the widgets in `parent`, each with its opacity as a group.
+    static void snapshotChildren(Gtk::Widget& parent, const Glib::RefPtr<Gtk::Snapshot>& snapshot);
 
 protected:
     void measure_vfunc(Gtk::Orientation orientation, int forSize, int& minimum, int& natural,
@@ -47,10 +50,17 @@ protected:
 
 private:
     void layParentOut();
+    static void snapshotGroup(Gtk::Widget& parent, GTKView& view, double opacity,
+                              const Glib::RefPtr<Gtk::Snapshot>& snapshot);
+    static void snapshotFade(Gtk::Widget& parent, GTKView& from, GTKView& to,
+                             const Glib::RefPtr<Gtk::Snapshot>& snapshot);
 
     CGSize size_;
     CGAffineTransform transform_;  // to the superview
     bool shown_ = false;
+    double opacity_ = 1;
+    // Only ever compared with the widgets that are there: it may have gone.
+    const GTKView* fadesFrom_ = nullptr;
     CGColor background_;
     GTKTiles tiles_;
     std::unique_ptr<GTKControl> control_;
