@@ -1,0 +1,105 @@
+#include "tests/gtk/Desktop.h"
+
+#include <gtest/gtest.h>
+#include <gtk/gtk.h>
+#include <gtkmm/init.h>
+#include <gtkmm/window.h>
+
+#include <array>
+#include <limits>
+#include <memory>
+
+// Last: their macros break others' headers.
+#include <X11/Xlib.h>
+#include <X11/Xutil.h>
+#include <gdk/x11/gdkx.h>
+
+namespace orvane::tests::desktop {
+
+bool connect() {
+    static const bool connected = [] {
+        if (gtk_init_check() == FALSE) {
+            return false;
+        }
+        Gtk::init_gtkmm_internals();
+        return true;
+    }();
+    return connected;
+}
+
+Picture screenshot(int width, int height) {
+    gdk_display_sync(gdk_display_get_default());
+    const std::unique_ptr<Display, decltype(&XCloseDisplay)> display(XOpenDisplay(nullptr),
+                                                                     &XCloseDisplay);
+    XImage* const image =
+        XGetImage(display.get(), XDefaultRootWindow(display.get()), 0, 0,
+                  static_cast<unsigned>(width), static_cast<unsigned>(height), ~0UL, ZPixmap);
+    Picture picture{width, height, {}};
+    for (int y = 0; y < height; ++y) {
+        for (int x = 0; x < width; ++x) {
+            picture.pixels.push_back(static_cast<std::uint32_t>(image->f.get_pixel(image, x, y)) &
+                                     0xFFFFFF);
+        }
+    }
+    image->f.destroy_image(image);
+    return picture;
+}
+
+void xdotool(const std::vector<std::string>& arguments) {
+    std::vector<char*> argv{const_cast<char*>("xdotool")};
+    for (const std::string& argument : arguments) {
+        argv.push_back(const_cast<char*>(argument.c_str()));
+    }
+    argv.push_back(nullptr);
+    GPid child = 0;
+    constexpr auto flags =
+        static_cast<GSpawnFlags>(G_SPAWN_SEARCH_PATH | G_SPAWN_DO_NOT_REAP_CHILD);
+    ASSERT_TRUE(
+        g_spawn_async(nullptr, argv.data(), nullptr, flags, nullptr, nullptr, &child, nullptr));
+    int status = -1;
+    g_child_watch_add(
+        child, [](GPid, int result, void* out) { *static_cast<int*>(out) = result; }, &status);
+    ASSERT_TRUE(runUntil([&status] { return status != -1; }));
+    ASSERT_EQ(status, 0);
+}
+
+void focus(Gtk::Window& window) {
+    GdkSurface* const surface = gtk_native_get_surface(GTK_NATIVE(window.gobj()));
+    xdotool({"windowfocus", std::to_string(gdk_x11_surface_get_xid(surface))});
+}
+
+bool runUntil(const std::function<bool()>& condition) {
+    bool late = false;
+    const unsigned timeout = g_timeout_add(
+        10000,
+        [](void* flag) -> gboolean {
+            *static_cast<bool*>(flag) = true;
+            return G_SOURCE_REMOVE;
+        },
+        &late);
+    while (!condition() && !late) {
+        g_main_context_iteration(nullptr, TRUE);
+    }
+    if (!late) {
+        g_source_remove(timeout);
+    }
+    return !late;
+}
+
+double timeToNextWakeUp() {
+    GMainContext* const context = g_main_context_default();
+    std::array<GPollFD, 64> descriptors;
+    int priority = 0;
+    int timeout = -1;
+    g_main_context_acquire(context);
+    const bool ready = g_main_context_prepare(context, &priority) != FALSE;
+    g_main_context_query(context, G_MAXINT, &timeout, descriptors.data(),
+                         static_cast<int>(descriptors.size()));
+    g_main_context_release(context);
+    if (ready) {
+        return 0;
+    }
+    return timeout < 0 ? std::numeric_limits<double>::infinity() : timeout / 1000.0;
+}
+
+}  // namespace orvane::tests::desktop

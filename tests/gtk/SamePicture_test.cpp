@@ -1,0 +1,223 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstdlib>
+#include <memory>
+#include <numbers>
+#include <random>
+#include <utility>
+#include <vector>
+
+#include "platform/offscreen/OffscreenWindow.h"
+#include "tests/gtk/TestWindow.h"
+
+namespace orvane::tests {
+
+namespace {
+
+using platform::CATransform3D;
+using platform::CGAffineTransform;
+using platform::CGRect;
+using platform::CGSize;
+using platform::NSView;
+
+constexpr CGSize size{520, 400};
+
+// A tree of views under a series of changes that depends on nothing but the seed.
+class Scene {
+public:
+    explicit Scene(unsigned seed) : random_(seed), root_(std::make_shared<NSView>()) {
+        root_->setFrame({{0, 0}, size});
+        root_->layer()->setBackgroundColor({1, 1, 1, 1});
+        for (int i = 0; i < 6; ++i) {
+            add();
+        }
+    }
+
+    const std::shared_ptr<NSView>& root() const { return root_; }
+
+    void change() {
+        if (views_.empty() || (views_.size() < 12 && below(6) == 0)) {
+            add();
+            return;
+        }
+        const std::size_t index = below(static_cast<unsigned>(views_.size()));
+        PatternView& view = *views_[index];
+        switch (below(8)) {
+            case 0:
+                view.removeFromSuperviewWithoutNeedingDisplay();
+                views_.erase(views_.begin() + static_cast<std::ptrdiff_t>(index));
+                break;
+            case 1:
+                view.setFrame(frame());
+                break;
+            case 2:
+                view.setHidden(!view.isHidden());
+                break;
+            case 3:
+                view.layer()->setOpacity(below(5) / 4.0);
+                break;
+            case 4:
+                view.layer()->setZPosition(below(4));
+                break;
+            case 5:
+                view.layer()->setTransform(CATransform3D::makeAffineTransform(transform()));
+                break;
+            case 6:
+                view.layer()->setAnchorPoint({below(3) / 2.0, below(3) / 2.0});
+                break;
+            default:
+                view.color = color();
+                view.setNeedsDisplayInRect(view.bounds());
+                break;
+        }
+    }
+
+private:
+    unsigned below(unsigned end) { return static_cast<unsigned>(random_() % end); }
+
+    // The order in which arguments are evaluated is the compiler's: one draw a statement.
+    CGRect frame() {
+        const double x = below(500);
+        const double y = below(400);
+        const double width = below(200);
+        const double height = below(180);
+        return {{x - 100, y - 100}, {2 * width, 2 * height}};
+    }
+    platform::CGColor color() {
+        const double red = below(5);
+        const double green = below(5);
+        const double blue = below(5);
+        const double alpha = below(3);
+        return {red / 4, green / 4, blue / 4, (2 + alpha) / 4};
+    }
+    // Such as keep pixels whole: how edges are smoothed is each compositor's own affair.
+    CGAffineTransform transform() {
+        constexpr std::array<CGAffineTransform, 6> transforms{{{1, 0, 0, 1, 0, 0},
+                                                               {0, 1, -1, 0, 0, 0},
+                                                               {-1, 0, 0, -1, 10, 0},
+                                                               {1, 0, 0, -1, 0, 7},
+                                                               {1, 0, 0, 1, 33, -21},
+                                                               {0, 0, 0, 0, 0, 0}}};
+        return transforms[below(transforms.size())];
+    }
+    void add() {
+        const CGRect place = frame();
+        auto view = makePattern(place, color());
+        NSView& parent = views_.empty() || below(2) == 0
+                             ? *root_
+                             : *views_[below(static_cast<unsigned>(views_.size()))];
+        parent.addSubview(view,
+                          below(2) == 0 ? platform::NSWindowOrderingMode::Above
+                                        : platform::NSWindowOrderingMode::Below,
+                          nullptr);
+        views_.push_back(std::move(view));
+    }
+
+    std::mt19937 random_;
+    std::shared_ptr<NSView> root_;
+    std::vector<std::shared_ptr<PatternView>> views_;
+};
+
+desktop::Picture pictureOf(platform::OffscreenWindow& window) {
+    window.display();
+    desktop::Picture picture{window.pixelWidth(), window.pixelHeight(), {}};
+    for (int y = 0; y < picture.height; ++y) {
+        const std::uint32_t* const row = window.pixels() + static_cast<std::size_t>(y) *
+                                                               window.bytesPerRow() /
+                                                               sizeof(std::uint32_t);
+        std::transform(row, row + picture.width, std::back_inserter(picture.pixels),
+                       [](std::uint32_t pixel) { return pixel & 0xFFFFFF; });
+    }
+    return picture;
+}
+
+int difference(std::uint32_t a, std::uint32_t b) {
+    int most = 0;
+    for (const int shift : {0, 8, 16}) {
+        most = std::max(most, std::abs(static_cast<int>(a >> shift & 0xFF) -
+                                       static_cast<int>(b >> shift & 0xFF)));
+    }
+    return most;
+}
+
+// How many pixels differ by more than `tolerance` in a component.
+int countDifferences(const desktop::Picture& a, const desktop::Picture& b, int tolerance) {
+    EXPECT_EQ(a.width, b.width);
+    EXPECT_EQ(a.height, b.height);
+    int count = 0;
+    for (std::size_t i = 0; i < std::min(a.pixels.size(), b.pixels.size()); ++i) {
+        count += difference(a.pixels[i], b.pixels[i]) > tolerance ? 1 : 0;
+    }
+    return count;
+}
+
+class SamePicture : public ::testing::Test {
+protected:
+    void SetUp() override { ASSERT_TRUE(desktop::connect()); }
+};
+
+}  // namespace
+
+TEST_F(SamePicture, OnScreenAndOffAfterAnyChanges) {
+    for (unsigned seed = 1; seed <= 4; ++seed) {
+        TestWindow onScreen(size);
+        platform::OffscreenWindow offScreen(size, onScreen.window().backingScaleFactor());
+        Scene shown(seed);
+        Scene rendered(seed);
+        onScreen.window().setContentView(shown.root());
+        offScreen.setContentView(rendered.root());
+        for (int step = 0; step < 25; ++step) {
+            // The desktop keeps a group's opacity in 8 bits, and groups nest.
+            ASSERT_EQ(countDifferences(onScreen.picture(), pictureOf(offScreen), 6), 0)
+                << "seed " << seed << " step " << step;
+            for (int i = 0; i < 3; ++i) {
+                shown.change();
+                rendered.change();
+            }
+        }
+    }
+}
+
+TEST_F(SamePicture, OfTurnedViewsButForSmoothedEdges) {
+    // Large enough for seams between tiles to show.
+    constexpr CGRect frame{{100, 0}, {400, 300}};
+    constexpr double angle = std::numbers::pi / 12;
+    TestWindow onScreen(size);
+    const double scale = onScreen.window().backingScaleFactor();
+    platform::OffscreenWindow offScreen(size, scale);
+    const auto makeScene = [&] {
+        auto root = std::make_shared<NSView>();
+        root->setFrame({{0, 0}, size});
+        root->layer()->setBackgroundColor({1, 1, 1, 1});
+        const auto view = makePattern(frame, {0.25, 0.5, 0.75, 1});
+        view->layer()->setTransform(rotation(angle));
+        root->addSubview(view);
+        return root;
+    };
+    onScreen.window().setContentView(makeScene());
+    offScreen.setContentView(makeScene());
+    // Pixels whose middle is this near to the turned view's outline are left out.
+    const auto isOnEdge = [&](int column, int row) {
+        const double x = (column + 0.5) / scale - frame.origin.x;
+        const double y = (row + 0.5) / scale - frame.origin.y;
+        const double along = x * std::cos(angle) + y * std::sin(angle);
+        const double down = y * std::cos(angle) - x * std::sin(angle);
+        return std::min({std::abs(along), std::abs(along - frame.size.width), std::abs(down),
+                         std::abs(down - frame.size.height)}) < 1.5;
+    };
+    const desktop::Picture shown = onScreen.picture();
+    const desktop::Picture rendered = pictureOf(offScreen);
+    int differing = 0;
+    for (int y = 0; y < shown.height; ++y) {
+        for (int x = 0; x < shown.width; ++x) {
+            const bool differs = difference(shown.at(x, y), rendered.at(x, y)) > 48;
+            differing += differs && !isOnEdge(x, y) ? 1 : 0;
+        }
+    }
+    EXPECT_EQ(differing, 0);
+}
+
+}  // namespace orvane::tests

@@ -1,0 +1,72 @@
+#include "tests/gtk/TestWindow.h"
+
+#include <gtest/gtest.h>
+#include <gtk/gtk.h>
+
+#include <cmath>
+
+#include "platform/appkit/NSGraphicsContext.h"
+#include "platform/coregraphics/CGContext.h"
+
+namespace orvane::tests {
+
+TestWindow::TestWindow(platform::CGSize size) : window_(size) {
+    toplevel_.set_decorated(false);
+    toplevel_.set_child(window_.widget());
+    toplevel_.present();
+    g_signal_connect_swapped(gtk_widget_get_frame_clock(window_.widget().gobj()), "after-paint",
+                             G_CALLBACK(+[](TestWindow* self) { ++self->frames_; }), this);
+}
+
+TestWindow::~TestWindow() {
+    g_signal_handlers_disconnect_by_data(gtk_widget_get_frame_clock(window_.widget().gobj()), this);
+    toplevel_.unset_child();
+}
+
+void TestWindow::show() {
+    // Everything is on screen with the first frame that leaves nothing to do.
+    const int before = frames_;
+    window_.widget().queue_draw();
+    EXPECT_TRUE(desktop::runUntil(
+        [&] { return frames_ > before && (!window_.needsDisplay() || window_.isAnimating()); }));
+}
+
+desktop::Picture TestWindow::picture() {
+    show();
+    const double factor = window_.widget().get_scale_factor();
+    const platform::CGSize size = window_.contentSize();
+    return desktop::screenshot(static_cast<int>(size.width * factor),
+                               static_cast<int>(size.height * factor));
+}
+
+void PatternView::drawRect(const platform::CGRect&) {
+    ++drawCount;
+    platform::CGContext& canvas = *platform::NSGraphicsContext::currentGraphicsPort();
+    const auto fill = [&canvas](const platform::CGRect& rect) {
+        canvas.addRect(rect);
+        canvas.drawPath(platform::CGPathDrawingMode::Fill);
+    };
+    canvas.setRGBFillColor(color.red, color.green, color.blue, color.alpha);
+    fill(bounds());
+    for (int i = 0; i < 40; ++i) {
+        canvas.setRGBFillColor(1 - color.red, color.blue, color.green, 0.5 + 0.5 / (i + 1));
+        fill({{20.0 * i, 12.0 * i}, {15, 8}});
+    }
+}
+
+std::shared_ptr<PatternView> makePattern(const platform::CGRect& frame,
+                                         const platform::CGColor& color) {
+    auto view = std::make_shared<PatternView>();
+    view->color = color;
+    view->setFrame(frame);
+    view->setNeedsDisplayInRect(view->bounds());
+    return view;
+}
+
+platform::CATransform3D rotation(double radians) {
+    const double c = std::cos(radians);
+    const double s = std::sin(radians);
+    return platform::CATransform3D::makeAffineTransform({c, s, -s, c, 0, 0});
+}
+
+}  // namespace orvane::tests

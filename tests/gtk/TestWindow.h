@@ -1,0 +1,54 @@
+#pragma once
+
+#include <gtkmm/window.h>
+
+#include <memory>
+
+#include "platform/appkit/NSView.h"
+#include "platform/gtk/GTKWindow.h"
+#include "tests/gtk/Desktop.h"
+
+namespace orvane::tests {
+
+// A GTKWindow in a toplevel without decorations, at the top left of the screen.
+class TestWindow {
+public:
+    explicit TestWindow(platform::CGSize size);
+    ~TestWindow();
+    TestWindow(const TestWindow&) = delete;
+    TestWindow& operator=(const TestWindow&) = delete;
+
+    platform::GTKWindow& window() { return window_; }
+    Gtk::Window& toplevel() { return toplevel_; }
+
+    // Brings all changes made so far to the screen.
+    void show();
+    // show(), and what is on screen then, in device pixels.
+    desktop::Picture picture();
+    // How many frames GTK has drawn.
+    int frames() const { return frames_; }
+
+private:
+    platform::GTKWindow window_;
+    Gtk::Window toplevel_;
+    int frames_ = 0;
+};
+
+// A view of one colour, with a pattern that shows which way it lies.
+class PatternView : public platform::NSView {
+public:
+    bool paints() const override { return true; }
+    bool isFlipped() const override { return true; }
+    void drawRect(const platform::CGRect& dirty) override;
+
+    platform::CGColor color;
+    int drawCount = 0;
+};
+
+std::shared_ptr<PatternView> makePattern(const platform::CGRect& frame,
+                                         const platform::CGColor& color);
+
+// About the layer's anchor point.
+platform::CATransform3D rotation(double radians);
+
+}  // namespace orvane::tests
