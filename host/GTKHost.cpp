@@ -1,0 +1,83 @@
+#include "host/GTKHost.h"
+
+#include <gdkmm/frameclock.h>
+#include <gtk/gtk.h>
+#include <gtkmm/init.h>
+
+#include "host/EventScript.h"
+#include "host/Options.h"
+
+namespace orvane::host {
+
+bool GTKHost::connect() {
+    if (gtk_init_check() == FALSE) {
+        return false;
+    }
+    Gtk::init_gtkmm_internals();
+    return true;
+}
+
+GTKHost::GTKHost(const Options& options, const EventScript& script)
+    : options_(options),
+      script_(script),
+      loop_(g_main_loop_new(nullptr, FALSE), &g_main_loop_unref),
+      content_(options.size, options.scale),
+      signals_([this] { quit(); }),
+      session_(content_, options.resources) {
+    content_.setResizeHandler([this](platform::CGSize size) { session_.resize(size); });
+    window_.set_title("Orvane");
+    window_.set_child(content_.widget());
+    window_.signal_close_request().connect(
+        [this] {
+            quit();
+            return true;  // the window goes with this object
+        },
+        false);
+}
+
+GTKHost::~GTKHost() {
+    window_.unset_child();
+}
+
+ExitCode GTKHost::run() {
+    if (!session_.start(options_.directory)) {
+        return ExitCode::NoApplication;
+    }
+    window_.signal_map().connect([this] { begin(); });
+    window_.present();
+    g_main_loop_run(loop_.get());
+    return exitCode_;
+}
+
+void GTKHost::begin() {
+    // Time counts from when there is a window to see. A loop of its own keeps what follows out of
+    // the signal's way.
+    playback_.emplace(script_, content_, [this] {
+        played_ = true;
+        content_.widget().queue_draw();
+    });
+    if (!options_.endsByItself()) {
+        return;
+    }
+    if (options_.at) {
+        timer_.emplace(*options_.at, [this] { write(); });
+    } else {
+        g_signal_connect_swapped(content_.widget().get_frame_clock()->gobj(), "after-paint",
+                                 G_CALLBACK(+[](GTKHost* host) { host->frameShown(); }), this);
+    }
+}
+
+void GTKHost::frameShown() {
+    const bool standing = !content_.needsDisplay() || content_.isAnimating();
+    if (played_ && standing && !timer_) {
+        timer_.emplace(0, [this] { write(); });
+    }
+}
+
+void GTKHost::write() {
+    exitCode_ =
+        writeOutput(options_, [this](const std::string& path) { return content_.writePNG(path); });
+    quit();
+}
+
+}  // namespace orvane::host

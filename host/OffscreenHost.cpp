@@ -1,0 +1,144 @@
+#include "host/OffscreenHost.h"
+
+#include <glib.h>
+
+#include <algorithm>
+#include <chrono>
+#include <cmath>
+#include <cstdio>
+#include <filesystem>
+#include <limits>
+#include <memory>
+#include <string>
+
+#include "host/EventScript.h"
+#include "host/Options.h"
+#include "host/Playback.h"
+#include "host/Timer.h"
+
+namespace orvane::host {
+
+namespace {
+
+// An application that gives itself new work for ever is not waited for longer than this.
+constexpr std::chrono::seconds longestSettling{2};
+
+// Refreshes of the display a second, and the most that are played between two events.
+constexpr double refreshRate = 60;
+constexpr double mostRefreshes = 10000;
+
+std::string framePath(const std::string& directory, long number) {
+    char name[32];
+    std::snprintf(name, sizeof name, "frame-%06ld.png", number);
+    return (std::filesystem::path(directory) / name).string();
+}
+
+}  // namespace
+
+OffscreenHost::OffscreenHost(const Options& options, const EventScript& script)
+    : options_(options),
+      script_(script),
+      window_(options.size, options.scale.value_or(1)),
+      signals_([this] {
+          terminated_ = true;
+          if (onTerminate_) {
+              onTerminate_();
+          }
+      }),
+      session_(window_, options.resources) {
+    if (options.endsByItself() && !options.at) {
+        clock_.emplace();
+    }
+}
+
+ExitCode OffscreenHost::run() {
+    if (!session_.start(options_.directory)) {
+        return ExitCode::NoApplication;
+    }
+    if (!options_.frames.empty()) {
+        return writeFrames();
+    }
+    return clock_ ? runVirtually() : runInRealTime();
+}
+
+ExitCode OffscreenHost::runVirtually() {
+    settle();
+    play(std::numeric_limits<double>::infinity());
+    return terminated_ ? ExitCode::Done
+                       : writeOutput(options_, [this](const auto& path) { return writePNG(path); });
+}
+
+ExitCode OffscreenHost::writeFrames() {
+    const auto count = std::max(1L, std::lround(options_.seconds * options_.fps));
+    for (long frame = 0; frame < count && !terminated_; ++frame) {
+        const double time = static_cast<double>(frame) / options_.fps;
+        play(time);
+        clock_->advanceTo(time);
+        settle();
+        if (const std::string path = framePath(options_.frames, frame); !writePNG(path)) {
+            complain("can't write " + path);
+            return ExitCode::CannotDo;
+        }
+    }
+    return terminated_ ? ExitCode::Done
+                       : writeOutput(options_, [this](const auto& path) { return writePNG(path); });
+}
+
+ExitCode OffscreenHost::runInRealTime() {
+    const std::unique_ptr<GMainLoop, decltype(&g_main_loop_unref)> loop(
+        g_main_loop_new(nullptr, FALSE), &g_main_loop_unref);
+    const auto quit = [&loop] { g_main_loop_quit(loop.get()); };
+    if (terminated_) {
+        return ExitCode::Done;
+    }
+    onTerminate_ = quit;
+    const Playback playback(script_, window_, [] {});
+    std::optional<Timer> end;
+    if (options_.at) {
+        end.emplace(*options_.at, quit);
+    }
+    g_main_loop_run(loop.get());
+    onTerminate_ = nullptr;
+    if (terminated_) {
+        return ExitCode::Done;
+    }
+    settle();
+    return writeOutput(options_, [this](const auto& path) { return writePNG(path); });
+}
+
+void OffscreenHost::advanceTo(double time) {
+    const double from = platform::CACurrentMediaTime();
+    const double step = std::max(1 / refreshRate, (time - from) / mostRefreshes);
+    for (double now = from + step; now < time && !terminated_; now += step) {
+        clock_->advanceTo(now);
+        settle();
+    }
+    clock_->advanceTo(time);
+}
+
+void OffscreenHost::play(double until) {
+    const auto& events = script_.events();
+    for (; nextEvent_ < events.size() && !terminated_; ++nextEvent_) {
+        const platform::NSEvent& event = events[nextEvent_];
+        if (event.timestamp > until) {
+            return;
+        }
+        advanceTo(event.timestamp);
+        window_.sendEvent(event);
+        settle();
+    }
+}
+
+void OffscreenHost::settle() {
+    const auto deadline = std::chrono::steady_clock::now() + longestSettling;
+    do {
+        while (!terminated_ && std::chrono::steady_clock::now() < deadline &&
+               g_main_context_iteration(nullptr, FALSE) != FALSE) {
+        }
+        window_.display();
+    } while (!terminated_ && std::chrono::steady_clock::now() < deadline &&
+             (g_main_context_pending(nullptr) != FALSE ||
+              (window_.needsDisplay() && !window_.isAnimating())));
+}
+
+}  // namespace orvane::host

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <cstddef>
+#include <functional>
+#include <optional>
+#include <vector>
+
+#include "host/Timer.h"
+#include "platform/appkit/NSEvent.h"
+
+namespace orvane::platform {
+class NSWindow;
+}
+
+namespace orvane::host {
+
+class EventScript;
+
+// Plays a script to a window in real time, from GLib's default main context. Main thread only.
+class Playback {
+public:
+    // Begins at once. `onFinished` is called from the loop after the last event, also of an empty
+    // script. Both references must outlive this.
+    Playback(const EventScript& script, platform::NSWindow& window,
+             std::function<void()> onFinished);
+
+private:
+    void advance();
+    void waitForNext();
+
+    const std::vector<platform::NSEvent>& events_;
+    platform::NSWindow& window_;
+    std::function<void()> onFinished_;
+    double start_;  // media time
+    std::size_t next_ = 0;
+    std::optional<Timer> timer_;
+};
+
+}  // namespace orvane::host

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <functional>
+
+namespace orvane::host {
+
+// Turns the first SIGINT or SIGTERM into a call on the main thread, from GLib's default main
+// context, whichever loop iterates it. A second one takes the system's way: whatever keeps the
+// first from being answered, an endless `main` say, does not keep the process alive. One at a time.
+class TerminationSignals {
+public:
+    explicit TerminationSignals(std::function<void()> onTerminate);
+    ~TerminationSignals();
+    TerminationSignals(const TerminationSignals&) = delete;
+    TerminationSignals& operator=(const TerminationSignals&) = delete;
+
+private:
+    std::function<void()> onTerminate_;
+    int descriptor_ = -1;
+    unsigned int source_ = 0;
+};
+
+}  // namespace orvane::host

@@ -1,0 +1,131 @@
+#include "host/TreeDump.h"
+
+#include <cxxabi.h>
+
+#include <cstdlib>
+#include <map>
+#include <memory>
+#include <ostream>
+#include <string>
+#include <typeinfo>
+#include <utility>
+#include <vector>
+
+#include "orvane/display/ContainerObject.h"
+#include "orvane/display/Display.h"
+#include "orvane/display/DisplayLayer.h"
+#include "orvane/display/DisplayObject.h"
+#include "orvane/display/native/NativeLayer.h"
+#include "platform/appkit/NSView.h"
+#include "platform/quartzcore/CALayer.h"
+
+namespace orvane::host {
+
+namespace {
+
+using display::ContainerObject;
+using display::Display;
+using display::DisplayLayer;
+using display::DisplayObject;
+using LayerNumbers = std::map<const DisplayLayer*, int>;
+
+// Visits a forest in pre-order, with the depth of each node. `childrenOf` gives a node's children
+// as a vector of shared pointers. Trees may be deeper than a stack.
+template <typename Node, typename ChildrenOf, typename Visit>
+void walk(const std::vector<std::shared_ptr<Node>>& roots, ChildrenOf childrenOf, Visit visit) {
+    std::vector<std::pair<std::shared_ptr<Node>, int>> pending;
+    const auto push = [&pending](const std::vector<std::shared_ptr<Node>>& nodes, int depth) {
+        for (auto node = nodes.rbegin(); node != nodes.rend(); ++node) {
+            pending.emplace_back(*node, depth);
+        }
+    };
+    push(roots, 1);
+    while (!pending.empty()) {
+        const auto [node, depth] = pending.back();
+        pending.pop_back();
+        visit(*node, depth);
+        push(childrenOf(*node), depth + 1);
+    }
+}
+
+// The name of an object's class, without its namespaces.
+std::string className(const std::type_info& type) {
+    const std::unique_ptr<char, decltype(&std::free)> demangled(
+        abi::__cxa_demangle(type.name(), nullptr, nullptr, nullptr), &std::free);
+    const std::string name = demangled ? demangled.get() : type.name();
+    const auto colons = name.rfind("::");
+    return colons == std::string::npos ? name : name.substr(colons + 2);
+}
+
+std::ostream& operator<<(std::ostream& out, const display::geometry::Rect<double>& rect) {
+    return out << rect.x << ',' << rect.y << ' ' << rect.width << 'x' << rect.height;
+}
+
+std::ostream& indent(std::ostream& out, int depth) {
+    return out << std::string(2 * static_cast<std::size_t>(depth), ' ');
+}
+
+std::vector<std::shared_ptr<DisplayLayer>> rootLayers(const Display& display) {
+    std::vector<std::shared_ptr<DisplayLayer>> roots;
+    for (const auto& object : display.getObjects()) {
+        if (auto layer = object->getLayer()) {
+            roots.push_back(std::move(layer));
+        }
+    }
+    return roots;
+}
+
+const auto sublayersOf = [](const DisplayLayer& layer) -> const auto& {
+    return layer.getSublayers();
+};
+
+LayerNumbers numberLayers(const Display& display) {
+    LayerNumbers numbers;
+    walk(rootLayers(display), sublayersOf, [&numbers](const DisplayLayer& layer, int) {
+        numbers.emplace(&layer, static_cast<int>(numbers.size()) + 1);
+    });
+    return numbers;
+}
+
+void printObject(std::ostream& out, DisplayObject& object, int depth, const LayerNumbers& numbers) {
+    indent(out, depth) << object.getDescription() << " #" << object.getId() << " frame "
+                       << object.getFrame() << (object.isVisible() ? " visible" : " hidden");
+    const auto number = numbers.find(object.getAscendingLayer().get());
+    if (number == numbers.end()) {
+        out << " layer none\n";
+    } else {
+        out << " layer " << number->second << '\n';
+    }
+}
+
+void printLayer(std::ostream& out, DisplayLayer& layer, int depth, const LayerNumbers& numbers) {
+    indent(out, depth) << className(typeid(layer)) << ' ' << numbers.at(&layer) << " frame "
+                       << layer.getLayerFrame() << (layer.isHidden() ? " hidden" : " visible");
+    const auto* const native = dynamic_cast<const display::native::NativeLayer*>(&layer);
+    const auto view = native != nullptr ? native->getLayerHandler() : nullptr;
+    if (view == nullptr) {
+        out << " view none\n";
+        return;
+    }
+    out << " view " << display::geometry::Rect<double>(view->frame()) << " z "
+        << (view->layer() != nullptr ? view->layer()->zPosition() : 0) << '\n';
+}
+
+}  // namespace
+
+void dumpTree(std::ostream& out, const Display& display) {
+    const LayerNumbers numbers = numberLayers(display);
+    out << "objects\n";
+    walk(
+        display.getObjects(),
+        [](const DisplayObject& object) {
+            const auto* const container = dynamic_cast<const ContainerObject*>(&object);
+            return container != nullptr ? container->getChildren() : ContainerObject::Children();
+        },
+        [&](DisplayObject& object, int depth) { printObject(out, object, depth, numbers); });
+    out << "layers\n";
+    walk(rootLayers(display), sublayersOf,
+         [&](DisplayLayer& layer, int depth) { printLayer(out, layer, depth, numbers); });
+}
+
+}  // namespace orvane::host
