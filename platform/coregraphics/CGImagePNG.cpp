@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <bit>
 #include <cstdint>
+#include <iterator>
 #include <span>
 #include <vector>
 
@@ -45,7 +46,7 @@ bool canHold(std::size_t bytes, std::int64_t pixels) {
 bool hasEnd(std::span<const unsigned char> bytes) {
     static constexpr unsigned char kEnd[] = {0,   0,   0,    0,    'I',  'E',
                                              'N', 'D', 0xae, 0x42, 0x60, 0x82};
-    return !std::ranges::search(bytes, kEnd).empty();
+    return std::search(bytes.begin(), bytes.end(), std::begin(kEnd), std::end(kEnd)) != bytes.end();
 }
 
 }  // namespace
@@ -59,6 +60,8 @@ std::shared_ptr<const CGImage> CGImage::createWithPNGDataProvider(const CGDataPr
         return nullptr;
     }
     png->format = kWordFormat;
+    // Without this, 16 bits a component count as linear light.
+    png->flags |= PNG_IMAGE_FLAG_16BIT_sRGB;
     const auto width = static_cast<int>(png->width);
     const auto height = static_cast<int>(png->height);
     std::vector<std::uint32_t> pixels(std::size_t{png->width} * png->height);

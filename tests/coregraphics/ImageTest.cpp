@@ -1,0 +1,262 @@
+#include "platform/coregraphics/CGImage.h"
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <filesystem>
+#include <fstream>
+#include <string>
+#include <vector>
+
+#include "platform/coregraphics/CGBitmapContext.h"
+#include "platform/coregraphics/CGDataProvider.h"
+#include "tests/coregraphics/pixels.h"
+
+namespace orvane::platform {
+namespace {
+
+using orvane::commons::ByteArray;
+using Image = std::shared_ptr<const CGImage>;
+
+std::string corpus(const std::string& name) {
+    return std::string(ORVANE_TEST_CORPUS) + "/" + name;
+}
+
+Image decode(const CGDataProvider& provider) {
+    Image image = CGImage::createWithPNGDataProvider(provider);
+    return image ? image : CGImage::createWithJPEGDataProvider(provider);
+}
+
+Image decodeFile(const std::string& name) {
+    const auto provider = CGDataProvider::createWithFilename(corpus(name));
+    return provider ? decode(*provider) : nullptr;
+}
+
+std::shared_ptr<const CGDataProvider> provide(const std::vector<unsigned char>& bytes) {
+    return CGDataProvider::createWithData(ByteArray::createFromArray(bytes.data(), bytes.size()));
+}
+
+// The middle of each quadrant.
+std::array<std::uint32_t, 4> quadrants(const CGImage& image) {
+    const auto at = [&](int x, int y) {
+        return image.pixels()[static_cast<std::size_t>(y * image.height() / 4 * image.width() +
+                                                       x * image.width() / 4)];
+    };
+    return {at(1, 1), at(3, 1), at(1, 3), at(3, 3)};
+}
+
+using Quadrants = std::array<std::uint32_t, 4>;
+constexpr Quadrants kColours = {0xffff0000, 0xff00ff00, 0xff0000ff, 0xffffffff};
+constexpr Quadrants kColoursAndAlpha = {0xffff0000, 0xff00ff00, 0xff0000ff, 0x80808080};
+constexpr Quadrants kGreys = {0xff000000, 0xff555555, 0xffaaaaaa, 0xffffffff};
+constexpr Quadrants kGreysAndAlpha = {0xff000000, 0xff555555, 0xffaaaaaa, 0x80808080};
+constexpr Quadrants kBlackAndWhite = {0xff000000, 0xff000000, 0xffffffff, 0xffffffff};
+
+TEST(Image, DecodesEveryKindOfFile) {
+    struct Case {
+        const char* file;
+        Quadrants pixels;
+        int tolerance = 0;
+    };
+    const Case cases[] = {
+        {"png/grey1.png", kBlackAndWhite},
+        {"png/grey1-interlaced.png", kBlackAndWhite},
+        {"png/grey2.png", kGreys},
+        {"png/grey4.png", kGreys},
+        {"png/grey8.png", kGreys},
+        {"png/grey8-transparent.png", {0xff000000, 0xff555555, 0, 0xffffffff}},
+        {"png/grey16.png", kGreys},
+        {"png/rgb8.png", kColours},
+        {"png/rgb8-transparent.png", {0xffff0000, 0xff00ff00, 0, 0xffffffff}},
+        {"png/rgb16.png", kColours},
+        {"png/rgb16-interlaced.png", kColours},
+        {"png/palette1.png", {0xffff0000, 0xff00ff00, 0xffff0000, 0xff00ff00}},
+        {"png/palette2.png", kColours},
+        {"png/palette4.png", kColours},
+        {"png/palette8.png", kColoursAndAlpha},
+        {"png/greyalpha8.png", kGreysAndAlpha},
+        {"png/greyalpha16.png", kGreysAndAlpha},
+        {"png/rgba8.png", kColoursAndAlpha},
+        {"png/rgba8-interlaced.png", kColoursAndAlpha},
+        {"png/rgba16.png", kColoursAndAlpha},
+        {"jpeg/baseline.jpg", kColours, 2},
+        {"jpeg/baseline-subsampled.jpg", kColours, 4},
+        {"jpeg/progressive.jpg", kColours, 2},
+        {"jpeg/grey.jpg", kGreys, 1},
+        {"jpeg/grey-progressive.jpg", kGreys, 1},
+        {"jpeg/rgb.jpg", kColours, 1},
+        {"jpeg/cmyk.jpg", kColours, 1},
+        {"jpeg/cmyk-inverted.jpg", kColours, 1},
+        {"jpeg/ycck.jpg", kColours, 2},
+    };
+    for (const Case& c : cases) {
+        const Image image = decodeFile(c.file);
+        ASSERT_TRUE(image) << c.file;
+        const bool isPng = std::string(c.file).starts_with("png");
+        EXPECT_EQ(image->width(), isPng ? 8 : 32) << c.file;
+        EXPECT_EQ(image->height(), isPng ? 6 : 32) << c.file;
+        const Quadrants pixels = quadrants(*image);
+        for (std::size_t i = 0; i < 4; ++i) {
+            for (int shift = 0; shift < 32; shift += 8) {
+                EXPECT_NEAR(pixels[i] >> shift & 255, c.pixels[i] >> shift & 255, c.tolerance)
+                    << c.file << " quadrant " << i;
+            }
+        }
+    }
+}
+
+// Everything in the fuzzers' corpus, through every decoder. What is named broken stays undecoded;
+// the sanitizers see to the rest.
+TEST(Image, DamagedFilesGiveNone) {
+    int broken = 0;
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(ORVANE_TEST_CORPUS)) {
+        const std::string name = entry.path().filename().string();
+        if (!entry.is_regular_file()) {
+            continue;
+        }
+        const auto provider = CGDataProvider::createWithFilename(entry.path().string());
+        ASSERT_TRUE(provider) << name;
+        const Image image = decode(*provider);
+        CGImage::create(13, 17, 52, *provider);
+        if (name.starts_with("broken")) {
+            EXPECT_EQ(image, nullptr) << name;
+            ++broken;
+        }
+    }
+    EXPECT_GT(broken, 10);
+}
+
+TEST(Image, EveryPrefixOfAFileIsBroken) {
+    for (const char* file : {"png/rgba8.png", "jpeg/progressive.jpg", "jpeg/ycck.jpg"}) {
+        const auto whole = CGDataProvider::createWithFilename(corpus(file));
+        ASSERT_TRUE(whole);
+        for (std::size_t size = 0; size < whole->bytes().size(); ++size) {
+            // A copy of its own, so that a read past the end is noticed.
+            const std::vector<unsigned char> cut(
+                whole->bytes().begin(), whole->bytes().begin() + static_cast<std::ptrdiff_t>(size));
+            EXPECT_EQ(decode(*provide(cut)), nullptr) << file << " cut to " << size;
+        }
+    }
+}
+
+TEST(Image, FilesThatCannotBeReadGiveNoProvider) {
+    for (const char* name : {"", "/", "/dev/zero", "/nowhere/at/all", "/proc/self/mem"}) {
+        const auto provider = CGDataProvider::createWithFilename(name);
+        EXPECT_TRUE(!provider || provider->bytes().empty()) << name;
+    }
+}
+
+TEST(Image, RawPixelsThatEndEarlyAreTransparentBehind) {
+    // Two columns and three rows are announced; two pixels and a half are there.
+    const std::vector<unsigned char> bytes = {255, 0, 0, 255, 255, 255, 255, 128, 0, 255};
+    const Image image = CGImage::create(2, 3, 8, *provide(bytes));
+    ASSERT_TRUE(image);
+    const std::vector<std::uint32_t> expected = {0xffff0000, 0x80808080, 0, 0, 0, 0};
+    EXPECT_EQ(std::vector(image->pixels().begin(), image->pixels().end()), expected);
+    EXPECT_FALSE(image->isOpaque());
+}
+
+TEST(Image, AbsurdSizesOfRawPixelsGiveNone) {
+    constexpr std::ptrdiff_t kMost = PTRDIFF_MAX;
+    struct Case {
+        std::ptrdiff_t width, height, bytesPerRow;
+    };
+    const Case cases[] = {{0, 1, 4},
+                          {1, 0, 4},
+                          {-1, 1, 4},
+                          {1, -1, 4},
+                          {2, 1, 4},
+                          {40'000, 1, 160'000},
+                          {1, kMost, 4},
+                          {kMost, kMost, kMost},
+                          {32'767, 32'767, 131'068}};
+    const auto provider = provide({1, 2, 3, 4});
+    for (const Case& c : cases) {
+        EXPECT_EQ(CGImage::create(c.width, c.height, c.bytesPerRow, *provider), nullptr)
+            << c.width << " by " << c.height;
+    }
+}
+
+TEST(Image, WritesWhatItReads) {
+    const std::string file = testing::TempDir() + "orvane-image.png";
+    const Image image = CGImage::createWithPixels(3, 1, {0xff102030, 0x80402000, 0});
+    ASSERT_TRUE(image->writePNG(file));
+    const auto provider = CGDataProvider::createWithFilename(file);
+    ASSERT_TRUE(provider);
+    const Image again = CGImage::createWithPNGDataProvider(*provider);
+    ASSERT_TRUE(again);
+    EXPECT_TRUE(std::ranges::equal(image->pixels(), again->pixels()));
+    EXPECT_FALSE(image->writePNG("/nowhere/at/all.png"));
+    std::filesystem::remove(file);
+}
+
+// Draws upright on a canvas whose y axis runs down, as bitmaps are drawn there: flipped locally.
+void drawUpright(CGContext& canvas, const CGImage& image, const CGRect& rect) {
+    canvas.saveGState();
+    canvas.translateCTM(rect.origin.x, rect.origin.y + rect.size.height);
+    canvas.scaleCTM(1, -1);
+    canvas.drawImage({{0, 0}, rect.size}, image);
+    canvas.restoreGState();
+}
+
+TEST(Image, IsCopiedExactlyAtItsSize) {
+    for (const char* file : {"png/rgb8.png", "png/rgba8.png"}) {
+        const Image image = decodeFile(file);
+        ASSERT_TRUE(image);
+        for (const bool clipped : {false, true}) {
+            CGBitmapContext canvas(20, 20);
+            if (clipped) {
+                canvas.clipToRect(
+                    {{0.5, 0}, {30, 30}});  // antialiased, though not where it matters
+            }
+            drawUpright(canvas, *image, {{3, 4}, {8, 6}});
+            for (int y = 0; y < 20; ++y) {
+                for (int x = 0; x < 20; ++x) {
+                    const bool inside = x >= 3 && x < 11 && y >= 4 && y < 10;
+                    const std::size_t index = static_cast<std::size_t>((y - 4) * 8 + x - 3);
+                    EXPECT_EQ(pixel(canvas, x, y), inside ? image->pixels()[index] : 0)
+                        << file << " at " << x << ", " << y;
+                }
+            }
+        }
+    }
+}
+
+TEST(Image, ItsTopRowLandsAtTheFarEdgeUnlessFlipped) {
+    const Image image = decodeFile("png/rgb8.png");
+    CGBitmapContext canvas(8, 6);
+    canvas.drawImage({{0, 0}, {8, 6}}, *image);
+    EXPECT_EQ(pixel(canvas, 1, 5), 0xffff0000u);
+    EXPECT_EQ(pixel(canvas, 1, 0), 0xff0000ffu);
+}
+
+TEST(Image, IsFilteredWhenScaledAndTurned) {
+    const Image image = CGImage::createWithPixels(2, 1, {0xff000000, 0xffffffff});
+    CGBitmapContext enlarged(40, 20);
+    drawUpright(enlarged, *image, {{0, 0}, {40, 20}});
+    EXPECT_EQ(pixel(enlarged, 2, 10), 0xff000000u);
+    EXPECT_EQ(pixel(enlarged, 37, 10), 0xffffffffu);
+    EXPECT_NEAR(pixel(enlarged, 20, 10) & 255, 128, 12);  // a slope between them
+    EXPECT_EQ(coveredArea(enlarged), 800);
+
+    // A chequered bitmap, reduced, is grey: every pixel takes part.
+    std::vector<std::uint32_t> squares(200 * 200);
+    for (std::size_t i = 0; i < squares.size(); ++i) {
+        squares[i] = (i % 200 + i / 200) % 2 == 0 ? 0xff000000 : 0xffffffff;
+    }
+    const Image chequered = CGImage::createWithPixels(200, 200, std::move(squares));
+    CGBitmapContext reduced(10, 10);
+    drawUpright(reduced, *chequered, {{0, 0}, {10, 10}});
+    EXPECT_NEAR(pixel(reduced, 5, 5) & 255, 128, 4);
+
+    CGBitmapContext turned(60, 60);
+    turned.translateCTM(30, 10);
+    turned.concatCTM(CGAffineTransform::makeRotation(0.7853981633974483));
+    drawUpright(turned, *chequered, {{0, 0}, {20, 20}});
+    EXPECT_NEAR(coveredArea(turned), 400, 2);
+    EXPECT_EQ(pixel(turned, 5, 5), 0u);
+    EXPECT_NEAR(pixel(turned, 30, 24) & 255, 128, 30);
+}
+
+}  // namespace
+}  // namespace orvane::platform
