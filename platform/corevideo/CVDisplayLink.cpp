@@ -10,6 +10,7 @@
 #include <utility>
 #include <vector>
 
+#include "platform/dispatch/dispatch.h"
 #include "platform/quartzcore/CAMediaTime.h"
 
 namespace orvane::platform {
@@ -45,6 +46,7 @@ struct CVDisplayLink::Link : std::enable_shared_from_this<Link> {
     }
 
     void runThread(std::uint64_t current) {
+        const UnjoinedThread unjoined;
         const Clock::duration period = refreshPeriod();
         Clock::time_point next = Clock::now() + period;
         std::unique_lock lock(mutex);

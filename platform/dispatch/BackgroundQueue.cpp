@@ -4,6 +4,7 @@
 
 #include <utility>
 
+#include "platform/dispatch/dispatch.h"
 #include "platform/foundation/NSLog.h"
 
 namespace orvane::platform {
@@ -12,8 +13,6 @@ namespace {
 
 // Far more than an application's requests in flight, and far fewer threads than a system refuses.
 constexpr int maximumWorkers = 1024;
-
-thread_local bool isWorkerThread = false;
 
 }  // namespace
 
@@ -26,10 +25,6 @@ BackgroundQueue::BackgroundQueue()
     : pool_(g_thread_pool_new(
           [](gpointer, gpointer queue) { static_cast<BackgroundQueue*>(queue)->runNext(); }, this,
           maximumWorkers, FALSE, nullptr)) {}
-
-bool BackgroundQueue::isWorker() {
-    return isWorkerThread;
-}
 
 void BackgroundQueue::async(std::function<void()> work) {
     {
@@ -54,12 +49,10 @@ void BackgroundQueue::runNext() noexcept {
         work = std::move(work_.front());
         work_.pop_front();
     }
-    isWorkerThread = true;
+    // Ends with the work and what it captured: then other pools of the process may get the thread.
+    const UnjoinedThread unjoined;
     work();
-    // What the work captured goes while this still is a worker; then other pools of the process may
-    // get the thread.
     work = nullptr;
-    isWorkerThread = false;
 }
 
 }  // namespace orvane::platform

@@ -17,9 +17,6 @@ public:
 
     void async(std::function<void()> work);
 
-    // Whether the caller runs inside work of the queue.
-    static bool isWorker();
-
 private:
     BackgroundQueue();
 

@@ -6,7 +6,6 @@
 #include <algorithm>
 #include <utility>
 
-#include "platform/dispatch/BackgroundQueue.h"
 #include "platform/dispatch/dispatch.h"
 #include "platform/foundation/NSLog.h"
 
@@ -89,7 +88,7 @@ void MainQueue::sync(const std::function<void()>& work) {
 }
 
 void MainQueue::runAfterClose(const std::function<void()>& work) {
-    if (BackgroundQueue::isWorker()) {
+    if (UnjoinedThread::isCurrent()) {
         for (;;) {
             pause();
         }

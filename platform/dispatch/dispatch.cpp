@@ -11,6 +11,24 @@
 
 namespace orvane::platform {
 
+namespace {
+
+thread_local bool isUnjoined = false;
+
+}  // namespace
+
+UnjoinedThread::UnjoinedThread() {
+    isUnjoined = true;
+}
+
+UnjoinedThread::~UnjoinedThread() {
+    isUnjoined = false;
+}
+
+bool UnjoinedThread::isCurrent() {
+    return isUnjoined;
+}
+
 bool isMainThread() {
     return gettid() == getpid();
 }

@@ -29,10 +29,22 @@ ORVANE_EXPORT bool drainMainQueue(std::chrono::milliseconds patience = {});
 // Says that nobody will drain the main queue any more, so that no thread that the main thread joins
 // on its way out waits for it. A host calls it on the main thread when its loop has ended; the
 // library does so at exit. Nothing on the queue runs afterwards, and asynchronous work is dropped.
-// A synchronous caller runs its work itself, one caller at a time, except on the background queue,
-// whose workers nobody joins: there the call never returns, as code that was stopped by the end of
-// the process.
+// A synchronous caller runs its work itself, one caller at a time, except on an UnjoinedThread:
+// there the call never returns, as code that was stopped by the end of the process.
 ORVANE_EXPORT void closeMainQueue();
+
+// Says, for a scope, that nobody joins the calling thread; see closeMainQueue. So it is with the
+// workers of the background queue and the threads of display links.
+class ORVANE_EXPORT UnjoinedThread {
+public:
+    UnjoinedThread();
+    ~UnjoinedThread();
+    UnjoinedThread(const UnjoinedThread&) = delete;
+    UnjoinedThread& operator=(const UnjoinedThread&) = delete;
+
+    // Whether the caller is within such a scope.
+    static bool isCurrent();
+};
 
 // A worker of the background queue. Never starved by workers that block. Work that throws
 // terminates the process.
