@@ -10,13 +10,23 @@ namespace gallery {
 namespace {
 
 constexpr int kColumns = 4;
+constexpr float kRailWidth = 72;
 constexpr float kLeft = 96;
 constexpr float kTop = 24;
 constexpr float kGap = 20;
 
 }  // namespace
 
-Page::Page() : root_(DisplayFactory::createContainer()) {}
+Page::Page() : root_(DisplayFactory::createContainer()) {
+    const auto paper = DisplayFactory::createRect();
+    paper->set(0, 0, kPageWidth, kPageHeight);
+    paint(paper, palette::paper);
+    root_->add(paper);
+    const auto rail = DisplayFactory::createRect();
+    rail->set(0, 0, kRailWidth, kPageHeight);
+    paint(rail, palette::ink);
+    root_->add(rail);
+}
 
 void Page::addCard(const std::string& title, const Draw& draw) {
     const auto card = DisplayFactory::createContainer();

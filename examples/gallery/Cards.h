@@ -14,9 +14,13 @@ using orvane::display::DisplayFactory;
 using orvane::display::DisplayObject;
 using Container = std::shared_ptr<orvane::display::graphics::Container>;
 
-// A page of the gallery: white cards in a grid of four columns and three rows, each with one
-// subject drawn by a function. A card's inside is kCardWidth x kCardHeight points, origin at its
-// top left.
+// What a page is laid out for, in points.
+inline constexpr float kPageWidth = 1280;
+inline constexpr float kPageHeight = 800;
+
+// A page of the gallery: a rail at the left edge and white cards in a grid of four columns and
+// three rows, each with one subject drawn by a function. A card's inside is kCardWidth x
+// kCardHeight points, origin at its top left.
 class Page {
 public:
     static constexpr float kCardWidth = 275;

@@ -2,10 +2,12 @@
 
 #include <algorithm>
 
+#include "AnimationPage.h"
 #include "Cards.h"
 #include "Counter.h"
 #include "Drag.h"
 #include "MotionCards.h"
+#include "Navigation.h"
 #include "Palette.h"
 
 namespace gallery {
@@ -14,14 +16,10 @@ using namespace orvane::display;
 
 namespace {
 
-// What the layout is drawn for; another size of the display scales it.
-constexpr double kWidth = 1280;
-constexpr double kHeight = 800;
-
-// Keeps a page as large as the display allows, in its middle.
+// Keeps the pages as large as the display allows, in its middle.
 class Fit : public FrameChangedEvent::listener_type {
 public:
-    explicit Fit(Container page) : page_(std::move(page)) {}
+    void add(const Container& page) { pages_.push_back(page); }
 
     void operator()(const std::shared_ptr<Display>&, const FrameChangedEvent& event) override {
         fit(event.frame);
@@ -30,20 +28,22 @@ public:
         if (size.width <= 0 || size.height <= 0) {
             return;
         }
-        const double scale = std::min(size.width / kWidth, size.height / kHeight);
-        page_->setMatrix(
-            static_cast<float>(scale), 0, static_cast<float>((size.width - scale * kWidth) / 2), 0,
-            static_cast<float>(scale), static_cast<float>((size.height - scale * kHeight) / 2));
+        const double scale = std::min(size.width / kPageWidth, size.height / kPageHeight);
+        for (const Container& page : pages_) {
+            page->setMatrix(static_cast<float>(scale), 0,
+                            static_cast<float>((size.width - scale * kPageWidth) / 2), 0,
+                            static_cast<float>(scale),
+                            static_cast<float>((size.height - scale * kPageHeight) / 2));
+        }
     }
 
 private:
-    Container page_;
+    std::vector<Container> pages_;
 };
 
 class Gallery {
 public:
     void main() {
-        drawBackground(*page_.root());
         page_.addCard("Shapes", drawShapes);
         page_.addCard("Fill rules", drawFillRules);
         page_.addCard("Curves and arcs", drawCurves);
@@ -62,27 +62,38 @@ public:
         page_.addCard("Drag and drop",
                       [this](ContainerObject& inside) { drawDraggables(inside, drag_); });
 
+        addPage(page_.root(), drawShapesIcon);
+        addPage(animationPage_.root(), AnimationPage::drawIcon, [this] { animationPage_.start(); });
+
         const auto display = Display::instance();
         display->addListener<FrameChangedEvent>(fit_);
         fit_->fit(display->getScreenSize());
-        display->add(page_.root());
+        navigation_->start();
         counter_->start();
     }
 
 private:
-    static void drawBackground(ContainerObject& root) {
-        const auto paper = DisplayFactory::createRect();
-        paper->set(0, 0, kWidth, kHeight);
-        paint(paper, palette::paper);
-        root.add(paper);
-        const auto rail = DisplayFactory::createRect();
-        rail->set(0, 0, 72, kHeight);
-        paint(rail, palette::ink);
-        root.add(rail);
+    void addPage(const Container& root, const std::function<void(ContainerObject&)>& drawIcon,
+                 const std::function<void()>& shown = {}) {
+        fit_->add(root);
+        navigation_->addPage(root, drawIcon, shown);
     }
 
+    static void drawShapesIcon(ContainerObject& inside) {
+        const auto square = DisplayFactory::createRect();
+        square->set(0, 0, 15, 15);
+        paint(square, palette::coral);
+        inside.add(square);
+        const auto circle = DisplayFactory::createCircle();
+        circle->set(8, 8, 8);
+        paint(circle, palette::teal);
+        inside.add(circle);
+    }
+
+    std::shared_ptr<Navigation> navigation_ = std::make_shared<Navigation>();
     Page page_;
-    std::shared_ptr<Fit> fit_ = std::make_shared<Fit>(page_.root());
+    AnimationPage animationPage_{navigation_};
+    std::shared_ptr<Fit> fit_ = std::make_shared<Fit>();
     std::shared_ptr<Drag> drag_ = std::make_shared<Drag>();
     std::shared_ptr<events::TouchEventListener> blink_;
     std::shared_ptr<Counter> counter_;

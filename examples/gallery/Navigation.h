@@ -1,0 +1,42 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <vector>
+
+#include "Cards.h"
+
+namespace gallery {
+
+// The pages of the gallery, one of which the display shows, and the rail at their left edge with a
+// button for each.
+class Navigation : public std::enable_shared_from_this<Navigation> {
+public:
+    using Type = orvane::display::animation::Transition::Type;
+
+    // `drawIcon` draws into 24 x 24 points; `shown` is called each time the page has come onto the
+    // display. Add all pages before start().
+    void addPage(const Container& root, const std::function<void(ContainerObject&)>& drawIcon,
+                 const std::function<void()>& shown = {});
+    // Draws the rails and shows the first page.
+    void start();
+
+    // Changes to a page; nothing happens while another change is under way.
+    void show(std::size_t page, Type transition);
+    void showNext(Type transition) { show((current_ + 1) % pages_.size(), transition); }
+
+private:
+    struct Entry {
+        Container root;
+        std::function<void(ContainerObject&)> drawIcon;
+        std::function<void()> shown;
+    };
+
+    void drawRail(std::size_t page);
+
+    std::vector<Entry> pages_;
+    std::vector<std::shared_ptr<orvane::display::events::TouchEventListener>> buttons_;
+    std::size_t current_ = 0;
+};
+
+}  // namespace gallery
