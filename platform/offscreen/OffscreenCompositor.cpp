@@ -45,6 +45,13 @@ struct OffscreenCompositor::Place final : NSViewRealization {
 
     NSBackingRect own;  // what the view itself draws, in the image; empty when nothing shows
     NSBackingRect all;  // with its subviews
+    // Where its subviews and theirs draw, in drawing order, side by side: with many damaged
+    // rectangles and many views, finding the few that meet is most of the work.
+    struct Box {
+        std::int32_t left, top, right, bottom;
+        NSView* view;
+    };
+    std::vector<Box> boxes;
 
     std::size_t rank = 0;  // in the drawing order of its siblings; 0 before it was looked at
     bool isMarked = false;
@@ -96,12 +103,17 @@ void OffscreenCompositor::remove(NSView& view) {
     damage_.add(place.own);
     fading_ -= place.fadesFrom ? 1 : 0;
     std::erase_if(painted_, [&view](const Painted& painted) { return painted.view == &view; });
+    if (view.superview()) {
+        placeOf(*view.superview()).boxes.clear();
+        markSubviews(*view.superview());
+    }
 }
 
 void OffscreenCompositor::reorder(NSView& superview) {
     // The longest row of views that kept their order among one another stays; the others have
     // moved, and only where one of them is can the picture be another. ends_[n] closes the best row
     // of n + 1 views so far, the one that ends in the lowest rank; before_ leads back along a row.
+    markSubviews(superview);
     const std::vector<NSView*>& order = superview.subviewsInDrawingOrder();
     constexpr std::size_t none = static_cast<std::size_t>(-1);
     ends_.clear();
@@ -150,7 +162,13 @@ void OffscreenCompositor::painted(NSView& view, std::span<const NSBackingRect> r
 
 void OffscreenCompositor::mark(NSView& view) {
     placeOf(view).isMarked = true;
-    for (NSView* above = view.superview(); above && !placeOf(*above).hasMarkedBelow;
+    if (view.superview()) {
+        markSubviews(*view.superview());
+    }
+}
+
+void OffscreenCompositor::markSubviews(NSView& view) {
+    for (NSView* above = &view; above && !placeOf(*above).hasMarkedBelow;
          above = above->superview()) {
         placeOf(*above).hasMarkedBelow = true;
     }
@@ -213,9 +231,17 @@ void OffscreenCompositor::placeMarked(NSView& view, const CGAffineTransform& sup
     here.isMarked = false;
     here.hasMarkedBelow = false;
     here.all = here.own;
-    for (const std::shared_ptr<NSView>& subview : view.subviews()) {
+    here.boxes.clear();
+    for (NSView* subview : view.subviewsInDrawingOrder()) {
         placeMarked(*subview, here.toImage, here.isShown, isMoved);
-        here.all = here.all.united(placeOf(*subview).all);
+        const NSBackingRect& box = placeOf(*subview).all;
+        if (!box.isEmpty()) {
+            here.all = here.all.united(box);
+            here.boxes.push_back({static_cast<std::int32_t>(box.left),
+                                  static_cast<std::int32_t>(box.top),
+                                  static_cast<std::int32_t>(box.right),
+                                  static_cast<std::int32_t>(box.bottom), subview});
+        }
     }
 }
 
@@ -266,7 +292,7 @@ void OffscreenCompositor::composeView(Target& target, NSView& view, const NSBack
         if (hasContents && place.own.intersects(part)) {
             drawContents(on, view, alpha, place.own.intersection(part));
         }
-        composeSubviews(on, view, part);
+        composeSubviews(on, place, part);
     };
     const bool isOnePicture = view.subviews().empty() && !(hasBackground && hasContents);
     if (place.opacity == 1 || isOnePicture) {
@@ -278,25 +304,31 @@ void OffscreenCompositor::composeView(Target& target, NSView& view, const NSBack
     drawGroup(target, group, PIXMAN_OP_OVER, place.opacity);
 }
 
-void OffscreenCompositor::composeSubviews(Target& target, NSView& view, const NSBackingRect& rect) {
-    const std::vector<NSView*>& order = view.subviewsInDrawingOrder();
-    for (NSView* subview : order) {
-        if (fading_ == 0) {
-            composeView(target, *subview, rect);
+void OffscreenCompositor::composeSubviews(Target& target, const Place& place,
+                                          const NSBackingRect& rect) {
+    for (const Place::Box& box : place.boxes) {
+        if (box.left >= rect.right || rect.left >= box.right || box.top >= rect.bottom ||
+            rect.top >= box.bottom) {
             continue;
         }
-        const CALayer* layer = subview->layer();
-        const bool fadesInto = std::any_of(
-            order.begin(), order.end(),
-            [layer](const NSView* other) { return placeOf(*other).fadesFrom == layer; });
-        const CALayer* from = placeOf(*subview).fadesFrom;
-        const auto outgoing = std::find_if(order.begin(), order.end(), [from](const NSView* other) {
-            return other->layer() == from;
-        });
-        if (from && outgoing != order.end()) {
-            composeFade(target, **outgoing, *subview, rect);
-        } else if (!fadesInto) {
-            composeView(target, *subview, rect);
+        if (fading_ == 0) {
+            composeView(target, *box.view, rect);
+            continue;
+        }
+        const auto partner = [&place](const auto& isIt) -> NSView* {
+            const auto found = std::find_if(place.boxes.begin(), place.boxes.end(), isIt);
+            return found == place.boxes.end() ? nullptr : found->view;
+        };
+        const CALayer* layer = box.view->layer();
+        const CALayer* from = placeOf(*box.view).fadesFrom;
+        NSView* outgoing =
+            partner([from](const Place::Box& other) { return other.view->layer() == from; });
+        const NSView* incoming = partner(
+            [layer](const Place::Box& other) { return placeOf(*other.view).fadesFrom == layer; });
+        if (outgoing) {
+            composeFade(target, *outgoing, *box.view, rect);
+        } else if (!incoming) {
+            composeView(target, *box.view, rect);
         }
     }
 }

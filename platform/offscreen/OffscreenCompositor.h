@@ -65,7 +65,10 @@ private:
     };
 
     static Place& placeOf(const NSView& view);
+    // To be placed anew; its subviews with it where they have to.
     void mark(NSView& view);
+    // Some of its subviews are marked, or another set or order of them is there.
+    void markSubviews(NSView& view);
     // Places the marked views of the subtree and all that moves with them. `isMoved`: the superview
     // itself stands, shows or blends otherwise than before.
     void placeMarked(NSView& view, const CGAffineTransform& superview, bool isShown, bool isMoved);
@@ -76,7 +79,7 @@ private:
     void damagePainted();
 
     void composeView(Target& target, NSView& view, const NSBackingRect& rect);
-    void composeSubviews(Target& target, NSView& view, const NSBackingRect& rect);
+    void composeSubviews(Target& target, const Place& place, const NSBackingRect& rect);
     void composeFade(Target& target, NSView& outgoing, NSView& incoming, const NSBackingRect& rect);
     static void drawBackground(Target& target, const NSView& view, double alpha,
                                const NSBackingRect& rect);
