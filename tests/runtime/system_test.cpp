@@ -18,6 +18,7 @@ using orvane::tests::TemporaryFolder;
 using orvane::tests::TemporaryUser;
 
 std::string logOf(const std::function<void()>& work) {
+    init_orvane();  // sets the format
     testing::internal::CaptureStdout();
     work();
     return testing::internal::GetCapturedStdout();
