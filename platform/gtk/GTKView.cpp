@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <numbers>
 #include <vector>
 
 #include "platform/gtk/GTKControl.h"
@@ -23,22 +24,39 @@ int toExtent(double points) {
     return static_cast<int>(std::ceil(std::clamp(points, 0.0, longestSide)));
 }
 
-// Whether the compositor can show something under this transform: its canvas does not survive one
-// that cannot be inverted.
+// Whether the compositor can show something under this transform. It counts in single precision,
+// and its canvas does not survive a transform that cannot be inverted.
 bool canShow(const CGAffineTransform& t) {
-    const double determinant = t.a * t.d - t.b * t.c;
-    return std::isnormal(determinant) && std::isfinite(t.tx) && std::isfinite(t.ty) &&
-           std::isfinite(1 / determinant);
+    constexpr double largest = 1e6;
+    constexpr double smallestArea = 1e-12;
+    const auto isWithin = [](double value) { return std::abs(value) <= largest; };  // not so a NaN
+    return isWithin(t.a) && isWithin(t.b) && isWithin(t.c) && isWithin(t.d) && isWithin(t.tx) &&
+           isWithin(t.ty) && std::abs(t.a * t.d - t.b * t.c) >= smallestArea;
 }
 
+float toDegrees(double radians) {
+    return static_cast<float>(radians * 180 / std::numbers::pi);
+}
+
+// Of an invertible transform. GTK's compositors need to know that it stays in the plane, which a
+// matrix does not tell them: so it is turned, skewed and scaled.
 GskTransform* toGskTransform(const CGAffineTransform& t) {
-    if (t.a == 1 && t.b == 0 && t.c == 0 && t.d == 1) {
-        const graphene_point_t offset = {static_cast<float>(t.tx), static_cast<float>(t.ty)};
-        return gsk_transform_translate(nullptr, &offset);
+    const graphene_point_t offset = {static_cast<float>(t.tx), static_cast<float>(t.ty)};
+    GskTransform* transform = gsk_transform_translate(nullptr, &offset);
+    const double scaleX = std::hypot(t.a, t.b);
+    const double scaleY = (t.a * t.d - t.b * t.c) / scaleX;
+    const double skew = (t.a * t.c + t.b * t.d) / (scaleX * scaleY);
+    if (t.b != 0 || t.a < 0) {
+        transform = gsk_transform_rotate(transform, toDegrees(std::atan2(t.b, t.a)));
     }
-    graphene_matrix_t matrix;
-    graphene_matrix_init_from_2d(&matrix, t.a, t.b, t.c, t.d, t.tx, t.ty);
-    return gsk_transform_matrix(nullptr, &matrix);
+    if (skew != 0) {
+        transform = gsk_transform_skew(transform, toDegrees(std::atan(skew)), 0);
+    }
+    if (scaleX != 1 || scaleY != 1) {
+        transform =
+            gsk_transform_scale(transform, static_cast<float>(scaleX), static_cast<float>(scaleY));
+    }
+    return transform;
 }
 
 }  // namespace
