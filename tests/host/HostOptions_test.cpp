@@ -1,0 +1,78 @@
+#include "tests/host/HostTest.h"
+
+namespace orvane::tests {
+
+using HostOptions = HostTest;
+
+TEST_F(HostOptions, AreRefusedInOneLineThatNamesThem) {
+    const std::string unreadable = write("file", "");
+    const struct {
+        std::vector<std::string> arguments;
+        std::string told;
+    } cases[] = {
+        {{}, "DIRECTORY"},
+        {{probe, "other"}, "'other'"},
+        {{"--wat", probe}, "--wat"},
+        {{"-xy", probe}, "-x"},
+        {{"--offscreen=1", probe}, "--offscreen=1"},
+        {{"--snapshot"}, "--snapshot wants a value"},
+        {{"--snapshot=", probe}, "--snapshot= wants a value"},
+        {{"--size", "1280", probe}, "'1280'"},
+        {{"--size", "0x10", probe}, "'0x10'"},
+        {{"--size", "10x1e9", probe}, "'10x1e9'"},
+        {{"--size", "1.5x2", probe}, "'1.5x2'"},
+        {{"--size", "20000x10", "--scale", "2", probe}, "--scale"},
+        {{"--scale", "0", probe}, "'0'"},
+        {{"--scale", "nan", probe}, "'nan'"},
+        {{"--at", "-1", probe}, "'-1'"},
+        {{"--at", "1s", probe}, "'1s'"},
+        {{"--frames", file("frames"), "--snapshot", file("a.png"), probe}, "--frames"},
+        {{"--offscreen", "/no/such/folder"}, "/no/such/folder"},
+        {{"--offscreen", unreadable}, unreadable},
+        {{"--offscreen", "--resources", "/no/such/folder", probe}, "/no/such/folder"},
+        {{"--offscreen", "--frames", unreadable + "/frames", probe}, unreadable},
+        {{"--offscreen", "--events", "/no/such/file", probe}, "/no/such/file"},
+        {{"--offscreen", "--events", probe, probe}, probe},
+        {{"--offscreen", "--snapshot", "/no/such/folder/a.png", probe}, "/no/such/folder/a.png"},
+    };
+    for (const auto& [arguments, told] : cases) {
+        const auto result = run(arguments);
+        EXPECT_EQ(result.exitCode, 2) << told;
+        EXPECT_NE(result.errors.find(told), std::string::npos) << told << ": " << result.errors;
+        EXPECT_EQ(std::ranges::count(result.errors, '\n'), 1) << result.errors;
+    }
+}
+
+TEST_F(HostOptions, NameTheLineOfABadEvent) {
+    for (const std::string line :
+         {"0 down 1", "0 click 1 2", "x down 1 2", "-1 up 1 2", "0 down 1 2 3", "0 down 1 inf"}) {
+        const std::string events = write("events", "# a comment\n\n0 down 1 2  # fine\n" + line);
+        const auto result = run({"--offscreen", "--events", events, probe});
+        EXPECT_EQ(result.exitCode, 2) << line;
+        EXPECT_NE(result.errors.find(events + ":4: "), std::string::npos) << result.errors;
+    }
+}
+
+TEST_F(HostOptions, TellWhatTheyAre) {
+    const auto help = run({"--help"});
+    EXPECT_EQ(help.exitCode, 0);
+    for (const char* const option :
+         {"--offscreen", "--size", "--scale", "--resources", "--snapshot", "--dump-tree", "--at",
+          "--events", "--frames", "--fps", "--seconds", "--help", "--version"}) {
+        EXPECT_NE(help.output.find(option), std::string::npos) << option;
+    }
+    const auto version = run({"--version"});
+    EXPECT_EQ(version.exitCode, 0);
+    EXPECT_EQ(version.output, "orvane-host " ORVANE_TEST_VERSION "\n");
+}
+
+TEST_F(HostOptions, WantAnApplicationToStart) {
+    const std::string empty = file("empty");
+    std::filesystem::create_directory(empty);
+    const auto result = run({"--offscreen", empty});
+    EXPECT_EQ(result.exitCode, 1);
+    EXPECT_NE(result.errors.find("Can't load swift library: '" + empty + "' "), std::string::npos)
+        << result.errors;
+}
+
+}  // namespace orvane::tests

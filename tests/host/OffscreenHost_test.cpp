@@ -1,0 +1,125 @@
+#include <csignal>
+#include <filesystem>
+#include <sstream>
+
+#include "tests/host/HostTest.h"
+
+namespace orvane::tests {
+
+namespace {
+
+// A colour's component 0 is held as 1/256, and so is painted as 1.
+constexpr std::uint32_t red = 0xFF0101FF;
+constexpr std::uint32_t green = 0x01FF01FF;
+constexpr std::uint32_t blue = 0x0101FFFF;
+constexpr std::uint32_t black = 0x000000FF;
+
+std::string contents(const std::string& path) {
+    std::ostringstream text;
+    text << std::ifstream(path).rdbuf();
+    return text.str();
+}
+
+}  // namespace
+
+using OffscreenHost = HostTest;
+
+TEST_F(OffscreenHost, WritesWhatTheApplicationShows) {
+    const Picture picture = snapshot({"--offscreen"});
+    ASSERT_EQ(picture.width, 1280);
+    ASSERT_EQ(picture.height, 800);
+    EXPECT_EQ(picture.at(20, 20), red);
+    EXPECT_EQ(picture.at(310, 20), blue);
+    EXPECT_EQ(picture.at(200, 20), black);
+}
+
+TEST_F(OffscreenHost, TakesSizeInPointsAndScale) {
+    const Picture picture = snapshot({"--offscreen", "--size", "400x120", "--scale", "1.5"});
+    ASSERT_EQ(picture.width, 600);
+    ASSERT_EQ(picture.height, 180);
+    EXPECT_EQ(picture.at(160, 160), red);
+    EXPECT_EQ(picture.at(170, 170), black);
+    EXPECT_EQ(picture.at(455, 160), blue);
+}
+
+TEST_F(OffscreenHost, PlaysEventsBeforeTheSnapshot) {
+    // A minute long, played at once, the lines in any order.
+    const std::string events = write("events",
+                                     "60 up 120 130\n"
+                                     "0 down 20 30\n"
+                                     "30 move 70.5 80  # half way\n");
+    const Picture picture = snapshot({"--offscreen", "--events", events});
+    EXPECT_EQ(picture.at(20, 20), black);
+    EXPECT_EQ(picture.at(111, 111), red);
+    EXPECT_EQ(picture.at(209, 209), red);
+    EXPECT_EQ(picture.at(211, 211), black);
+}
+
+TEST_F(OffscreenHost, WaitsForTheMomentItIsTold) {
+    const auto result =
+        HostProcess::run({"--offscreen", "--at", "1", "--snapshot", file("late.png"), probe},
+                         {{{"PROBE_DELAY", "100"}}, {}});
+    EXPECT_EQ(result.exitCode, 0) << result.errors;
+    EXPECT_EQ(Picture::read(file("late.png")).at(310, 20), green);
+}
+
+TEST_F(OffscreenHost, DumpsBothTrees) {
+    const auto result = run({"--offscreen", "--dump-tree", probe});
+    EXPECT_EQ(result.exitCode, 0);
+    for (const char* const line :
+         {"objects\n", "  QuartzRect #0 frame 10,10 100x100 visible layer 1\n",
+          "  QuartzRect #1 frame 300,10 100x100 visible layer 2\n", "layers\n",
+          "  BitmapLayer 1 frame 10,10 100x100 visible view 10,10 100x100 z 0\n",
+          "  BitmapLayer 2 frame 300,10 100x100 visible view 300,10 100x100 z 0\n"}) {
+        EXPECT_NE(result.output.find(line), std::string::npos) << line << result.output;
+    }
+}
+
+TEST_F(OffscreenHost, WritesTheSameFramesEachTime) {
+    for (const char* const name : {"a", "b"}) {
+        runWell({"--offscreen", "--frames", file(name), "--fps", "10", "--seconds", "0.5", "--size",
+                 "420x120", probe});
+    }
+    const auto count = [](const std::string& path) {
+        return std::distance(std::filesystem::directory_iterator(path), {});
+    };
+    EXPECT_EQ(count(file("a")), 5);
+    EXPECT_EQ(count(file("b")), 5);
+    for (const char* const frame : {"/frame-000000.png", "/frame-000004.png"}) {
+        EXPECT_EQ(Picture::read(file("a") + frame).at(20, 20), red);
+        EXPECT_EQ(contents(file("a") + frame), contents(file("b") + frame));
+    }
+}
+
+TEST_F(OffscreenHost, GivesTheApplicationTheResourceFolderOfThisRunOnly) {
+    const auto result =
+        run({"--offscreen", "--dump-tree", "--resources", ORVANE_TEST_APPLICATIONS, probe});
+    EXPECT_NE(result.output.find("started 1280x800 with " ORVANE_TEST_APPLICATIONS "\n"),
+              std::string::npos)
+        << result.output;
+    EXPECT_EQ(run({"--offscreen", "--dump-tree", probe}).output.find(ORVANE_TEST_APPLICATIONS),
+              std::string::npos);
+}
+
+TEST_F(OffscreenHost, IsChosenWhereThereIsNoDisplay) {
+    const std::string directory = std::filesystem::path(file("")).string();
+    const auto result =
+        HostProcess::run({probe}, {{{"DISPLAY", ""}, {"WAYLAND_DISPLAY", ""}}, directory});
+    EXPECT_EQ(result.exitCode, 0);
+    EXPECT_NE(result.errors.find("no display"), std::string::npos) << result.errors;
+    EXPECT_NE(result.output.find("wrote " + file("orvane.png") + "\n"), std::string::npos)
+        << result.output;
+    EXPECT_EQ(Picture::read(file("orvane.png")).at(20, 20), red);
+}
+
+TEST_F(OffscreenHost, EndsCleanlyOnASignal) {
+    for (const int signal : {SIGINT, SIGTERM}) {
+        HostProcess host({"--offscreen", probe});
+        ASSERT_TRUE(host.awaitOutput("started "));
+        host.sendSignal(signal);
+        const auto result = host.finish();
+        EXPECT_EQ(result.exitCode, 0) << result.errors;
+    }
+}
+
+}  // namespace orvane::tests

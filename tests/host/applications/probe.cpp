@@ -1,0 +1,74 @@
+#include <orvane/orvane.h>
+
+#include <cstdlib>
+#include <functional>
+#include <iostream>
+#include <memory>
+#include <thread>
+
+#include "orvane/runtime/Runtime.h"
+#include "orvane/system/system.h"
+
+using namespace orvane::display;
+
+namespace {
+
+struct Drag : events::TouchEventListener {
+    events::TouchEventListenerState operator()(const std::shared_ptr<DisplayObject>& object,
+                                               const events::TouchEvent& event) override {
+        object->translate(static_cast<float>(event.delta.x), static_cast<float>(event.delta.y));
+        return event.phase == events::TouchEventPhase::Ended
+                   ? events::TouchEventListenerState::Ended
+                   : events::TouchEventListenerState::Changed;
+    }
+};
+
+struct SizePrinter : FrameChangedEvent::listener_type {
+    void operator()(const std::shared_ptr<Display>&, const FrameChangedEvent& event) override {
+        std::cout << "size " << event.frame.width << 'x' << event.frame.height
+                  << (orvane::system::isPortraitScreenOrientation() ? " portrait" : " landscape")
+                  << std::endl;
+    }
+};
+
+// For ever, and each time by way of the main thread: a host that ends must not wait for itself.
+void knock() {
+    orvane::thread::dispatch_main([] {});
+    orvane::Runtime::GetInstance()->run(knock, 1);
+}
+
+}  // namespace
+
+// Two squares of 100: a red one that can be dragged, and a blue one, which turns green after
+// PROBE_DELAY milliseconds where that is set.
+struct Probe {
+    std::shared_ptr<Drag> drag = std::make_shared<Drag>();
+    std::shared_ptr<SizePrinter> printer = std::make_shared<SizePrinter>();
+
+    void main() {
+        const auto display = Display::instance();
+        display->addListener<FrameChangedEvent>(printer);
+        const auto red = DisplayFactory::createRect();
+        red->set(10, 10, 100, 100);
+        red->setFillColor(0xFFFF0000);
+        red->addListener<events::TouchEvent>(drag);
+        display->add(red);
+        const auto blue = DisplayFactory::createRect();
+        blue->set(300, 10, 100, 100);
+        blue->setFillColor(0xFF0000FF);
+        display->add(blue);
+        if (const char* const delay = std::getenv("PROBE_DELAY")) {
+            orvane::Runtime::GetInstance()->run(
+                [blue] {
+                    orvane::thread::dispatch_main([blue] { blue->setFillColor(0xFF00FF00); });
+                },
+                static_cast<unsigned>(std::atoi(delay)));
+        }
+        knock();
+        const auto size = display->getScreenSize();
+        std::cout << "started " << size.width << 'x' << size.height << " with "
+                  << orvane::system::getResourceDirectory() << std::endl;
+    }
+};
+
+ORVANE_MAIN_CLASS(Probe)
