@@ -19,13 +19,14 @@ TEST(RequestExitDeathTest, EndsTheProcessWithRequestsOnTheirWay) {
         {
             alarm(30);
             constexpr int count = 20;
-            std::counting_semaphore<> arrived(0);
-            auto* const server = new TestServer([&](const auto&, auto& connection) {
+            // They go after the session, which is made later.
+            static std::counting_semaphore<> arrived(0);
+            static TestServer server([](const auto&, auto& connection) {
                 arrived.release();
                 connection.stall();
             });
             Request request;
-            request.setUrl(server->url("/"));
+            request.setUrl(server.url("/"));
             for (int i = 0; i < count; ++i) {
                 RequestService::asyncRequest(request, [](const Response&) {});
             }

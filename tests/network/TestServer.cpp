@@ -112,20 +112,17 @@ TestServer::TestServer(Handler handler, SSL_CTX* tls)
         throw std::runtime_error("no port of the loopback device is free");
     }
     port_ = ntohs(address.sin_port);
-    threads_.emplace_back([this] { accept(); });
+    acceptor_ = std::thread([this] { accept(); });
 }
 
 TestServer::~TestServer() {
     shutdown(listener_, SHUT_RDWR);
-    threads_.front().join();
-    {
-        const std::lock_guard lock(mutex_);
-        for (const int socket : sockets_) {
-            shutdown(socket, SHUT_RDWR);
-        }
+    acceptor_.join();
+    for (const int socket : sockets_) {
+        shutdown(socket, SHUT_RDWR);
     }
-    for (std::size_t i = 1; i < threads_.size(); ++i) {
-        threads_[i].join();
+    for (std::thread& thread : threads_) {
+        thread.join();
     }
     for (const int socket : sockets_) {
         ::close(socket);
@@ -142,7 +139,6 @@ void TestServer::accept() {
         const int on = 1;
         setsockopt(socket, IPPROTO_TCP, TCP_NODELAY, &on, sizeof on);
         ++connections_;
-        const std::lock_guard lock(mutex_);
         sockets_.push_back(socket);
         threads_.emplace_back([this, socket] { serve(socket); });
     }

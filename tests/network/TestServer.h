@@ -5,7 +5,6 @@
 #include <atomic>
 #include <functional>
 #include <memory>
-#include <mutex>
 #include <string>
 #include <thread>
 #include <vector>
@@ -72,7 +71,8 @@ private:
     int listener_;
     int port_ = 0;
     std::atomic<int> connections_ = 0;
-    std::mutex mutex_;
+    // The acceptor's, until it has ended.
     std::vector<int> sockets_;
     std::vector<std::thread> threads_;
+    std::thread acceptor_;
 };
