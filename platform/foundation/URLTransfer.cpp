@@ -76,16 +76,16 @@ const char* standardName(const char* name) {
 
 }  // namespace
 
-URLTransfer::URLTransfer(CURL* easy, const NSMutableURLRequest& request,
+URLTransfer::URLTransfer(CURLSH* share, const NSMutableURLRequest& request,
                          const NSURLSessionConfiguration& configuration, URLBodyMemory& memory)
-    : easy_(easy),
-      sentBody_(request.HTTPBody()),
+    : sentBody_(request.HTTPBody()),
       timeout_(std::chrono::duration_cast<Clock::duration>(
           std::chrono::duration<double>(request.timeoutInterval()))),
       lastActivity_(Clock::now()),
       maximumHeaderLength_(configuration.maximumHeaderLength),
-      memory_(memory) {
-    curl_easy_reset(easy_);
+      memory_(memory),
+      easy_(curl_easy_init()) {
+    set(CURLOPT_SHARE, share);
     setUp(request, configuration);
     setMethodAndBody(request);
     setFields(request);
@@ -93,46 +93,44 @@ URLTransfer::URLTransfer(CURL* easy, const NSMutableURLRequest& request,
 
 URLTransfer::~URLTransfer() {
     memory_.used -= body_.capacity();
-    // The handle may live on, and must not point here.
-    curl_easy_reset(easy_);
 }
 
 void URLTransfer::setUp(const NSMutableURLRequest& request,
                         const NSURLSessionConfiguration& configuration) {
     const std::string& url = request.URL()->absoluteString();
-    curl_easy_setopt(easy_, CURLOPT_URL, url.c_str());
-    curl_easy_setopt(easy_, CURLOPT_PROTOCOLS_STR, "http,https");
-    curl_easy_setopt(easy_, CURLOPT_NOSIGNAL, 1L);
+    set(CURLOPT_URL, url.c_str());
+    set(CURLOPT_PROTOCOLS_STR, "http,https");
+    set(CURLOPT_NOSIGNAL, 1L);
     // A name server that does not answer must hold up neither the other transfers nor the exit.
-    curl_easy_setopt(easy_, CURLOPT_QUICK_EXIT, 1L);
-    curl_easy_setopt(easy_, CURLOPT_BUFFERSIZE, 65536L);
-    curl_easy_setopt(easy_, CURLOPT_USERAGENT, "Orvane");
+    set(CURLOPT_QUICK_EXIT, 1L);
+    set(CURLOPT_BUFFERSIZE, 65536L);
+    set(CURLOPT_USERAGENT, "Orvane");
     // No file: it turns on the cookies that the handle shares.
-    curl_easy_setopt(easy_, CURLOPT_COOKIEFILE, "");
+    set(CURLOPT_COOKIEFILE, "");
     // Whatever the library can decode.
-    curl_easy_setopt(easy_, CURLOPT_ACCEPT_ENCODING, "");
+    set(CURLOPT_ACCEPT_ENCODING, "");
     // HTTP/2 is agreed on inside TLS. There a request waits until it is known whether it can share
     // the connection that is being made; in the clear it would wait for the first answer.
     const bool isSecure = url.starts_with("https:");
-    curl_easy_setopt(easy_, CURLOPT_HTTP_VERSION,
-                     static_cast<long>(isSecure ? CURL_HTTP_VERSION_2TLS : CURL_HTTP_VERSION_1_1));
-    curl_easy_setopt(easy_, CURLOPT_PIPEWAIT, isSecure ? 1L : 0L);
-    curl_easy_setopt(easy_, CURLOPT_SSLVERSION, static_cast<long>(CURL_SSLVERSION_TLSv1_2));
+    set(CURLOPT_HTTP_VERSION,
+        static_cast<long>(isSecure ? CURL_HTTP_VERSION_2TLS : CURL_HTTP_VERSION_1_1));
+    set(CURLOPT_PIPEWAIT, isSecure ? 1L : 0L);
+    set(CURLOPT_SSLVERSION, static_cast<long>(CURL_SSLVERSION_TLSv1_2));
     if (!configuration.certificateFile.empty()) {
-        curl_easy_setopt(easy_, CURLOPT_CAINFO, configuration.certificateFile.c_str());
+        set(CURLOPT_CAINFO, configuration.certificateFile.c_str());
     }
     if (!configuration.certificateFolder.empty()) {
-        curl_easy_setopt(easy_, CURLOPT_CAPATH, configuration.certificateFolder.c_str());
+        set(CURLOPT_CAPATH, configuration.certificateFolder.c_str());
     }
-    curl_easy_setopt(easy_, CURLOPT_SUPPRESS_CONNECT_HEADERS, 1L);
-    curl_easy_setopt(easy_, CURLOPT_ERRORBUFFER, errorBuffer_);
-    curl_easy_setopt(easy_, CURLOPT_HEADERFUNCTION, &URLTransfer::headerArrived);
-    curl_easy_setopt(easy_, CURLOPT_HEADERDATA, this);
-    curl_easy_setopt(easy_, CURLOPT_WRITEFUNCTION, &URLTransfer::bodyArrived);
-    curl_easy_setopt(easy_, CURLOPT_WRITEDATA, this);
-    curl_easy_setopt(easy_, CURLOPT_XFERINFOFUNCTION, &URLTransfer::progressed);
-    curl_easy_setopt(easy_, CURLOPT_XFERINFODATA, this);
-    curl_easy_setopt(easy_, CURLOPT_NOPROGRESS, 0L);
+    set(CURLOPT_SUPPRESS_CONNECT_HEADERS, 1L);
+    set(CURLOPT_ERRORBUFFER, errorBuffer_);
+    set(CURLOPT_HEADERFUNCTION, &URLTransfer::headerArrived);
+    set(CURLOPT_HEADERDATA, this);
+    set(CURLOPT_WRITEFUNCTION, &URLTransfer::bodyArrived);
+    set(CURLOPT_WRITEDATA, this);
+    set(CURLOPT_XFERINFOFUNCTION, &URLTransfer::progressed);
+    set(CURLOPT_XFERINFODATA, this);
+    set(CURLOPT_NOPROGRESS, 0L);
 }
 
 void URLTransfer::setMethodAndBody(const NSMutableURLRequest& request) {
@@ -140,16 +138,15 @@ void URLTransfer::setMethodAndBody(const NSMutableURLRequest& request) {
     // A method that means to bring something says so even when it brings nothing.
     if (sentBody_ || method == "POST" || method == "PUT") {
         const bool isEmpty = !sentBody_ || sentBody_->length() == 0;
-        curl_easy_setopt(easy_, CURLOPT_POST, 1L);
-        curl_easy_setopt(easy_, CURLOPT_POSTFIELDSIZE_LARGE,
-                         isEmpty ? curl_off_t{0} : static_cast<curl_off_t>(sentBody_->length()));
-        curl_easy_setopt(easy_, CURLOPT_POSTFIELDS,
-                         isEmpty ? static_cast<const void*>("") : sentBody_->bytes());
+        set(CURLOPT_POST, 1L);
+        set(CURLOPT_POSTFIELDSIZE_LARGE,
+            isEmpty ? curl_off_t{0} : static_cast<curl_off_t>(sentBody_->length()));
+        set(CURLOPT_POSTFIELDS, isEmpty ? static_cast<const void*>("") : sentBody_->bytes());
         // No waiting for leave to send the body, and no type that nobody gave it.
         appendField("Expect:");
         appendField("Content-Type:");
     }
-    curl_easy_setopt(easy_, CURLOPT_CUSTOMREQUEST, method.c_str());
+    set(CURLOPT_CUSTOMREQUEST, method.c_str());
 }
 
 void URLTransfer::setFields(const NSMutableURLRequest& request) {
@@ -161,7 +158,7 @@ void URLTransfer::setFields(const NSMutableURLRequest& request) {
         // The library's notation: a colon alone would mean "leave this field out".
         appendField(value.empty() ? name + ";" : name + ": " + std::string(value));
     }
-    curl_easy_setopt(easy_, CURLOPT_HTTPHEADER, fields_.get());
+    set(CURLOPT_HTTPHEADER, fields_.get());
 }
 
 void URLTransfer::appendField(const std::string& line) {
@@ -205,7 +202,7 @@ bool URLTransfer::take(const char* bytes, std::size_t length) {
             // A length that is announced saves the growing, but is no more than somebody's word.
             constexpr curl_off_t mostTrusted = curl_off_t{64} << 20;
             curl_off_t announced = -1;
-            curl_easy_getinfo(easy_, CURLINFO_CONTENT_LENGTH_DOWNLOAD_T, &announced);
+            curl_easy_getinfo(easy_.get(), CURLINFO_CONTENT_LENGTH_DOWNLOAD_T, &announced);
             capacity = std::max(needed, static_cast<std::size_t>(
                                             std::clamp<curl_off_t>(announced, 0, mostTrusted)));
         }
@@ -243,7 +240,7 @@ bool URLTransfer::isWhole(CURLcode code) const {
 
 int URLTransfer::statusCode() const {
     long code = 0;
-    curl_easy_getinfo(easy_, CURLINFO_RESPONSE_CODE, &code);
+    curl_easy_getinfo(easy_.get(), CURLINFO_RESPONSE_CODE, &code);
     return static_cast<int>(code);
 }
 
@@ -259,7 +256,7 @@ std::optional<std::string> URLTransfer::redirection() const {
             return std::nullopt;
     }
     const char* url = nullptr;
-    curl_easy_getinfo(easy_, CURLINFO_REDIRECT_URL, &url);
+    curl_easy_getinfo(easy_.get(), CURLINFO_REDIRECT_URL, &url);
     return url == nullptr ? std::nullopt : std::optional<std::string>(url);
 }
 
@@ -267,7 +264,8 @@ NSHTTPURLResponse URLTransfer::response() const {
     NSHTTPURLResponse::HeaderFields fields;
     constexpr int lastAnswer = -1;
     for (curl_header* header = nullptr;
-         (header = curl_easy_nextheader(easy_, CURLH_HEADER, lastAnswer, header)) != nullptr;) {
+         (header = curl_easy_nextheader(easy_.get(), CURLH_HEADER, lastAnswer, header)) !=
+         nullptr;) {
         const NSString value = latin1(header->value);
         const auto [entry, isNew] = fields.try_emplace(latin1(standardName(header->name)), value);
         if (!isNew) {
