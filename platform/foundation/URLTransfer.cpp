@@ -199,12 +199,12 @@ bool URLTransfer::take(const char* bytes, std::size_t length) {
     if (needed > body_.capacity()) {
         std::size_t capacity = std::max(needed, body_.capacity() * 2);
         if (body_.empty()) {
-            // A length that is announced saves the growing, but is no more than somebody's word.
-            constexpr curl_off_t mostTrusted = curl_off_t{64} << 20;
+            // A length that is announced saves the growing. It is no more than somebody's word, but
+            // memory that nothing is written to costs little beyond its place in the account.
             curl_off_t announced = -1;
             curl_easy_getinfo(easy_.get(), CURLINFO_CONTENT_LENGTH_DOWNLOAD_T, &announced);
-            capacity = std::max(needed, static_cast<std::size_t>(
-                                            std::clamp<curl_off_t>(announced, 0, mostTrusted)));
+            const auto trusted = static_cast<std::size_t>(std::max<curl_off_t>(announced, 0));
+            capacity = std::max(needed, std::min(trusted, memory_.limit / 4));
         }
         if (capacity - body_.capacity() > memory_.limit - memory_.used) {
             return false;
