@@ -72,9 +72,13 @@ void MainQueue::sync(const std::function<void()>& work) {
     Call call{work};
     if (push({{}, &call})) {
         std::unique_lock lock(mutex_);
-        finished_.wait(lock, [&] { return call.state == Call::State::Done || closed_; });
+        call.finished.wait(lock, [&] { return call.state == Call::State::Done || closed_; });
         if (closed_) {
-            finished_.wait(lock, [&] { return call.state != Call::State::Running || abandoned_; });
+            call.finished.wait(lock,
+                               [&] { return call.state != Call::State::Running || abandoned_; });
+            if (running_ == &call) {
+                running_ = nullptr;
+            }
         }
         if (call.error) {
             std::rethrow_exception(call.error);
@@ -110,6 +114,7 @@ bool MainQueue::drain(std::chrono::milliseconds patience) {
         items_.pop_front();
         if (item.call) {
             item.call->state = Call::State::Running;
+            running_ = item.call;
         }
         lock.unlock();
         run(std::move(item));
@@ -135,21 +140,28 @@ void MainQueue::run(Item item) {
         const std::lock_guard lock(mutex_);
         item.call->error = std::move(error);
         item.call->state = Call::State::Done;
-        finished_.notify_all();
+        running_ = nullptr;
+        item.call->finished.notify_one();
     } else if (error) {
         logUncaught(error);
     }
 }
 
 void MainQueue::close() {
-    {
-        const std::lock_guard lock(mutex_);
-        closed_ = true;
-        // Work that ends the process is still on this thread's stack, and will never end.
-        abandoned_ = abandoned_ || isMainThread();
-    }
+    // Notified under the lock: the calls are on the stacks of those that wait.
+    const std::lock_guard lock(mutex_);
+    closed_ = true;
+    // Work that ends the process is still on this thread's stack, and will never end.
+    abandoned_ = abandoned_ || isMainThread();
     arrived_.notify_all();
-    finished_.notify_all();
+    for (const Item& item : items_) {
+        if (item.call) {
+            item.call->finished.notify_one();
+        }
+    }
+    if (running_) {
+        running_->finished.notify_one();
+    }
 }
 
 }  // namespace orvane::platform

@@ -30,6 +30,8 @@ private:
         const std::function<void()>& work;
         State state = State::Waiting;
         std::exception_ptr error = nullptr;
+        // Each waits on its own: one that is done wakes one, however many wait.
+        std::condition_variable finished = {};
     };
     // Either work of its own or a call's.
     struct Item {
@@ -46,8 +48,8 @@ private:
 
     std::mutex mutex_;
     std::condition_variable arrived_;
-    std::condition_variable finished_;
     std::deque<Item> items_;
+    Call* running_ = nullptr;
     bool draining_ = false;
     bool closed_ = false;
     // The main thread closed the queue: the work it had begun was left for good.
