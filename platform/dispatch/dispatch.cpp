@@ -1,9 +1,8 @@
 #include "platform/dispatch/dispatch.h"
 
+#include <semaphore.h>
 #include <unistd.h>
 
-#include <condition_variable>
-#include <mutex>
 #include <utility>
 
 #include "platform/dispatch/BackgroundQueue.h"
@@ -53,29 +52,27 @@ void dispatchBackgroundAsync(std::function<void()> work) {
     BackgroundQueue::shared().async(std::move(work));
 }
 
+// The system's own semaphore may go as soon as a waiter is through, while signal() still returns.
 struct DispatchSemaphore::State {
-    std::mutex mutex;
-    std::condition_variable signalled;
-    long count;
+    sem_t semaphore;
 };
 
 DispatchSemaphore::DispatchSemaphore(long count) : state_(std::make_unique<State>()) {
-    state_->count = count;
+    sem_init(&state_->semaphore, 0, static_cast<unsigned>(count));
 }
 
-DispatchSemaphore::~DispatchSemaphore() = default;
+DispatchSemaphore::~DispatchSemaphore() {
+    sem_destroy(&state_->semaphore);
+}
 
 void DispatchSemaphore::signal() {
-    // Notified under the lock: once a waiter is through, the semaphore may be gone.
-    const std::lock_guard lock(state_->mutex);
-    ++state_->count;
-    state_->signalled.notify_one();
+    sem_post(&state_->semaphore);
 }
 
 void DispatchSemaphore::wait() {
-    std::unique_lock lock(state_->mutex);
-    state_->signalled.wait(lock, [this] { return state_->count > 0; });
-    --state_->count;
+    while (sem_wait(&state_->semaphore) != 0) {
+        // A signal handler ran meanwhile.
+    }
 }
 
 }  // namespace orvane::platform
