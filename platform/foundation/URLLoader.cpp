@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <optional>
 #include <utility>
-#include <vector>
 
 #include "platform/foundation/NSURLSessionDataTask.h"
 
@@ -84,14 +83,21 @@ void URLLoader::start(std::shared_ptr<NSURLSessionDataTask> task) {
     auto running = std::make_unique<Running>();
     running->host = task->currentRequest().URL()->origin();
     running->task = std::move(task);
+    if (idle_.empty()) {
+        running->easy = URLTransfer::makeHandle(share_.get(), configuration_);
+    } else {
+        running->easy = std::move(idle_.back());
+        idle_.pop_back();
+    }
     ++runningByHost_[running->host];
     send(std::move(running));
 }
 
 void URLLoader::send(std::unique_ptr<Running> running) {
-    running->transfer = std::make_unique<URLTransfer>(share_.get(), running->task->currentRequest(),
+    CURL* const easy = running->easy.get();
+    running->transfer.reset();
+    running->transfer = std::make_unique<URLTransfer>(easy, running->task->currentRequest(),
                                                       configuration_, memory_);
-    CURL* const easy = running->transfer->handle();
     nextDeadline_ = std::min(nextDeadline_, running->transfer->deadline());
     running_.emplace(easy, std::move(running));
     multi_.add(easy);
@@ -142,6 +148,11 @@ std::shared_ptr<NSURLSessionDataTask> URLLoader::release(std::unique_ptr<Running
     const auto count = runningByHost_.find(running->host);
     if (--count->second == 0) {
         runningByHost_.erase(count);
+    }
+    running->transfer.reset();
+    constexpr std::size_t mostIdle = 64;
+    if (idle_.size() < mostIdle) {
+        idle_.push_back(std::move(running->easy));
     }
     return std::move(running->task);
 }

@@ -6,6 +6,7 @@
 #include <memory>
 #include <string>
 #include <unordered_map>
+#include <vector>
 
 #include "platform/foundation/CurlMulti.h"
 #include "platform/foundation/NSURLSessionConfiguration.h"
@@ -39,10 +40,12 @@ private:
         void operator()(CURLSH* share) const { curl_share_cleanup(share); }
     };
     struct Running {
+        CurlEasy easy;
         std::shared_ptr<NSURLSessionDataTask> task;
         // The turn is the first host's, wherever redirections lead.
         std::string host;
         int redirections = 0;
+        // Before the handle that it borrows.
         std::unique_ptr<URLTransfer> transfer;
     };
 
@@ -61,6 +64,7 @@ private:
     URLBodyMemory memory_;
     std::unique_ptr<CURLSH, ShareDeleter> share_;
     CurlMulti multi_;
+    std::vector<CurlEasy> idle_;
     std::deque<std::shared_ptr<NSURLSessionDataTask>> waiting_;
     std::unordered_map<CURL*, std::unique_ptr<Running>> running_;
     std::unordered_map<std::string, std::size_t> runningByHost_;

@@ -76,45 +76,22 @@ const char* standardName(const char* name) {
 
 }  // namespace
 
-URLTransfer::URLTransfer(CURLSH* share, const NSMutableURLRequest& request,
-                         const NSURLSessionConfiguration& configuration, URLBodyMemory& memory)
-    : sentBody_(request.HTTPBody()),
-      timeout_(std::chrono::duration_cast<Clock::duration>(
-          std::chrono::duration<double>(request.timeoutInterval()))),
-      lastActivity_(Clock::now()),
-      maximumHeaderLength_(configuration.maximumHeaderLength),
-      memory_(memory),
-      easy_(curl_easy_init()) {
+CurlEasy URLTransfer::makeHandle(CURLSH* share, const NSURLSessionConfiguration& configuration) {
+    CurlEasy easy(curl_easy_init());
+    const auto set = [&](CURLoption option, auto value) {
+        curl_easy_setopt(easy.get(), option, value);
+    };
     set(CURLOPT_SHARE, share);
-    setUp(request, configuration);
-    setMethodAndBody(request);
-    setFields(request);
-}
-
-URLTransfer::~URLTransfer() {
-    memory_.used -= body_.capacity();
-}
-
-void URLTransfer::setUp(const NSMutableURLRequest& request,
-                        const NSURLSessionConfiguration& configuration) {
-    const std::string& url = request.URL()->absoluteString();
-    set(CURLOPT_URL, url.c_str());
+    // No file: it turns on the cookies that the handle shares.
+    set(CURLOPT_COOKIEFILE, "");
     set(CURLOPT_PROTOCOLS_STR, "http,https");
     set(CURLOPT_NOSIGNAL, 1L);
     // A name server that does not answer must hold up neither the other transfers nor the exit.
     set(CURLOPT_QUICK_EXIT, 1L);
-    set(CURLOPT_BUFFERSIZE, 65536L);
+    set(CURLOPT_BUFFERSIZE, 32768L);
     set(CURLOPT_USERAGENT, "Orvane");
-    // No file: it turns on the cookies that the handle shares.
-    set(CURLOPT_COOKIEFILE, "");
     // Whatever the library can decode.
     set(CURLOPT_ACCEPT_ENCODING, "");
-    // HTTP/2 is agreed on inside TLS. There a request waits until it is known whether it can share
-    // the connection that is being made; in the clear it would wait for the first answer.
-    const bool isSecure = url.starts_with("https:");
-    set(CURLOPT_HTTP_VERSION,
-        static_cast<long>(isSecure ? CURL_HTTP_VERSION_2TLS : CURL_HTTP_VERSION_1_1));
-    set(CURLOPT_PIPEWAIT, isSecure ? 1L : 0L);
     set(CURLOPT_SSLVERSION, static_cast<long>(CURL_SSLVERSION_TLSv1_2));
     if (!configuration.certificateFile.empty()) {
         set(CURLOPT_CAINFO, configuration.certificateFile.c_str());
@@ -123,14 +100,47 @@ void URLTransfer::setUp(const NSMutableURLRequest& request,
         set(CURLOPT_CAPATH, configuration.certificateFolder.c_str());
     }
     set(CURLOPT_SUPPRESS_CONNECT_HEADERS, 1L);
-    set(CURLOPT_ERRORBUFFER, errorBuffer_);
     set(CURLOPT_HEADERFUNCTION, &URLTransfer::headerArrived);
-    set(CURLOPT_HEADERDATA, this);
     set(CURLOPT_WRITEFUNCTION, &URLTransfer::bodyArrived);
-    set(CURLOPT_WRITEDATA, this);
     set(CURLOPT_XFERINFOFUNCTION, &URLTransfer::progressed);
-    set(CURLOPT_XFERINFODATA, this);
     set(CURLOPT_NOPROGRESS, 0L);
+    return easy;
+}
+
+URLTransfer::URLTransfer(CURL* easy, const NSMutableURLRequest& request,
+                         const NSURLSessionConfiguration& configuration, URLBodyMemory& memory)
+    : easy_(easy),
+      sentBody_(request.HTTPBody()),
+      timeout_(std::chrono::duration_cast<Clock::duration>(
+          std::chrono::duration<double>(request.timeoutInterval()))),
+      lastActivity_(Clock::now()),
+      maximumHeaderLength_(configuration.maximumHeaderLength),
+      memory_(memory) {
+    setURL(request.URL()->absoluteString());
+    setMethodAndBody(request);
+    setFields(request);
+    set(CURLOPT_ERRORBUFFER, &errorBuffer_[0]);
+    set(CURLOPT_HEADERDATA, this);
+    set(CURLOPT_WRITEDATA, this);
+    set(CURLOPT_XFERINFODATA, this);
+}
+
+URLTransfer::~URLTransfer() {
+    memory_.used -= body_.capacity();
+    // The handle lives on, and must not point here.
+    set(CURLOPT_ERRORBUFFER, nullptr);
+    set(CURLOPT_HTTPHEADER, nullptr);
+    set(CURLOPT_POSTFIELDS, nullptr);
+}
+
+void URLTransfer::setURL(const std::string& url) {
+    set(CURLOPT_URL, url.c_str());
+    // HTTP/2 is agreed on inside TLS. There a request waits until it is known whether it can share
+    // the connection that is being made; in the clear it would wait for the first answer.
+    const bool isSecure = url.starts_with("https:");
+    set(CURLOPT_HTTP_VERSION,
+        static_cast<long>(isSecure ? CURL_HTTP_VERSION_2TLS : CURL_HTTP_VERSION_1_1));
+    set(CURLOPT_PIPEWAIT, isSecure ? 1L : 0L);
 }
 
 void URLTransfer::setMethodAndBody(const NSMutableURLRequest& request) {
@@ -145,6 +155,8 @@ void URLTransfer::setMethodAndBody(const NSMutableURLRequest& request) {
         // No waiting for leave to send the body, and no type that nobody gave it.
         appendField("Expect:");
         appendField("Content-Type:");
+    } else {
+        set(CURLOPT_HTTPGET, 1L);
     }
     set(CURLOPT_CUSTOMREQUEST, method.c_str());
 }
@@ -202,7 +214,7 @@ bool URLTransfer::take(const char* bytes, std::size_t length) {
             // A length that is announced saves the growing. It is no more than somebody's word, but
             // memory that nothing is written to costs little beyond its place in the account.
             curl_off_t announced = -1;
-            curl_easy_getinfo(easy_.get(), CURLINFO_CONTENT_LENGTH_DOWNLOAD_T, &announced);
+            curl_easy_getinfo(easy_, CURLINFO_CONTENT_LENGTH_DOWNLOAD_T, &announced);
             const auto trusted = static_cast<std::size_t>(std::max<curl_off_t>(announced, 0));
             capacity = std::max(needed, std::min(trusted, memory_.limit / 4));
         }
@@ -240,7 +252,7 @@ bool URLTransfer::isWhole(CURLcode code) const {
 
 int URLTransfer::statusCode() const {
     long code = 0;
-    curl_easy_getinfo(easy_.get(), CURLINFO_RESPONSE_CODE, &code);
+    curl_easy_getinfo(easy_, CURLINFO_RESPONSE_CODE, &code);
     return static_cast<int>(code);
 }
 
@@ -256,7 +268,7 @@ std::optional<std::string> URLTransfer::redirection() const {
             return std::nullopt;
     }
     const char* url = nullptr;
-    curl_easy_getinfo(easy_.get(), CURLINFO_REDIRECT_URL, &url);
+    curl_easy_getinfo(easy_, CURLINFO_REDIRECT_URL, &url);
     return url == nullptr ? std::nullopt : std::optional<std::string>(url);
 }
 
@@ -264,8 +276,7 @@ NSHTTPURLResponse URLTransfer::response() const {
     NSHTTPURLResponse::HeaderFields fields;
     constexpr int lastAnswer = -1;
     for (curl_header* header = nullptr;
-         (header = curl_easy_nextheader(easy_.get(), CURLH_HEADER, lastAnswer, header)) !=
-         nullptr;) {
+         (header = curl_easy_nextheader(easy_, CURLH_HEADER, lastAnswer, header)) != nullptr;) {
         const NSString value = latin1(header->value);
         const auto [entry, isNew] = fields.try_emplace(latin1(standardName(header->name)), value);
         if (!isNew) {

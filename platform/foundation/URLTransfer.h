@@ -17,6 +17,11 @@
 
 namespace orvane::platform {
 
+struct CurlEasyDeleter {
+    void operator()(CURL* easy) const { curl_easy_cleanup(easy); }
+};
+using CurlEasy = std::unique_ptr<CURL, CurlEasyDeleter>;
+
 // What the bodies on their way in may hold together. One thread's own.
 struct URLBodyMemory {
     std::size_t limit = 0;
@@ -24,19 +29,21 @@ struct URLBodyMemory {
 };
 
 // One exchange with a server, a redirection not followed: the request as libcurl is told it, and
-// what came back. Its handle must be out of every multi handle before it goes.
+// what came back. It borrows a handle, which must be out of every multi handle before it goes.
 class URLTransfer {
 public:
     using Clock = std::chrono::steady_clock;
 
-    // Everything given by reference outlives the transfer.
-    URLTransfer(CURLSH* share, const NSMutableURLRequest& request,
+    // A handle for one transfer after another, with all that they have in common.
+    static CurlEasy makeHandle(CURLSH* share, const NSURLSessionConfiguration& configuration);
+
+    // Everything but the request outlives the transfer.
+    URLTransfer(CURL* easy, const NSMutableURLRequest& request,
                 const NSURLSessionConfiguration& configuration, URLBodyMemory& memory);
     ~URLTransfer();
     URLTransfer(const URLTransfer&) = delete;
     URLTransfer& operator=(const URLTransfer&) = delete;
 
-    [[nodiscard]] CURL* handle() const { return easy_.get(); }
     // When it fails unless a byte moves before.
     [[nodiscard]] Clock::time_point deadline() const { return lastActivity_ + timeout_; }
 
@@ -54,18 +61,15 @@ public:
     [[nodiscard]] NSError error(CURLcode code) const;
 
 private:
-    struct EasyDeleter {
-        void operator()(CURL* easy) const { curl_easy_cleanup(easy); }
-    };
     struct ListDeleter {
         void operator()(curl_slist* list) const { curl_slist_free_all(list); }
     };
 
     template <typename Value>
     void set(CURLoption option, Value value) {
-        curl_easy_setopt(easy_.get(), option, value);
+        curl_easy_setopt(easy_, option, value);
     }
-    void setUp(const NSMutableURLRequest& request, const NSURLSessionConfiguration& configuration);
+    void setURL(const std::string& url);
     void setMethodAndBody(const NSMutableURLRequest& request);
     void setFields(const NSMutableURLRequest& request);
     void appendField(const std::string& line);
@@ -76,6 +80,7 @@ private:
     bool take(const char* bytes, std::size_t length);
     void reserveBody(std::size_t capacity);
 
+    CURL* easy_;
     std::unique_ptr<curl_slist, ListDeleter> fields_;
     std::optional<NSData> sentBody_;
     Clock::duration timeout_;
@@ -91,9 +96,6 @@ private:
     // Why the transfer was ended from here, and libcurl's own words.
     const char* refusal_ = nullptr;
     char errorBuffer_[CURL_ERROR_SIZE] = {};
-
-    // Last, so that it goes first: it points at the others.
-    std::unique_ptr<CURL, EasyDeleter> easy_;
 };
 
 }  // namespace orvane::platform

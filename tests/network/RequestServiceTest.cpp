@@ -139,6 +139,12 @@ TEST(RequestService, AuthorizesWhenNameAndSecretAreGiven) {
         EXPECT_EQ(seen.header("Authorization"), isReplaced ? "" : expected.sent);
         EXPECT_EQ(seen.header("authorization"), isReplaced ? expected.sent : "");
     }
+    // What an address carries goes with that address alone.
+    for (const auto& [host, sent] : {std::pair("u:p@127.0.0.1", "Basic dTpw"), {"127.0.0.1", ""}}) {
+        TestServer::Request seen;
+        seen.head = bodyOf(RequestService::syncRequest(requestTo(server.url("/", host))));
+        EXPECT_EQ(seen.header("Authorization"), sent);
+    }
 }
 
 TEST(RequestService, LetsNoHeaderBecomeTwo) {
