@@ -1,22 +1,28 @@
-// Requests through the runtime's own doors: one by one, a caller that waits; in flight, callers
-// that are told on the main thread and ask for the next.
+// Requests through the runtime's doors, and through the session behind them.
+#include <atomic>
 #include <chrono>
 #include <cstdlib>
+#include <optional>
 
 #include "bench/network/Scenes.h"
 #include "orvane/network/Request.h"
 #include "orvane/network/RequestService.h"
 #include "orvane/network/Response.h"
 #include "platform/dispatch/dispatch.h"
+#include "platform/foundation/NSData.h"
+#include "platform/foundation/NSError.h"
+#include "platform/foundation/NSHTTPURLResponse.h"
+#include "platform/foundation/NSURLSession.h"
 
 using orvane::network::Request;
 using orvane::network::RequestService;
 using orvane::network::Response;
+namespace platform = orvane::platform;
 
 namespace {
 
-void check(const Response& response) {
-    if (!response.isOk() || response.getBody().size() < 100) {
+void check(bool isRight) {
+    if (!isRight) {
         std::abort();
     }
 }
@@ -31,19 +37,48 @@ Request requestTo(const std::string& url) {
 void oneByOne(const std::string& url, int count) {
     const Request request = requestTo(url);
     for (int i = 0; i < count; ++i) {
-        check(RequestService::syncRequest(request));
+        const Response response = RequestService::syncRequest(request);
+        check(response.isOk() && response.getBody().size() >= 100);
     }
 }
 
 void inFlight(const std::string& url, int count) {
+    const auto request =
+        platform::NSMutableURLRequest::requestWithURL(platform::NSURL::URLWithString(
+            platform::NSString::initWithUTF8String(url.c_str()).value()));
+    std::atomic<int> started = 0;
+    std::atomic<int> answered = 0;
+    platform::DispatchSemaphore allAnswered(0);
+    const std::function<void()> startNext = [&] {
+        if (started++ < count) {
+            platform::NSURLSession::sharedSession()
+                .dataTaskWithRequest(request,
+                                     [&](const platform::NSData& data,
+                                         const std::optional<platform::NSHTTPURLResponse>&,
+                                         const std::optional<platform::NSError>& error) {
+                                         check(!error && data.length() >= 100);
+                                         startNext();
+                                         if (++answered == count) {
+                                             allAnswered.signal();
+                                         }
+                                     })
+                ->resume();
+        }
+    };
+    for (int i = 0; i < bench::kInFlight; ++i) {
+        startNext();
+    }
+    allAnswered.wait();
+}
+
+void toMainThread(const std::string& url, int count) {
     const Request request = requestTo(url);
     int started = 0;
     int answered = 0;
-    std::function<void()> startNext = [&] {
-        if (started < count) {
-            ++started;
+    const std::function<void()> startNext = [&] {
+        if (started++ < count) {
             RequestService::asyncRequest(request, [&](const Response& response) {
-                check(response);
+                check(response.getBody().size() >= 100);
                 ++answered;
                 startNext();
             });
@@ -53,7 +88,7 @@ void inFlight(const std::string& url, int count) {
         startNext();
     }
     while (answered < count) {
-        orvane::platform::drainMainQueue(std::chrono::seconds(1));
+        platform::drainMainQueue(std::chrono::seconds(1));
     }
 }
 
@@ -61,5 +96,5 @@ void inFlight(const std::string& url, int count) {
 
 int main() {
     const bench::LocalServer server;
-    bench::runScenes(server, {oneByOne, inFlight});
+    bench::runScenes(server, {oneByOne, inFlight, toMainThread});
 }

@@ -1,9 +1,14 @@
-// The rival: plain libcurl with its own connections kept, as its examples show it. One by one on
-// the easy interface, in flight on the multi interface, all on the caller's thread.
+// The rival: plain libcurl with its connections kept, as its examples show it. One by one on the
+// easy interface; at once on the multi interface, all on one thread; to the main thread, a thread a
+// transfer with the easy interface.
 #include <curl/curl.h>
 
+#include <condition_variable>
 #include <cstdlib>
+#include <deque>
 #include <memory>
+#include <mutex>
+#include <thread>
 #include <unordered_map>
 #include <utility>
 
@@ -90,10 +95,59 @@ void inFlight(const std::string& url, int count) {
     }
 }
 
+// Hands things over between threads.
+template <typename T>
+class Queue {
+public:
+    void push(T value) {
+        {
+            const std::lock_guard lock(mutex_);
+            values_.push_back(std::move(value));
+        }
+        arrived_.notify_one();
+    }
+    T pop() {
+        std::unique_lock lock(mutex_);
+        arrived_.wait(lock, [this] { return !values_.empty(); });
+        T value = std::move(values_.front());
+        values_.pop_front();
+        return value;
+    }
+
+private:
+    std::mutex mutex_;
+    std::condition_variable arrived_;
+    std::deque<T> values_;
+};
+
+void toMainThread(const std::string& url, int count) {
+    Queue<bool> wanted;
+    Queue<CURLcode> answers;
+    std::vector<std::thread> workers;
+    for (int i = 0; i < bench::kInFlight; ++i) {
+        wanted.push(true);
+        workers.emplace_back([&] {
+            Transfer transfer(url);
+            while (wanted.pop()) {
+                const CURLcode code = curl_easy_perform(transfer.handle());
+                transfer.check(code);
+                answers.push(code);
+            }
+        });
+    }
+    for (int answered = 0; answered < count; ++answered) {
+        answers.pop();
+        wanted.push(answered + bench::kInFlight < count);
+    }
+    for (std::thread& worker : workers) {
+        worker.join();
+    }
+}
+
 }  // namespace
 
 int main() {
     curl_global_init(CURL_GLOBAL_ALL);
     const bench::LocalServer server;
-    bench::runScenes(server, {oneByOne, inFlight});
+    bench::runScenes(server, {oneByOne, inFlight, toMainThread});
 }
