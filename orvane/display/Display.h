@@ -52,7 +52,8 @@ public:
     const std::vector<std::shared_ptr<DisplayObject>>& getObjects() const { return objects_; }
 
     // Adds `newObject`, and takes `oldObject` away: at once, or when the transition has ended. Both
-    // are on the display until then. Null stands for no object, or no transition.
+    // are on the display until then. Null stands for no object, or no transition. `oldObject` goes
+    // when its transition ends even if it has been added again meanwhile.
     void replace(const std::shared_ptr<DisplayObject>& oldObject,
                  const std::shared_ptr<DisplayObject>& newObject,
                  const animation::Transition* transition);

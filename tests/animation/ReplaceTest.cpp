@@ -112,6 +112,20 @@ TEST_F(ReplaceTest, TransitionsFollowOneAnother) {
     EXPECT_TRUE(shows(0xFF00FF00, 0xFF00FF00));
 }
 
+TEST_F(ReplaceTest, AnObjectThatComesBackBeforeItHasGoneStillGoes) {
+    replace(Transition::PushFromRight);
+    refresh(0.25);
+    const Transition transition{Transition::PushFromLeft, 1};
+    display_->replace(new_, old_, &transition);
+    refresh(0.75);
+    EXPECT_EQ(old_->getLayer()->getDisplay(), nullptr);
+    refresh(0);
+    EXPECT_EQ(new_->getLayer()->getDisplay(), nullptr);
+    EXPECT_TRUE(display_->getObjects().empty());
+    EXPECT_TRUE(shows(black, black));
+    EXPECT_FALSE(window_.needsDisplay());
+}
+
 TEST_F(ReplaceTest, EitherSideMayGoDuringTheTransition) {
     replace(Transition::PushFromLeft);
     refresh(0.5);
