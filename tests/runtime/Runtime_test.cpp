@@ -8,13 +8,13 @@
 #include <vector>
 
 #include "orvane/system/system.h"
-#include "tests/runtime/Latch.h"
+#include "platform/dispatch/dispatch.h"
 #include "tests/runtime/TemporaryFolder.h"
 
 namespace {
 
 using orvane::Runtime;
-using orvane::tests::Latch;
+using orvane::platform::DispatchSemaphore;
 using orvane::tests::TemporaryUser;
 using Clock = std::chrono::system_clock;
 
@@ -24,11 +24,11 @@ protected:
 
     // Runs the work as a task and waits for it: what it queues, it queues while the thread is busy.
     static void inTask(const std::function<void()>& work) {
-        Latch done;
+        DispatchSemaphore done(0);
         Runtime::GetInstance()->run(
             [&] {
                 work();
-                done.open();
+                done.signal();
             },
             0);
         done.wait();
@@ -63,10 +63,10 @@ TEST_F(RuntimeTest, FoldersExistBeforeAnyTaskRuns) {
 
 TEST_F(RuntimeTest, TasksRunByTimeAndThenInTheOrderOfQueueing) {
     std::vector<int> order;
-    Latch done;
+    DispatchSemaphore done(0);
     inTask([&] {
         auto* const runtime = Runtime::GetInstance();
-        runtime->run([&] { done.open(); }, 60);
+        runtime->run([&] { done.signal(); }, 60);
         runtime->run([&] { order.push_back(3); }, 30);
         for (int i = 0; i < 3; ++i) {
             runtime->run([&, i] { order.push_back(i); }, 0);
@@ -79,11 +79,11 @@ TEST_F(RuntimeTest, TasksRunByTimeAndThenInTheOrderOfQueueing) {
 TEST_F(RuntimeTest, NoTaskRunsBeforeItsTime) {
     const auto start = Clock::now();
     Clock::time_point ran;
-    Latch done;
+    DispatchSemaphore done(0);
     Runtime::GetInstance()->run(
         [&] {
             ran = Clock::now();
-            done.open();
+            done.signal();
         },
         20);
     done.wait();
@@ -106,10 +106,10 @@ TEST_F(RuntimeTest, WhatATaskCapturedOutlivesTheWaitAfterIt) {
     };
     Clock::time_point released;
     Clock::time_point queued;
-    Latch done;
+    DispatchSemaphore done(0);
     inTask([&] {
         queued = Clock::now();
-        Runtime::GetInstance()->run([&] { done.open(); }, 50);
+        Runtime::GetInstance()->run([&] { done.signal(); }, 50);
         Runtime::GetInstance()->run([token = std::make_shared<Token>(released)] {}, 0);
     });
     done.wait();
@@ -159,8 +159,8 @@ TEST_F(RuntimeTest, EveryTaskQueuedFromAnyThreadRunsOnce) {
             });
         }
     }
-    Latch done;
-    Runtime::GetInstance()->run([&] { done.open(); }, 10);
+    DispatchSemaphore done(0);
+    Runtime::GetInstance()->run([&] { done.signal(); }, 10);
     done.wait();
     EXPECT_EQ(count, 800);
 }

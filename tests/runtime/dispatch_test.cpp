@@ -12,14 +12,12 @@
 #include "orvane/runtime/Runtime.h"
 #include "orvane/system/system.h"
 #include "platform/dispatch/dispatch.h"
-#include "tests/runtime/Latch.h"
 #include "tests/runtime/TemporaryFolder.h"
 
 namespace {
 
 using namespace orvane::platform;
 using orvane::Runtime;
-using orvane::tests::Latch;
 using orvane::tests::TemporaryUser;
 using orvane::thread::dispatch_background;
 using orvane::thread::dispatch_main;
@@ -111,9 +109,9 @@ TEST(Dispatch, WorkOfOneThreadRunsInTheOrderOfItsCalls) {
 }
 
 TEST(Dispatch, ALoopOfTheDesktopDrainsTheQueue) {
-    Latch ran;
-    std::jthread other([&] { dispatch_ui_sync([&] { ran.open(); }); });
-    while (!ran.isOpen()) {
+    bool ran = false;
+    const std::jthread other([&] { dispatch_ui_sync([&] { ran = true; }); });
+    while (!ran) {
         g_main_context_iteration(nullptr, TRUE);
     }
 }
@@ -156,8 +154,8 @@ TEST(Dispatch, BlockedWorkersDoNotHoldShortWorkBack) {
     for (int i = 0; i < blocked; ++i) {
         started.wait();
     }
-    Latch shortWork;
-    dispatch_background([&] { shortWork.open(); });
+    DispatchSemaphore shortWork(0);
+    dispatch_background([&] { shortWork.signal(); });
     shortWork.wait();
     for (int i = 0; i < blocked; ++i) {
         release.signal();
@@ -192,9 +190,9 @@ private:
 
 TEST_F(DispatchAtExit, ATaskThatWaitsForTheMainThreadRunsItsWorkItself) {
     const auto leave = [](bool exitBeforeTheCall) {
-        Latch inside;
+        DispatchSemaphore inside(0);
         inTask([&] {
-            inside.open();
+            inside.signal();
             dispatch_main([] { dispatch_main([] { std::fputs("ran\n", stderr); }); });
         });
         if (exitBeforeTheCall) {
