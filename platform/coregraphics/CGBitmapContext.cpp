@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "platform/coregraphics/BitmapPainter.h"
+#include "platform/coregraphics/BitmapSource.h"
 #include "platform/coregraphics/CGDrawable.h"
 #include "platform/coregraphics/CGGradient.h"
 #include "platform/coregraphics/CGImage.h"
@@ -16,21 +17,17 @@
 #include "platform/coregraphics/GraphicsState.h"
 #include "platform/coregraphics/ImageSource.h"
 #include "platform/coregraphics/imageLimits.h"
+#include "platform/coregraphics/places.h"
 
 namespace orvane::platform {
 
 namespace {
 
-bool isWhole(double value) {
-    return std::abs(value - std::round(value)) < 1.0 / 512;
-}
-
-// Whether a bitmap under this transformation lands pixel on pixel.
-bool isPixelAligned(const CGAffineTransform& t) {
+// Whether a bitmap under this transformation keeps its size and stands upright.
+bool keepsSize(const CGAffineTransform& t) {
     constexpr double kTolerance = 1e-6;
     return std::abs(t.a - 1) < kTolerance && std::abs(t.d - 1) < kTolerance &&
-           std::abs(t.b) < kTolerance && std::abs(t.c) < kTolerance && isWhole(t.tx) &&
-           isWhole(t.ty);
+           std::abs(t.b) < kTolerance && std::abs(t.c) < kTolerance;
 }
 
 std::shared_ptr<const CGPath::Outline> rectOutline(const CGRect& rect) {
@@ -133,18 +130,29 @@ void CGBitmapContext::Rasteriser::drawImage(const CGRect& rect, const CGImage& i
     if (!isInvertible(s.ctm) || !isInvertible(toPixels)) {
         return;
     }
-    const ShapeCoverage shape(rectOutline(rect), s.ctm, s.ctm, Coverage::Fill, {}, true);
     const Clip clip = currentClip();
-    if (isPixelAligned(toPixels) && clip.shapes.empty()) {
-        const int left = static_cast<int>(std::lround(std::clamp(toPixels.tx, -1e6, 1e6)));
-        const int top = static_cast<int>(std::lround(std::clamp(toPixels.ty, -1e6, 1e6)));
+    if (keepsSize(toPixels)) {
+        // Copied pixel by pixel, at the whole pixels nearest to its place.
+        const auto whole = [](double v) {
+            return static_cast<int>(
+                std::floor(roundedTo(kPlacesPerPixel, std::clamp(v, -1e6, 1e6)) + 0.5));
+        };
+        const int left = whole(toPixels.tx);
+        const int top = whole(toPixels.ty);
         const PixelRect area =
             clip.bounds.intersected({left, top, left + image.width(), top + image.height()});
-        if (!area.isEmpty()) {
+        if (area.isEmpty()) {
+            return;
+        }
+        if (BitmapPainter::isCutBy(clip, area)) {
+            painter_.paint(BitmapSource(image.pixels().data(), image.width(), left, top),
+                           {area, clip.shapes});
+        } else {
             paintImage(bitmap(), image, left, top, area);
         }
         return;
     }
+    const ShapeCoverage shape(rectOutline(rect), s.ctm, s.ctm, Coverage::Fill, {}, true);
     if (clip.bounds.intersected(shape.bounds()).isEmpty()) {
         return;
     }

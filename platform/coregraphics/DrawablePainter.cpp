@@ -5,6 +5,7 @@
 #include <utility>
 #include <vector>
 
+#include "platform/coregraphics/BitmapSource.h"
 #include "platform/coregraphics/CGDrawable.h"
 #include "platform/coregraphics/CairoCanvas.h"
 #include "platform/coregraphics/ShapeCoverage.h"
@@ -13,8 +14,8 @@ namespace orvane::platform {
 
 namespace {
 
-// The drawable's box in pixels, a pixel wider all round for antialiasing, cut to the raster library's
-// range; nothing when a corner is nowhere.
+// The drawable's box in pixels, a pixel wider all round for antialiasing, cut to the raster
+// library's range; nothing when a corner is nowhere.
 PixelRect pixelBox(const CGRect& box, const CGAffineTransform& t) {
     static constexpr double kReach = 1 << 22;
     const double xs[] = {box.origin.x, box.origin.x + box.size.width};
@@ -34,26 +35,9 @@ PixelRect pixelBox(const CGRect& box, const CGAffineTransform& t) {
     const auto pixel = [](double value) {
         return static_cast<int>(std::clamp(value, -kReach, kReach));
     };
-    return {pixel(std::floor(min.x)) - 1, pixel(std::floor(min.y)) - 1,
-            pixel(std::ceil(max.x)) + 1, pixel(std::ceil(max.y)) + 1};
+    return {pixel(std::floor(min.x)) - 1, pixel(std::floor(min.y)) - 1, pixel(std::ceil(max.x)) + 1,
+            pixel(std::ceil(max.y)) + 1};
 }
-
-// A picture painted aside, its corner at left, top.
-class LayerSource final : public PixelSource {
-public:
-    LayerSource(const Bitmap& layer, int left, int top) : layer_(layer), left_(left), top_(top) {}
-
-    void fetch(const PixelRect& area, std::uint32_t* colors) const override {
-        for (int y = area.top; y < area.bottom; ++y, colors += Mask::kSide) {
-            std::copy_n(layer_.at(area.left - left_, y - top_), area.width(), colors);
-        }
-    }
-
-private:
-    const Bitmap& layer_;
-    int left_;
-    int top_;
-};
 
 }  // namespace
 
@@ -110,7 +94,8 @@ void DrawablePainter::paint(const CGDrawable& drawable, const CGAffineTransform&
     toLayer.ty -= area.top;
     const Context context = makeContext(layer);
     paintOn(context.get(), drawable, toLayer, fillColor, strokeColor, layer.bounds());
-    painter_.paint(LayerSource(layer, area.left, area.top), {area, clip.shapes});
+    painter_.paint(BitmapSource(layer.pixels, layer.stride, area.left, area.top),
+                   {area, clip.shapes});
 }
 
 }  // namespace orvane::platform

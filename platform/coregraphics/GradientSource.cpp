@@ -8,6 +8,7 @@
 
 #include "platform/coregraphics/CGContext.h"
 #include "platform/coregraphics/Mask.h"
+#include "platform/coregraphics/places.h"
 
 namespace orvane::platform {
 
@@ -102,7 +103,7 @@ GradientSource::GradientSource(const CGGradient& gradient, const CGAffineTransfo
     }
     // The canvas moving by whole pixels must not change a colour: the start stands on a grid fine
     // enough to be exact, and colours depend on the way from there.
-    const auto place = [](double v) { return std::round(v * 65536) / 65536; };
+    const auto place = [](double v) { return roundedTo(kPlacesPerPixel, v); };
     start_ = {place(t.a * start.x + t.c * start.y + t.tx),
               place(t.b * start.x + t.d * start.y + t.ty)};
     const double determinant = t.a * t.d - t.b * t.c;

@@ -5,6 +5,7 @@
 #include <numbers>
 
 #include "platform/coregraphics/Outline.h"
+#include "platform/coregraphics/places.h"
 
 namespace orvane::platform {
 
@@ -14,11 +15,9 @@ using Outline = CGPath::Outline;
 
 // Pixels further away than this are nowhere: doubles lose the fractions of a pixel there.
 constexpr double kFarthest = 1e12;
-// Shapes are placed on a grid this fine, so that moving the canvas by whole pixels moves its
-// pictures bit by bit, whatever the rounding of the sums on the way.
-constexpr double kPlacesPerPixel = 65536;
-// Small curved shapes, of which pictures have many alike, stand on a coarser grid, so that at most
-// 256 masks serve all of a kind wherever they stand. A 32nd of a pixel off is not to be seen.
+// Small curved shapes, of which pictures have many alike, stand on a coarser grid than others, so
+// that at most 256 masks serve all of a kind wherever they stand. A 32nd of a pixel off is not to
+// be seen.
 constexpr double kSharedPlacesPerPixel = 16;
 constexpr double kSharedExtent = 128;
 // The pen is cut to this many pixels, far beyond any bitmap yet within the raster library's range.
@@ -220,8 +219,8 @@ void ShapeCoverage::makeMasked(const std::shared_ptr<const Outline>& outline,
     const bool isShared = (key.kind == kPlainEllipse || key.kind == kPlainRoundedRect) &&
                           maxX.x - minX.x <= kSharedExtent && maxY.y - minY.y <= kSharedExtent;
     const double places = isShared ? kSharedPlacesPerPixel : kPlacesPerPixel;
-    const double placedX = std::round(place.x * places) / places;
-    const double placedY = std::round(place.y * places) / places;
+    const double placedX = roundedTo(places, place.x);
+    const double placedY = roundedTo(places, place.y);
     masked.originX = static_cast<std::int64_t>(std::floor(placedX));
     masked.originY = static_cast<std::int64_t>(std::floor(placedY));
     key.coverage = coverage;

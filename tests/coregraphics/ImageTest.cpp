@@ -200,10 +200,15 @@ void drawUpright(CGContext& canvas, const CGImage& image, const CGRect& rect) {
 }
 
 TEST(Image, IsCopiedExactlyAtItsSize) {
+    // Between pixels it goes to the nearest.
+    const std::pair<bool, CGRect> cases[] = {{false, {{3, 4}, {8, 6}}},
+                                             {true, {{3, 4}, {8, 6}}},
+                                             {false, {{2.6, 4.3}, {8, 6}}},
+                                             {true, {{2.6, 4.3}, {8, 6}}}};
     for (const char* file : {"png/rgb8.png", "png/rgba8.png"}) {
         const Image image = decodeFile(file);
         ASSERT_TRUE(image);
-        for (const bool clipped : {false, true}) {
+        for (const auto& [clipped, place] : cases) {
             CGBitmapContext canvas(20, 20);
             if (clipped) {
                 canvas.clipToRect(

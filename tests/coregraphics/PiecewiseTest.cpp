@@ -39,7 +39,8 @@ public:
                 canvas.clip();
             }
             if (chance(0.1)) {
-                canvas.drawImage(rect(), *image());
+                const CGRect place = rect();
+                canvas.drawImage(chance(0.5) ? place : CGRect{place.origin, {12, -9}}, *image());
             } else {
                 paintShape(canvas);
             }
@@ -52,13 +53,13 @@ private:
         return std::uniform_real_distribution<double>(from, to)(random_);
     }
     bool chance(double share) { return number(0, 1) < share; }
-    // Mostly fractions, sometimes whole pixels, sometimes far off the canvas.
+    // Fractions, exact ones among them, whole pixels, sometimes far off the canvas.
     double coordinate() {
         if (chance(0.03)) {
             return number(-1e5, 1e5);
         }
         const double value = number(-40, kWidth + 40);
-        return chance(0.3) ? std::floor(value) : value;
+        return chance(0.3) ? std::floor(value) : chance(0.3) ? std::floor(value * 32) / 32 : value;
     }
     double extent() { return chance(0.2) ? number(0, 600) : number(0, 60); }
     CGRect rect() { return {{coordinate(), coordinate()}, {extent(), extent()}}; }
