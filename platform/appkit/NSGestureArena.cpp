@@ -4,6 +4,7 @@
 
 #include "platform/appkit/NSGestureRecognizer.h"
 #include "platform/appkit/NSView.h"
+#include "platform/appkit/ScopedFlag.h"
 
 namespace orvane::platform {
 
@@ -12,7 +13,7 @@ void NSGestureArena::sendEvent(const std::shared_ptr<NSView>& contentView, const
     if (delivering_) {
         return;
     }
-    delivering_ = true;
+    const ScopedFlag delivering(delivering_);
     while (!pending_.empty()) {
         const NSEvent next = pending_.front();
         pending_.pop_front();
@@ -22,7 +23,6 @@ void NSGestureArena::sendEvent(const std::shared_ptr<NSView>& contentView, const
             finish();
         }
     }
-    delivering_ = false;
 }
 
 void NSGestureArena::viewWillLeave(const NSView& view) {

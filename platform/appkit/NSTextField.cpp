@@ -1,15 +1,32 @@
 #include "platform/appkit/NSTextField.h"
 
 #include <algorithm>
+#include <cmath>
 
 #include "platform/appkit/NSGraphicsContext.h"
 #include "platform/coregraphics/CGContext.h"
+#include "platform/coregraphics/CGPath.h"
+#include "platform/coretext/CFMutableAttributedString.h"
+#include "platform/coretext/CTFont.h"
+#include "platform/coretext/CTLine.h"
 
 namespace orvane::platform {
+
+namespace {
+
+// Much like the desktop's own.
+constexpr char fontName[] = "sans-serif";
+constexpr double fontSize = 13;
+constexpr double padding = 8;
+constexpr double cornerRadius = 5;
+constexpr CGColor textColor{0.18, 0.2, 0.21, 1};
+
+}  // namespace
 
 void NSTextField::setStringValue(const std::string& value) {
     if (stringValue_ != value) {
         stringValue_ = value;
+        line_.reset();
         setNeedsDisplayInRect(bounds());
         stateDidChange();
     }
@@ -29,14 +46,33 @@ void NSTextField::drawRect(const CGRect&) {
         return;
     }
     const CGSize size = bounds().size;
-    const double shade = enabled_ ? 1.0 : 0.94;
+    const CGRect frame{{0.5, 0.5}, {std::max(size.width - 1, 0.0), std::max(size.height - 1, 0.0)}};
+    CGPath outline;
+    outline.addRoundedRect(frame, cornerRadius, cornerRadius);
+    const double shade = enabled_ ? 1.0 : 0.95;
     canvas->setRGBFillColor(shade, shade, shade, 1);
-    canvas->addRect(bounds());
-    canvas->drawPath(CGPathDrawingMode::Fill);
-    canvas->setRGBStrokeColor(0.6, 0.6, 0.62, 1);
+    canvas->setRGBStrokeColor(0.72, 0.72, 0.74, 1);
     canvas->setLineWidth(1);
-    canvas->addRect({{0.5, 0.5}, {std::max(size.width - 1, 0.0), std::max(size.height - 1, 0.0)}});
-    canvas->strokePath();
+    canvas->addPath(outline);
+    canvas->drawPath(CGPathDrawingMode::FillStroke);
+    if (stringValue_.empty()) {
+        return;
+    }
+    if (!line_) {
+        CFMutableAttributedString text;
+        CTAttributes attributes;
+        attributes.font = CTFont::createWithName(fontName, fontSize);
+        attributes.foregroundColor = textColor;
+        text.append(stringValue_, attributes);
+        line_ = CTLine::createWithAttributedString(text);
+    }
+    const CTLine::TypographicBounds& line = line_->typographicBounds();
+    canvas->saveGState();
+    canvas->clipToRect({{padding, 0}, {std::max(size.width - 2 * padding, 0.0), size.height}});
+    canvas->translateCTM(padding, std::round((size.height + line.ascent - line.descent) / 2));
+    canvas->scaleCTM(1, -1);  // text has its y axis up
+    canvas->drawLine(*line_);
+    canvas->restoreGState();
 }
 
 }  // namespace orvane::platform

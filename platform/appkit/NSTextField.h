@@ -1,10 +1,13 @@
 #pragma once
 
+#include <memory>
 #include <string>
 
 #include "platform/appkit/NSControl.h"
 
 namespace orvane::platform {
+
+class CTLine;
 
 // One line of text that the user can edit.
 class ORVANE_EXPORT NSTextField : public NSControl {
@@ -22,6 +25,7 @@ public:
 
 private:
     std::string stringValue_;
+    std::shared_ptr<const CTLine> line_;  // of the value; made when it is painted
     bool enabled_ = true;
 };
 

@@ -10,6 +10,7 @@
 #include "platform/appkit/NSGestureArena.h"
 #include "platform/appkit/NSView.h"
 #include "platform/appkit/NSViewList.h"
+#include "platform/appkit/ScopedFlag.h"
 #include "platform/coregraphics/CGAffineTransform.h"
 #include "platform/quartzcore/CAMediaTime.h"
 #include "platform/quartzcore/CATimeline.h"
@@ -50,18 +51,6 @@ NSBackingRect cutToLimits(NSBackingRect rect) {
     }
     return rect;
 }
-
-// True for a scope.
-class Flag {
-public:
-    explicit Flag(bool& flag) : flag_(flag) { flag_ = true; }
-    ~Flag() { flag_ = false; }
-    Flag(const Flag&) = delete;
-    Flag& operator=(const Flag&) = delete;
-
-private:
-    bool& flag_;
-};
 
 }  // namespace
 
@@ -220,7 +209,7 @@ void NSWindow::displayIfNeeded() {
     if (state_->displaying) {
         return;
     }
-    const Flag displaying(state_->displaying);
+    const ScopedFlag displaying(state_->displaying);
     state_->displayTime = CACurrentMediaTime();
     // What the completions change belongs to this pass and asks for no other.
     state_->scheduled = true;

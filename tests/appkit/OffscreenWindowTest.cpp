@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <cstdint>
@@ -12,6 +13,7 @@
 #include <string>
 #include <vector>
 
+#include "platform/appkit/NSTextField.h"
 #include "tests/appkit/PaintedView.h"
 
 using namespace orvane::platform;
@@ -281,4 +283,44 @@ TEST(OffscreenWindow, ANewSizeOrScaleShowsTheSameViews) {
     window.setContentSize({std::nan(""), -1});
     window.display();
     EXPECT_GE(window.pixelWidth(), 1);
+}
+
+TEST(OffscreenWindow, AControlPaintsALikenessOfItself) {
+    OffscreenWindow window({120, 40});
+    const auto field = std::make_shared<NSTextField>();
+    field->setFrame({{10, 5}, {100, 30}});
+    window.setContentView(field);
+    const auto darkPixels = [&window] {
+        window.display();
+        const std::vector<std::uint32_t> all = picture(window);
+        return std::count_if(all.begin(), all.end(),
+                             [](std::uint32_t p) { return p >> 24 == 0xFF && (p & 0xFF) < 0x80; });
+    };
+    EXPECT_EQ(darkPixels(), 0);
+    EXPECT_EQ(pixel(window, 60, 20), 0xFFFFFFFFU);
+    field->setStringValue("text");
+    EXPECT_GT(darkPixels(), 20);
+    field->setEnabled(false);
+    field->setStringValue("");
+    EXPECT_EQ(darkPixels(), 0);
+    EXPECT_NE(pixel(window, 60, 20), 0xFFFFFFFFU);
+}
+
+TEST(OffscreenWindow, TenThousandViewsInOneAnotherShow) {
+    OffscreenWindow window({20, 20});
+    std::shared_ptr<NSView> root = block({{0, 0}, {20, 20}}, blue);
+    NSView* innermost = root.get();
+    for (int i = 0; i < 10000; ++i) {
+        const auto next = std::make_shared<NSView>();
+        next->setFrame({{0, 0}, {20, 20}});
+        innermost->addSubview(next);
+        innermost = next.get();
+    }
+    window.setContentView(root);
+    innermost->layer()->setBackgroundColor(red);
+    window.display();
+    EXPECT_EQ(pixel(window, 10, 10), 0xFFFF0000U);
+    EXPECT_EQ(root->hitTest({10, 10}), innermost);
+    window.setContentView(nullptr);
+    root.reset();
 }
