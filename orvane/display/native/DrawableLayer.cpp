@@ -5,7 +5,11 @@
 namespace orvane::display::native {
 
 void DrawableLayer::markDirty(const std::shared_ptr<DisplayObject>& object) {
-    dirtyObjects_.insert(object);
+    if (object->getLayer().get() == this) {
+        dirtyListed_.insert(object);
+    } else {
+        dirtyObjects_.insert(object);
+    }
     setDirty();
 }
 
@@ -13,19 +17,29 @@ void DrawableLayer::validateContent(bool force) {
     if (force) {
         validateFrame(getLayerFrame());
     } else {
-        for (const std::shared_ptr<DisplayObject>& object : dirtyObjects_) {
-            if (const Rect& old = object->getValidFrame(); !old.isEmpty()) {
-                validateFrame(old);
-            }
-            // One that has left the tree only has a place where it was.
-            if (object->getParent()) {
-                if (const Rect& now = object->getFrame(); !now.isEmpty()) {
-                    validateFrame(now);
-                }
+        for (const std::weak_ptr<DisplayObject>& entry : dirtyListed_) {
+            if (const std::shared_ptr<DisplayObject> object = entry.lock()) {
+                damage(*object);
             }
         }
+        for (const std::shared_ptr<DisplayObject>& object : dirtyObjects_) {
+            damage(*object);
+        }
     }
+    dirtyListed_.clear();
     dirtyObjects_.clear();
+}
+
+void DrawableLayer::damage(DisplayObject& object) {
+    if (const Rect& old = object.getValidFrame(); !old.isEmpty()) {
+        validateFrame(old);
+    }
+    // One that has left the tree only has a place where it was.
+    if (object.getParent()) {
+        if (const Rect& now = object.getFrame(); !now.isEmpty()) {
+            validateFrame(now);
+        }
+    }
 }
 
 auto DrawableLayer::computeDirtyRect(const std::shared_ptr<DisplayObject>& object, const Rect& rect)

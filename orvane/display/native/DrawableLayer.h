@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <set>
 #include <unordered_set>
 
 #include "orvane/display/native/NativeLayer.h"
@@ -23,8 +24,13 @@ protected:
     virtual Rect computeDirtyRect(const std::shared_ptr<DisplayObject>& object, const Rect& rect);
 
 private:
+    void damage(DisplayObject& object);
+
     // Strong until the next validation, so that an object removed meanwhile is still painted away.
     std::unordered_set<std::shared_ptr<DisplayObject>> dirtyObjects_;
+    // Those that this layer lists. One of them may own the layer: a strong hold would keep both
+    // alive for ever when no validation comes. One that is taken off the list is marked again.
+    std::set<std::weak_ptr<DisplayObject>, std::owner_less<>> dirtyListed_;
 };
 
 }  // namespace orvane::display::native
