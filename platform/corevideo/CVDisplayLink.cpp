@@ -61,15 +61,24 @@ struct CVDisplayLink::Link : std::enable_shared_from_this<Link> {
         }
     }
 
-    // ---- links of a virtual clock ----
-    static std::mutex drivenMutex;
-    static std::vector<std::shared_ptr<Link>> driven;  // in the order of their starts
+    // The links of virtual clocks, in the order of their starts. Never destroyed: one that is never
+    // stopped lives as long as the process.
+    struct Driven {
+        std::mutex mutex;
+        std::vector<std::shared_ptr<Link>> links;
+
+        static Driven& shared() {
+            static auto& driven = *new Driven;
+            return driven;
+        }
+    };
 
     static void refreshDriven(double time) {
         std::vector<std::shared_ptr<Link>> links;
         {
-            const std::scoped_lock lock(drivenMutex);
-            links = driven;
+            Driven& driven = Driven::shared();
+            const std::scoped_lock lock(driven.mutex);
+            links = driven.links;
         }
         for (const std::shared_ptr<Link>& link : links) {
             const bool runs = [&link] {
@@ -82,9 +91,6 @@ struct CVDisplayLink::Link : std::enable_shared_from_this<Link> {
         }
     }
 };
-
-std::mutex CVDisplayLink::Link::drivenMutex;
-std::vector<std::shared_ptr<CVDisplayLink::Link>> CVDisplayLink::Link::driven;
 
 CVDisplayLink::Return CVDisplayLink::createWithMainDisplay(CVDisplayLink& link) {
     link.link_ = std::make_shared<Link>();
@@ -116,8 +122,9 @@ CVDisplayLink::Return CVDisplayLink::start() {
     }
     if (CAVirtualClock::current()) {
         CAVirtualClock::setRefreshHandler(&Link::refreshDriven);
-        const std::scoped_lock drivenLock(Link::drivenMutex);
-        Link::driven.push_back(link_);
+        Link::Driven& driven = Link::Driven::shared();
+        const std::scoped_lock drivenLock(driven.mutex);
+        driven.links.push_back(link_);
         ++link_->run;
         return kCVReturnSuccess;
     }
@@ -144,8 +151,9 @@ CVDisplayLink::Return CVDisplayLink::stop() {
         ++link_->run;
     }
     link_->stopped.notify_all();
-    const std::scoped_lock lock(Link::drivenMutex);
-    std::erase(Link::driven, link_);
+    Link::Driven& driven = Link::Driven::shared();
+    const std::scoped_lock lock(driven.mutex);
+    std::erase(driven.links, link_);
     return kCVReturnSuccess;
 }
 
