@@ -38,6 +38,8 @@ protected:
     }
     ~SceneTest() override {
         window_.setContentView(nullptr);
+        // The layers of its objects hold the display.
+        Display::instance()->removeAll();
         Display::reset();
         clock_.advanceBy(0);
     }
