@@ -8,10 +8,10 @@
 #include <ostream>
 #include <string>
 #include <typeinfo>
-#include <utility>
 #include <vector>
 
-#include "orvane/display/ContainerObject.h"
+#include "host/childrenOf.h"
+#include "host/preOrder.h"
 #include "orvane/display/Display.h"
 #include "orvane/display/DisplayLayer.h"
 #include "orvane/display/DisplayObject.h"
@@ -23,30 +23,10 @@ namespace orvane::host {
 
 namespace {
 
-using display::ContainerObject;
 using display::Display;
 using display::DisplayLayer;
 using display::DisplayObject;
 using LayerNumbers = std::map<const DisplayLayer*, int>;
-
-// Visits a forest in pre-order, with the depth of each node. `childrenOf` gives a node's children
-// as a vector of shared pointers. Trees may be deeper than a stack.
-template <typename Node, typename ChildrenOf, typename Visit>
-void walk(const std::vector<std::shared_ptr<Node>>& roots, ChildrenOf childrenOf, Visit visit) {
-    std::vector<std::pair<std::shared_ptr<Node>, int>> pending;
-    const auto push = [&pending](const std::vector<std::shared_ptr<Node>>& nodes, int depth) {
-        for (auto node = nodes.rbegin(); node != nodes.rend(); ++node) {
-            pending.emplace_back(*node, depth);
-        }
-    };
-    push(roots, 1);
-    while (!pending.empty()) {
-        const auto [node, depth] = pending.back();
-        pending.pop_back();
-        visit(*node, depth);
-        push(childrenOf(*node), depth + 1);
-    }
-}
 
 // The name of an object's class, without its namespaces.
 std::string className(const std::type_info& type) {
@@ -81,7 +61,7 @@ const auto sublayersOf = [](const DisplayLayer& layer) -> const auto& {
 
 LayerNumbers numberLayers(const Display& display) {
     LayerNumbers numbers;
-    walk(rootLayers(display), sublayersOf, [&numbers](const DisplayLayer& layer, int) {
+    preOrder(rootLayers(display), sublayersOf, [&numbers](const DisplayLayer& layer, int) {
         numbers.emplace(&layer, static_cast<int>(numbers.size()) + 1);
     });
     return numbers;
@@ -116,16 +96,11 @@ void printLayer(std::ostream& out, DisplayLayer& layer, int depth, const LayerNu
 void dumpTree(std::ostream& out, const Display& display) {
     const LayerNumbers numbers = numberLayers(display);
     out << "objects\n";
-    walk(
-        display.getObjects(),
-        [](const DisplayObject& object) {
-            const auto* const container = dynamic_cast<const ContainerObject*>(&object);
-            return container != nullptr ? container->getChildren() : ContainerObject::Children();
-        },
-        [&](DisplayObject& object, int depth) { printObject(out, object, depth, numbers); });
+    preOrder(display.getObjects(), childrenOf,
+             [&](DisplayObject& object, int depth) { printObject(out, object, depth, numbers); });
     out << "layers\n";
-    walk(rootLayers(display), sublayersOf,
-         [&](DisplayLayer& layer, int depth) { printLayer(out, layer, depth, numbers); });
+    preOrder(rootLayers(display), sublayersOf,
+             [&](DisplayLayer& layer, int depth) { printLayer(out, layer, depth, numbers); });
 }
 
 }  // namespace orvane::host

@@ -4,9 +4,11 @@
 #include <gdkmm/monitor.h>
 #include <gtkmm/native.h>
 
+#include <algorithm>
 #include <utility>
 
 #include "platform/corevideo/CVDisplayLink.h"
+#include "platform/gtk/GTKAccessibleElement.h"
 #include "platform/gtk/GTKView.h"
 #include "platform/quartzcore/CAMediaTime.h"
 
@@ -42,6 +44,16 @@ GTKRoot::GTKRoot(CGSize size, Delegate delegate)
 
 GTKRoot::~GTKRoot() = default;
 
+void GTKRoot::setLabels(const std::vector<GTKWindow::Label>& labels) {
+    labels_.resize(std::min(labels_.size(), labels.size()));
+    while (labels_.size() < labels.size()) {
+        labels_.push_back(std::make_unique<GTKAccessibleElement>(*this));
+    }
+    for (std::size_t i = 0; i < labels.size(); ++i) {
+        labels_[i]->update(labels[i].text, labels[i].frame);
+    }
+}
+
 void GTKRoot::send(NSEventType type, double x, double y) {
     delegate_.pointerMoved({type, {x, y}, CACurrentMediaTime()});
 }
@@ -62,6 +74,9 @@ void GTKRoot::size_allocate_vfunc(int width, int height, int) {
     }
     if (auto* const content = dynamic_cast<GTKView*>(get_first_child())) {
         content->allocate();
+    }
+    for (const auto& label : labels_) {
+        label->allocate();
     }
 }
 

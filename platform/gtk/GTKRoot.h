@@ -4,10 +4,15 @@
 #include <gtkmm/widget.h>
 
 #include <functional>
+#include <memory>
+#include <vector>
 
 #include "platform/appkit/NSEvent.h"
+#include "platform/gtk/GTKWindow.h"
 
 namespace orvane::platform {
+
+class GTKAccessibleElement;
 
 // The widget that a GTKWindow gives to the program: it holds the widget of the content view, cuts
 // it to the window, and turns what the pointer does into events. Controls come first: a press that
@@ -24,6 +29,9 @@ public:
     // `size` in points is what the widget asks for.
     GTKRoot(CGSize size, Delegate delegate);
     ~GTKRoot() override;
+
+    // What assistive technology finds here.
+    void setLabels(const std::vector<GTKWindow::Label>& labels);
 
     // In points: as allocated, or as asked for before that.
     CGSize size() const { return size_; }
@@ -42,6 +50,7 @@ private:
     CGSize size_;
     Delegate delegate_;
     Glib::RefPtr<Gtk::GestureDrag> drag_;
+    std::vector<std::unique_ptr<GTKAccessibleElement>> labels_;
 };
 
 }  // namespace orvane::platform

@@ -10,19 +10,12 @@
 #include <vector>
 
 #include "platform/gtk/GTKControl.h"
+#include "platform/gtk/toExtent.h"
 #include "platform/quartzcore/CALayer.h"
 
 namespace orvane::platform {
 
 namespace {
-
-// Widgets are measured in whole numbers of 31 bits, and multiplied by the scale factor. No screen
-// shows as much.
-constexpr double longestSide = 1 << 20;
-
-int toExtent(double points) {
-    return static_cast<int>(std::ceil(std::clamp(points, 0.0, longestSide)));
-}
 
 // Whether the compositor can show something under this transform. It counts in single precision,
 // and its canvas does not survive a transform that cannot be inverted.

@@ -22,6 +22,9 @@ GTKWindow::GTKWindow(CGSize size, std::optional<double> scale)
       scale_(scale) {}
 
 GTKWindow::~GTKWindow() {
+    if (labelsTimer_ != 0) {
+        g_source_remove(labelsTimer_);
+    }
     setContentView(nullptr);
 }
 
@@ -97,6 +100,26 @@ void GTKWindow::didChangeView(NSView& view, unsigned changes) {
 
 void GTKWindow::didPaintView(NSView& view, std::span<const NSBackingRect> rects) {
     GTKView::of(view)->takeTiles(view, rects);
+}
+
+void GTKWindow::setAccessibilityLabels(std::function<std::vector<Label>()> labels) {
+    labels_ = std::move(labels);
+}
+
+void GTKWindow::present() {
+    // Gathering the labels may take a walk through all that is shown: not for each frame.
+    constexpr unsigned delay = 250;  // milliseconds
+    if (labels_ && labelsTimer_ == 0) {
+        labelsTimer_ = g_timeout_add(
+            delay,
+            [](void* self) -> gboolean {
+                auto& window = *static_cast<GTKWindow*>(self);
+                window.labelsTimer_ = 0;
+                window.root_->setLabels(window.labels_());
+                return G_SOURCE_REMOVE;
+            },
+            this);
+    }
 }
 
 bool GTKWindow::showsNatively(const NSView& view) const {

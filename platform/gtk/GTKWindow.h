@@ -4,6 +4,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "orvane/commons/Export.h"
 #include "platform/appkit/NSWindow.h"
@@ -38,6 +39,15 @@ public:
     // Told at the beginning of the display pass that follows a resize: resize the views there.
     void setResizeHandler(std::function<void(CGSize)> handler);
 
+    // A text and what it stands at, in points of the window.
+    struct Label {
+        std::string text;
+        CGRect frame;
+    };
+    // Who knows what assistive technology is to find in the window. Asked again some time after the
+    // window has shown something new, and not while it stays as it is.
+    void setAccessibilityLabels(std::function<std::vector<Label>()> labels);
+
     // What the desktop shows of this window, as a PNG. False when there is nothing to write yet, or
     // the file cannot be written.
     bool writePNG(const std::string& path) const;
@@ -48,6 +58,7 @@ protected:
     void didReorderSubviews(NSView& superview) override;
     void didChangeView(NSView& view, unsigned changes) override;
     void didPaintView(NSView& view, std::span<const NSBackingRect> rects) override;
+    void present() override;
     bool showsNatively(const NSView& view) const override;
 
 private:
@@ -57,6 +68,8 @@ private:
     std::unique_ptr<GTKRoot> root_;
     std::optional<double> scale_;
     std::function<void(CGSize)> resizeHandler_;
+    std::function<std::vector<Label>()> labels_;
+    unsigned int labelsTimer_ = 0;
     bool resized_ = false;    // since the last frame
     bool scheduled_ = false;  // a frame is asked for
     bool ticking_ = false;    // inside a frame
