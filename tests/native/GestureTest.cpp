@@ -52,6 +52,27 @@ protected:
     }
 };
 
+TEST_F(Gesture, KeepsNothingAliveWhenItIsOver) {
+    // Each way to an end: claimed, never claimed, ended early, cut short by the object's leaving.
+    for (const State answer : {State::Changed, State::Possible, State::Ended, State::Failed}) {
+        for (const bool leaves : {false, true}) {
+            auto object = rect(50, 50, 40, 40, 0xFFFF0000);
+            const std::weak_ptr<DisplayObject> watched = object;
+            const auto listener = listen(object, [&](const TouchEvent& event) {
+                if (leaves && event.phase == TouchEventPhase::Moved) {
+                    display_->removeAll();
+                }
+                return answer;
+            });
+            display_->add(object);
+            drag();
+            display_->removeAll();
+            object.reset();
+            EXPECT_TRUE(watched.expired()) << static_cast<int>(answer) << leaves;
+        }
+    }
+}
+
 TEST_F(Gesture, AClaimedGestureReachesItsListenerInScreenCoordinates) {
     const auto object = rect(50, 50, 40, 40, 0xFFFF0000);
     const auto listener = listen(object, claim);

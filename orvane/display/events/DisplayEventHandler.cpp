@@ -1,5 +1,7 @@
 #include "orvane/display/events/DisplayEventHandler.h"
 
+#include <utility>
+
 #include "orvane/display/ContainerObject.h"
 #include "orvane/display/DisplayLayer.h"
 
@@ -55,6 +57,14 @@ void DisplayEventHandler::invokeActiveListenerAction() {
         // Held: the action may end the layer, and this handler with it.
         const std::shared_ptr<TouchEventListener> active = listeners_.front().second;
         active->action();
+    }
+}
+
+void DisplayEventHandler::releaseGesture() {
+    releasing_ = notifying_;
+    if (!notifying_) {
+        events_.clear();
+        listeners_.clear();
     }
 }
 
@@ -118,6 +128,10 @@ TouchEventListenerState DisplayEventHandler::notify(const Point& location, Touch
         }
     }
     lastLocation_ = location;
+    if (std::exchange(releasing_, false)) {
+        listeners_.clear();
+        events_.clear();
+    }
     return state;
 }
 

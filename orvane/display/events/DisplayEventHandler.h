@@ -28,6 +28,10 @@ public:
     // The action of the listener that the gesture belongs to, if there is one.
     void invokeActiveListenerAction();
 
+    // The gesture is over and its action sent: lets go of its objects, one of which may own the
+    // layer that this belongs to.
+    void releaseGesture();
+
 private:
     using Candidate =
         std::pair<std::shared_ptr<DisplayObject>, std::shared_ptr<TouchEventListener>>;
@@ -40,6 +44,7 @@ private:
     std::list<Candidate> listeners_;  // the head is the active one
     std::vector<TouchEvent> events_;  // of this gesture
     bool notifying_ = false;
+    bool releasing_ = false;  // when the listener that is being told has answered
 };
 
 }  // namespace orvane::display::events

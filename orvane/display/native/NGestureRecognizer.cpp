@@ -44,11 +44,19 @@ void NGestureRecognizer::mouseDragged(const platform::NSEvent& event) {
 void NGestureRecognizer::mouseUp(const platform::NSEvent& event) {
     lastLocation_ = getContentHitLocation(event);
     updateState(layer_ != nullptr ? layer_->touchEnded(lastLocation_) : State::Failed);
+    releaseTouch();
 }
 
 void NGestureRecognizer::cancelled() {
     if (layer_ != nullptr) {
         layer_->touchCancelled(lastLocation_);
+    }
+    releaseTouch();
+}
+
+void NGestureRecognizer::releaseTouch() {
+    if (layer_ != nullptr) {
+        layer_->releaseTouch();
     }
 }
 
@@ -68,7 +76,8 @@ void NGestureRecognizer::updateState(State state) {
         case State::Changed:
             return setState(PlatformState::Changed);
         case State::Ended:
-            return setState(PlatformState::Ended);
+            setState(PlatformState::Ended);
+            return releaseTouch();  // no more events come
         case State::Failed:
             return setState(PlatformState::Failed);
     }

@@ -28,6 +28,8 @@ private:
 
     geometry::Point<double> getContentHitLocation(const platform::NSEvent& event) const;
     void updateState(State state);
+    // Those that the gesture held may own the layer, and so would keep it for ever.
+    void releaseTouch();
 
     NativeLayer* layer_ = nullptr;
     geometry::Point<double> lastLocation_;

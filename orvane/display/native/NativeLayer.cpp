@@ -168,4 +168,9 @@ void NativeLayer::invokeTouchHandlerAction() {
     eventHandler_.invokeActiveListenerAction();
 }
 
+void NativeLayer::releaseTouch() {
+    const std::shared_ptr<NativeLayer> self = as<NativeLayer>();
+    eventHandler_.releaseGesture();
+}
+
 }  // namespace orvane::display::native

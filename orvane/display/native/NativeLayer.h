@@ -47,6 +47,8 @@ public:
     events::TouchEventListenerState touchEnded(const Point& point);
     events::TouchEventListenerState touchCancelled(const Point& point);
     void invokeTouchHandlerAction();
+    // The gesture is over; its objects are held no longer.
+    void releaseTouch();
     void setTouchDisabled(bool disabled) { touchDisabled_ = disabled; }
 
     virtual bool isNeedsGestureRecognizer() const { return true; }
