@@ -306,25 +306,32 @@ void OffscreenCompositor::composeView(Target& target, NSView& view, const NSBack
 
 void OffscreenCompositor::composeSubviews(Target& target, const Place& place,
                                           const NSBackingRect& rect) {
+    if (fading_ > 0) {
+        composeFading(target, place, rect);
+        return;
+    }
     for (const Place::Box& box : place.boxes) {
-        if (box.left >= rect.right || rect.left >= box.right || box.top >= rect.bottom ||
-            rect.top >= box.bottom) {
-            continue;
-        }
-        if (fading_ == 0) {
+        if (box.left < rect.right && rect.left < box.right && box.top < rect.bottom &&
+            rect.top < box.bottom) {
             composeView(target, *box.view, rect);
-            continue;
         }
-        const auto partner = [&place](const auto& isIt) -> NSView* {
-            const auto found = std::find_if(place.boxes.begin(), place.boxes.end(), isIt);
-            return found == place.boxes.end() ? nullptr : found->view;
-        };
+    }
+}
+
+void OffscreenCompositor::composeFading(Target& target, const Place& place,
+                                        const NSBackingRect& rect) {
+    const auto find = [&place](const auto& isIt) -> NSView* {
+        const auto found = std::find_if(place.boxes.begin(), place.boxes.end(), isIt);
+        return found == place.boxes.end() ? nullptr : found->view;
+    };
+    for (const Place::Box& box : place.boxes) {
         const CALayer* layer = box.view->layer();
         const CALayer* from = placeOf(*box.view).fadesFrom;
         NSView* outgoing =
-            partner([from](const Place::Box& other) { return other.view->layer() == from; });
-        const NSView* incoming = partner(
+            find([from](const Place::Box& other) { return other.view->layer() == from; });
+        const NSView* incoming = find(
             [layer](const Place::Box& other) { return placeOf(*other.view).fadesFrom == layer; });
+        // The two stand where the incoming one does, in whichever rectangle.
         if (outgoing) {
             composeFade(target, *outgoing, *box.view, rect);
         } else if (!incoming) {

@@ -80,6 +80,8 @@ private:
 
     void composeView(Target& target, NSView& view, const NSBackingRect& rect);
     void composeSubviews(Target& target, const Place& place, const NSBackingRect& rect);
+    // The same while views of the window are in a cross-fade.
+    void composeFading(Target& target, const Place& place, const NSBackingRect& rect);
     void composeFade(Target& target, NSView& outgoing, NSView& incoming, const NSBackingRect& rect);
     static void drawBackground(Target& target, const NSView& view, double alpha,
                                const NSBackingRect& rect);
