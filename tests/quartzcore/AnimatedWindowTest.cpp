@@ -129,7 +129,7 @@ TEST_F(AnimatedWindowTest, APushMovesBothSides) {
 TEST_F(AnimatedWindowTest, ACrossFadeAddsUpToTheWhole) {
     // Half of the screen is covered by both, the other half by one of them each.
     const auto old = block({{0, 0}, {120, 100}}, red);
-    const auto between = block({{0, 0}, {200, 10}}, {0, 1, 0, 1});
+    const auto between = block({{0, 0}, {40, 10}}, {0, 1, 0, 1});
     const auto fresh = block({{80, 0}, {120, 100}}, blue);
     CATransition fade;
     fade.setBeginTime(10);
@@ -140,10 +140,14 @@ TEST_F(AnimatedWindowTest, ACrossFadeAddsUpToTheWhole) {
     EXPECT_EQ(pixel(40, 50), 0xFFBF0000U);
     EXPECT_EQ(pixel(100, 50), 0xFFBF0040U) << "nothing black shines through";
     EXPECT_EQ(pixel(160, 50), 0xFF000040U);
+    EXPECT_EQ(pixel(20, 5), 0xFFBF4000U) << "both stand where the new one does";
+    between->layer()->setBackgroundColor(blue);
+    EXPECT_EQ(displayAt(11), 1U);
+    EXPECT_EQ(pixel(20, 5), 0xFFBF0040U) << "composed away from the new one, too";
     displayAt(14);
     EXPECT_EQ(pixel(100, 50), 0xFF0000FFU);
     EXPECT_EQ(pixel(40, 50), 0xFFFF0000U);
-    EXPECT_EQ(pixel(40, 5), 0xFF00FF00U);
+    EXPECT_EQ(pixel(20, 5), 0xFF0000FFU);
 }
 
 TEST_F(AnimatedWindowTest, TheSameTimesGiveTheSameBytes) {
