@@ -123,7 +123,7 @@ void AnimationPage::drawTranslations() {
         std::vector<float> heights;
         for (int i = 0; i <= 24; ++i) {
             const float t = static_cast<float>(i) / 12 - 1;
-            heights.push_back(-140 * (1 - t * t));
+            heights.push_back(-118 * (1 - t * t));
         }
         const auto ball = DisplayFactory::createCircle();
         ball->set(115, 168, 22);
