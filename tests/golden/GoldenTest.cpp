@@ -1,0 +1,160 @@
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+
+#include "orvane/orvane.h"
+#include "platform/foundation/NSData.h"
+#include "tests/coretext/registerTestFonts.h"
+#include "tests/golden/compareWithGolden.h"
+
+namespace orvane::display {
+namespace {
+
+using graphics::AlignmentBaseline;
+using graphics::TextAlign;
+using Segment = graphics::Text::Segment;
+
+class GoldenTest : public testing::Test {
+protected:
+    void SetUp() override { platform::registerTestFonts(); }
+
+    void line(float x1, float y1, float x2, float y2, unsigned color = 0xFFFF8080) {
+        const auto guide = DisplayFactory::createLine();
+        guide->set(x1, y1, x2, y2);
+        guide->setStrokeColor(color);
+        guide->setStrokeWidth(1);
+        scene_->add(guide);
+    }
+
+    std::shared_ptr<graphics::Text> text(const std::string& content, float x, float y, float size,
+                                         const std::string& font = "DejaVu Sans") {
+        const auto object = DisplayFactory::createText(false);
+        object->setFont(font);
+        object->setTextSize(size);
+        object->setContent(content);
+        object->setX(x);
+        object->setY(y);
+        scene_->add(object);
+        return object;
+    }
+
+    void image(const std::string& file, float x, float y, float scale = 1) {
+        const auto object = DisplayFactory::createImage();
+        object->setPath(std::string(ORVANE_TEST_CORPUS) + "/" + file);
+        object->setMatrix(scale, 0, x, 0, scale, y);
+        scene_->add(object);
+    }
+
+    std::shared_ptr<graphics::Container> scene_ = DisplayFactory::createContainer();
+};
+
+TEST_F(GoldenTest, LinesOfText) {
+    line(150, 0, 150, 130);
+    float y = 20.5F;
+    for (const auto baseline :
+         {AlignmentBaseline::Baseline, AlignmentBaseline::Middle, AlignmentBaseline::Top}) {
+        line(0, y, 300, y);
+        for (const auto& [align, x] : {std::pair{TextAlign::Start, 10.F},
+                                       {TextAlign::Center, 150.F},
+                                       {TextAlign::End, 290.F}}) {
+            const auto object = text("Aligny", x, y, 18);
+            object->setTextAlign(align);
+            object->setAlignmentBaseline(baseline);
+        }
+        y += 42;
+    }
+    text("Underlined, struck, both", 10, 150, 16)->setDecoration(true, true);
+    text("Bold office", 220, 150, 16, "DejaVuSans-Bold")->setFillColor(0xFF19A7A0);
+    text("Serif and Mono", 10, 176, 15, "DejaVu Serif")->setFillColor(0x80F2545B);
+    text("e\u0301 o\u0308 n\u0303 AVATAR", 160, 176, 15, "DejaVu Sans Mono");
+    text("\u05e9\u05dc\u05d5\u05dd (abc) 123 \u0645\u0631\u062d\u0628\u0627", 10, 204, 18);
+    text("\u65e5\u672c\u8a9e \u4f60\u597d \U0001F600\U0001F680\u2764\ufe0f \U0001F44D\U0001F3FD",
+         10, 232, 18);
+    text("tiny text of seven units", 200, 204, 7);
+    text("g", 240, 290, 190, "DejaVu Serif")->setFillColor(0x602F6FDE);
+    text("turned", 0, 0, 20)->setMatrix(0.9F, 0.4F, 20, -0.4F, 0.9F, 280);
+    compareWithGolden("lines", 360, 300, scene_);
+}
+
+TEST_F(GoldenTest, WrappedAndAttributedText) {
+    float x = 10;
+    for (const auto align : {TextAlign::Start, TextAlign::Center, TextAlign::End}) {
+        const auto paragraph = DisplayFactory::createText(true);
+        paragraph->setFont("DejaVu Sans");
+        paragraph->setTextSize(12);
+        paragraph->setWidth(105);
+        paragraph->setContent(
+            "Lines wrap where the script allows: incomprehensibilities, "
+            "\u65e5\u672c\u8a9e\u306e\u6587\u7ae0, \u05e9\u05dc\u05d5\u05dd "
+            "\u05e2\u05d5\u05dc\u05dd.");
+        paragraph->setAlignment(align);
+        paragraph->setX(x);
+        paragraph->setY(8);
+        scene_->add(paragraph);
+        x += 115;
+    }
+    Segment plain;
+    plain.font = "DejaVu Sans";
+    plain.content = "One text, ";
+    plain.textSize = 14;
+    Segment large = plain;
+    large.content = "large and red";
+    large.font = "DejaVu Serif";
+    large.textSize = 26;
+    large.fillColor = {242, 84, 91, 255};
+    Segment decorated = plain;
+    decorated.content = ", underlined, ";
+    decorated.decoration = 1;
+    Segment struck = plain;
+    struck.content = "struck through \U0001F600";
+    struck.decoration = 2;
+    Segment placed = plain;
+    placed.content = "A block\nof its own";
+    placed.x = 300.0F;
+    placed.y = 130.0F;
+    placed.textAlign = TextAlign::Center;
+    const auto attributed = DisplayFactory::createAttributedText();
+    attributed->setContent({plain, large, decorated, struck, placed});
+    attributed->setX(10);
+    attributed->setY(150);
+    scene_->add(attributed);
+    const auto narrow = DisplayFactory::createAttributedText();
+    narrow->setWidth(160);
+    narrow->setContent({plain, large, decorated, struck});
+    narrow->setX(10);
+    narrow->setY(200);
+    scene_->add(narrow);
+    compareWithGolden("wrapped", 360, 310, scene_);
+}
+
+TEST_F(GoldenTest, Images) {
+    float x = 4;
+    for (const char* const file :
+         {"png/grey1.png", "png/rgba8.png", "png/palette4.png", "jpeg/baseline.jpg",
+          "jpeg/progressive.jpg", "jpeg/grey.jpg", "jpeg/cmyk.jpg"}) {
+        image(file, x, 4);
+        image(file, x, 44, 2.5F);
+        x += 50;
+    }
+    std::string raw;
+    for (int i = 0; i < 40 * 30; ++i) {
+        raw += {static_cast<char>(i % 40 * 6), static_cast<char>(i / 40 * 8), '\x60',
+                static_cast<char>(i % 40 * 6)};
+    }
+    const auto pixels = DisplayFactory::createImage();
+    pixels->setRawData(raw, 40, 40);  // a quarter of it is missing
+    pixels->setMatrix(1.6F, 0.6F, 40, -0.6F, 1.6F, 150);
+    scene_->add(pixels);
+    const auto window = DisplayFactory::createClipContainer(false);
+    window->setBounds({200, 140, 60, 50});
+    const auto clipped = DisplayFactory::createImage();
+    clipped->setRawData(raw, 40, 30);
+    clipped->setMatrix(3, 0, 190, 0, 3, 120);
+    window->add(clipped);
+    scene_->add(window);
+    compareWithGolden("images", 360, 220, scene_);
+}
+
+}  // namespace
+}  // namespace orvane::display
