@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <filesystem>
+#include <fstream>
 #include <random>
 
 #include "platform/coretext/CFMutableAttributedString.h"
@@ -205,16 +207,37 @@ TEST_F(LayoutTest, AFrameTakesTheLinesThatFit) {
     }
 }
 
+// The fuzzers' corpus of texts, each at the widths that make every kind of break.
+TEST_F(LayoutTest, LaysOutTextsThatAreHostile) {
+    for (const auto& entry :
+         std::filesystem::directory_iterator(std::string(ORVANE_TEST_CORPUS) + "/text")) {
+        std::ifstream in(entry.path(), std::ios::binary);
+        const std::string text(std::istreambuf_iterator<char>(in), {});
+        const CFMutableAttributedString string = styled(text.substr(1));
+        for (const double width : {1.0, 20.0, 75.0, kUnlimited}) {
+            const auto frame = frameOf(string, width);
+            ASSERT_FALSE(frame->lines().empty()) << entry.path();
+            for (const auto& [line, origin, bottom] : frame->lines()) {
+                const CFRange range = line->stringRange();
+                for (const double x : {-10.0, 0.0, 3.0, 11.0, 40.0, 1000.0}) {
+                    const auto index = line->stringIndexForPosition(x);
+                    EXPECT_TRUE(!index || (*index >= range.location && *index < range.end()))
+                        << entry.path();
+                }
+            }
+        }
+    }
+}
+
 TEST_F(LayoutTest, AMegabyteIsLaidOutAtAnyWidth) {
     constexpr std::size_t kSize = 1 << 20;
-    const std::string texts[] = {std::string(kSize, 'x'), std::string(kSize, ' '),
-                                 std::string(kSize, '\xff'), std::string(kSize, '\n'), [] {
-                                     std::string mixed;
-                                     while (mixed.size() < kSize) {
-                                         mixed += "word \u05e9\u05dc\u05d5\u05dd 12 \u65e5\u672c, ";
-                                     }
-                                     return mixed;
-                                 }()};
+    std::string mixed;
+    while (mixed.size() < kSize) {
+        mixed += "word \u05e9\u05dc\u05d5\u05dd 12 \u65e5\u672c, ";
+    }
+    // Where every byte is a character or a line of its own a part of a megabyte will do.
+    const std::string texts[] = {std::string(kSize, 'x'), mixed, std::string(kSize, ' '),
+                                 std::string(kSize / 8, '\xff'), std::string(kSize / 8, '\n')};
     for (const std::string& text : texts) {
         const CFMutableAttributedString string = styled(text, 13);
         const auto frame = frameOf(string, 400);

@@ -145,6 +145,23 @@ TEST_F(ImageTest, IsPaintedAtItsOwnSizePixelForPixel) {
     EXPECT_EQ(image_->getDescription(), "QuartzImage");
 }
 
+// The fuzzers' corpus of addresses. What is named broken is no picture.
+TEST_F(ImageTest, TakesDataAddressesThatAreHostile) {
+    int count = 0;
+    for (const auto& entry :
+         std::filesystem::directory_iterator(string(ORVANE_TEST_CORPUS) + "/data-address")) {
+        std::ifstream in(entry.path(), std::ios::binary);
+        const string address = "data:" + string(std::istreambuf_iterator<char>(in), {});
+        image_ = DisplayFactory::createImage();
+        const string line = printedBy([&] { image_->setPath(address); });
+        const bool broken = entry.path().filename().string().starts_with("broken");
+        EXPECT_EQ(isEmpty(), broken) << entry.path();
+        EXPECT_EQ(line.empty(), !broken) << entry.path();
+        ++count;
+    }
+    EXPECT_GT(count, 8);
+}
+
 TEST(QuartzUtilsTest, DecodesBase64FromAPlaceOn) {
     const std::tuple<string, std::size_t, std::optional<string>> cases[] = {
         {"QUJD", 0, "ABC"},
