@@ -54,34 +54,37 @@ ExitCode GTKHost::run() {
 }
 
 void GTKHost::begin() {
-    // Time counts from when there is a window to see. A loop of its own keeps what follows out of
-    // the signal's way.
+    // Where the desktop puts it, the first control would have it, and look edited.
+    window_.unset_focus();
+    // Time counts from when there is a window to see.
     playback_.emplace(script_, content_, [this] {
-        played_ = true;
-        content_.widget().queue_draw();
+        if (!options_.at) {
+            becomeDue();
+        }
     });
     if (!options_.endsByItself()) {
         return;
     }
     if (options_.at) {
-        timer_.emplace(*options_.at, [this] { write(); });
-    } else {
-        g_signal_connect_swapped(content_.widget().get_frame_clock()->gobj(), "after-paint",
-                                 G_CALLBACK(+[](GTKHost* host) { host->frameShown(); }), this);
+        timer_.emplace(*options_.at, [this] { becomeDue(); });
     }
+    g_signal_connect_swapped(content_.widget().get_frame_clock()->gobj(), "after-paint",
+                             G_CALLBACK(+[](GTKHost* host) { host->frameShown(); }), this);
+}
+
+void GTKHost::becomeDue() {
+    due_ = true;
+    content_.widget().queue_draw();
 }
 
 void GTKHost::frameShown() {
-    const bool standing = !content_.needsDisplay() || content_.isAnimating();
-    if (played_ && standing && !timer_) {
-        timer_.emplace(0, [this] { write(); });
+    // Only here it is sure that nothing waits to be drawn.
+    if (due_ && (!content_.needsDisplay() || content_.isAnimating())) {
+        due_ = false;
+        exitCode_ = writeOutput(
+            options_, [this](const std::string& path) { return content_.writePNG(path); });
+        quit();
     }
-}
-
-void GTKHost::write() {
-    exitCode_ =
-        writeOutput(options_, [this](const std::string& path) { return content_.writePNG(path); });
-    quit();
 }
 
 }  // namespace orvane::host

@@ -34,8 +34,9 @@ public:
 
 private:
     void begin();
+    // The moment has come to write what was asked for: with the next frame.
+    void becomeDue();
     void frameShown();
-    void write();
     void quit() { g_main_loop_quit(loop_.get()); }
 
     const Options& options_;
@@ -47,7 +48,7 @@ private:
     Session session_;
     std::optional<Playback> playback_;
     std::optional<Timer> timer_;
-    bool played_ = false;
+    bool due_ = false;
     ExitCode exitCode_ = ExitCode::Done;
 };
 

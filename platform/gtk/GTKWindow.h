@@ -48,7 +48,8 @@ public:
     // window has shown something new, and not while it stays as it is.
     void setAccessibilityLabels(std::function<std::vector<Label>()> labels);
 
-    // What the desktop shows of this window, as a PNG. False when there is nothing to write yet, or
+    // What the desktop shows of this window, as a PNG. To be called when the frame clock has
+    // painted a frame: GTK has no picture of what waits to be drawn. False when there is none, or
     // the file cannot be written.
     bool writePNG(const std::string& path) const;
 
