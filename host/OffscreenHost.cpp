@@ -48,6 +48,7 @@ OffscreenHost::OffscreenHost(const Options& options, const EventScript& script)
       session_(window_, options.resources) {
     if (options.endsByItself() && !options.at) {
         clock_.emplace();
+        start_ = platform::CACurrentMediaTime();
     }
 }
 
@@ -73,7 +74,7 @@ ExitCode OffscreenHost::writeFrames() {
     for (long frame = 0; frame < count && !terminated_; ++frame) {
         const double time = static_cast<double>(frame) / options_.fps;
         play(time);
-        clock_->advanceTo(time);
+        advanceTo(time);
         settle();
         if (const std::string path = framePath(options_.frames, frame); !writePNG(path)) {
             complain("can't write " + path);
@@ -107,23 +108,24 @@ ExitCode OffscreenHost::runInRealTime() {
 }
 
 void OffscreenHost::advanceTo(double time) {
-    const double from = platform::CACurrentMediaTime();
-    const double step = std::max(1 / refreshRate, (time - from) / mostRefreshes);
-    for (double now = from + step; now < time && !terminated_; now += step) {
-        clock_->advanceTo(now);
+    const double step = std::max(1 / refreshRate, (time - time_) / mostRefreshes);
+    for (double next = time_ + step; next < time && !terminated_; next += step) {
+        clock_->advanceTo(start_ + next);
         settle();
     }
-    clock_->advanceTo(time);
+    clock_->advanceTo(start_ + time);
+    time_ = time;
 }
 
 void OffscreenHost::play(double until) {
     const auto& events = script_.events();
     for (; nextEvent_ < events.size() && !terminated_; ++nextEvent_) {
-        const platform::NSEvent& event = events[nextEvent_];
+        platform::NSEvent event = events[nextEvent_];
         if (event.timestamp > until) {
             return;
         }
         advanceTo(event.timestamp);
+        event.timestamp += start_;
         window_.sendEvent(event);
         settle();
     }

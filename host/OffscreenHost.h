@@ -30,7 +30,8 @@ private:
     ExitCode writeFrames();
     ExitCode runInRealTime();
 
-    // Lets media time pass up to a moment, a refresh of the display at a time.
+    // Virtual time; moments are seconds since the beginning of the run.
+    // Lets time pass up to a moment, a refresh of the display at a time.
     void advanceTo(double time);
     // Sends the events up to a moment, each at its own.
     void play(double until);
@@ -41,6 +42,8 @@ private:
     const Options& options_;
     const EventScript& script_;
     std::optional<platform::CAVirtualClock> clock_;
+    double start_ = 0;  // the virtual clock's at the beginning of the run
+    double time_ = 0;   // since then
     platform::OffscreenWindow window_;
     bool terminated_ = false;
     std::function<void()> onTerminate_;

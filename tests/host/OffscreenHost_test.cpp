@@ -75,20 +75,25 @@ TEST_F(OffscreenHost, DumpsBothTrees) {
     }
 }
 
-TEST_F(OffscreenHost, WritesTheSameFramesEachTime) {
+TEST_F(OffscreenHost, WritesTheFramesOfAnAnimationTheSameEachTime) {
+    const std::string events = write("events", "0.25 down 20 20\n0.25 up 20 120\n");
     for (const char* const name : {"a", "b"}) {
-        runWell({"--offscreen", "--frames", file(name), "--fps", "10", "--seconds", "0.5", "--size",
-                 "420x120", probe});
+        const auto result =
+            HostProcess::run({"--offscreen", "--frames", file(name), "--fps", "10", "--seconds",
+                              "0.5", "--size", "450x220", "--events", events, probe},
+                             {{{"PROBE_MOVE", "1"}}, {}});
+        EXPECT_EQ(result.exitCode, 0) << result.errors;
     }
-    const auto count = [](const std::string& path) {
-        return std::distance(std::filesystem::directory_iterator(path), {});
-    };
-    EXPECT_EQ(count(file("a")), 5);
-    EXPECT_EQ(count(file("b")), 5);
-    for (const char* const frame : {"/frame-000000.png", "/frame-000004.png"}) {
-        EXPECT_EQ(Picture::read(file("a") + frame).at(20, 20), red);
-        EXPECT_EQ(contents(file("a") + frame), contents(file("b") + frame));
+    for (int i = 0; i < 5; ++i) {
+        const std::string name = "/frame-00000" + std::to_string(i) + ".png";
+        const Picture frame = Picture::read(file("a") + name);
+        ASSERT_EQ(frame.width, 450) << name;
+        EXPECT_EQ(frame.at(300 + 10 * i - 1, 20), black) << name;
+        EXPECT_EQ(frame.at(300 + 10 * i, 20), blue) << name;
+        EXPECT_EQ(frame.at(20, 200), i < 3 ? black : red) << name;
+        EXPECT_EQ(contents(file("a") + name), contents(file("b") + name));
     }
+    EXPECT_FALSE(std::filesystem::exists(file("a") + "/frame-000005.png"));
 }
 
 TEST_F(OffscreenHost, GivesTheApplicationTheResourceFolderOfThisRunOnly) {

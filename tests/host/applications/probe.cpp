@@ -4,8 +4,9 @@
 #include <functional>
 #include <iostream>
 #include <memory>
-#include <thread>
+#include <vector>
 
+#include "orvane/display/animation/ValueAnimation.h"
 #include "orvane/runtime/Runtime.h"
 #include "orvane/system/system.h"
 
@@ -40,7 +41,7 @@ void knock() {
 }  // namespace
 
 // Two squares of 100: a red one that can be dragged, and a blue one, which turns green after
-// PROBE_DELAY milliseconds where that is set.
+// PROBE_DELAY milliseconds and moves 100 points in PROBE_MOVE seconds, where these are set.
 struct Probe {
     std::shared_ptr<Drag> drag = std::make_shared<Drag>();
     std::shared_ptr<SizePrinter> printer = std::make_shared<SizePrinter>();
@@ -63,6 +64,13 @@ struct Probe {
                     orvane::thread::dispatch_main([blue] { blue->setFillColor(0xFF00FF00); });
                 },
                 static_cast<unsigned>(std::atoi(delay)));
+        }
+        if (const char* const seconds = std::getenv("PROBE_MOVE")) {
+            const auto move = std::make_shared<animation::ValueAnimation>(
+                "move", animation::AttributeName::TranslationX, std::vector<float>{0, 100});
+            move->setAnimatable(blue->extractAnimationLayer());
+            move->setDuration(std::strtof(seconds, nullptr));
+            move->run();
         }
         knock();
         const auto size = display->getScreenSize();
