@@ -6,11 +6,15 @@
 #include <cstdlib>
 #include <memory>
 #include <numbers>
+#include <numeric>
 #include <random>
 #include <utility>
 #include <vector>
 
 #include "platform/offscreen/OffscreenWindow.h"
+#include "platform/quartzcore/CAKeyframeAnimation.h"
+#include "platform/quartzcore/CAMediaTime.h"
+#include "platform/quartzcore/CATransition.h"
 #include "tests/gtk/TestWindow.h"
 
 namespace orvane::tests {
@@ -179,6 +183,78 @@ TEST_F(SamePicture, OnScreenAndOffAfterAnyChanges) {
             }
         }
     }
+}
+
+// Two views that animate, and one that another fades in over, all for a second.
+class AnimatedScene {
+public:
+    AnimatedScene() : root_(std::make_shared<NSView>()) {
+        root_->setFrame({{0, 0}, size});
+        root_->layer()->setBackgroundColor({1, 1, 1, 1});
+        for (const CGRect& frame :
+             {CGRect{{10, 10}, {300, 100}}, CGRect{{10, 150}, {100, 80}},
+              CGRect{{250, 200}, {200, 150}}, CGRect{{280, 220}, {200, 150}}}) {
+            const double shade = static_cast<double>(views_.size()) / 4;
+            views_.push_back(makePattern(frame, {shade, 0.5, 1 - shade, 1}));
+            root_->addSubview(views_.back());
+        }
+    }
+
+    const std::shared_ptr<NSView>& root() const { return root_; }
+
+    void animate() {
+        platform::CAKeyframeAnimation opacity("opacity");
+        opacity.setValues(std::vector<double>{1, 0, 0.5});
+        add(0, opacity);
+        platform::CAKeyframeAnimation translation("transform.translation.x");
+        translation.setValues(std::vector<double>{0, 100});
+        add(1, translation);
+        platform::CATransition fade;
+        fade.setOutgoingLayer(views_[2]->layer());
+        add(3, fade);
+    }
+
+    int drawCount() const {
+        return std::accumulate(views_.begin(), views_.end(), 0,
+                               [](int sum, const auto& view) { return sum + view->drawCount; });
+    }
+
+private:
+    void add(std::size_t view, platform::CAAnimation& animation) {
+        animation.setDuration(1);
+        views_[view]->layer()->addAnimation(animation, "animation");
+    }
+
+    std::shared_ptr<NSView> root_;
+    std::vector<std::shared_ptr<PatternView>> views_;
+};
+
+TEST_F(SamePicture, OfAnimatedViewsWhichAreNotPaintedAgain) {
+    platform::CAVirtualClock clock;
+    const double start = platform::CACurrentMediaTime();
+    TestWindow onScreen(size);
+    platform::OffscreenWindow offScreen(size, onScreen.window().backingScaleFactor());
+    AnimatedScene shown;
+    AnimatedScene rendered;
+    onScreen.window().setContentView(shown.root());
+    offScreen.setContentView(rendered.root());
+    onScreen.show();
+    const int painted = shown.drawCount();
+    shown.animate();
+    rendered.animate();
+    desktop::Picture last;
+    for (int step = 0; step <= 11; ++step) {
+        clock.advanceTo(start + step / 10.0);
+        desktop::Picture picture = onScreen.picture();
+        EXPECT_EQ(countDifferences(picture, pictureOf(offScreen), 6), 0) << step;
+        if (step > 0 && step <= 10) {
+            EXPECT_GT(countDifferences(picture, last, 6), 0) << step;
+        }
+        last = std::move(picture);
+    }
+    EXPECT_EQ(shown.drawCount(), painted);
+    EXPECT_FALSE(onScreen.window().isAnimating());
+    EXPECT_TRUE(desktop::runUntil([] { return desktop::timeToNextWakeUp() > 5; }));
 }
 
 TEST_F(SamePicture, OfTurnedViewsButForSmoothedEdges) {
