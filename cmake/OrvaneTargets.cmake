@@ -7,7 +7,7 @@ target_compile_options(orvane_options INTERFACE
     # Virtual inheritance makes every class of the display tree name its bases' destructors.
     -Wno-inaccessible-base
     # g++ 12 sees an overlap that is not there inside its own "literal" + std::string.
-    -Wno-restrict)
+    $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict>)
 if(ORVANE_WERROR)
     target_compile_options(orvane_options INTERFACE -Werror)
 endif()
