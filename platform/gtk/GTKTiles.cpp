@@ -3,8 +3,8 @@
 #include <gdkmm/memorytexture.h>
 #include <glibmm/bytes.h>
 
+#include <algorithm>
 #include <cstddef>
-#include <cstring>
 #include <vector>
 
 #include "platform/appkit/NSBackingStore.h"
@@ -13,23 +13,34 @@ namespace orvane::platform {
 
 namespace {
 
-Glib::RefPtr<Gdk::Texture> makeTexture(const NSBackingStore& store, const NSBackingRect& rect) {
+// Tiles at the edge of what is stored have a transparent pixel more there: where the view is
+// turned, the compositor's filter then smooths its outline.
+NSBackingRect withMargin(const NSBackingRect& rect, const NSBackingRect& area) {
+    return {rect.left - (rect.left == area.left ? 1 : 0), rect.top - (rect.top == area.top ? 1 : 0),
+            rect.right + (rect.right == area.right ? 1 : 0),
+            rect.bottom + (rect.bottom == area.bottom ? 1 : 0)};
+}
+
+// Of a tile, in the rectangle with its margin.
+Glib::RefPtr<Gdk::Texture> makeTexture(const NSBackingStore& store, const NSBackingRect& tile,
+                                       const NSBackingRect& rect) {
     const auto width = static_cast<std::size_t>(rect.width());
     const auto height = static_cast<std::size_t>(rect.height());
-    const std::size_t rowSize = width * sizeof(std::uint32_t);
     const std::size_t stride = store.bytesPerRow() / sizeof(std::uint32_t);
-    const std::uint32_t* row = store.pixels() +
-                               static_cast<std::size_t>(rect.top - store.area().top) * stride +
-                               static_cast<std::size_t>(rect.left - store.area().left);
+    const std::uint32_t* source = store.pixels() +
+                                  static_cast<std::size_t>(tile.top - store.area().top) * stride +
+                                  static_cast<std::size_t>(tile.left - store.area().left);
     std::vector<std::uint32_t> pixels(width * height);
-    for (std::size_t y = 0; y < height; ++y, row += stride) {
-        std::memcpy(&pixels[y * width], row, rowSize);
+    std::uint32_t* target = pixels.data() + static_cast<std::size_t>(tile.top - rect.top) * width +
+                            static_cast<std::size_t>(tile.left - rect.left);
+    for (int row = 0; row < tile.height(); ++row, source += stride, target += width) {
+        std::copy_n(source, tile.width(), target);
     }
-    const auto bytes = Glib::Bytes::create(pixels.data(), rowSize * height);
+    const auto bytes = Glib::Bytes::create(pixels.data(), pixels.size() * sizeof(std::uint32_t));
     // GTK's default format is premultiplied ARGB in the machine's byte order, as in the store.
     return Gdk::MemoryTexture::create(rect.width(), rect.height(),
                                       static_cast<Gdk::MemoryTexture::Format>(GDK_MEMORY_DEFAULT),
-                                      bytes, rowSize);
+                                      bytes, width * sizeof(std::uint32_t));
 }
 
 constexpr int floorDivide(int value, int divisor) {
@@ -64,9 +75,10 @@ void GTKTiles::updateRect(const NSBackingStore& store, const NSBackingRect& rect
             tiles_.erase(place);
             return;
         }
+        const NSBackingRect shown = withMargin(current.rect, area_);
         Tile& tile = tiles_[place];
-        if (tile.serial != current.serial || tile.rect != current.rect) {
-            tile = {current.rect, current.serial, makeTexture(store, current.rect)};
+        if (tile.serial != current.serial || tile.rect != shown) {
+            tile = {shown, current.serial, makeTexture(store, current.rect, shown)};
         }
     });
 }

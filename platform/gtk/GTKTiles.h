@@ -29,7 +29,7 @@ public:
 
 private:
     struct Tile {
-        NSBackingRect rect;
+        NSBackingRect rect;  // what the texture covers
         std::uint64_t serial = 0;
         Glib::RefPtr<Gdk::Texture> texture;
     };
