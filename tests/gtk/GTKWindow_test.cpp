@@ -11,6 +11,8 @@
 #include "platform/appkit/NSEvent.h"
 #include "platform/appkit/NSGestureRecognizer.h"
 #include "platform/appkit/NSView.h"
+#include "platform/quartzcore/CAKeyframeAnimation.h"
+#include "platform/quartzcore/CATransaction.h"
 #include "tests/gtk/TestWindow.h"
 
 namespace orvane::tests {
@@ -143,6 +145,30 @@ TEST_F(GTKWindow, MovesTurnsFadesHidesAndRestacksWithoutPainting) {
     view->setHidden(false);
     window_->show();
     EXPECT_EQ(view->drawCount, painted);
+}
+
+TEST_F(GTKWindow, AnimatesOnTheFrameClockWithoutPaintingAndThenSleeps) {
+    const auto view = add({{100, 50}, {300, 200}}, {1, 0, 0, 1});
+    window_->show();
+    const int painted = view->drawCount;
+    bool isOver = false;
+    platform::CATransaction::begin();
+    platform::CATransaction::setCompletionBlock([&isOver] { isOver = true; });
+    for (const char* const keyPath : {"transform.rotation", "transform.translation.x", "opacity"}) {
+        platform::CAKeyframeAnimation animation(keyPath);
+        animation.setValues(std::vector<double>{1, 0});
+        animation.setDuration(0.5);
+        animation.setRepeatCount(std::numeric_limits<float>::infinity());
+        view->layer()->addAnimation(animation, keyPath);
+    }
+    platform::CATransaction::commit();
+    const int before = window_->frames();
+    EXPECT_TRUE(desktop::runUntil([&] { return window_->frames() >= before + 10; }));
+    EXPECT_FALSE(isOver);
+    view->layer()->removeAllAnimations();
+    EXPECT_TRUE(desktop::runUntil([&] { return isOver; }));
+    EXPECT_EQ(view->drawCount, painted);
+    EXPECT_TRUE(desktop::runUntil([] { return desktop::timeToNextWakeUp() > 5; }));
 }
 
 TEST_F(GTKWindow, UploadsOnlyTheTilesThatWerePainted) {
