@@ -30,7 +30,7 @@ LinearGradient across(float x2, float y2, std::initializer_list<unsigned> colors
 
 void drawGradients(ContainerObject& inside) {
     const auto sky = DisplayFactory::createRect();
-    sky->set(24, 32, 227, 84);
+    sky->set(24, 38, 227, 80);
     sky->setRx(12);
     sky->setRy(12);
     sky->setFillColor(across(1, 0, {palette::violet, palette::coral, palette::amber}));
@@ -104,7 +104,7 @@ void drawNestedTransforms(ContainerObject& inside) {
     for (int i = 0; i < 16; ++i) {
         const auto level = DisplayFactory::createContainer();
         if (i == 0) {
-            level->setTranslate(137, 119);
+            level->setTranslate(137, 129);
         } else {
             level->setScale(0.86F, 0.86F);
             turn(*level, 11, 0, 0);

@@ -40,7 +40,7 @@ Runtime::~Runtime() {
 
 void Runtime::stop() {
     run({}, 0);
-    if (thread_.joinable()) {
+    if (thread_.joinable() && thread_.get_id() != std::this_thread::get_id()) {
         thread_.join();
     }
 }

@@ -45,7 +45,8 @@ public:
 
     // Ends the timed tasks for good: waits for the one that runs and for those already due, and
     // leaves the others undone. For hosts, before DeleteInstance(): no lock is held here, so tasks
-    // may call GetInstance() to the last. Not from a task; on one thread at a time.
+    // may call GetInstance() to the last. Called in a task it cannot wait for its own end, and
+    // returns at once. On one thread at a time.
     void stop();
 
     // Whether initSwift has started an application, be it one whose main() threw. For hosts, which
