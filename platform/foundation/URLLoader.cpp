@@ -84,7 +84,7 @@ void URLLoader::start(std::shared_ptr<NSURLSessionDataTask> task) {
     running->host = task->currentRequest().URL()->origin();
     running->task = std::move(task);
     if (idle_.empty()) {
-        running->easy = URLTransfer::makeHandle(share_.get(), configuration_);
+        running->easy.reset(curl_easy_init());
     } else {
         running->easy = std::move(idle_.back());
         idle_.pop_back();
@@ -96,8 +96,8 @@ void URLLoader::start(std::shared_ptr<NSURLSessionDataTask> task) {
 void URLLoader::send(std::unique_ptr<Running> running) {
     CURL* const easy = running->easy.get();
     running->transfer.reset();
-    running->transfer = std::make_unique<URLTransfer>(easy, running->task->currentRequest(),
-                                                      configuration_, memory_);
+    running->transfer = std::make_unique<URLTransfer>(
+        easy, share_.get(), running->task->currentRequest(), configuration_, memory_);
     nextDeadline_ = std::min(nextDeadline_, running->transfer->deadline());
     running_.emplace(easy, std::move(running));
     multi_.add(easy);

@@ -76,14 +76,34 @@ const char* standardName(const char* name) {
 
 }  // namespace
 
-CurlEasy URLTransfer::makeHandle(CURLSH* share, const NSURLSessionConfiguration& configuration) {
-    CurlEasy easy(curl_easy_init());
-    const auto set = [&](CURLoption option, auto value) {
-        curl_easy_setopt(easy.get(), option, value);
-    };
+URLTransfer::URLTransfer(CURL* easy, CURLSH* share, const NSMutableURLRequest& request,
+                         const NSURLSessionConfiguration& configuration, URLBodyMemory& memory)
+    : easy_(easy),
+      sentBody_(request.HTTPBody()),
+      timeout_(std::chrono::duration_cast<Clock::duration>(
+          std::chrono::duration<double>(request.timeoutInterval()))),
+      lastActivity_(Clock::now()),
+      maximumHeaderLength_(configuration.maximumHeaderLength),
+      memory_(memory) {
     set(CURLOPT_SHARE, share);
     // No file: it turns on the cookies that the handle shares.
     set(CURLOPT_COOKIEFILE, "");
+    setTransport(configuration);
+    setCallbacks();
+    setURL(request.URL()->absoluteString());
+    setMethodAndBody(request);
+    setFields(request);
+}
+
+URLTransfer::~URLTransfer() {
+    memory_.used -= body_.capacity();
+    // Resetting forgets the list of cookie files without freeing it.
+    set(CURLOPT_COOKIEFILE, nullptr);
+    // Nothing of one transfer may reach the next: pointers, or how often it was tried again.
+    curl_easy_reset(easy_);
+}
+
+void URLTransfer::setTransport(const NSURLSessionConfiguration& configuration) {
     set(CURLOPT_PROTOCOLS_STR, "http,https");
     set(CURLOPT_NOSIGNAL, 1L);
     // A name server that does not answer must hold up neither the other transfers nor the exit.
@@ -99,38 +119,18 @@ CurlEasy URLTransfer::makeHandle(CURLSH* share, const NSURLSessionConfiguration&
     if (!configuration.certificateFolder.empty()) {
         set(CURLOPT_CAPATH, configuration.certificateFolder.c_str());
     }
+}
+
+void URLTransfer::setCallbacks() {
     set(CURLOPT_SUPPRESS_CONNECT_HEADERS, 1L);
-    set(CURLOPT_HEADERFUNCTION, &URLTransfer::headerArrived);
-    set(CURLOPT_WRITEFUNCTION, &URLTransfer::bodyArrived);
-    set(CURLOPT_XFERINFOFUNCTION, &URLTransfer::progressed);
-    set(CURLOPT_NOPROGRESS, 0L);
-    return easy;
-}
-
-URLTransfer::URLTransfer(CURL* easy, const NSMutableURLRequest& request,
-                         const NSURLSessionConfiguration& configuration, URLBodyMemory& memory)
-    : easy_(easy),
-      sentBody_(request.HTTPBody()),
-      timeout_(std::chrono::duration_cast<Clock::duration>(
-          std::chrono::duration<double>(request.timeoutInterval()))),
-      lastActivity_(Clock::now()),
-      maximumHeaderLength_(configuration.maximumHeaderLength),
-      memory_(memory) {
-    setURL(request.URL()->absoluteString());
-    setMethodAndBody(request);
-    setFields(request);
     set(CURLOPT_ERRORBUFFER, &errorBuffer_[0]);
+    set(CURLOPT_HEADERFUNCTION, &URLTransfer::headerArrived);
     set(CURLOPT_HEADERDATA, this);
+    set(CURLOPT_WRITEFUNCTION, &URLTransfer::bodyArrived);
     set(CURLOPT_WRITEDATA, this);
+    set(CURLOPT_XFERINFOFUNCTION, &URLTransfer::progressed);
     set(CURLOPT_XFERINFODATA, this);
-}
-
-URLTransfer::~URLTransfer() {
-    memory_.used -= body_.capacity();
-    // The handle lives on, and must not point here.
-    set(CURLOPT_ERRORBUFFER, nullptr);
-    set(CURLOPT_HTTPHEADER, nullptr);
-    set(CURLOPT_POSTFIELDS, nullptr);
+    set(CURLOPT_NOPROGRESS, 0L);
 }
 
 void URLTransfer::setURL(const std::string& url) {
@@ -155,8 +155,6 @@ void URLTransfer::setMethodAndBody(const NSMutableURLRequest& request) {
         // No waiting for leave to send the body, and no type that nobody gave it.
         appendField("Expect:");
         appendField("Content-Type:");
-    } else {
-        set(CURLOPT_HTTPGET, 1L);
     }
     set(CURLOPT_CUSTOMREQUEST, method.c_str());
 }

@@ -34,11 +34,8 @@ class URLTransfer {
 public:
     using Clock = std::chrono::steady_clock;
 
-    // A handle for one transfer after another, with all that they have in common.
-    static CurlEasy makeHandle(CURLSH* share, const NSURLSessionConfiguration& configuration);
-
-    // Everything but the request outlives the transfer.
-    URLTransfer(CURL* easy, const NSMutableURLRequest& request,
+    // Everything but the request outlives the transfer. The handle is given back as a new one.
+    URLTransfer(CURL* easy, CURLSH* share, const NSMutableURLRequest& request,
                 const NSURLSessionConfiguration& configuration, URLBodyMemory& memory);
     ~URLTransfer();
     URLTransfer(const URLTransfer&) = delete;
@@ -69,6 +66,8 @@ private:
     void set(CURLoption option, Value value) {
         curl_easy_setopt(easy_, option, value);
     }
+    void setTransport(const NSURLSessionConfiguration& configuration);
+    void setCallbacks();
     void setURL(const std::string& url);
     void setMethodAndBody(const NSMutableURLRequest& request);
     void setFields(const NSMutableURLRequest& request);

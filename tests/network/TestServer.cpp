@@ -54,6 +54,7 @@ void TestServer::Connection::send(const std::string& bytes) {
 
 void TestServer::Connection::answer(int status, const std::string& body,
                                     const std::string& headerLines) {
+    ++answers_;
     send("HTTP/1.1 " + std::to_string(status) + " x\r\n" + headerLines +
          "Content-Length: " + std::to_string(body.size()) + "\r\n\r\n" + body);
 }

@@ -34,6 +34,7 @@ public:
         void send(const std::string& bytes);
         // An answer that keeps the connection. The header lines end with a line break.
         void answer(int status, const std::string& body, const std::string& headerLines = {});
+        [[nodiscard]] int answers() const { return answers_; }
         void close();
         // Answers nothing, until the other side has given up.
         void stall();
@@ -49,6 +50,7 @@ public:
         std::unique_ptr<SSL, decltype(&SSL_free)> tls_;
         std::string pending_;
         bool isOpen_ = true;
+        int answers_ = 0;
     };
 
     using Handler = std::function<void(const Request&, Connection&)>;

@@ -96,6 +96,21 @@ TEST(NSURLSession, KeepsItsConnections) {
     EXPECT_EQ(server.connections(), 1);
 }
 
+TEST(NSURLSession, AsksAgainWhereAKeptConnectionIsClosedInsteadOfAnswering) {
+    TestServer server([](const TestServer::Request& request, Connection& connection) {
+        if (connection.answers() == 0) {
+            answerTarget(request, connection);
+        } else {
+            connection.close();
+        }
+    });
+    NSURLSession session(configuration());
+    for (int i = 0; i < 50; ++i) {
+        const auto outcome = start(session, server.url("/x")).get();
+        EXPECT_EQ(outcome.body, "/x") << i << ": " << outcome.error;
+    }
+}
+
 TEST(NSURLSession, LetsWaitingTasksHaveTheirTurnWithoutTimingOut) {
     TestServer server([](const TestServer::Request& request, Connection& connection) {
         request.target == "/stall" ? connection.stall() : answerTarget(request, connection);
