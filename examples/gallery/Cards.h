@@ -48,6 +48,26 @@ void drawGradientStops(ContainerObject& inside);
 void drawClips(ContainerObject& inside);
 void drawNestedTransforms(ContainerObject& inside);
 
+// The cards of the page of texts.
+void drawAlignments(ContainerObject& inside);
+void drawBaselines(ContainerObject& inside);
+void drawDecorations(ContainerObject& inside);
+void drawFonts(ContainerObject& inside);
+void drawScripts(ContainerObject& inside);
+void drawEmoji(ContainerObject& inside);
+void drawWrapping(ContainerObject& inside);
+void drawAttributedText(ContainerObject& inside);
+void drawTextIcon(ContainerObject& inside);
+
+// The cards of the page of images.
+void drawJpeg(ContainerObject& inside);
+void drawPng(ContainerObject& inside);
+void drawRawPixels(ContainerObject& inside);
+void drawDataAddress(ContainerObject& inside);
+void drawTurnedImage(ContainerObject& inside);
+void drawClippedImage(ContainerObject& inside);
+void drawImageIcon(ContainerObject& inside);
+
 // Short forms for what every card does.
 template <typename Shape>
 void paint(const Shape& shape, unsigned fill, unsigned stroke = 0, float strokeWidth = 0) {

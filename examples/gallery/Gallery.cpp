@@ -62,7 +62,25 @@ public:
         page_.addCard("Drag and drop",
                       [this](ContainerObject& inside) { drawDraggables(inside, drag_); });
 
+        textPage_.addCard("Alignment", drawAlignments);
+        textPage_.addCard("Baseline", drawBaselines);
+        textPage_.addCard("Decoration", drawDecorations);
+        textPage_.addCard("Fonts", drawFonts);
+        textPage_.addCard("Scripts", drawScripts);
+        textPage_.addCard("Emoji", drawEmoji);
+        textPage_.addCard("Wrapping", drawWrapping);
+        textPage_.addCard("Attributed text", drawAttributedText);
+
+        imagePage_.addCard("JPEG, from a file", drawJpeg);
+        imagePage_.addCard("PNG, from bytes", drawPng);
+        imagePage_.addCard("Raw pixels", drawRawPixels);
+        imagePage_.addCard("Data address, scaled", drawDataAddress);
+        imagePage_.addCard("Turned", drawTurnedImage);
+        imagePage_.addCard("Clipped", drawClippedImage);
+
         addPage(page_.root(), drawShapesIcon);
+        addPage(textPage_.root(), drawTextIcon);
+        addPage(imagePage_.root(), drawImageIcon);
         addPage(animationPage_.root(), AnimationPage::drawIcon, [this] { animationPage_.start(); });
 
         const auto display = Display::instance();
@@ -92,6 +110,8 @@ private:
 
     std::shared_ptr<Navigation> navigation_ = std::make_shared<Navigation>();
     Page page_;
+    Page textPage_;
+    Page imagePage_;
     AnimationPage animationPage_{navigation_};
     std::shared_ptr<Fit> fit_ = std::make_shared<Fit>();
     std::shared_ptr<Drag> drag_ = std::make_shared<Drag>();

@@ -1,0 +1,143 @@
+#include "Cards.h"
+#include "Palette.h"
+
+namespace gallery {
+
+using namespace orvane::display::graphics;
+
+namespace {
+
+std::shared_ptr<Text> text(ContainerObject& inside, float x, float y, const std::string& content,
+                           float size = 15, unsigned color = palette::ink,
+                           const char* font = "DejaVuSans") {
+    const auto result = DisplayFactory::createText(false);
+    result->setFont(font);
+    result->setTextSize(size);
+    result->setFillColor(color);
+    result->setContent(content);
+    result->setX(x);
+    result->setY(y);
+    inside.add(result);
+    return result;
+}
+
+void guide(ContainerObject& inside, float x1, float y1, float x2, float y2) {
+    const auto line = DisplayFactory::createLine();
+    line->set(x1, y1, x2, y2);
+    line->setStrokeColor(palette::coral);
+    line->setStrokeWidth(1);
+    inside.add(line);
+}
+
+Text::Segment segment(const std::string& content, float size,
+                      const std::array<unsigned char, 4>& color, const char* font = "DejaVuSans",
+                      int decoration = 0) {
+    Text::Segment result;
+    result.content = content;
+    result.textSize = size;
+    result.fillColor = color;
+    result.font = font;
+    result.decoration = decoration;
+    return result;
+}
+
+}  // namespace
+
+void drawAlignments(ContainerObject& inside) {
+    guide(inside, 137.5F, 44, 137.5F, 210);
+    float y = 78;
+    for (const auto& [align, name] : {std::pair{TextAlign::Start, "start"},
+                                      {TextAlign::Center, "centre"},
+                                      {TextAlign::End, "end"}}) {
+        const auto line = text(inside, 137.5F, y, name, 22, palette::blue);
+        line->setTextAlign(align);
+        y += 52;
+    }
+}
+
+void drawBaselines(ContainerObject& inside) {
+    float y = 76;
+    for (const auto& [baseline, name] : {std::pair{AlignmentBaseline::Baseline, "Baseline"},
+                                         {AlignmentBaseline::Middle, "Middle"},
+                                         {AlignmentBaseline::Top, "Top"}}) {
+        guide(inside, 24, y, 251, y);
+        const auto line = text(inside, 36, y, name, 26, palette::violet);
+        line->setAlignmentBaseline(baseline);
+        y += 54;
+    }
+}
+
+void drawDecorations(ContainerObject& inside) {
+    text(inside, 30, 74, "Plain", 20);
+    text(inside, 30, 110, "Underlined", 20, palette::teal)->setDecoration(true, false);
+    text(inside, 30, 146, "Struck through", 20, palette::coral)->setDecoration(false, true);
+    text(inside, 30, 182, "Both of them", 20, palette::violet)->setDecoration(true, true);
+}
+
+void drawFonts(ContainerObject& inside) {
+    text(inside, 28, 76, "DejaVu Sans", 21, palette::ink, "DejaVuSans");
+    text(inside, 28, 112, "DejaVu Sans Bold", 21, palette::ink, "DejaVuSans-Bold");
+    text(inside, 28, 148, "DejaVu Serif", 21, palette::ink, "DejaVuSerif");
+    text(inside, 28, 184, "DejaVu Sans Mono", 21, palette::ink, "DejaVuSansMono");
+}
+
+void drawScripts(ContainerObject& inside) {
+    const char* lines[] = {"Ελληνικά · Кириллица", "שלום עולם", "مرحبا بالعالم",
+                           "ffi ligatures, a\u0301 e\u0308 o\u0302", "日本の"};
+    float y = 70;
+    for (const char* const line : lines) {
+        text(inside, 28, y, line, 20);
+        y += 34;
+    }
+}
+
+void drawEmoji(ContainerObject& inside) {
+    text(inside, 28, 100, "😀 😎 🎉 🚀", 38);
+    text(inside, 28, 160, "❤ in a line of text 👍", 18);
+}
+
+void drawWrapping(ContainerObject& inside) {
+    float y = 46;
+    for (const TextAlign align : {TextAlign::Start, TextAlign::Center, TextAlign::End}) {
+        const auto box = DisplayFactory::createRect();
+        box->set(28, y, 219, 52);
+        paint(box, 0x142F6FDE);
+        inside.add(box);
+        const auto block = DisplayFactory::createText(true);
+        block->setFont("DejaVuSans");
+        block->setTextSize(13);
+        block->setFillColor(palette::ink);
+        block->setContent(
+            "Text of several lines wraps at the width it is given, wherever that is.");
+        block->setAlignment(align);
+        block->setX(30);
+        block->setY(y + 2);
+        block->setWidth(215);
+        inside.add(block);
+        y += 60;
+    }
+}
+
+void drawAttributedText(ContainerObject& inside) {
+    const auto block = DisplayFactory::createAttributedText();
+    block->setX(26);
+    block->setY(64);
+    block->setWidth(226);
+    block->setContent(std::vector<Text::Segment>{
+        segment("Every ", 16, {34, 48, 60, 255}),
+        segment("segment ", 24, {242, 84, 91, 255}, "DejaVuSans-Bold"),
+        segment("keeps its own ", 16, {34, 48, 60, 255}),
+        segment("font", 20, {122, 92, 214, 255}, "DejaVuSerif"),
+        segment(", size, ", 16, {34, 48, 60, 255}),
+        segment("colour ", 16, {25, 167, 160, 255}, "DejaVuSans-Bold"),
+        segment("and ", 16, {34, 48, 60, 255}),
+        segment("decoration", 16, {47, 111, 222, 255}, "DejaVuSans", 1),
+        segment(", and all are laid out as one text.", 16, {34, 48, 60, 255})});
+    inside.add(block);
+}
+
+void drawTextIcon(ContainerObject& inside) {
+    text(inside, 3, 21, "A", 24, palette::card, "DejaVuSerif");
+}
+
+}  // namespace gallery
