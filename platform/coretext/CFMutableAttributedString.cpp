@@ -39,6 +39,15 @@ std::string validText(std::string_view text) {
     return valid;
 }
 
+// Where the character begins that the byte is in.
+std::size_t characterAt(const std::string& text, std::size_t byte) {
+    while (byte > 0 && byte < text.size() &&
+           (static_cast<unsigned char>(text[byte]) & 0xC0) == 0x80) {
+        --byte;
+    }
+    return byte;
+}
+
 }  // namespace
 
 void CFMutableAttributedString::replaceString(std::string_view text) {
@@ -83,8 +92,9 @@ void CFMutableAttributedString::splitAt(std::size_t location) {
 
 template <typename Change>
 void CFMutableAttributedString::change(CFRange range, Change&& change) {
-    const std::size_t begin = std::min(range.location, length());
-    const std::size_t end = begin + std::min(range.length, length() - begin);
+    const std::size_t first = std::min(range.location, length());
+    const std::size_t begin = characterAt(*text_, first);
+    const std::size_t end = characterAt(*text_, first + std::min(range.length, length() - first));
     if (begin == end) {
         return;
     }

@@ -51,7 +51,7 @@ public:
     std::size_t length() const { return text_->size(); }
     CFRange range() const { return {0, length()}; }
 
-    // Parts of `range` beyond the text are ignored.
+    // Parts of `range` beyond the text are ignored; an end inside a character moves to its begin.
     void setFont(CFRange range, const std::shared_ptr<const CTFont>& font);
     void setForegroundColor(CFRange range, const CGColor& color);
     void setStrokeColor(CFRange range, const CGColor& color);

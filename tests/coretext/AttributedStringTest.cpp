@@ -52,6 +52,13 @@ TEST(AttributedStringTest, RunsCoverTheTextWithoutGapsAndNeighboursDiffer) {
     string.setForegroundColor(string.range(), kBlue);
     string.setUnderline(string.range(), false);
     EXPECT_EQ(string.runs().size(), 1u);
+
+    // Never inside a character.
+    string.replaceString("a\u65e5b");
+    string.setUnderline({2, 1}, true);
+    EXPECT_EQ(string.runs().size(), 1u);
+    string.setUnderline({3, 2}, true);
+    EXPECT_EQ(string.runs().front().range, (CFRange{0, 1}));
 }
 
 TEST(AttributedStringTest, ReplacesWhatIsNotUtf8) {
