@@ -81,4 +81,9 @@ void blendCoverage(std::uint32_t* row, const std::uint8_t* coverage, int count,
 void blendColors(std::uint32_t* row, const std::uint32_t* colors, const std::uint8_t* coverage,
                  int count);
 
+// Lays a picture over the part `area` of the bitmap, pixel for pixel. `colors` is the area's first
+// pixel in the picture, whose rows are `stride` words apart.
+void blendPicture(const Bitmap& bitmap, const PixelRect& area, const std::uint32_t* colors,
+                  std::ptrdiff_t stride);
+
 }  // namespace orvane::platform

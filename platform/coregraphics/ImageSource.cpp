@@ -93,20 +93,15 @@ void ImageSource::fetch(const PixelRect& area, std::uint32_t* colors) const {
 
 void paintImage(const Bitmap& bitmap, const CGImage& image, int left, int top,
                 const PixelRect& clip) {
-    if (image.isOpaque()) {
-        for (int y = clip.top; y < clip.bottom; ++y) {
-            const std::uint32_t* row =
-                image.pixels().data() + static_cast<std::ptrdiff_t>(y - top) * image.width();
-            std::copy_n(row + (clip.left - left), clip.width(), bitmap.at(clip.left, y));
-        }
+    const std::uint32_t* colors = image.pixels().data() +
+                                  static_cast<std::ptrdiff_t>(clip.top - top) * image.width() +
+                                  (clip.left - left);
+    if (!image.isOpaque()) {
+        blendPicture(bitmap, clip, colors, image.width());
         return;
     }
-    const Image source = wrap(image.pixels().data(), image.width(), image.height(), image.width());
-    const Image target = wrap(bitmap.pixels, bitmap.width, bitmap.height, bitmap.stride);
-    if (source && target) {
-        pixman_image_composite32(PIXMAN_OP_OVER, source.get(), nullptr, target.get(),
-                                 clip.left - left, clip.top - top, 0, 0, clip.left, clip.top,
-                                 clip.width(), clip.height());
+    for (int y = clip.top; y < clip.bottom; ++y, colors += image.width()) {
+        std::copy_n(colors, clip.width(), bitmap.at(clip.left, y));
     }
 }
 

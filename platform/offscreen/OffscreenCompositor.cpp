@@ -82,6 +82,17 @@ OffscreenCompositor::Target OffscreenCompositor::Target::create(const NSBackingR
     return target;
 }
 
+Bitmap OffscreenCompositor::Target::bitmap() const {
+    return {pixels.get(), static_cast<int>(area.width()), static_cast<int>(area.height()),
+            static_cast<std::ptrdiff_t>(area.width())};
+}
+
+PixelRect OffscreenCompositor::Target::toPixels(const NSBackingRect& rect) const {
+    const NSBackingRect own = rect.movedBy(-area.left, -area.top);
+    return {static_cast<int>(own.left), static_cast<int>(own.top), static_cast<int>(own.right),
+            static_cast<int>(own.bottom)};
+}
+
 void OffscreenCompositor::setImage(int width, int height, double scale) {
     scale_ = scale;
     bounds_ = {0, 0, width, height};
@@ -268,14 +279,22 @@ std::span<const NSBackingRect> OffscreenCompositor::compose(NSView* root, double
     isNew_ = false;
     damage_.take(composed_);
     for (const NSBackingRect& rect : composed_) {
-        pixman_fill(image_.pixels.get(), width(), 32, static_cast<int>(rect.left),
-                    static_cast<int>(rect.top), static_cast<int>(rect.width()),
-                    static_cast<int>(rect.height()), 0);
+        if (!root || !hidesAllBelow(*root, rect)) {
+            pixman_fill(image_.pixels.get(), width(), 32, static_cast<int>(rect.left),
+                        static_cast<int>(rect.top), static_cast<int>(rect.width()),
+                        static_cast<int>(rect.height()), 0);
+        }
         if (root) {
             composeView(image_, *root, rect);
         }
     }
     return composed_;
+}
+
+bool OffscreenCompositor::hidesAllBelow(const NSView& view, const NSBackingRect& rect) {
+    const Place& place = placeOf(view);
+    return place.isPixelAligned && place.opacity == 1 &&
+           view.layer()->backgroundColor().alpha >= 1 && place.own.contains(rect);
 }
 
 void OffscreenCompositor::composeView(Target& target, NSView& view, const NSBackingRect& rect) {
@@ -405,6 +424,10 @@ void OffscreenCompositor::drawContents(Target& target, const NSView& view, doubl
         return;
     }
     Place& place = placeOf(view);
+    if (place.isPixelAligned && alpha == 1) {
+        copyContents(target, store, place, rect);
+        return;
+    }
     if (!place.contents || place.pixels != store.pixels() || place.area != store.area()) {
         place.pixels = store.pixels();
         place.area = store.area();
@@ -434,6 +457,18 @@ void OffscreenCompositor::drawContents(Target& target, const NSView& view, doubl
                              static_cast<int>(rect.left - target.area.left),
                              static_cast<int>(rect.top - target.area.top),
                              static_cast<int>(rect.width()), static_cast<int>(rect.height()));
+}
+
+void OffscreenCompositor::copyContents(Target& target, const NSBackingStore& store,
+                                       const Place& place, const NSBackingRect& rect) {
+    const NSBackingRect stored = store.area().movedBy(place.originX, place.originY);
+    const NSBackingRect part = rect.intersection(stored);
+    if (!part.isEmpty()) {
+        const auto stride = static_cast<std::ptrdiff_t>(stored.width());
+        blendPicture(target.bitmap(), target.toPixels(part),
+                     store.pixels() + (part.top - stored.top) * stride + (part.left - stored.left),
+                     stride);
+    }
 }
 
 void OffscreenCompositor::layOut(Place& place) const {

@@ -11,6 +11,7 @@
 #include "platform/appkit/NSBackingRect.h"
 #include "platform/appkit/NSDamageRegion.h"
 #include "platform/appkit/NSView.h"
+#include "platform/coregraphics/Blend.h"
 #include "platform/coregraphics/CGAffineTransform.h"
 
 namespace orvane::platform {
@@ -62,6 +63,9 @@ private:
         Image image;
 
         static Target create(const NSBackingRect& area);
+        Bitmap bitmap() const;
+        // A part of the picture as a part of the bitmap.
+        PixelRect toPixels(const NSBackingRect& rect) const;
     };
 
     static Place& placeOf(const NSView& view);
@@ -78,6 +82,8 @@ private:
     NSBackingRect boxInImage(const Place& place, const CGRect& box) const;
     void damagePainted();
 
+    // Its background alone covers the rectangle, whatever was there.
+    static bool hidesAllBelow(const NSView& view, const NSBackingRect& rect);
     void composeView(Target& target, NSView& view, const NSBackingRect& rect);
     void composeSubviews(Target& target, const Place& place, const NSBackingRect& rect);
     // The same while views of the window are in a cross-fade.
@@ -86,6 +92,9 @@ private:
     static void drawBackground(Target& target, const NSView& view, double alpha,
                                const NSBackingRect& rect);
     void drawContents(Target& target, const NSView& view, double alpha, const NSBackingRect& rect);
+    // Where the view only moved and shows in full: its pixels as they are.
+    static void copyContents(Target& target, const NSBackingStore& store, const Place& place,
+                             const NSBackingRect& rect);
     // Fits the contents to where the view stands.
     void layOut(Place& place) const;
     static void drawGroup(Target& target, const Target& group, pixman_op_t blend, double alpha);
