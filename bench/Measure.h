@@ -10,13 +10,18 @@
 #include <string>
 #include <vector>
 
-// What the benchmarks of both sides share: the scene's places, the clock, the heap.
+// What the benchmarks of both sides share: the scene's colours and places, the clock, the heap.
 namespace bench {
 
 inline constexpr int kWidth = 1920;
 inline constexpr int kHeight = 1080;
 inline constexpr double kSide = 20;
 inline constexpr int kFrames = 120;
+
+// Of the i-th shape.
+inline unsigned shapeColor(int i) {
+    return 0xFF000000U | static_cast<unsigned>(i) * 2654435761U >> 8U;
+}
 
 struct Place {
     double x, y;

@@ -4,10 +4,8 @@
 #include <string>
 #include <vector>
 
+#include "bench/Ours.h"
 #include "bench/animation/Motions.h"
-#include "orvane/display/DisplayView.h"
-#include "orvane/orvane.h"
-#include "platform/offscreen/OffscreenWindow.h"
 #include "platform/quartzcore/CAMediaTime.h"
 
 namespace {
@@ -15,26 +13,6 @@ namespace {
 using namespace orvane::display;
 using animation::AttributeName;
 using animation::ValueAnimation;
-
-std::shared_ptr<DisplayObject> makeObject(int i) {
-    const auto side = static_cast<float>(bench::kSide);
-    std::shared_ptr<graphics::Shape> shape;
-    if (i % 2 == 0) {
-        const auto rect = DisplayFactory::createRect();
-        rect->set(0, 0, side, side);
-        shape = rect;
-    } else {
-        const auto circle = DisplayFactory::createCircle();
-        circle->set(0, 0, side / 2);
-        shape = circle;
-    }
-    shape->setFillColor(0xFF000000U | static_cast<unsigned>(i) * 2654435761U >> 8U);
-    shape->setStrokeColor(0xFF000000U);
-    shape->setStrokeWidth(1);
-    const bench::Place place = bench::place(i);
-    shape->setTranslate(static_cast<float>(place.x), static_cast<float>(place.y));
-    return shape;
-}
 
 std::shared_ptr<ValueAnimation> makeAnimation(bench::Motion motion) {
     const auto floats = [](const std::vector<double>& values) {
@@ -60,20 +38,17 @@ std::shared_ptr<ValueAnimation> makeAnimation(bench::Motion motion) {
 
 void run(int count) {
     orvane::platform::CAVirtualClock clock;
-    orvane::platform::OffscreenWindow window({bench::kWidth, bench::kHeight});
-    const auto display = Display::instance();
-    display->getView()->setFrame({{0, 0}, {bench::kWidth, bench::kHeight}});
-    window.setContentView(display->getView());
-
+    bench::DisplayWindow window;
     const auto root = DisplayFactory::createContainer();
-    display->add(root);
+    window.add(root);
     {
         const UpdateLock lock(root);
         for (int i = 0; i < count; ++i) {
-            const auto object = makeObject(i);
-            root->add(object);
+            const auto shape = bench::makeShape(i);
+            bench::moveTo(*shape, bench::place(i));
+            root->add(shape);
             const auto animation = makeAnimation(bench::motion(i));
-            animation->setAnimatable(object->extractAnimationLayer());
+            animation->setAnimatable(shape->extractAnimationLayer());
             animation->setDuration(bench::kPass);
             animation->setRepeatCount(-1);
             animation->setAnchorPointX(0.5F);
@@ -81,14 +56,12 @@ void run(int count) {
             animation->run();
         }
     }
-    window.display();
+    window.paint();
     bench::report("layers=" + std::to_string(count), "animated_frame_ms",
                   bench::median(bench::kFrames, [&] {
                       clock.advanceBy(bench::kFrame);
-                      window.display();
+                      window.paint();
                   }));
-    window.setContentView(nullptr);
-    display->removeAll();
 }
 
 }  // namespace

@@ -1,23 +1,19 @@
 // The rival: the same things as items of a QGraphicsView, animated by QPropertyAnimations, whose
 // clock is stepped as ours is.
-#include <QApplication>
 #include <QGraphicsObject>
-#include <QGraphicsScene>
-#include <QGraphicsView>
 #include <QPainter>
 #include <QParallelAnimationGroup>
 #include <QPropertyAnimation>
 #include <string>
 
+#include "bench/Rival.h"
 #include "bench/animation/Motions.h"
 
 namespace {
 
 class Item : public QGraphicsObject {
 public:
-    explicit Item(int i)
-        : isRect_(i % 2 == 0),
-          brush_(QColor::fromRgba(0xFF000000U | static_cast<unsigned>(i) * 2654435761U >> 8U)) {
+    explicit Item(int i) : isRect_(i % 2 == 0), brush_(QColor::fromRgba(bench::shapeColor(i))) {
         setTransformOriginPoint(bench::kSide / 2, bench::kSide / 2);
     }
 
@@ -38,18 +34,6 @@ public:
 private:
     bool isRect_;
     QBrush brush_;
-};
-
-class View : public QGraphicsView {
-public:
-    using QGraphicsView::QGraphicsView;
-    int paints = 0;
-
-protected:
-    void paintEvent(QPaintEvent* event) override {
-        QGraphicsView::paintEvent(event);
-        ++paints;
-    }
 };
 
 QPropertyAnimation* makeAnimation(Item* item, bench::Motion motion) {
@@ -78,22 +62,14 @@ QPropertyAnimation* makeAnimation(Item* item, bench::Motion motion) {
     return make("opacity", bench::kFades, [](double opacity) { return QVariant(opacity); });
 }
 
-void run(QApplication& app, int count) {
-    QGraphicsScene graphics(0, 0, bench::kWidth, bench::kHeight);
-    View view(&graphics);
-    view.setRenderHint(QPainter::Antialiasing);
-    view.setFrameShape(QFrame::NoFrame);
-    view.setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    view.setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    view.resize(bench::kWidth, bench::kHeight);
-    view.show();
-
+void run(int count) {
+    bench::RivalView view(QGraphicsScene::NoIndex);
     QParallelAnimationGroup animations;
     for (int i = 0; i < count; ++i) {
         auto* const item = new Item(i);
         const bench::Place place = bench::place(i);
         item->setPos(place.x, place.y);
-        graphics.addItem(item);
+        view.items().addItem(item);
         QPropertyAnimation* const animation = makeAnimation(item, bench::motion(i));
         animation->setDuration(static_cast<int>(bench::kPass * 1000));
         animation->setLoopCount(-1);
@@ -102,23 +78,18 @@ void run(QApplication& app, int count) {
     // The time is set by hand; paused, the group does not follow the wall clock.
     animations.start();
     animations.pause();
-    for (int i = 0; i < 10; ++i) {
-        app.processEvents();
-    }
+    view.paintOnce();
     double time = 0;
     bench::report("layers=" + std::to_string(count), "animated_frame_ms",
                   bench::median(bench::kFrames, [&] {
                       time += bench::kFrame;
                       animations.setCurrentTime(static_cast<int>(time * 1000));
-                      const int before = view.paints;
-                      while (view.paints == before) {
-                          app.processEvents();
-                      }
+                      view.paintOnce();
                   }));
     animations.clear();
     // An item must be out of the scene's index before its own class is destroyed.
-    for (QGraphicsItem* const item : graphics.items()) {
-        graphics.removeItem(item);
+    for (QGraphicsItem* const item : view.items().items()) {
+        view.items().removeItem(item);
         delete item;
     }
 }
@@ -126,10 +97,9 @@ void run(QApplication& app, int count) {
 }  // namespace
 
 int main(int argc, char** argv) {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    QApplication app(argc, argv);
+    const bench::RivalApplication app(argc, argv);
     for (const int count : bench::kCounts) {
-        run(app, count);
+        run(count);
     }
     return 0;
 }
