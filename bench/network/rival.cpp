@@ -1,39 +1,51 @@
-// The rival: plain libcurl with its connections kept, as its examples show it. One by one on the
-// easy interface; at once on the multi interface, all on one thread; to the main thread, a thread a
-// transfer with the easy interface.
+// The rival: plain libcurl doing the same. One thread runs all transfers on the multi interface and
+// keeps the connections; a caller on another thread hands it a request and waits. The same bytes go
+// over the wire.
 #include <curl/curl.h>
 
+#include <atomic>
 #include <condition_variable>
 #include <cstdlib>
 #include <deque>
+#include <functional>
 #include <memory>
 #include <mutex>
+#include <semaphore>
 #include <thread>
-#include <unordered_map>
 #include <utility>
+#include <vector>
 
 #include "bench/network/Scenes.h"
 
 namespace {
 
+// A request that can be sent again and again.
 class Transfer {
 public:
     explicit Transfer(const std::string& url) : easy_(curl_easy_init(), &curl_easy_cleanup) {
         curl_easy_setopt(easy_.get(), CURLOPT_URL, url.c_str());
+        curl_easy_setopt(easy_.get(), CURLOPT_NOSIGNAL, 1L);
+        curl_easy_setopt(easy_.get(), CURLOPT_USERAGENT, "Orvane");
+        curl_easy_setopt(easy_.get(), CURLOPT_ACCEPT_ENCODING, "");
         curl_easy_setopt(easy_.get(), CURLOPT_WRITEFUNCTION, &Transfer::append);
         curl_easy_setopt(easy_.get(), CURLOPT_WRITEDATA, this);
+        curl_easy_setopt(easy_.get(), CURLOPT_PRIVATE, this);
     }
     Transfer(const Transfer&) = delete;
     Transfer& operator=(const Transfer&) = delete;
 
     CURL* handle() const { return easy_.get(); }
 
-    void check(CURLcode code) {
+    // On the thread of the transfers, with each answer.
+    std::function<void()> answered;
+
+    void end(CURLcode code) {
         // Whoever asked for the body takes it, and the next one starts with nothing.
         const std::string body = std::move(body_);
         if (code != CURLE_OK || body.size() < 100) {
             std::abort();
         }
+        answered();
     }
 
 private:
@@ -52,64 +64,127 @@ private:
     std::string body_;
 };
 
+// The thread of all transfers.
+class Session {
+public:
+    Session() : thread_([this] { run(); }) {}
+    ~Session() {
+        send(nullptr);
+        thread_.join();
+    }
+    Session(const Session&) = delete;
+    Session& operator=(const Session&) = delete;
+
+    // From any thread; the transfer is the session's until it has answered.
+    void send(Transfer* transfer) {
+        {
+            const std::lock_guard lock(mutex_);
+            sent_.push_back(transfer);
+        }
+        if (std::this_thread::get_id() != thread_.get_id()) {
+            curl_multi_wakeup(multi_.get());
+        }
+    }
+
+private:
+    void run() {
+        for (;;) {
+            std::vector<Transfer*> sent;
+            {
+                const std::lock_guard lock(mutex_);
+                sent.swap(sent_);
+            }
+            for (const Transfer* const transfer : sent) {
+                if (transfer == nullptr) {
+                    return;
+                }
+                curl_multi_add_handle(multi_.get(), transfer->handle());
+            }
+            int running = 0;
+            curl_multi_perform(multi_.get(), &running);
+            bool hasEnded = false;
+            int left = 0;
+            while (const CURLMsg* message = curl_multi_info_read(multi_.get(), &left)) {
+                CURL* const easy = message->easy_handle;
+                const CURLcode code = message->data.result;
+                Transfer* transfer = nullptr;
+                curl_easy_getinfo(easy, CURLINFO_PRIVATE, &transfer);
+                curl_multi_remove_handle(multi_.get(), easy);
+                transfer->end(code);
+                hasEnded = true;
+            }
+            if (!hasEnded) {
+                curl_multi_poll(multi_.get(), nullptr, 0, 1000, nullptr);
+            }
+        }
+    }
+
+    std::unique_ptr<CURLM, decltype(&curl_multi_cleanup)> multi_{curl_multi_init(),
+                                                                 &curl_multi_cleanup};
+    std::mutex mutex_;
+    std::vector<Transfer*> sent_;
+    std::thread thread_;
+};
+
+Session& session() {
+    static Session session;
+    return session;
+}
+
+// Waits for each.
+void perform(Transfer& transfer, int count) {
+    std::binary_semaphore answered(0);
+    transfer.answered = [&answered] { answered.release(); };
+    for (int i = 0; i < count; ++i) {
+        session().send(&transfer);
+        answered.acquire();
+    }
+}
+
 void oneByOne(const std::string& url, int count) {
     static Transfer transfer(url);
     curl_easy_setopt(transfer.handle(), CURLOPT_URL, url.c_str());
-    for (int i = 0; i < count; ++i) {
-        transfer.check(curl_easy_perform(transfer.handle()));
-    }
+    perform(transfer, count);
 }
 
 void inFlight(const std::string& url, int count) {
-    static const std::unique_ptr<CURLM, decltype(&curl_multi_cleanup)> multi(curl_multi_init(),
-                                                                             &curl_multi_cleanup);
-    std::unordered_map<CURL*, std::unique_ptr<Transfer>> transfers;
-    int started = 0;
-    int answered = 0;
-    const auto start = [&](CURL* easy) {
-        if (started < count) {
-            ++started;
-            curl_multi_add_handle(multi.get(), easy);
-        }
-    };
+    std::vector<std::unique_ptr<Transfer>> transfers;
+    std::atomic<int> started = 0;
+    std::atomic<int> ended = 0;
+    std::binary_semaphore allEnded(0);
     for (int i = 0; i < bench::kInFlight; ++i) {
-        auto transfer = std::make_unique<Transfer>(url);
-        CURL* const easy = transfer->handle();
-        transfers.emplace(easy, std::move(transfer));
-        start(easy);
+        transfers.push_back(std::make_unique<Transfer>(url));
+        Transfer* const transfer = transfers.back().get();
+        transfer->answered = [&, transfer] {
+            if (started++ < count) {
+                session().send(transfer);
+            }
+            if (++ended == count) {
+                allEnded.release();
+            }
+        };
     }
-    while (answered < count) {
-        int running = 0;
-        curl_multi_perform(multi.get(), &running);
-        int left = 0;
-        while (const CURLMsg* message = curl_multi_info_read(multi.get(), &left)) {
-            CURL* const easy = message->easy_handle;
-            transfers.at(easy)->check(message->data.result);
-            curl_multi_remove_handle(multi.get(), easy);
-            ++answered;
-            start(easy);
-        }
-        if (answered < count) {
-            curl_multi_poll(multi.get(), nullptr, 0, 1000, nullptr);
-        }
+    for (const auto& transfer : transfers) {
+        ++started;
+        session().send(transfer.get());
     }
+    allEnded.acquire();
 }
 
 // Hands things over between threads.
-template <typename T>
 class Queue {
 public:
-    void push(T value) {
+    void push(bool value) {
         {
             const std::lock_guard lock(mutex_);
-            values_.push_back(std::move(value));
+            values_.push_back(value);
         }
         arrived_.notify_one();
     }
-    T pop() {
+    bool pop() {
         std::unique_lock lock(mutex_);
         arrived_.wait(lock, [this] { return !values_.empty(); });
-        T value = std::move(values_.front());
+        const bool value = values_.front();
         values_.pop_front();
         return value;
     }
@@ -117,21 +192,21 @@ public:
 private:
     std::mutex mutex_;
     std::condition_variable arrived_;
-    std::deque<T> values_;
+    std::deque<bool> values_;
 };
 
+// Workers wait for the transfers; the main thread waits for the workers.
 void toMainThread(const std::string& url, int count) {
-    Queue<bool> wanted;
-    Queue<CURLcode> answers;
+    Queue wanted;
+    Queue answers;
     std::vector<std::thread> workers;
     for (int i = 0; i < bench::kInFlight; ++i) {
         wanted.push(true);
         workers.emplace_back([&] {
             Transfer transfer(url);
             while (wanted.pop()) {
-                const CURLcode code = curl_easy_perform(transfer.handle());
-                transfer.check(code);
-                answers.push(code);
+                perform(transfer, 1);
+                answers.push(true);
             }
         });
     }

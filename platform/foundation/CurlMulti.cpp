@@ -45,12 +45,17 @@ void CurlMulti::wake() {
 }
 
 void CurlMulti::turn(Clock::time_point deadline) {
+    // What was added since starts now, on the sockets that others have just left.
+    const bool hasStarted = runTimer();
+    stopWatchingLeft();
     const auto until = timer_ ? std::min(*timer_, deadline) : deadline;
     const auto wait = std::chrono::ceil<std::chrono::milliseconds>(until - Clock::now()).count();
     constexpr std::int64_t longest = 3'600'000;
     std::array<epoll_event, 64> events{};
-    const int count = epoll_wait(epoll_, events.data(), static_cast<int>(events.size()),
-                                 static_cast<int>(std::clamp<std::int64_t>(wait, 0, longest)));
+    // Whoever started may have ended already, and is to be told of first.
+    const int count =
+        epoll_wait(epoll_, events.data(), static_cast<int>(events.size()),
+                   hasStarted ? 0 : static_cast<int>(std::clamp<std::int64_t>(wait, 0, longest)));
     int running = 0;
     for (int i = 0; i < count; ++i) {
         const epoll_event& event = events[static_cast<std::size_t>(i)];
@@ -64,10 +69,16 @@ void CurlMulti::turn(Clock::time_point deadline) {
                          ((event.events & (EPOLLERR | EPOLLHUP)) != 0 ? CURL_CSELECT_ERR : 0);
         curl_multi_socket_action(multi_.get(), event.data.fd, what, &running);
     }
-    if (timer_ && *timer_ <= Clock::now()) {
-        timer_.reset();
-        curl_multi_socket_action(multi_.get(), CURL_SOCKET_TIMEOUT, 0, &running);
+}
+
+bool CurlMulti::runTimer() {
+    if (!timer_ || *timer_ > Clock::now()) {
+        return false;
     }
+    timer_.reset();
+    int running = 0;
+    curl_multi_socket_action(multi_.get(), CURL_SOCKET_TIMEOUT, 0, &running);
+    return true;
 }
 
 void CurlMulti::drainEnded(const std::function<void(CURL*, CURLcode)>& ended) {
@@ -86,9 +97,11 @@ int CurlMulti::socketChanged(CURL*, curl_socket_t socket, int what, void* self, 
 
 void CurlMulti::watch(curl_socket_t socket, int what) {
     if (what == CURL_POLL_REMOVE) {
-        epoll_ctl(epoll_, EPOLL_CTL_DEL, socket, nullptr);
+        // A kept connection changes hands with every transfer. The next one mostly comes at once.
+        left_.push_back(socket);
         return;
     }
+    std::erase(left_, socket);
     epoll_event event{};
     event.events = (what != CURL_POLL_OUT ? EPOLLIN : 0U) | (what != CURL_POLL_IN ? EPOLLOUT : 0U);
     event.data.fd = socket;
@@ -96,6 +109,13 @@ void CurlMulti::watch(curl_socket_t socket, int what) {
     if (epoll_ctl(epoll_, EPOLL_CTL_MOD, socket, &event) != 0 && errno == ENOENT) {
         epoll_ctl(epoll_, EPOLL_CTL_ADD, socket, &event);
     }
+}
+
+void CurlMulti::stopWatchingLeft() {
+    for (const curl_socket_t socket : left_) {
+        epoll_ctl(epoll_, EPOLL_CTL_DEL, socket, nullptr);
+    }
+    left_.clear();
 }
 
 int CurlMulti::timerChanged(CURLM*, long milliseconds, void* self) {

@@ -6,6 +6,7 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <vector>
 
 namespace orvane::platform {
 
@@ -51,11 +52,15 @@ private:
 
     static int socketChanged(CURL* easy, curl_socket_t socket, int what, void* self, void*);
     static int timerChanged(CURLM* multi, long milliseconds, void* self);
+    // False when none was due.
+    bool runTimer();
     void watch(curl_socket_t socket, int what);
+    void stopWatchingLeft();
 
     Descriptor epoll_;
     Descriptor wakeup_;
     std::optional<Clock::time_point> timer_;
+    std::vector<curl_socket_t> left_;  // no transfer's any more, and still watched
     // Last, so that it goes first: cleaning up still reports sockets.
     std::unique_ptr<CURLM, MultiDeleter> multi_;
 };

@@ -2,13 +2,22 @@
 
 #include <glib.h>
 
+#include <algorithm>
 #include <utility>
 
 namespace orvane::platform {
 
 namespace {
 
+bool isASCII(std::string_view bytes) {
+    return std::ranges::all_of(bytes,
+                               [](char byte) { return static_cast<unsigned char>(byte) < 0x80; });
+}
+
 std::string utf8FromLatin1(std::string_view bytes) {
+    if (isASCII(bytes)) {
+        return std::string(bytes);
+    }
     std::string utf8;
     utf8.reserve(bytes.size());
     for (const char byte : bytes) {
@@ -25,6 +34,9 @@ std::string utf8FromLatin1(std::string_view bytes) {
 
 // Latin-1 is what two bytes led by C2 or C3 hold; any other lead byte is beyond it.
 std::optional<std::string> latin1FromUtf8(std::string_view utf8) {
+    if (isASCII(utf8)) {
+        return std::string(utf8);
+    }
     std::string bytes;
     bytes.reserve(utf8.size());
     for (std::size_t i = 0; i < utf8.size(); ++i) {

@@ -84,9 +84,9 @@ void URLLoader::start(std::shared_ptr<NSURLSessionDataTask> task) {
     running->host = task->currentRequest().URL()->origin();
     running->task = std::move(task);
     if (idle_.empty()) {
-        running->easy.reset(curl_easy_init());
+        running->handle = std::make_unique<URLHandle>(share_.get(), configuration_);
     } else {
-        running->easy = std::move(idle_.back());
+        running->handle = std::move(idle_.back());
         idle_.pop_back();
     }
     ++runningByHost_[running->host];
@@ -94,10 +94,11 @@ void URLLoader::start(std::shared_ptr<NSURLSessionDataTask> task) {
 }
 
 void URLLoader::send(std::unique_ptr<Running> running) {
-    CURL* const easy = running->easy.get();
+    CURL* const easy = running->handle->get();
     running->transfer.reset();
-    running->transfer = std::make_unique<URLTransfer>(
-        easy, share_.get(), running->task->currentRequest(), configuration_, memory_);
+    running->transfer =
+        std::make_unique<URLTransfer>(*running->handle, running->task->currentRequest(),
+                                      configuration_.maximumHeaderLength, memory_);
     nextDeadline_ = std::min(nextDeadline_, running->transfer->deadline());
     running_.emplace(easy, std::move(running));
     multi_.add(easy);
@@ -111,7 +112,7 @@ std::unique_ptr<URLLoader::Running> URLLoader::takeRunning(CURL* easy) {
 
 void URLLoader::ended(CURL* easy, CURLcode code) {
     auto running = takeRunning(easy);
-    if (!running->transfer->isWhole(code)) {
+    if (!running->transfer->end(code)) {
         const NSError error = running->transfer->error(code);
         release(std::move(running))->fail(error);
         return;
@@ -152,7 +153,7 @@ std::shared_ptr<NSURLSessionDataTask> URLLoader::release(std::unique_ptr<Running
     running->transfer.reset();
     constexpr std::size_t mostIdle = 64;
     if (idle_.size() < mostIdle) {
-        idle_.push_back(std::move(running->easy));
+        idle_.push_back(std::move(running->handle));
     }
     return std::move(running->task);
 }

@@ -10,6 +10,7 @@
 
 #include "platform/foundation/CurlMulti.h"
 #include "platform/foundation/NSURLSessionConfiguration.h"
+#include "platform/foundation/URLHandle.h"
 #include "platform/foundation/URLTransfer.h"
 
 namespace orvane::platform {
@@ -40,7 +41,7 @@ private:
         void operator()(CURLSH* share) const { curl_share_cleanup(share); }
     };
     struct Running {
-        CurlEasy easy;
+        std::unique_ptr<URLHandle> handle;
         std::shared_ptr<NSURLSessionDataTask> task;
         // The turn is the first host's, wherever redirections lead.
         std::string host;
@@ -64,7 +65,7 @@ private:
     URLBodyMemory memory_;
     std::unique_ptr<CURLSH, ShareDeleter> share_;
     CurlMulti multi_;
-    std::vector<CurlEasy> idle_;
+    std::vector<std::unique_ptr<URLHandle>> idle_;
     std::deque<std::shared_ptr<NSURLSessionDataTask>> waiting_;
     std::unordered_map<CURL*, std::unique_ptr<Running>> running_;
     std::unordered_map<std::string, std::size_t> runningByHost_;

@@ -38,19 +38,20 @@ URLSessionThread::~URLSessionThread() {
 }
 
 void URLSessionThread::submit(std::shared_ptr<NSURLSessionDataTask> task) {
-    bool isFirst = false;
+    bool isToWake = false;
     {
         const std::lock_guard lock(mutex_);
         if (!isCancelled_) {
-            isFirst = submitted_.empty();
+            // Those that follow before the thread has looked ride on the same wake, and the thread
+            // itself looks before it waits.
+            isToWake = submitted_.empty() && std::this_thread::get_id() != thread_.get_id();
             submitted_.push_back(std::move(task));
             start();
         }
     }
     if (task) {
         task->fail(NSError(NSString::initWithUTF8String("cancelled").value_or(NSString())));
-    } else if (isFirst) {
-        // Those that follow before the thread has looked ride on the same wake.
+    } else if (isToWake) {
         loader_.wake();
     }
 }
@@ -76,6 +77,11 @@ void URLSessionThread::start() {
     }
 }
 
+bool URLSessionThread::hasSubmitted() {
+    const std::lock_guard lock(mutex_);
+    return !submitted_.empty();
+}
+
 void URLSessionThread::run() {
     for (;;) {
         std::vector<std::shared_ptr<NSURLSessionDataTask>> tasks;
@@ -91,6 +97,9 @@ void URLSessionThread::run() {
         if (isLast) {
             loader_.cancelAll();
             return;
+        }
+        if (!tasks.empty() && hasSubmitted()) {
+            loader_.wake();  // one failed at once, and whoever was told asked for the next
         }
         loader_.turn();
     }

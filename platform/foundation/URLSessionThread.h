@@ -24,6 +24,7 @@ public:
 
 private:
     void start();
+    bool hasSubmitted();
     void run();
 
     URLLoader loader_;

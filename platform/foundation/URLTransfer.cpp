@@ -33,62 +33,60 @@ NSString latin1(std::string_view bytes) {
 }
 
 // HTTP/2 has all names in lower case, and applications look them up as they are written.
-const char* standardName(const char* name) {
-    static constexpr const char* names[] = {"Accept-Ranges",
-                                            "Access-Control-Allow-Origin",
-                                            "Age",
-                                            "Allow",
-                                            "Cache-Control",
-                                            "Connection",
-                                            "Content-Disposition",
-                                            "Content-Encoding",
-                                            "Content-Language",
-                                            "Content-Length",
-                                            "Content-Location",
-                                            "Content-Range",
-                                            "Content-Security-Policy",
-                                            "Content-Type",
-                                            "Date",
-                                            "ETag",
-                                            "Expires",
-                                            "Keep-Alive",
-                                            "Last-Modified",
-                                            "Link",
-                                            "Location",
-                                            "Pragma",
-                                            "Proxy-Authenticate",
-                                            "Refresh",
-                                            "Retry-After",
-                                            "Server",
-                                            "Set-Cookie",
-                                            "Strict-Transport-Security",
-                                            "Trailer",
-                                            "Transfer-Encoding",
-                                            "Upgrade",
-                                            "Vary",
-                                            "Via",
-                                            "Warning",
-                                            "WWW-Authenticate"};
-    const auto* found = std::ranges::find_if(
-        names, [&](const char* standard) { return isSameHeaderName(standard, name); });
-    return found == std::end(names) ? name : *found;
+std::string_view standardName(const char* name) {
+    static constexpr std::string_view names[] = {"Accept-Ranges",
+                                                 "Access-Control-Allow-Origin",
+                                                 "Age",
+                                                 "Allow",
+                                                 "Cache-Control",
+                                                 "Connection",
+                                                 "Content-Disposition",
+                                                 "Content-Encoding",
+                                                 "Content-Language",
+                                                 "Content-Length",
+                                                 "Content-Location",
+                                                 "Content-Range",
+                                                 "Content-Security-Policy",
+                                                 "Content-Type",
+                                                 "Date",
+                                                 "ETag",
+                                                 "Expires",
+                                                 "Keep-Alive",
+                                                 "Last-Modified",
+                                                 "Link",
+                                                 "Location",
+                                                 "Pragma",
+                                                 "Proxy-Authenticate",
+                                                 "Refresh",
+                                                 "Retry-After",
+                                                 "Server",
+                                                 "Set-Cookie",
+                                                 "Strict-Transport-Security",
+                                                 "Trailer",
+                                                 "Transfer-Encoding",
+                                                 "Upgrade",
+                                                 "Vary",
+                                                 "Via",
+                                                 "Warning",
+                                                 "WWW-Authenticate"};
+    const std::string_view given(name);
+    const auto* found = std::ranges::find_if(names, [&](std::string_view standard) {
+        return standard.size() == given.size() && isSameHeaderName(standard.data(), name);
+    });
+    return found == std::end(names) ? given : *found;
 }
 
 }  // namespace
 
-URLTransfer::URLTransfer(CURL* easy, CURLSH* share, const NSMutableURLRequest& request,
-                         const NSURLSessionConfiguration& configuration, URLBodyMemory& memory)
-    : easy_(easy),
+URLTransfer::URLTransfer(URLHandle& handle, const NSMutableURLRequest& request,
+                         std::size_t maximumHeaderLength, URLBodyMemory& memory)
+    : handle_(handle),
       sentBody_(request.HTTPBody()),
       timeout_(std::chrono::duration_cast<Clock::duration>(
           std::chrono::duration<double>(request.timeoutInterval()))),
       lastActivity_(Clock::now()),
-      maximumHeaderLength_(configuration.maximumHeaderLength),
+      maximumHeaderLength_(maximumHeaderLength),
       memory_(memory) {
-    set(CURLOPT_SHARE, share);
-    // No file: it turns on the cookies that the handle shares.
-    set(CURLOPT_COOKIEFILE, "");
-    setTransport(configuration);
     setCallbacks();
     setURL(request.URL()->absoluteString());
     setMethodAndBody(request);
@@ -97,50 +95,40 @@ URLTransfer::URLTransfer(CURL* easy, CURLSH* share, const NSMutableURLRequest& r
 
 URLTransfer::~URLTransfer() {
     memory_.used -= body_.capacity();
-    // Resetting forgets the list of cookie files without freeing it.
-    set(CURLOPT_COOKIEFILE, nullptr);
-    // Nothing of one transfer may reach the next: pointers, or how often it was tried again.
-    curl_easy_reset(easy_);
-}
-
-void URLTransfer::setTransport(const NSURLSessionConfiguration& configuration) {
-    set(CURLOPT_PROTOCOLS_STR, "http,https");
-    set(CURLOPT_NOSIGNAL, 1L);
-    // A name server that does not answer must hold up neither the other transfers nor the exit.
-    set(CURLOPT_QUICK_EXIT, 1L);
-    set(CURLOPT_BUFFERSIZE, 32768L);
-    set(CURLOPT_USERAGENT, "Orvane");
-    // Whatever the library can decode.
-    set(CURLOPT_ACCEPT_ENCODING, "");
-    set(CURLOPT_SSLVERSION, static_cast<long>(CURL_SSLVERSION_TLSv1_2));
-    if (!configuration.certificateFile.empty()) {
-        set(CURLOPT_CAINFO, configuration.certificateFile.c_str());
+    // Nothing of one transfer may reach the next. What was set is taken back or set by the next
+    // one; but the library also counts, for as long as a handle lives, how often a request had to
+    // be sent again, and gives up after a few.
+    if (!isOver_ || timesSent_ > 1) {
+        handle_.reset();
+        return;
     }
-    if (!configuration.certificateFolder.empty()) {
-        set(CURLOPT_CAPATH, configuration.certificateFolder.c_str());
+    handle_.set(CURLOPT_ERRORBUFFER, nullptr);
+    handle_.set(CURLOPT_HTTPHEADER, nullptr);
+    if (sentBody_) {
+        handle_.set(CURLOPT_POSTFIELDS, nullptr);
     }
 }
 
 void URLTransfer::setCallbacks() {
-    set(CURLOPT_SUPPRESS_CONNECT_HEADERS, 1L);
-    set(CURLOPT_ERRORBUFFER, &errorBuffer_[0]);
-    set(CURLOPT_HEADERFUNCTION, &URLTransfer::headerArrived);
-    set(CURLOPT_HEADERDATA, this);
-    set(CURLOPT_WRITEFUNCTION, &URLTransfer::bodyArrived);
-    set(CURLOPT_WRITEDATA, this);
-    set(CURLOPT_XFERINFOFUNCTION, &URLTransfer::progressed);
-    set(CURLOPT_XFERINFODATA, this);
-    set(CURLOPT_NOPROGRESS, 0L);
+    handle_.set(CURLOPT_ERRORBUFFER, &errorBuffer_[0]);
+    handle_.set(CURLOPT_PREREQFUNCTION, &URLTransfer::sending);
+    handle_.set(CURLOPT_PREREQDATA, this);
+    handle_.set(CURLOPT_HEADERFUNCTION, &URLTransfer::headerArrived);
+    handle_.set(CURLOPT_HEADERDATA, this);
+    handle_.set(CURLOPT_WRITEFUNCTION, &URLTransfer::bodyArrived);
+    handle_.set(CURLOPT_WRITEDATA, this);
+    handle_.set(CURLOPT_XFERINFOFUNCTION, &URLTransfer::progressed);
+    handle_.set(CURLOPT_XFERINFODATA, this);
 }
 
 void URLTransfer::setURL(const std::string& url) {
-    set(CURLOPT_URL, url.c_str());
+    handle_.set(CURLOPT_URL, url.c_str());
     // HTTP/2 is agreed on inside TLS. There a request waits until it is known whether it can share
     // the connection that is being made; in the clear it would wait for the first answer.
     const bool isSecure = url.starts_with("https:");
-    set(CURLOPT_HTTP_VERSION,
-        static_cast<long>(isSecure ? CURL_HTTP_VERSION_2TLS : CURL_HTTP_VERSION_1_1));
-    set(CURLOPT_PIPEWAIT, isSecure ? 1L : 0L);
+    handle_.set(CURLOPT_HTTP_VERSION,
+                static_cast<long>(isSecure ? CURL_HTTP_VERSION_2TLS : CURL_HTTP_VERSION_1_1));
+    handle_.set(CURLOPT_PIPEWAIT, isSecure ? 1L : 0L);
 }
 
 void URLTransfer::setMethodAndBody(const NSMutableURLRequest& request) {
@@ -148,15 +136,18 @@ void URLTransfer::setMethodAndBody(const NSMutableURLRequest& request) {
     // A method that means to bring something says so even when it brings nothing.
     if (sentBody_ || method == "POST" || method == "PUT") {
         const bool isEmpty = !sentBody_ || sentBody_->length() == 0;
-        set(CURLOPT_POST, 1L);
-        set(CURLOPT_POSTFIELDSIZE_LARGE,
-            isEmpty ? curl_off_t{0} : static_cast<curl_off_t>(sentBody_->length()));
-        set(CURLOPT_POSTFIELDS, isEmpty ? static_cast<const void*>("") : sentBody_->bytes());
+        handle_.set(CURLOPT_POST, 1L);
+        handle_.set(CURLOPT_POSTFIELDSIZE_LARGE,
+                    isEmpty ? curl_off_t{0} : static_cast<curl_off_t>(sentBody_->length()));
+        handle_.set(CURLOPT_POSTFIELDS,
+                    isEmpty ? static_cast<const void*>("") : sentBody_->bytes());
         // No waiting for leave to send the body, and no type that nobody gave it.
         appendField("Expect:");
         appendField("Content-Type:");
+    } else {
+        handle_.set(CURLOPT_HTTPGET, 1L);
     }
-    set(CURLOPT_CUSTOMREQUEST, method.c_str());
+    handle_.set(CURLOPT_CUSTOMREQUEST, method.c_str());
 }
 
 void URLTransfer::setFields(const NSMutableURLRequest& request) {
@@ -168,7 +159,7 @@ void URLTransfer::setFields(const NSMutableURLRequest& request) {
         // The library's notation: a colon alone would mean "leave this field out".
         appendField(value.empty() ? name + ";" : name + ": " + std::string(value));
     }
-    set(CURLOPT_HTTPHEADER, fields_.get());
+    handle_.set(CURLOPT_HTTPHEADER, fields_.get());
 }
 
 void URLTransfer::appendField(const std::string& line) {
@@ -176,6 +167,11 @@ void URLTransfer::appendField(const std::string& line) {
         static_cast<void>(fields_.release());
         fields_.reset(list);
     }
+}
+
+int URLTransfer::sending(void* self, char*, char*, int, int) {
+    ++static_cast<URLTransfer*>(self)->timesSent_;
+    return CURL_PREREQFUNC_OK;
 }
 
 std::size_t URLTransfer::headerArrived(char* bytes, std::size_t size, std::size_t count,
@@ -212,7 +208,7 @@ bool URLTransfer::take(const char* bytes, std::size_t length) {
             // A length that is announced saves the growing. It is no more than somebody's word, but
             // memory that nothing is written to costs little beyond its place in the account.
             curl_off_t announced = -1;
-            curl_easy_getinfo(easy_, CURLINFO_CONTENT_LENGTH_DOWNLOAD_T, &announced);
+            curl_easy_getinfo(handle_.get(), CURLINFO_CONTENT_LENGTH_DOWNLOAD_T, &announced);
             const auto trusted = static_cast<std::size_t>(std::max<curl_off_t>(announced, 0));
             capacity = std::max(needed, std::min(trusted, memory_.limit / 4));
         }
@@ -244,13 +240,14 @@ int URLTransfer::progressed(void* self, curl_off_t, curl_off_t down, curl_off_t,
     return 0;
 }
 
-bool URLTransfer::isWhole(CURLcode code) const {
-    return code == CURLE_OK && isHeaderWhole_ && statusCode() >= 200;
+bool URLTransfer::end(CURLcode code) {
+    isOver_ = code == CURLE_OK && isHeaderWhole_ && statusCode() >= 200;
+    return isOver_;
 }
 
 int URLTransfer::statusCode() const {
     long code = 0;
-    curl_easy_getinfo(easy_, CURLINFO_RESPONSE_CODE, &code);
+    curl_easy_getinfo(handle_.get(), CURLINFO_RESPONSE_CODE, &code);
     return static_cast<int>(code);
 }
 
@@ -266,7 +263,7 @@ std::optional<std::string> URLTransfer::redirection() const {
             return std::nullopt;
     }
     const char* url = nullptr;
-    curl_easy_getinfo(easy_, CURLINFO_REDIRECT_URL, &url);
+    curl_easy_getinfo(handle_.get(), CURLINFO_REDIRECT_URL, &url);
     return url == nullptr ? std::nullopt : std::optional<std::string>(url);
 }
 
@@ -274,7 +271,8 @@ NSHTTPURLResponse URLTransfer::response() const {
     NSHTTPURLResponse::HeaderFields fields;
     constexpr int lastAnswer = -1;
     for (curl_header* header = nullptr;
-         (header = curl_easy_nextheader(easy_, CURLH_HEADER, lastAnswer, header)) != nullptr;) {
+         (header = curl_easy_nextheader(handle_.get(), CURLH_HEADER, lastAnswer, header)) !=
+         nullptr;) {
         const NSString value = latin1(header->value);
         const auto [entry, isNew] = fields.try_emplace(latin1(standardName(header->name)), value);
         if (!isNew) {

@@ -13,14 +13,9 @@
 #include "platform/foundation/NSError.h"
 #include "platform/foundation/NSHTTPURLResponse.h"
 #include "platform/foundation/NSMutableURLRequest.h"
-#include "platform/foundation/NSURLSessionConfiguration.h"
+#include "platform/foundation/URLHandle.h"
 
 namespace orvane::platform {
-
-struct CurlEasyDeleter {
-    void operator()(CURL* easy) const { curl_easy_cleanup(easy); }
-};
-using CurlEasy = std::unique_ptr<CURL, CurlEasyDeleter>;
 
 // What the bodies on their way in may hold together. One thread's own.
 struct URLBodyMemory {
@@ -34,9 +29,9 @@ class URLTransfer {
 public:
     using Clock = std::chrono::steady_clock;
 
-    // Everything but the request outlives the transfer. The handle is given back as a new one.
-    URLTransfer(CURL* easy, CURLSH* share, const NSMutableURLRequest& request,
-                const NSURLSessionConfiguration& configuration, URLBodyMemory& memory);
+    // The handle and the memory outlive the transfer.
+    URLTransfer(URLHandle& handle, const NSMutableURLRequest& request,
+                std::size_t maximumHeaderLength, URLBodyMemory& memory);
     ~URLTransfer();
     URLTransfer(const URLTransfer&) = delete;
     URLTransfer& operator=(const URLTransfer&) = delete;
@@ -44,9 +39,9 @@ public:
     // When it fails unless a byte moves before.
     [[nodiscard]] Clock::time_point deadline() const { return lastActivity_ + timeout_; }
 
-    // Whether, ended with this code, it brought an answer that is complete. The library takes a
+    // It ended with this code. True when it brought an answer that is complete: the library takes a
     // connection that closes within the header for a good end.
-    [[nodiscard]] bool isWhole(CURLcode code) const;
+    [[nodiscard]] bool end(CURLcode code);
     // Once it is whole:
     [[nodiscard]] int statusCode() const;
     // Where a redirection that is to be followed leads to.
@@ -62,24 +57,21 @@ private:
         void operator()(curl_slist* list) const { curl_slist_free_all(list); }
     };
 
-    template <typename Value>
-    void set(CURLoption option, Value value) {
-        curl_easy_setopt(easy_, option, value);
-    }
-    void setTransport(const NSURLSessionConfiguration& configuration);
     void setCallbacks();
     void setURL(const std::string& url);
     void setMethodAndBody(const NSMutableURLRequest& request);
     void setFields(const NSMutableURLRequest& request);
     void appendField(const std::string& line);
 
+    static int sending(void* self, char*, char*, int, int);
     static std::size_t headerArrived(char* bytes, std::size_t size, std::size_t count, void* self);
     static std::size_t bodyArrived(char* bytes, std::size_t size, std::size_t count, void* self);
     static int progressed(void* self, curl_off_t, curl_off_t down, curl_off_t, curl_off_t up);
     bool take(const char* bytes, std::size_t length);
     void reserveBody(std::size_t capacity);
 
-    CURL* easy_;
+    URLHandle& handle_;
+    int timesSent_ = 0;
     std::unique_ptr<curl_slist, ListDeleter> fields_;
     std::optional<NSData> sentBody_;
     Clock::duration timeout_;
@@ -89,6 +81,7 @@ private:
     std::size_t headerLength_ = 0;
     std::size_t maximumHeaderLength_;
     bool isHeaderWhole_ = false;
+    bool isOver_ = false;  // in good order
     std::vector<unsigned char> body_;
     URLBodyMemory& memory_;
 
