@@ -97,10 +97,8 @@ TEST(Image, DecodesEveryKindOfFile) {
         EXPECT_EQ(image->height(), isPng ? 6 : 32) << c.file;
         const Quadrants pixels = quadrants(*image);
         for (std::size_t i = 0; i < 4; ++i) {
-            for (int shift = 0; shift < 32; shift += 8) {
-                EXPECT_NEAR(pixels[i] >> shift & 255, c.pixels[i] >> shift & 255, c.tolerance)
-                    << c.file << " quadrant " << i;
-            }
+            EXPECT_LE(difference(pixels[i], c.pixels[i]), c.tolerance)
+                << c.file << " quadrant " << i;
         }
     }
 }
@@ -158,22 +156,14 @@ TEST(Image, RawPixelsThatEndEarlyAreTransparentBehind) {
 
 TEST(Image, AbsurdSizesOfRawPixelsGiveNone) {
     constexpr std::ptrdiff_t kMost = PTRDIFF_MAX;
-    struct Case {
-        std::ptrdiff_t width, height, bytesPerRow;
-    };
-    const Case cases[] = {{0, 1, 4},
-                          {1, 0, 4},
-                          {-1, 1, 4},
-                          {1, -1, 4},
-                          {2, 1, 4},
-                          {40'000, 1, 160'000},
-                          {1, kMost, 4},
-                          {kMost, kMost, kMost},
-                          {32'767, 32'767, 131'068}};
     const auto provider = provide({1, 2, 3, 4});
-    for (const Case& c : cases) {
-        EXPECT_EQ(CGImage::create(c.width, c.height, c.bytesPerRow, *provider), nullptr)
-            << c.width << " by " << c.height;
+    using Sizes = std::array<std::ptrdiff_t, 3>;
+    for (const auto& [width, height, bytesPerRow] :
+         {Sizes{0, 1, 4}, Sizes{1, 0, 4}, Sizes{-1, 1, 4}, Sizes{1, -1, 4}, Sizes{2, 1, 4},
+          Sizes{40'000, 1, 160'000}, Sizes{1, kMost, 4}, Sizes{kMost, kMost, kMost},
+          Sizes{32'767, 32'767, 131'068}}) {
+        EXPECT_EQ(CGImage::create(width, height, bytesPerRow, *provider), nullptr)
+            << width << " by " << height;
     }
 }
 
@@ -200,39 +190,28 @@ void drawUpright(CGContext& canvas, const CGImage& image, const CGRect& rect) {
 }
 
 TEST(Image, IsCopiedExactlyAtItsSize) {
-    // Between pixels it goes to the nearest.
-    const std::pair<bool, CGRect> cases[] = {{false, {{3, 4}, {8, 6}}},
-                                             {true, {{3, 4}, {8, 6}}},
-                                             {false, {{2.6, 4.3}, {8, 6}}},
-                                             {true, {{2.6, 4.3}, {8, 6}}}};
     for (const char* file : {"png/rgb8.png", "png/rgba8.png"}) {
         const Image image = decodeFile(file);
         ASSERT_TRUE(image);
-        for (const auto& [clipped, place] : cases) {
-            CGBitmapContext canvas(20, 20);
-            if (clipped) {
-                canvas.clipToRect(
-                    {{0.5, 0}, {30, 30}});  // antialiased, though not where it matters
-            }
-            drawUpright(canvas, *image, {{3, 4}, {8, 6}});
-            for (int y = 0; y < 20; ++y) {
-                for (int x = 0; x < 20; ++x) {
-                    const bool inside = x >= 3 && x < 11 && y >= 4 && y < 10;
-                    const std::size_t index = static_cast<std::size_t>((y - 4) * 8 + x - 3);
-                    EXPECT_EQ(pixel(canvas, x, y), inside ? image->pixels()[index] : 0)
-                        << file << " at " << x << ", " << y;
+        for (const bool clipped : {false, true}) {
+            // Between pixels it goes to the nearest.
+            for (const CGPoint place : {CGPoint{3, 4}, CGPoint{2.6, 4.3}}) {
+                CGBitmapContext canvas(20, 20);
+                if (clipped) {  // antialiased, though not where it matters
+                    canvas.clipToRect({{0.5, 0}, {30, 30}});
+                }
+                drawUpright(canvas, *image, {place, {8, 6}});
+                for (int y = 0; y < 20; ++y) {
+                    for (int x = 0; x < 20; ++x) {
+                        const bool inside = x >= 3 && x < 11 && y >= 4 && y < 10;
+                        const std::size_t index = static_cast<std::size_t>((y - 4) * 8 + x - 3);
+                        EXPECT_EQ(pixel(canvas, x, y), inside ? image->pixels()[index] : 0)
+                            << file << " at " << x << ", " << y;
+                    }
                 }
             }
         }
     }
-}
-
-TEST(Image, ItsTopRowLandsAtTheFarEdgeUnlessFlipped) {
-    const Image image = decodeFile("png/rgb8.png");
-    CGBitmapContext canvas(8, 6);
-    canvas.drawImage({{0, 0}, {8, 6}}, *image);
-    EXPECT_EQ(pixel(canvas, 1, 5), 0xffff0000u);
-    EXPECT_EQ(pixel(canvas, 1, 0), 0xff0000ffu);
 }
 
 TEST(Image, IsFilteredWhenScaledAndTurned) {

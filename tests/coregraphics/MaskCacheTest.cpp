@@ -2,28 +2,20 @@
 
 #include <gtest/gtest.h>
 
-#include <array>
 #include <vector>
 
-#include "platform/coregraphics/CGBitmapContext.h"
+#include "tests/coregraphics/paths.h"
 #include "tests/coregraphics/pixels.h"
 
 namespace orvane::platform {
 namespace {
 
-// Masks of the current thread's cache that a drawing adds.
+// Bytes of masks that a drawing adds to the cache of the current thread.
 template <typename Draw>
-std::size_t bytesAddedBy(Draw draw) {
+std::size_t bytesAddedBy(Draw drawing) {
     const std::size_t before = MaskCache::forThisThread().byteCount();
-    draw();
+    drawing();
     return MaskCache::forThisThread().byteCount() - before;
-}
-
-void fillEllipse(CGContext& canvas, const CGRect& rect) {
-    CGPath path;
-    path.addEllipseInRect(rect);
-    canvas.addPath(path);
-    canvas.drawPath(CGPathDrawingMode::Fill);
 }
 
 TEST(MaskCache, ForgetsWhatWasUsedTheLongestTimeAgo) {
@@ -49,50 +41,38 @@ TEST(MaskCache, ForgetsWhatWasUsedTheLongestTimeAgo) {
 
 TEST(MaskCache, ServesLikeShapesWhereverTheyStand) {
     CGBitmapContext canvas(200, 200);
-    fillEllipse(canvas, {{10.25, 10.5}, {33, 21}});
+    draw(canvas, ellipsePath(10.25, 10.5, 33, 21));
     EXPECT_EQ(bytesAddedBy([&] {
-                  fillEllipse(canvas, {{10.25, 10.5}, {33, 21}});
-                  fillEllipse(canvas, {{90.25, 77.5}, {33, 21}});
+                  draw(canvas, ellipsePath(10.25, 10.5, 33, 21));
+                  draw(canvas, ellipsePath(90.25, 77.5, 33, 21));
                   canvas.translateCTM(-3, 40);
-                  fillEllipse(canvas, {{10.25, 10.5}, {33, 21}});
+                  draw(canvas, ellipsePath(10.25, 10.5, 33, 21));
               }),
               0u);
-    EXPECT_GT(bytesAddedBy([&] { fillEllipse(canvas, {{10.25, 10.5}, {34, 21}}); }), 0u);
-    EXPECT_GT(bytesAddedBy([&] {
-                  canvas.scaleCTM(1.5, 1.5);
-                  fillEllipse(canvas, {{10.25, 10.5}, {33, 21}});
-              }),
-              0u);
+    EXPECT_GT(bytesAddedBy([&] { draw(canvas, ellipsePath(10.25, 10.5, 34, 21)); }), 0u);
+    canvas.scaleCTM(1.5, 1.5);
+    EXPECT_GT(bytesAddedBy([&] { draw(canvas, ellipsePath(10.25, 10.5, 33, 21)); }), 0u);
 }
 
 TEST(MaskCache, AChangedPathIsPaintedAsItIsNow) {
     CGBitmapContext canvas(40, 40);
-    CGPath path;
-    path.addLines(std::array{CGPoint{2, 2}, CGPoint{30, 2}, CGPoint{2, 30}});
-    canvas.addPath(path);
-    canvas.drawPath(CGPathDrawingMode::Fill);
+    CGPath path = linePath({{2, 2}, {30, 2}, {2, 30}});
+    draw(canvas, path);
     EXPECT_EQ(pixel(canvas, 29, 29), 0u);
     path.addLineToPoint(38, 38);
-    canvas.addPath(path);
-    canvas.drawPath(CGPathDrawingMode::Fill);
-    EXPECT_EQ(bytesAddedBy([&] {
-                  canvas.addPath(path);
-                  canvas.drawPath(CGPathDrawingMode::Fill);
-              }),
-              0u);
+    draw(canvas, path);
+    EXPECT_EQ(bytesAddedBy([&] { draw(canvas, path); }), 0u);
     EXPECT_GT(pixel(canvas, 20, 25) >> 24, 0u);
 }
 
 TEST(MaskCache, OnlyTilesThatAreSeenAreMade) {
     CGBitmapContext canvas(2000, 1000);
-    const CGRect large{{-900.3, -900.3}, {3800, 2800}};
-    const std::size_t some = bytesAddedBy([&] {
-        canvas.saveGState();
-        canvas.clipToRect({{100, 100}, {50, 50}});
-        fillEllipse(canvas, large);
-        canvas.restoreGState();
-    });
-    const std::size_t rest = bytesAddedBy([&] { fillEllipse(canvas, large); });
+    const CGPath large = ellipsePath(-900.3, -900.3, 3800, 2800);
+    canvas.saveGState();
+    canvas.clipToRect({{100, 100}, {50, 50}});
+    const std::size_t some = bytesAddedBy([&] { draw(canvas, large); });
+    canvas.restoreGState();
+    const std::size_t rest = bytesAddedBy([&] { draw(canvas, large); });
     EXPECT_GT(some, 0u);
     EXPECT_GT(rest, 10 * some);
 }

@@ -3,96 +3,55 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <functional>
-#include <limits>
 #include <numbers>
 
 #include "platform/coregraphics/CGRecordingContext.h"
+#include "tests/coregraphics/paths.h"
 
 namespace orvane::platform {
 namespace {
 
-constexpr double kInfinity = std::numeric_limits<double>::infinity();
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 constexpr double kPi = std::numbers::pi;
 
 std::string segmentsOf(const CGPath& path) {
     return recorded::outlineOf(path).segments;
 }
 
+CGPath arcPath(const CGAffineTransform& transform, double radius, double delta) {
+    CGPath path;
+    path.addRelativeArc(transform, 0, 0, radius, 0, delta);
+    return path;
+}
+
 TEST(Path, BoxesGoAroundTheCurvesThemselves) {
-    struct Case {
+    CGPath cubic, quadratic;
+    cubic.moveToPoint(0, 0);
+    cubic.addCurveToPoint(0, 100, 10, 100, 10, 0);
+    quadratic.moveToPoint(0, 0);
+    quadratic.addQuadCurveToPoint(10, 20, 20, 0);
+    const auto turned = CGAffineTransform::makeTranslation(10, 10).rotate(kPi / 2);
+    const struct {
         const char* name;
-        std::function<void(CGPath&)> build;
-        std::optional<CGRect> box;
-    };
-    const Case cases[] = {
-        {"empty", [](CGPath&) {}, std::nullopt},
-        {"rectangle",
-         [](CGPath& p) {
-             p.addRect({{1, 2}, {3, 4}});
-         },
-         CGRect{{1, 2}, {3, 4}}},
-        {"negative size",
-         [](CGPath& p) {
-             p.addRect({{4, 6}, {-3, -4}});
-         },
-         CGRect{{1, 2}, {3, 4}}},
-        {"ellipse",
-         [](CGPath& p) {
-             p.addEllipseInRect({{-1, 0}, {8, 2}});
-         },
-         CGRect{{-1, 0}, {8, 2}}},
-        {"flat cubic",
-         [](CGPath& p) {
-             p.moveToPoint(0, 0);
-             p.addCurveToPoint(0, 100, 10, 100, 10, 0);
-         },
-         CGRect{{0, 0}, {10, 75}}},
-        {"quadratic",
-         [](CGPath& p) {
-             p.moveToPoint(0, 0);
-             p.addQuadCurveToPoint(10, 20, 20, 0);
-         },
-         CGRect{{0, 0}, {20, 10}}},
-        {"half a circle, turned",
-         [](CGPath& p) {
-             p.addRelativeArc(CGAffineTransform::makeTranslation(10, 10).rotate(kPi / 2), 0, 0, 5,
-                              0, kPi);
-         },
-         CGRect{{5, 5}, {5, 10}}},
-        {"a hundred turns and a quarter",
-         [](CGPath& p) { p.addRelativeArc({}, 0, 0, 1, 0, 200 * kPi + kPi / 2); },
-         CGRect{{-1, -1}, {2, 2}}},
-        {"a number that is none",
-         [](CGPath& p) {
-             p.addRect({{kNaN, 0}, {1, 1}});
-         },
-         std::nullopt},
-        {"an infinite side",
-         [](CGPath& p) {
-             p.addEllipseInRect({{0, 0}, {kInfinity, 1}});
-         },
-         std::nullopt},
-        {"an infinite point",
-         [](CGPath& p) {
-             p.moveToPoint(0, 0);
-             p.addLineToPoint(kInfinity, 0);
-         },
-         std::nullopt},
-        {"an endless arc", [](CGPath& p) { p.addRelativeArc({}, 0, 0, 1, 0, kInfinity); },
-         std::nullopt},
-        {"a corner that is none",
-         [](CGPath& p) {
-             p.addRoundedRect({{0, 0}, {9, 9}}, kNaN, 1);
-         },
-         std::nullopt},
-    };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.name);
         CGPath path;
-        c.build(path);
-        const std::optional<CGRect> box = path.getPathBoundingBox();
+        std::optional<CGRect> box;
+    } cases[] = {
+        {"empty", CGPath(), {}},
+        {"rectangle", rectPath(1, 2, 3, 4), {{{1, 2}, {3, 4}}}},
+        {"negative size", rectPath(4, 6, -3, -4), {{{1, 2}, {3, 4}}}},
+        {"ellipse", ellipsePath(-1, 0, 8, 2), {{{-1, 0}, {8, 2}}}},
+        {"flat cubic", std::move(cubic), {{{0, 0}, {10, 75}}}},
+        {"quadratic", std::move(quadratic), {{{0, 0}, {20, 10}}}},
+        {"half a circle, turned", arcPath(turned, 5, kPi), {{{5, 5}, {5, 10}}}},
+        {"many turns and a quarter", arcPath({}, 1, 200.5 * kPi), {{{-1, -1}, {2, 2}}}},
+        {"a number that is none", rectPath(NAN, 0, 1, 1), {}},
+        {"an infinite side", ellipsePath(0, 0, INFINITY, 1), {}},
+        {"an infinite point", linePath({{0, 0}, {INFINITY, 0}}), {}},
+        {"an endless arc", arcPath({}, 1, INFINITY), {}},
+        {"a corner that is none", roundedPath(0, 0, 9, 9, NAN, 1), {}},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.name);
+        const std::optional<CGRect> box = c.path.getPathBoundingBox();
         ASSERT_EQ(box.has_value(), c.box.has_value());
         if (box) {
             EXPECT_NEAR(box->origin.x, c.box->origin.x, 1e-2);
@@ -112,39 +71,28 @@ TEST(Path, KeepsSubpathsWhole) {
     path.addLineToPoint(3, 3);  // goes on where the closed one began
     EXPECT_EQ(segmentsOf(path), "M 1 1 L 1 1 L 2 1 Z M 1 1 L 3 3");
 
-    CGPath mixed;
-    mixed.addRect({{0, 0}, {2, 1}});
+    CGPath mixed = rectPath(0, 0, 2, 1);
     mixed.addRelativeArc({}, 0, 0, 1, 0, 0);  // joined by a line to the rectangle's start
     EXPECT_EQ(segmentsOf(mixed), "M 0 0 L 2 0 L 2 1 L 0 1 Z M 0 0 L 1 0");
 }
 
 TEST(Path, CutsCornersToHalfTheSides) {
-    struct Case {
-        double cornerWidth, cornerHeight;
-        double keptWidth, keptHeight;
+    const auto outline = [](double cornerWidth, double cornerHeight) {
+        return segmentsOf(roundedPath(0, 0, 10, 4, cornerWidth, cornerHeight));
     };
-    const Case cases[] = {{2, 1, 2, 1}, {100, 100, 5, 2}, {-2, -1, 2, 1}};
-    for (const Case& c : cases) {
-        CGPath path, expected;
-        path.addRoundedRect({{0, 0}, {10, 4}}, c.cornerWidth, c.cornerHeight);
-        expected.addRoundedRect({{0, 0}, {10, 4}}, c.keptWidth, c.keptHeight);
-        EXPECT_EQ(segmentsOf(path), segmentsOf(expected));
-    }
-    CGPath square;
-    square.addRoundedRect({{0, 0}, {10, 4}}, 0, 5);
-    EXPECT_EQ(segmentsOf(square), "M 0 0 L 10 0 L 10 4 L 0 4 Z");
+    EXPECT_EQ(outline(100, 100), outline(5, 2));
+    EXPECT_EQ(outline(-2, -1), outline(2, 1));
+    EXPECT_NE(outline(2, 1), outline(5, 2));
+    EXPECT_EQ(outline(0, 5), "M 0 0 L 10 0 L 10 4 L 0 4 Z");
 }
 
 TEST(Path, AnOutlineDoesNotChangeUnderWhoeverTookIt) {
-    CGPath path;
-    path.addRect({{0, 0}, {1, 1}});
-    CGPath copy;
-    copy.addRect({{0, 0}, {1, 1}});
+    CGPath path = rectPath(0, 0, 1, 1);
     const auto taken = path.outline();
     path.addLineToPoint(5, 5);
     EXPECT_NE(path.outline(), taken);
-    EXPECT_NE(segmentsOf(path), segmentsOf(copy));
-    path = std::move(copy);
+    EXPECT_EQ(segmentsOf(path), "M 0 0 L 1 0 L 1 1 L 0 1 Z M 0 0 L 5 5");
+    path = rectPath(0, 0, 1, 1);
     EXPECT_EQ(segmentsOf(path), "M 0 0 L 1 0 L 1 1 L 0 1 Z");
 }
 

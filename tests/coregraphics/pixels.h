@@ -1,11 +1,12 @@
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
+#include <vector>
 
 #include "platform/coregraphics/CGBitmapContext.h"
-#include "platform/coregraphics/CGPath.h"
 
 namespace orvane::platform {
 
@@ -14,16 +15,33 @@ inline std::uint32_t pixel(const CGBitmapContext& canvas, int x, int y) {
                            static_cast<std::size_t>(x)];
 }
 
-// The largest difference of one channel between two canvases of one size.
+// All pixels, row by row.
+inline std::vector<std::uint32_t> picture(const CGBitmapContext& canvas) {
+    std::vector<std::uint32_t> result;
+    for (int y = 0; y < canvas.height(); ++y) {
+        for (int x = 0; x < canvas.width(); ++x) {
+            result.push_back(pixel(canvas, x, y));
+        }
+    }
+    return result;
+}
+
+// The largest difference of one channel.
+inline int difference(std::uint32_t a, std::uint32_t b) {
+    int largest = 0;
+    for (int shift = 0; shift < 32; shift += 8) {
+        largest = std::max(largest, std::abs(static_cast<int>(a >> shift & 255) -
+                                             static_cast<int>(b >> shift & 255)));
+    }
+    return largest;
+}
+
+// The same of two canvases of one size.
 inline int largestDifference(const CGBitmapContext& a, const CGBitmapContext& b) {
     int largest = 0;
     for (int y = 0; y < a.height(); ++y) {
         for (int x = 0; x < a.width(); ++x) {
-            for (int shift = 0; shift < 32; shift += 8) {
-                const int p = static_cast<int>(pixel(a, x, y) >> shift & 255);
-                const int q = static_cast<int>(pixel(b, x, y) >> shift & 255);
-                largest = std::max(largest, std::abs(p - q));
-            }
+            largest = std::max(largest, difference(pixel(a, x, y), pixel(b, x, y)));
         }
     }
     return largest;
@@ -32,17 +50,10 @@ inline int largestDifference(const CGBitmapContext& a, const CGBitmapContext& b)
 // How many pixels' worth of paint there is, by the alpha channel.
 inline double coveredArea(const CGBitmapContext& canvas) {
     double sum = 0;
-    for (int y = 0; y < canvas.height(); ++y) {
-        for (int x = 0; x < canvas.width(); ++x) {
-            sum += pixel(canvas, x, y) >> 24;
-        }
+    for (const std::uint32_t each : picture(canvas)) {
+        sum += each >> 24;
     }
     return sum / 255;
-}
-
-inline void fillRect(CGContext& canvas, const CGRect& rect) {
-    canvas.addRect(rect);
-    canvas.drawPath(CGPathDrawingMode::Fill);
 }
 
 }  // namespace orvane::platform
