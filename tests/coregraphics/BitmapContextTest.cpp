@@ -68,6 +68,7 @@ TEST(BitmapContext, CoversTheAreaThatAShapeHas) {
         {"frame thicker than it is wide", rectPath(50, 50, 4, 20), Stroke, 14 * 30, 10},
         {"level line", linePath({{5, 5.2}, {105, 5.2}}), Stroke, 50, 0.5},
         {"slanted line", linePath({{50, 50}, {80, 90}}), Stroke, 100, 2},
+        {"sharp corner", linePath({{100, 100}, {200, 120}, {100, 140}}), Stroke, 2039.6, 10},
         {"dashed line", linePath({{50, 50}, {450, 50}}), Stroke, 400 * 2 * 0.6, 2, {6, 4}},
         {"turned box", rectPath(0, 0, 40, 30), Fill, 1200, 1, {}, turned},
         {"small circle", ellipsePath(9.7, 8.1, 20, 20), Fill, 100 * kPi},
