@@ -1,0 +1,464 @@
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <functional>
+#include <limits>
+#include <map>
+#include <memory>
+#include <numbers>
+#include <string>
+#include <vector>
+
+#include "orvane/display/Display.h"
+#include "orvane/display/DisplayFactory.h"
+#include "orvane/display/DisplayLayer.h"
+#include "orvane/display/DisplayView.h"
+#include "orvane/display/animation/FrameAnimation.h"
+#include "orvane/display/animation/GroupAnimation.h"
+#include "orvane/display/animation/Transition.h"
+#include "orvane/display/animation/ValueAnimation.h"
+#include "orvane/display/graphics/Container.h"
+#include "orvane/display/graphics/quartz/QuartzRect.h"
+#include "platform/coregraphics/CGImage.h"
+#include "platform/offscreen/OffscreenWindow.h"
+#include "platform/quartzcore/CAMediaTime.h"
+#include "tests/support/GoldenImage.h"
+
+namespace orvane::display::animation {
+namespace {
+
+constexpr std::uint32_t paper = 0xFFF1EEE8;
+constexpr std::uint32_t ink = 0xFF22303C;
+constexpr std::uint32_t coral = 0xFFF2545B;
+constexpr std::uint32_t teal = 0xFF19A7A0;
+constexpr std::uint32_t amber = 0xFFF5A623;
+
+constexpr int steps = 6;  // frames to a second
+constexpr std::uint32_t red = 0xFFFF0000;
+constexpr std::uint32_t green = 0xFF00FF00;
+constexpr std::uint32_t blue = 0xFF0000FF;
+
+// The name of a colour, whatever the rounding of its components.
+std::string nameOf(std::uint32_t color) {
+    static const std::map<std::uint32_t, std::string> names{
+        {0xFCFC0000, "red"}, {0xFC0000FC, "blue"}, {0xFC00FC00, "green"}, {0xFC000000, "black"}};
+    const auto name = names.find(color & 0xFCFCFCFC);
+    return name != names.end() ? name->second : "other";
+}
+
+// A rectangle that counts how often it is painted.
+class CountedRect : public graphics::quartz::QuartzRect {
+public:
+    void validate(const geometry::Rect<double>& rect) override {
+        ++paints;
+        QuartzRect::validate(rect);
+    }
+
+    std::uint32_t color = 0;
+    int paints = 0;
+};
+
+// A display in a window in memory, 200 x 100 points, on a clock that stands until it is advanced.
+class SceneTest : public testing::Test {
+protected:
+    SceneTest() {
+        Display::reset();
+        Display::instance()->getView()->setFrame({{0, 0}, {200, 100}});
+        window_.setContentView(Display::instance()->getView());
+    }
+    ~SceneTest() override {
+        window_.setContentView(nullptr);
+        // The layers of its objects hold the display.
+        Display::instance()->removeAll();
+        Display::reset();
+        clock_.advanceBy(0);
+    }
+
+    static std::shared_ptr<CountedRect> makeRect(float x, float y, float width, float height,
+                                                 std::uint32_t color) {
+        auto rect = std::make_shared<CountedRect>();
+        rect->set(x, y, width, height);
+        rect->color = color;
+        rect->setFillColor(color);
+        rect->setStrokeWidth(0);
+        return rect;
+    }
+
+    std::shared_ptr<ValueAnimation> makeAnimation(const std::shared_ptr<DisplayObject>& object,
+                                                  AttributeName attribute,
+                                                  const std::vector<float>& values,
+                                                  float duration = 1) {
+        auto animation = std::make_shared<ValueAnimation>("key", attribute, values);
+        animation->setAnimatable(object->extractAnimationLayer());
+        animation->setDuration(duration);
+        animation->setCompletionCallback([this] { ++completions_; });
+        return animation;
+    }
+
+    // One refresh of the display after so many seconds.
+    void refresh(double seconds) {
+        clock_.advanceBy(seconds);
+        window_.display();
+    }
+
+    std::uint32_t pixel(int x, int y) const {
+        return window_.pixels()[static_cast<std::size_t>(y) * window_.bytesPerRow() / 4 +
+                                static_cast<std::size_t>(x)];
+    }
+
+    platform::CAVirtualClock clock_{100};
+    platform::OffscreenWindow window_{{200, 100}};
+    int completions_ = 0;
+};
+
+// What is shown at each sixth of a second, one frame below the other.
+class GoldenStripTest : public SceneTest {
+protected:
+    using Container = std::shared_ptr<graphics::Container>;
+    using Objects = std::vector<std::shared_ptr<DisplayObject>>;
+
+    GoldenStripTest() {
+        window_.setContentSize({440, 70});
+        Display::instance()->getView()->setFrame({{0, 0}, {440, 70}});
+    }
+
+    // A page of the window's size with a mark in one corner.
+    static Container makePage(std::uint32_t color, float markX) {
+        auto page = DisplayFactory::createContainer();
+        page->add(makeRect(0, 0, 440, 70, color));
+        page->add(makeRect(markX, 10, 60, 20, ink));
+        return page;
+    }
+
+    // A tile whose turning can be seen.
+    Container makeTile(float x, std::uint32_t color) {
+        auto tile = DisplayFactory::createContainer();
+        const auto face = makeRect(x, 10, 30, 30, color);
+        face->setRx(8);
+        face->setRy(8);
+        faces_.push_back(face);
+        tile->add(face);
+        tile->add(makeRect(x + 4, 13, 8, 8, ink));
+        return tile;
+    }
+
+    std::shared_ptr<ValueAnimation> add(const Container& page, float x, AttributeName attribute,
+                                        const std::vector<float>& values) {
+        const auto tile = makeTile(x, attribute == AttributeName::Opacity ? coral : teal);
+        page->add(tile);
+        return makeAnimation(tile, attribute, values);
+    }
+
+    void takeFrame() {
+        window_.display();
+        const auto frame = window_.image();
+        strip_.insert(strip_.end(), frame->pixels().begin(), frame->pixels().end());
+    }
+
+    void takeSecond() {
+        const double start = platform::CACurrentMediaTime();
+        for (int i = 0; i < steps; ++i) {
+            clock_.advanceTo(start + static_cast<double>(i) / steps);
+            takeFrame();
+        }
+        clock_.advanceTo(start + 1);
+        takeFrame();
+    }
+
+    testing::AssertionResult stripMatches(const std::string& name) const {
+        const int width = window_.pixelWidth();
+        const int height = static_cast<int>(strip_.size()) / width;
+        return matchesGolden(*platform::CGImage::createWithPixels(width, height, strip_),
+                             ORVANE_GOLDEN_FOLDER "/" + name);
+    }
+
+    std::vector<std::uint32_t> strip_;
+    std::vector<std::shared_ptr<CountedRect>> faces_;  // of the tiles
+};
+
+TEST_F(GoldenStripTest, EveryAttributeAGroupAndAFrameAnimation) {
+    const auto page = DisplayFactory::createContainer();
+    page->add(makeRect(0, 0, 440, 70, paper));
+    Display::instance()->add(page);
+
+    add(page, 8, AttributeName::TranslationX, {0, 30, 0})->run();
+    add(page, 80, AttributeName::TranslationY, {0, 25, 25, 0})->run();
+    add(page, 118, AttributeName::Opacity, {1, 0, 1})->run();
+    add(page, 156, AttributeName::Translation, {0, 0, 20, 20, 20, 0, 0, 0})->run();
+    const auto turn = add(page, 216, AttributeName::Rotation, {0, std::numbers::pi_v<float>});
+    turn->setAnchorPointX(0.5F);
+    turn->setAnchorPointY(0.5F);
+    turn->run();
+    add(page, 262, AttributeName::Affine, {1, 0, 0, 1, 0, 0, 1.5F, 0, 0.5F, 1.5F, 0, 0})->run();
+
+    const auto group = std::make_shared<GroupAnimation>("group");
+    const auto first = add(page, 330, AttributeName::TranslationY, {0, 28});
+    const auto second = add(page, 366, AttributeName::TranslationY, {0, 28});
+    second->setDelay(0.5F);
+    second->setDuration(0.5F);
+    group->add(first);
+    group->add(second);
+    group->setAnimatable(first->getAnimatable());
+    group->run();
+
+    const auto bar = makeRect(404, 10, 30, 0, amber);
+    page->add(bar);
+    const auto grow = std::make_shared<FrameAnimation>(
+        "grow", [&bar](float phase) { bar->setHeight(50 * phase); });
+    grow->setDuration(1);
+    grow->run();
+
+    takeSecond();
+    EXPECT_EQ(completions_, 8);
+    EXPECT_FALSE(window_.needsDisplay());
+    for (const auto& face : faces_) {
+        EXPECT_EQ(face->paints, 1) << "what is moved, turned or faded is not painted anew";
+    }
+    EXPECT_TRUE(stripMatches("attributes.png"));
+}
+
+TEST_F(GoldenStripTest, BothTransitionsAndTheDefault) {
+    const auto display = Display::instance();
+    auto page = makePage(paper, 20);
+    display->add(page);
+    for (const int type : {Transition::PushFromRight, Transition::PushFromLeft, Transition::Fade}) {
+        const auto next = makePage(type == Transition::PushFromLeft ? paper : teal,
+                                   type == Transition::PushFromLeft ? 20 : 360);
+        const Transition transition{type, 1};
+        display->replace(page, next, &transition);
+        EXPECT_EQ(display->getObjects(), (Objects{page, next}));
+        takeSecond();
+        EXPECT_EQ(display->getObjects(), Objects{next});
+        EXPECT_EQ(page->getLayer()->getDisplay(), nullptr);
+        EXPECT_FALSE(window_.needsDisplay());
+        page = next;
+    }
+    EXPECT_TRUE(stripMatches("transitions.png"));
+}
+
+using LifetimeTest = SceneTest;
+
+// Whatever goes while an endless animation runs takes the animation with it: one completion, the
+// description let go, no frames asked for any more.
+TEST_F(LifetimeTest, WhatIsTakenAwayEndsTheAnimation) {
+    struct Scene {
+        std::unique_ptr<platform::OffscreenWindow>& window;
+        std::shared_ptr<graphics::Container> root = DisplayFactory::createContainer();
+        std::shared_ptr<graphics::Container> inner = DisplayFactory::createContainer();
+        std::shared_ptr<CountedRect> rect = makeRect(10, 10, 20, 20, red);
+    };
+    const struct {
+        const char* what;
+        std::function<void(Scene&)> takeAway;
+    } cases[] = {
+        {"the animated object", [](Scene& s) { s.inner->erase(s.inner->find(s.rect)); }},
+        {"an ancestor", [](Scene& s) { s.root->erase(s.root->find(s.inner)); }},
+        {"the top-level object", [](Scene& s) { Display::instance()->remove(s.root); }},
+        {"everything", [](Scene&) { Display::instance()->removeAll(); }},
+        {"the animation", [](Scene& s) { s.rect->getLayer()->removeAnimation("key"); }},
+        {"the layer",
+         [](Scene& s) {
+             s.rect->getLayer()->removeFromParent();
+             s.rect->removeFromLayer();
+         }},
+        {"the display's view", [](Scene& s) { s.window->setContentView(nullptr); }},
+        {"the window", [](Scene& s) { s.window.reset(); }},
+        {"the display",
+         [](Scene& s) {
+             s.window->setContentView(nullptr);
+             Display::instance()->removeAll();
+             Display::reset();
+         }},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.what);
+        Display::reset();
+        auto window = std::make_unique<platform::OffscreenWindow>(platform::CGSize{200, 100});
+        window->setContentView(Display::instance()->getView());
+        const auto refreshWindow = [&](double seconds) {
+            clock_.advanceBy(seconds);
+            if (window) {
+                window->display();
+            }
+        };
+        completions_ = 0;
+        std::weak_ptr<ValueAnimation> animation;
+        std::weak_ptr<CountedRect> object;
+        {
+            Scene scene{window};
+            scene.inner->add(scene.rect);
+            scene.root->add(scene.inner);
+            Display::instance()->add(scene.root);
+            const auto endless = makeAnimation(scene.rect, AttributeName::Rotation, {0, 1});
+            endless->setRepeatCount(-1);
+            endless->setAnchorPointX(0.5F);
+            endless->run();
+            animation = endless;
+            object = scene.rect;
+            refreshWindow(0.25);
+            refreshWindow(1.25);
+            EXPECT_EQ(completions_, 0);
+            EXPECT_TRUE(window->isAnimating());
+            c.takeAway(scene);
+        }
+        refreshWindow(0.25);
+        refreshWindow(0.25);
+        EXPECT_EQ(completions_, 1);
+        EXPECT_TRUE(animation.expired());
+        EXPECT_FALSE(window && window->needsDisplay());
+        Display::instance()->removeAll();
+        EXPECT_TRUE(object.expired());
+    }
+}
+
+TEST_F(LifetimeTest, ACallbackMayTakeEverythingAway) {
+    const auto root = DisplayFactory::createContainer();
+    std::vector<std::weak_ptr<Animation>> animations;
+    Display::instance()->add(root);
+    for (int i = 0; i < 20; ++i) {
+        const auto rect = makeRect(static_cast<float>(i * 10), 0, 8, 8, red);
+        root->add(rect);
+        const auto animation = makeAnimation(rect, AttributeName::TranslationY, {0, 50});
+        const auto group = std::make_shared<GroupAnimation>("group");
+        group->setAnimatable(animation->getAnimatable());
+        group->add(animation);
+        group->setCompletionCallback([this] { ++completions_; });
+        animation->setRepeatCount(i % 3 == 0 ? -1 : 1);
+        if (i == 7) {
+            animation->setCompletionCallback([this] {
+                ++completions_;
+                Display::instance()->removeAll();
+                Display::reset();
+            });
+        }
+        group->run();
+        animations.insert(animations.end(), {animation, group});
+    }
+    for (int i = 0; i < 6; ++i) {
+        refresh(0.5);
+    }
+    EXPECT_EQ(completions_, 40);
+    for (const std::weak_ptr<Animation>& animation : animations) {
+        EXPECT_TRUE(animation.expired());
+    }
+}
+
+// A red object is changed for a blue one. Each fills the window.
+class ReplaceTest : public SceneTest {
+protected:
+    ReplaceTest() {
+        display_->add(old_);
+        window_.display();
+    }
+
+    void replace(const std::shared_ptr<DisplayObject>& from,
+                 const std::shared_ptr<DisplayObject>& to, int type, double duration = 1) {
+        const Transition transition{type, duration};
+        display_->replace(from, to, &transition);
+    }
+
+    // The objects of the display, then what the left half of the window shows and what the right.
+    std::string state() const {
+        std::string words;
+        for (const std::shared_ptr<DisplayObject>& object : display_->getObjects()) {
+            words += nameOf(object->as<CountedRect>()->color) + " ";
+        }
+        return words + "| " + nameOf(pixel(50, 50)) + " " + nameOf(pixel(150, 50));
+    }
+
+    std::shared_ptr<Display> display_ = Display::instance();
+    std::shared_ptr<CountedRect> old_ = makeRect(0, 0, 200, 100, red);
+    std::shared_ptr<CountedRect> new_ = makeRect(0, 0, 200, 100, blue);
+};
+
+TEST_F(ReplaceTest, IsAtOnceWithoutATransitionOrWithoutBothViews) {
+    display_->replace(old_, new_, nullptr);
+    EXPECT_EQ(state(), "blue | red red");
+    display_->replace(nullptr, old_, nullptr);
+    EXPECT_EQ(state(), "blue red | red red");
+    display_->removeAll();
+
+    replace(nullptr, new_, Transition::PushFromRight);
+    refresh(0);
+    EXPECT_EQ(state(), "blue | blue blue");
+    replace(makeRect(0, 0, 10, 10, red), old_, Transition::PushFromRight);  // from one unseen
+    refresh(0);
+    EXPECT_EQ(state(), "blue red | red red");
+    replace(old_, nullptr, Transition::PushFromRight);
+    refresh(0);
+    EXPECT_EQ(state(), "blue | blue blue");
+}
+
+TEST_F(ReplaceTest, ADurationOfNothingEndsAtTheNextPass) {
+    for (const double duration : {0.0, -1.0, std::numeric_limits<double>::quiet_NaN()}) {
+        display_->removeAll();
+        display_->add(old_);
+        replace(old_, new_, -5, duration);  // a fade, as every type without a name
+        refresh(0);
+        refresh(0);
+        EXPECT_EQ(state(), "blue | blue blue") << duration;
+    }
+}
+
+TEST_F(ReplaceTest, TransitionsFollowOneAnother) {
+    const auto third = makeRect(0, 0, 200, 100, green);
+    replace(old_, new_, Transition::PushFromRight);
+    refresh(0);
+    EXPECT_EQ(state(), "red blue | red red");
+    refresh(0.5);
+    EXPECT_EQ(state(), "red blue | red blue");
+    replace(new_, third, Transition::PushFromRight);
+    refresh(0.5);
+    EXPECT_EQ(state(), "blue green | blue green");
+    refresh(0.5);
+    EXPECT_EQ(state(), "green | green green");
+}
+
+TEST_F(ReplaceTest, AnObjectThatComesBackBeforeItHasGoneStillGoes) {
+    replace(old_, new_, Transition::PushFromRight);
+    refresh(0.25);
+    replace(new_, old_, Transition::PushFromLeft);
+    refresh(0.75);
+    EXPECT_EQ(old_->getLayer()->getDisplay(), nullptr);
+    refresh(0);
+    EXPECT_EQ(new_->getLayer()->getDisplay(), nullptr);
+    EXPECT_EQ(state(), "| black black");
+    EXPECT_FALSE(window_.needsDisplay());
+}
+
+TEST_F(ReplaceTest, EitherSideMayGoDuringTheTransition) {
+    replace(old_, new_, Transition::PushFromLeft);
+    refresh(0.5);
+    EXPECT_EQ(state(), "red blue | blue red");
+    display_->remove(new_);
+    refresh(0);
+    refresh(0);
+    EXPECT_EQ(state(), "| black black") << "the old one goes with the transition";
+
+    display_->add(old_);
+    replace(old_, new_, Transition::Fade);
+    refresh(0.5);
+    display_->remove(old_);
+    refresh(0.25);
+    refresh(0.25);
+    refresh(0);
+    EXPECT_EQ(state(), "blue | blue blue");
+}
+
+TEST_F(ReplaceTest, TheDisplayLivesUntilTheTransitionIsOver) {
+    const std::weak_ptr<Display> display = display_;
+    replace(old_, new_, Transition::Fade);
+    refresh(0.5);
+    Display::reset();
+    display_.reset();
+    EXPECT_FALSE(display.expired());
+    refresh(0.5);
+    refresh(0);
+    if (const std::shared_ptr<Display> alive = display.lock()) {
+        EXPECT_EQ(alive->getObjects(), std::vector<std::shared_ptr<DisplayObject>>{new_});
+        alive->removeAll();
+    }
+}
+
+}  // namespace
+}  // namespace orvane::display::animation
