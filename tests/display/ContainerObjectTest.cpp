@@ -11,7 +11,13 @@ using Object = std::shared_ptr<DisplayObject>;
 
 class ContainerStore : public testing::Test {
 protected:
-    void SetUp() override {
+    ContainerStore() { build(); }
+
+    void build() {
+        layer_ = std::make_shared<FakeLayer>("root");
+        root_ = std::make_shared<Group>();
+        before_ = std::make_shared<Spot>();
+        after_ = std::make_shared<Spot>();
         layer_->addObject(root_);
         root_->store(root_->getChildren().end(), before_);
         root_->store(root_->getChildren().end(), after_);
@@ -35,33 +41,69 @@ protected:
         group->add(owner("y"));
         return group;
     }
-    void storeBetween(const Object& object) {
+    // Stores an object, and answers with what the layer was told of it.
+    std::string store(std::ptrdiff_t place, const Object& object) {
         layer_->log.clear();
-        root_->store(root_->find(after_), object);
+        root_->store(root_->getChildren().begin() + place, object);
+        return layer_->log;
     }
     std::string announced(const Object& object) const {
         return "+" + std::to_string(object->getId()) + " ";
     }
 
-    LayerPointer layer_ = std::make_shared<FakeLayer>("root");
-    std::shared_ptr<Group> root_ = std::make_shared<Group>();
-    Object before_ = std::make_shared<Spot>();
-    Object after_ = std::make_shared<Spot>();
+    LayerPointer layer_;
+    std::shared_ptr<Group> root_;
+    Object before_, after_;
     std::vector<LayerPointer> layers_;
 };
 
-TEST_F(ContainerStore, NextHasALayerAndPreviousNone) {
-    give(after_, "after");
-    const Object group = bearer();
-    storeBetween(group);
-    EXPECT_EQ(names(*layer_), "x y after ");
-    EXPECT_EQ(layer_->log, announced(group));
-
-    const Object own = owner("own");
-    layer_->log.clear();
-    root_->store(root_->find(after_), own);
-    EXPECT_EQ(names(*layer_), "x y own after ");
-    EXPECT_EQ(layer_->log, "");  // one with a layer is not announced
+TEST_F(ContainerStore, LayersGoWhereTheirObjectsStand) {
+    struct Step {
+        bool
+            owns;  // one with a layer of its own is stored, or a container whose children bring two
+        std::ptrdiff_t place;
+        bool isAnnounced;
+        std::string names;
+    };
+    const struct {
+        const char* what;
+        bool beforeHasLayer, afterHasLayer;
+        std::vector<Step> steps;
+    } cases[] = {
+        {"the next has a layer, the previous none",
+         false,
+         true,
+         {{false, 1, true, "x y after "}, {true, 2, false, "x y own after "}}},
+        {"the previous has a layer, the next none",
+         true,
+         false,
+         {{false, 1, true, "before x y "}, {true, 1, false, "before own x y "}}},
+        {"both have: here an owner is announced, and not a guest",
+         true,
+         true,
+         {{true, 1, true, "before own after "}, {false, 2, false, "before own x y after "}}},
+        {"neither has: before the nearest that follows",
+         false,
+         false,
+         {{true, 1, false, "own "},
+          {false, 0, true, "x y own "},
+          {true, 4, false, "x y own own "}}},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.what);
+        build();
+        if (c.beforeHasLayer) {
+            give(before_, "before");
+        }
+        if (c.afterHasLayer) {
+            give(after_, "after");
+        }
+        for (const Step& step : c.steps) {
+            const Object object = step.owns ? owner("own") : bearer();
+            EXPECT_EQ(store(step.place, object), step.isAnnounced ? announced(object) : "");
+            EXPECT_EQ(names(*layer_), step.names);
+        }
+    }
 }
 
 TEST_F(ContainerStore, NeighboursOnOneLayerTakeTheElementIn) {
@@ -70,27 +112,14 @@ TEST_F(ContainerStore, NeighboursOnOneLayerTakeTheElementIn) {
     shared->addObject(after_);
 
     const Object guest = std::make_shared<Spot>();
-    storeBetween(guest);
+    store(1, guest);
     EXPECT_EQ(guest->getLayer(), shared);
 
     // An owner's layer goes into their layer: at the end when nothing follows, else before that.
-    storeBetween(owner("own"));
+    store(2, owner("own"));
     EXPECT_EQ(names(*shared), "own ");
-    root_->store(root_->find(guest), owner("earlier"));
+    store(1, owner("earlier"));
     EXPECT_EQ(names(*shared), "earlier own ");
-}
-
-TEST_F(ContainerStore, NeighboursOnSiblingLayers) {
-    give(before_, "before");
-    give(after_, "after");
-    const Object own = owner("own");
-    storeBetween(own);
-    EXPECT_EQ(names(*layer_), "before own after ");
-    EXPECT_EQ(layer_->log, announced(own));  // the row that announces an owner ...
-    const Object group = bearer();
-    storeBetween(group);
-    EXPECT_EQ(names(*layer_), "before own x y after ");
-    EXPECT_EQ(layer_->log, "");  // ... and not a guest
 }
 
 TEST_F(ContainerStore, NeighboursUnderAnotherLayer) {
@@ -113,32 +142,6 @@ TEST_F(ContainerStore, NeighboursUnderAnotherLayer) {
     EXPECT_EQ(names(*common), "left own right ");
 }
 
-TEST_F(ContainerStore, PreviousHasALayerAndNextNone) {
-    give(before_, "before");
-    const Object group = bearer();
-    storeBetween(group);
-    EXPECT_EQ(names(*layer_), "before x y ");
-    EXPECT_EQ(layer_->log, announced(group));
-    const Object own = owner("own");
-    layer_->log.clear();
-    root_->store(root_->find(before_) + 1, own);
-    EXPECT_EQ(names(*layer_), "before own x y ");
-    EXPECT_EQ(layer_->log, "");
-}
-
-TEST_F(ContainerStore, NeighboursWithoutLayers) {
-    storeBetween(owner("own"));
-    EXPECT_EQ(names(*layer_), "own ");
-    const Object group = bearer();
-    layer_->log.clear();
-    root_->store(root_->getChildren().begin(), group);
-    EXPECT_EQ(names(*layer_), "x y own ");  // before the nearest that follows
-    EXPECT_EQ(layer_->log, announced(group));
-    const Object last = owner("last");
-    root_->store(root_->getChildren().end(), last);
-    EXPECT_EQ(names(*layer_), "x y own last ");
-}
-
 TEST_F(ContainerStore, AContainerOnNoLayerChangesNone) {
     const auto loose = std::make_shared<Group>();
     const Object own = owner("own");
@@ -150,7 +153,7 @@ TEST_F(ContainerStore, AContainerOnNoLayerChangesNone) {
 
 TEST_F(ContainerStore, AnOwnerKeepsItsLayerWhenItLeavesAndAGuestDoesNot) {
     const Object own = owner("own");
-    storeBetween(own);
+    store(1, own);
     const auto ownLayer = own->getLayer();
     root_->erase(root_->find(own));
     EXPECT_EQ(own->getLayer(), ownLayer);
@@ -161,10 +164,8 @@ TEST_F(ContainerStore, AnOwnerKeepsItsLayerWhenItLeavesAndAGuestDoesNot) {
 
     const Object group = bearer();
     root_->add(group);
-    EXPECT_EQ(names(*layer_), "own x y ");
     layer_->log.clear();
     root_->erase(root_->find(group));
-    EXPECT_EQ(names(*layer_), "own ");
     EXPECT_EQ(layer_->log, "-" + std::to_string(group->getId()) + " ");
 }
 

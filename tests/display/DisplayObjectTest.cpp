@@ -7,6 +7,7 @@ namespace orvane::display {
 namespace {
 
 using geometry::Matrix;
+using Object = std::shared_ptr<DisplayObject>;
 using R = DisplayObject::Rect;
 
 TEST(DisplayObject, TransformationsComposeOrReplace) {
@@ -20,15 +21,16 @@ TEST(DisplayObject, TransformationsComposeOrReplace) {
     EXPECT_EQ(spot.getTransformation(), Matrix(4, 0, 4, 0, 5, 5));
     spot.setMatrix(1, 2, 3, 4, 5, 6);
     EXPECT_EQ(spot.getTransformation(), Matrix(1, 2, 3, 4, 5, 6));
-}
 
-TEST(DisplayObject, TheFullTransformationStartsAtTheRoot) {
+    // The full transformation starts at the root.
     const auto root = std::make_shared<Group>();
     const auto leaf = std::make_shared<Spot>();
     root->add(leaf);
     root->setScale(2, 2);
     leaf->setTranslate(5, 0);
     EXPECT_EQ(leaf->applyTransformToRect({0, 0, 1, 1}), R(10, 0, 2, 2));
+    EXPECT_EQ(Spot(R(100, 200, 10, 10)).convertRectToFrame({5, 5, -3, -4}), R(102, 201, 3, 4))
+        << "relative to the frame, and normalised";
 }
 
 TEST(DisplayObject, AFrameIsForgottenUpwardUntilOneThatIsForgotten) {
@@ -40,30 +42,15 @@ TEST(DisplayObject, AFrameIsForgottenUpwardUntilOneThatIsForgotten) {
     EXPECT_EQ(root->getFrame(), R(0, 0, 10, 10));
     leaf->setArea({0, 0, 20, 10});
     EXPECT_EQ(root->getFrame(), R(0, 0, 20, 10));
-}
 
-TEST(DisplayObject, AHiddenObjectShownLaterWidensItsParent) {
-    const auto root = std::make_shared<Group>();
     const auto hidden = std::make_shared<Spot>(R(50, 50, 10, 10));
-    root->add(std::make_shared<Spot>());
     root->add(hidden);
     hidden->setVisible(false);
-    EXPECT_EQ(root->getFrame(), R(0, 0, 10, 10));
+    EXPECT_EQ(root->getFrame(), R(0, 0, 20, 10));
     hidden->setVisible(true);
-    EXPECT_EQ(root->getFrame(), R(0, 0, 60, 60));
-}
-
-TEST(DisplayObject, RectanglesRelativeToTheFrameComeBackNormalised) {
-    Spot spot(R(100, 200, 10, 10));
-    EXPECT_EQ(spot.convertRectToFrame({5, 5, -3, -4}), R(102, 201, 3, 4));
-}
-
-TEST(DisplayObject, VisibilityIsTheWholeChains) {
-    const auto root = std::make_shared<Group>();
-    const auto leaf = std::make_shared<Spot>();
-    root->add(leaf);
+    EXPECT_EQ(root->getFrame(), R(0, 0, 60, 60)) << "shown later it widens its parent";
     root->setVisible(false);
-    EXPECT_FALSE(leaf->isVisible());
+    EXPECT_FALSE(leaf->isVisible()) << "visibility is the whole chain's";
     root->setVisible(true);
     EXPECT_TRUE(leaf->isVisible());
 }
@@ -128,6 +115,109 @@ TEST(DisplayObject, AnAccessibilityElementIsMadeOnDemandAndKept) {
     EXPECT_EQ(spot.getAccessibilityElement(), nullptr);
     spot.getOrCreateAccessibilityElement()->setLabel("close");
     EXPECT_EQ(spot.getOrCreateAccessibilityElement()->getLabel(), "close");
+}
+
+TEST(DisplayNode, ALoneNodeHasNoNeighbours) {
+    const auto node = std::make_shared<Spot>();
+    EXPECT_EQ(node->next(), nullptr);
+    EXPECT_EQ(node->prev(), nullptr);
+    EXPECT_EQ(node->findChildOf(std::make_shared<Group>()), nullptr);
+    node->removeFromParent();
+    const auto path = node->getPathToRoot();
+    EXPECT_EQ(std::distance(path.begin(), path.end()), 1);
+}
+
+TEST(DisplayNode, NeighboursPathsAndAncestors) {
+    const auto root = std::make_shared<Group>();
+    const auto left = std::make_shared<Group>();
+    const auto right = std::make_shared<Group>();
+    const auto leaf = std::make_shared<Spot>();
+    root->add(left);
+    root->add(right);
+    left->add(leaf);
+
+    EXPECT_EQ(left->next(), right);
+    EXPECT_EQ(right->prev(), left);
+    EXPECT_EQ(right->next(), nullptr);
+    EXPECT_EQ(leaf->findChildOf(root), left);
+    EXPECT_EQ(leaf->findChildOf(left), leaf);
+    EXPECT_EQ(leaf->findChildOf(right), nullptr);
+    EXPECT_EQ(DisplayObject::findCommonParent(leaf, right), Object(root));
+    EXPECT_EQ(DisplayObject::findCommonParent(leaf, left), Object(left));
+    EXPECT_EQ(DisplayObject::findCommonParent(leaf, leaf), Object(leaf));
+    EXPECT_EQ(DisplayObject::findCommonParent(leaf, std::make_shared<Spot>()), nullptr);
+
+    EXPECT_EQ(leaf->getPathToRoot().front(), Object(root));
+}
+
+TEST(DisplayNode, OnlyItsOwnChildrenAreFoundAndErased) {
+    const auto root = std::make_shared<Group>();
+    const Object spot = std::make_shared<Spot>();
+    root->add(std::make_shared<Spot>());
+    root->add(spot);
+    EXPECT_EQ(root->find(spot), root->getChildren().begin() + 1);
+    root->erase(root->find(spot));
+    EXPECT_EQ(root->find(spot), root->getChildren().end());
+
+    // An index in range is not enough: the element must be this container's.
+    const auto other = std::make_shared<Group>();
+    other->add(spot);
+    EXPECT_EQ(root->find(spot), root->getChildren().end());
+    EXPECT_EQ(root->erase(root->find(spot)), root->getChildren().end());
+    EXPECT_EQ(root->getChildren().size(), 1U);
+}
+
+TEST(DisplayNode, WhatCannotGoIntoATreeIsRefused) {
+    const auto root = std::make_shared<Group>();
+    const auto inner = std::make_shared<Group>();
+    root->add(inner);
+    testing::internal::CaptureStderr();
+    root->add(nullptr);
+    root->add(root);
+    inner->add(root);
+    const std::string lines = testing::internal::GetCapturedStderr();
+    EXPECT_EQ(std::count(lines.begin(), lines.end(), '\n'), 3);
+    EXPECT_EQ(root->getChildren().size(), 1U);
+    EXPECT_TRUE(inner->getChildren().empty());
+}
+
+TEST(DisplayNode, AChildOutlivesItsParent) {
+    auto root = std::make_shared<Group>();
+    const auto leaf = std::make_shared<Spot>();
+    root->add(leaf);
+    root.reset();
+    EXPECT_EQ(leaf->getParent(), nullptr);
+    EXPECT_TRUE(leaf->isVisible());
+    leaf->invalidate(true);
+}
+
+TEST(DisplayNode, AVeryDeepTreeIsBuiltMeasuredTouchedAndDestroyed) {
+    constexpr int kLevels = 10000;
+    const auto layer = std::make_shared<FakeLayer>();
+    auto root = std::make_shared<Group>();
+    layer->setDisplay(someDisplay());
+    layer->addObject(root);
+    std::shared_ptr<ContainerObject> deepest = root;
+    {
+        const UpdateLock lock(root);
+        for (int i = 0; i < kLevels; ++i) {
+            const auto level = std::make_shared<Group>();
+            deepest->add(level);
+            deepest = level;
+        }
+        deepest->add(std::make_shared<Spot>(Spot::Rect(3, 4, 5, 6)));
+    }
+    EXPECT_EQ(root->getFrame(), DisplayObject::Rect(3, 4, 5, 6));
+    int met = 0;
+    root->traverse([&](const Object&) { return ++met < 0; });
+    EXPECT_EQ(met, kLevels + 2);
+    root->validate({0, 0, 10, 10});
+    root->invalidate(true);
+    layer->removeObject(root);
+    std::weak_ptr<ContainerObject> ghost = deepest;
+    deepest.reset();
+    root.reset();
+    EXPECT_TRUE(ghost.expired());
 }
 
 }  // namespace

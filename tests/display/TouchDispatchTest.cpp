@@ -122,19 +122,17 @@ TEST_F(TouchDispatch, HitsAreTheVisibleUnderThePointEdgesIncluded) {
 }
 
 TEST_F(TouchDispatch, TheWalkGoesOnBehindTheRootAndEndsAtAnotherLayer) {
-    const auto outer = std::make_shared<Group>();
     const auto sibling = std::make_shared<Spot>();
-    outer->add(std::make_shared<Spot>());
-    const auto start = outer->getChildren().front();
-    outer->add(sibling);
     const auto onOther = std::make_shared<Spot>();
-    onOther->extractIntoLayer(std::make_shared<FakeLayer>("other"));
-    outer->add(onOther);
     const auto behind = std::make_shared<Spot>();
-    outer->add(behind);
+    const auto outer = std::make_shared<Group>();
+    onOther->extractIntoLayer(std::make_shared<FakeLayer>("other"));
+    for (const auto& object : {std::make_shared<Spot>(), sibling, onOther, behind}) {
+        outer->add(object);
+    }
     listen(sibling, "s", {State::Possible});
     listen(behind, "x", {State::Possible});
-    handler_.touchBegan(start, {5, 5});
+    handler_.touchBegan(outer->getChildren().front(), {5, 5});
     EXPECT_EQ(log_, "s0 sb ");
 }
 
