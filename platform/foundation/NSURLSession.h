@@ -10,8 +10,8 @@ namespace orvane::platform {
 
 // HTTP as a browser speaks it: HTTP/1.1 and HTTP/2 over kept connections, TLS with verified names,
 // redirections, cookies shared by the session's requests (in memory), compressed bodies decoded,
-// proxies as the environment names them (http_proxy, https_proxy, all_proxy, no_proxy). There is no
-// cache.
+// proxies as the environment names them (http_proxy, https_proxy, all_proxy, no_proxy) or else the
+// desktop's settings. There is no cache.
 //
 // All transfers of a session share one thread, which it starts with its first request. Used from
 // any thread.

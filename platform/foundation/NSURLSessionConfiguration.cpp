@@ -6,6 +6,8 @@
 #include <algorithm>
 #include <cstdlib>
 
+#include "platform/foundation/systemProxy.h"
+
 namespace orvane::platform {
 
 namespace {
@@ -34,6 +36,7 @@ NSURLSessionConfiguration NSURLSessionConfiguration::defaultSessionConfiguration
     NSURLSessionConfiguration configuration;
     configuration.certificateFile = environment("SSL_CERT_FILE");
     configuration.certificateFolder = environment("SSL_CERT_DIR");
+    configuration.proxy = systemProxy;
     configuration.maximumConnections = std::clamp<std::size_t>(descriptorLimit() / 2, 8, 512);
     // One host that does not answer must not hold back the others.
     configuration.HTTPMaximumConnectionsPerHost = configuration.maximumConnections / 2;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
 #include <string>
 
 #include "orvane/commons/Export.h"
@@ -18,6 +19,11 @@ struct ORVANE_EXPORT NSURLSessionConfiguration {
     // the system's.
     std::string certificateFile;
     std::string certificateFolder;
+
+    // The proxy for an address, as "scheme://host:port"; empty where none is to be used but one
+    // that the environment names. The system's settings by default. Called on the thread that sends
+    // a request, and for redirections to another server on the session's.
+    std::function<std::string(const std::string& url)> proxy;
 
     // Requests that run at once, altogether and to one host; the others wait for their turn.
     std::size_t maximumConnections = 0;

@@ -3,6 +3,8 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <string>
+#include <utility>
 
 #include "orvane/commons/Export.h"
 #include "platform/foundation/NSMutableURLRequest.h"
@@ -33,6 +35,9 @@ public:
     [[nodiscard]] const NSMutableURLRequest& currentRequest() const { return request_; }
     // For the session's thread: where a redirection leads to.
     void setCurrentRequest(NSMutableURLRequest request);
+    // As the session's configuration names it, for the server of the current request.
+    [[nodiscard]] const std::string& proxy() const { return proxy_; }
+    void setProxy(std::string proxy) { proxy_ = std::move(proxy); }
     void complete(const NSData& data, const NSHTTPURLResponse& response) const;
     void fail(const NSError& error) const;
 
@@ -40,6 +45,7 @@ private:
     std::shared_ptr<URLSessionThread> thread_;
     NSMutableURLRequest request_;
     CompletionHandler handler_;
+    std::string proxy_;
 };
 
 }  // namespace orvane::platform

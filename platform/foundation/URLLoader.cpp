@@ -96,9 +96,8 @@ void URLLoader::start(std::shared_ptr<NSURLSessionDataTask> task) {
 void URLLoader::send(std::unique_ptr<Running> running) {
     CURL* const easy = running->handle->get();
     running->transfer.reset();
-    running->transfer =
-        std::make_unique<URLTransfer>(*running->handle, running->task->currentRequest(),
-                                      configuration_.maximumHeaderLength, memory_);
+    running->transfer = std::make_unique<URLTransfer>(*running->handle, *running->task,
+                                                      configuration_.maximumHeaderLength, memory_);
     nextDeadline_ = std::min(nextDeadline_, running->transfer->deadline());
     running_.emplace(easy, std::move(running));
     multi_.add(easy);
@@ -140,6 +139,9 @@ void URLLoader::redirect(std::unique_ptr<Running> running, const std::string& ta
         return;
     }
     NSURLSessionDataTask& task = *running->task;
+    if (configuration_.proxy && url->origin() != task.currentRequest().URL()->origin()) {
+        task.setProxy(configuration_.proxy(url->absoluteString()));
+    }
     task.setCurrentRequest(
         task.currentRequest().redirected(running->transfer->statusCode(), std::move(url)));
     send(std::move(running));

@@ -31,13 +31,16 @@ private:
 }  // namespace
 
 URLSessionThread::URLSessionThread(const NSURLSessionConfiguration& configuration)
-    : loader_(configuration) {}
+    : proxy_(configuration.proxy), loader_(configuration) {}
 
 URLSessionThread::~URLSessionThread() {
     cancel();
 }
 
 void URLSessionThread::submit(std::shared_ptr<NSURLSessionDataTask> task) {
+    if (const auto& url = task->currentRequest().URL(); url && proxy_) {
+        task->setProxy(proxy_(url->absoluteString()));
+    }
     bool isToWake = false;
     {
         const std::lock_guard lock(mutex_);

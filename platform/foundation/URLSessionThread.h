@@ -27,6 +27,7 @@ private:
     bool hasSubmitted();
     void run();
 
+    const std::function<std::string(const std::string&)> proxy_;
     URLLoader loader_;
     std::mutex mutex_;
     std::vector<std::shared_ptr<NSURLSessionDataTask>> submitted_;

@@ -5,6 +5,7 @@
 #include <string_view>
 #include <utility>
 
+#include "platform/foundation/NSURLSessionDataTask.h"
 #include "platform/foundation/headerNames.h"
 
 namespace orvane::platform {
@@ -78,16 +79,19 @@ std::string_view standardName(const char* name) {
 
 }  // namespace
 
-URLTransfer::URLTransfer(URLHandle& handle, const NSMutableURLRequest& request,
+URLTransfer::URLTransfer(URLHandle& handle, const NSURLSessionDataTask& task,
                          std::size_t maximumHeaderLength, URLBodyMemory& memory)
     : handle_(handle),
-      sentBody_(request.HTTPBody()),
+      sentBody_(task.currentRequest().HTTPBody()),
       timeout_(std::chrono::duration_cast<Clock::duration>(
-          std::chrono::duration<double>(request.timeoutInterval()))),
+          std::chrono::duration<double>(task.currentRequest().timeoutInterval()))),
       lastActivity_(Clock::now()),
       maximumHeaderLength_(maximumHeaderLength),
       memory_(memory) {
+    const NSMutableURLRequest& request = task.currentRequest();
     setCallbacks();
+    // None named: libcurl looks into the environment.
+    handle_.set(CURLOPT_PROXY, task.proxy().empty() ? nullptr : task.proxy().c_str());
     setURL(request.URL()->absoluteString());
     setMethodAndBody(request);
     setFields(request);

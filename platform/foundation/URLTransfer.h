@@ -17,6 +17,8 @@
 
 namespace orvane::platform {
 
+class NSURLSessionDataTask;
+
 // What the bodies on their way in may hold together. One thread's own.
 struct URLBodyMemory {
     std::size_t limit = 0;
@@ -30,7 +32,7 @@ public:
     using Clock = std::chrono::steady_clock;
 
     // The handle and the memory outlive the transfer.
-    URLTransfer(URLHandle& handle, const NSMutableURLRequest& request,
+    URLTransfer(URLHandle& handle, const NSURLSessionDataTask& task,
                 std::size_t maximumHeaderLength, URLBodyMemory& memory);
     ~URLTransfer();
     URLTransfer(const URLTransfer&) = delete;
