@@ -81,6 +81,9 @@ void NSView::addSubview(const std::shared_ptr<NSView>& view, NSWindowOrderingMod
         subviewOrderChanged();
         return;
     }
+    if (!view->superview_) {
+        view->leaveContentView();
+    }
     insertSubview(view, target());
 }
 
@@ -102,8 +105,15 @@ void NSView::insertSubview(const std::shared_ptr<NSView>& view, std::size_t at) 
     }
 }
 
+void NSView::leaveContentView() {
+    if (window_) {
+        window_->setContentView(nullptr);
+    }
+}
+
 void NSView::removeFromSuperviewWithoutNeedingDisplay() {
     if (!superview_) {
+        leaveContentView();
         return;
     }
     const std::shared_ptr<NSView> held = shared_from_this();

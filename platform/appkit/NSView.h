@@ -50,6 +50,7 @@ public:
                     const NSView* relativeTo);
     // Animations of a subtree that leaves its window are removed, and so are over for their
     // transactions; a view that goes elsewhere in its window by addSubview keeps them.
+    // Of a window's content view the window is left without content.
     void removeFromSuperviewWithoutNeedingDisplay();
     NSView* superview() const { return superview_; }
     const std::vector<std::shared_ptr<NSView>>& subviews() const { return subviews_; }
@@ -122,6 +123,8 @@ private:
     // The place in subviews_; its end when it is none.
     std::size_t indexOf(const NSView* view) const;
     void leaveSuperview();
+    // For a view without a superview: it is a window's content, or in none.
+    void leaveContentView();
     // viewDidMoveToWindow for the subtree, superviews first.
     void tellMovedToWindow();
     void subviewOrderChanged();
