@@ -1,8 +1,5 @@
-#include <pixman.h>
-
-#include <memory>
-
 #include "platform/coregraphics/Blend.h"
+#include "platform/coregraphics/PixmanImage.h"
 
 #if defined(__x86_64__)
 #include <immintrin.h>
@@ -61,18 +58,6 @@ bool hasWideRegisters() {
 
 #endif
 
-struct Release {
-    void operator()(pixman_image_t* image) const { pixman_image_unref(image); }
-};
-using Image = std::unique_ptr<pixman_image_t, Release>;
-
-// The library takes pixels to write to; as a source they are only read.
-Image wrap(const std::uint32_t* pixels, int width, int height, std::ptrdiff_t stride) {
-    return Image(pixman_image_create_bits_no_clear(
-        PIXMAN_a8r8g8b8, width, height, const_cast<std::uint32_t*>(pixels),
-        static_cast<int>(stride * static_cast<std::ptrdiff_t>(sizeof *pixels))));
-}
-
 }  // namespace
 
 void blendPicture(const Bitmap& bitmap, const PixelRect& area, const std::uint32_t* colors,
@@ -86,9 +71,9 @@ void blendPicture(const Bitmap& bitmap, const PixelRect& area, const std::uint32
         return;
     }
 #endif
-    const Image source = wrap(colors, area.width(), area.height(), stride);
-    const Image target =
-        wrap(bitmap.at(area.left, area.top), area.width(), area.height(), bitmap.stride);
+    const PixmanImage source = wrapPixels(colors, area.width(), area.height(), stride);
+    const PixmanImage target =
+        wrapPixels(bitmap.at(area.left, area.top), area.width(), area.height(), bitmap.stride);
     if (source && target) {
         pixman_image_composite32(PIXMAN_OP_OVER, source.get(), nullptr, target.get(), 0, 0, 0, 0, 0,
                                  0, area.width(), area.height());

@@ -3,24 +3,13 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
+#include <utility>
 
 #include "platform/coregraphics/Mask.h"
 
 namespace orvane::platform {
 
 namespace {
-
-struct Release {
-    void operator()(pixman_image_t* image) const { pixman_image_unref(image); }
-};
-using Image = std::unique_ptr<pixman_image_t, Release>;
-
-// The library takes pixels to write to; as a source they are only read.
-Image wrap(const std::uint32_t* pixels, int width, int height, std::ptrdiff_t stride) {
-    return Image(pixman_image_create_bits_no_clear(
-        PIXMAN_a8r8g8b8, width, height, const_cast<std::uint32_t*>(pixels),
-        static_cast<int>(stride * static_cast<std::ptrdiff_t>(sizeof *pixels))));
-}
 
 // Averages over as many of the bitmap's pixels as fall into one of the canvas's.
 bool setFilter(pixman_image_t* image, double perPixelX, double perPixelY) {
@@ -74,16 +63,17 @@ ImageSource::ImageSource(const CGImage& image, const CGAffineTransform& t) {
     const pixman_transform_t inverse{{{fixed(a), fixed(c), fixed(-(a * restX + c * restY))},
                                       {fixed(b), fixed(d), fixed(-(b * restX + d * restY))},
                                       {0, 0, pixman_fixed_1}}};
-    Image source = wrap(image.pixels().data(), image.width(), image.height(), image.width());
+    PixmanImage source =
+        wrapPixels(image.pixels().data(), image.width(), image.height(), image.width());
     if (source && pixman_image_set_transform(source.get(), &inverse) != 0 &&
         setFilter(source.get(), std::hypot(a, c), std::hypot(b, d))) {
         pixman_image_set_repeat(source.get(), PIXMAN_REPEAT_PAD);
-        image_.reset(source.release());
+        image_ = std::move(source);
     }
 }
 
 void ImageSource::fetch(const PixelRect& area, std::uint32_t* colors) const {
-    const Image target = wrap(colors, Mask::kSide, Mask::kSide, Mask::kSide);
+    const PixmanImage target = wrapPixels(colors, Mask::kSide, Mask::kSide, Mask::kSide);
     if (target) {
         pixman_image_composite32(PIXMAN_OP_SRC, image_.get(), nullptr, target.get(),
                                  area.left - originX_, area.top - originY_, 0, 0, 0, 0,

@@ -1,13 +1,10 @@
 #pragma once
 
-#include <pixman.h>
-
-#include <memory>
-
 #include "platform/coregraphics/Blend.h"
 #include "platform/coregraphics/CGAffineTransform.h"
 #include "platform/coregraphics/CGImage.h"
 #include "platform/coregraphics/PixelSource.h"
+#include "platform/coregraphics/PixmanImage.h"
 
 namespace orvane::platform {
 
@@ -25,11 +22,7 @@ public:
     void fetch(const PixelRect& area, std::uint32_t* colors) const override;
 
 private:
-    struct Release {
-        void operator()(pixman_image_t* image) const { pixman_image_unref(image); }
-    };
-
-    std::unique_ptr<pixman_image_t, Release> image_;
+    PixmanImage image_;
     // Where the sampling grid begins on the canvas.
     int originX_ = 0;
     int originY_ = 0;

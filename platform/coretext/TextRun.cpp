@@ -106,49 +106,44 @@ private:
     std::vector<std::uint8_t> scratch_;
 };
 
+// Where on the canvas each glyph that shows stands.
+template <typename Visit>
+void forEachGlyph(const cairo_matrix_t& matrix, std::span<const TextGlyph> glyphs,
+                  const TextRun::Piece& piece, const Visit& visit) {
+    for (const TextGlyph& glyph : glyphs) {
+        double x = piece.x + double{glyph.x};
+        double y = -double{glyph.y};
+        cairo_matrix_transform_point(&matrix, &x, &y);
+        if (glyph.glyph != TextGlyph::kNone && isReachable(x, y)) {
+            visit(glyph.glyph, x, y);
+        }
+    }
+}
+
 void paintMasked(cairo_t* cairo, const RunFont& font, const cairo_matrix_t& matrix,
                  std::span<const TextGlyph> glyphs, const TextRun::Piece& piece) {
     GlyphCache::Strike& strike =
         FontMap::Locked()->glyphs().strike(font, {matrix.xx, matrix.yx, -matrix.xy, -matrix.yy});
     MaskPainter painter(cairo);
-    for (const TextGlyph& glyph : glyphs) {
-        if (glyph.glyph == TextGlyph::kNone) {
-            continue;
-        }
-        double x = piece.x + double{glyph.x};
-        double y = -double{glyph.y};
-        cairo_matrix_transform_point(&matrix, &x, &y);
-        if (!isReachable(x, y)) {
-            continue;
-        }
+    forEachGlyph(matrix, glyphs, piece, [&](auto glyph, double x, double y) {
         const int phasesX = static_cast<int>(std::floor(x * GlyphCache::kPhases + 0.5));
         const int phasesY = static_cast<int>(std::floor(y * GlyphCache::kPhases + 0.5));
         // Shifting rounds down, also below zero.
         static_assert(GlyphCache::kPhases == 4);
-        painter.add(strike.coverage(glyph.glyph, phasesX & 3, phasesY & 3), phasesX >> 2,
-                    phasesY >> 2);
-    }
+        painter.add(strike.coverage(glyph, phasesX & 3, phasesY & 3), phasesX >> 2, phasesY >> 2);
+    });
     painter.paint();
 }
 
 void paintOutlines(cairo_t* cairo, const RunFont& font, const cairo_matrix_t& matrix,
                    std::span<const TextGlyph> glyphs, const TextRun::Piece& piece) {
-    for (const TextGlyph& glyph : glyphs) {
-        if (glyph.glyph == TextGlyph::kNone) {
-            continue;
-        }
-        double x = piece.x + double{glyph.x};
-        double y = -double{glyph.y};
-        cairo_matrix_transform_point(&matrix, &x, &y);
-        if (!isReachable(x, y)) {
-            continue;
-        }
+    forEachGlyph(matrix, glyphs, piece, [&](auto glyph, double x, double y) {
         const Pixel origin = pixelOf(x, y);
         const CairoContext path = pathContext();
-        addGlyphPath(path.get(), font, glyph.glyph,
+        addGlyphPath(path.get(), font, glyph,
                      {matrix.xx, matrix.yx, -matrix.xy, -matrix.yy, x - origin.x, y - origin.y});
         fillAlike(cairo, path.get(), origin);
-    }
+    });
 }
 
 void paintPictures(cairo_t* cairo, const RunFont& font, const cairo_matrix_t& matrix,

@@ -59,7 +59,7 @@ struct OffscreenCompositor::Place final : NSViewRealization {
     bool hasMarkedBelow = false;
 
     // The pixels of the backing store, laid out for drawing.
-    Image contents;
+    PixmanImage contents;
     const std::uint32_t* pixels = nullptr;
     NSBackingRect area;
     bool isLaidOut = false;
@@ -76,9 +76,9 @@ OffscreenCompositor::Target OffscreenCompositor::Target::create(const NSBackingR
     Target target;
     target.area = area;
     target.pixels = std::make_unique<std::uint32_t[]>(static_cast<std::size_t>(area.area()));
-    target.image.reset(pixman_image_create_bits_no_clear(
-        PIXMAN_a8r8g8b8, static_cast<int>(area.width()), static_cast<int>(area.height()),
-        target.pixels.get(), static_cast<int>(area.width() * 4)));
+    target.image =
+        wrapPixels(target.pixels.get(), static_cast<int>(area.width()),
+                   static_cast<int>(area.height()), static_cast<std::ptrdiff_t>(area.width()));
     return target;
 }
 
@@ -378,7 +378,7 @@ void OffscreenCompositor::composeFade(Target& target, NSView& outgoing, NSView& 
 
 void OffscreenCompositor::drawGroup(Target& target, const Target& group, pixman_op_t blend,
                                     double alpha) {
-    const Image mask(alpha < 1 ? solid(alpha) : nullptr);
+    const PixmanImage mask(alpha < 1 ? solid(alpha) : nullptr);
     pixman_image_composite32(blend, group.image.get(), mask.get(), target.image.get(), 0, 0, 0, 0,
                              static_cast<int>(group.area.left - target.area.left),
                              static_cast<int>(group.area.top - target.area.top),
@@ -432,11 +432,9 @@ void OffscreenCompositor::drawContents(Target& target, const NSView& view, doubl
         place.pixels = store.pixels();
         place.area = store.area();
         place.isLaidOut = false;
-        // The library's interface knows no constant images; this one is only read.
-        place.contents.reset(pixman_image_create_bits_no_clear(
-            PIXMAN_a8r8g8b8, static_cast<int>(place.area.width()),
-            static_cast<int>(place.area.height()), const_cast<std::uint32_t*>(place.pixels),
-            static_cast<int>(store.bytesPerRow())));
+        place.contents = wrapPixels(place.pixels, static_cast<int>(place.area.width()),
+                                    static_cast<int>(place.area.height()),
+                                    static_cast<std::ptrdiff_t>(place.area.width()));
     }
     if (!place.isLaidOut) {
         layOut(place);
@@ -444,7 +442,7 @@ void OffscreenCompositor::drawContents(Target& target, const NSView& view, doubl
     if (!place.contents) {
         return;
     }
-    const Image mask(alpha < 1 ? solid(alpha) : nullptr);
+    const PixmanImage mask(alpha < 1 ? solid(alpha) : nullptr);
     // Where the rectangle begins in the source: in its own pixels when they are copied as they are,
     // otherwise in those of the image, from the corner that layOut made the origin.
     const std::int64_t originX =

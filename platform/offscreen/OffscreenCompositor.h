@@ -1,7 +1,5 @@
 #pragma once
 
-#include <pixman.h>
-
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -13,6 +11,7 @@
 #include "platform/appkit/NSView.h"
 #include "platform/coregraphics/Blend.h"
 #include "platform/coregraphics/CGAffineTransform.h"
+#include "platform/coregraphics/PixmanImage.h"
 
 namespace orvane::platform {
 
@@ -51,16 +50,12 @@ public:
 
 private:
     struct Place;
-    struct Unreference {
-        void operator()(pixman_image_t* image) const { pixman_image_unref(image); }
-    };
-    using Image = std::unique_ptr<pixman_image_t, Unreference>;
 
     // Pixels that are drawn on: the picture, or a group that is laid on it as one.
     struct Target {
         NSBackingRect area;  // in the picture
         std::unique_ptr<std::uint32_t[]> pixels;
-        Image image;
+        PixmanImage image;
 
         static Target create(const NSBackingRect& area);
         Bitmap bitmap() const;
