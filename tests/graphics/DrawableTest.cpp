@@ -1,38 +1,72 @@
+// The model of what is drawn, without a canvas.
+
 #include <gtest/gtest.h>
 
-#include "orvane/display/graphics/LinearGradient.h"
+#include <vector>
+
+#include "orvane/display/graphics/ClipContainer.h"
+#include "orvane/display/graphics/Container.h"
+#include "orvane/display/graphics/Shape.h"
 #include "tests/graphics/MarkingLayer.h"
-#include "tests/graphics/ModelDrawables.h"
 
 namespace orvane::display::graphics {
 namespace {
 
-TEST(Drawable, BracketsNestAndClipBeforeTheyTransform) {
-    Log log;
-    const auto group = std::make_shared<Logging<Container>>("group", log);
-    const auto a = std::make_shared<LoggingShape>("a", log);
-    const auto b = std::make_shared<LoggingShape>("b", log);
-    group->add(a);
-    group->add(b);
-    b->setTranslate(20, 0);
+using Box = geometry::Rect<double>;
+// An object whose bracket leaves no trace.
+template <typename Base>
+class Bare : public virtual Base {
+protected:
+    void storeState() override {}
+    void applyTransform() override {}
+    void restoreState() override {}
+};
 
-    group->validate({5, 5, 100, 100});
-    EXPECT_EQ(log, (Log{"group: store", "group: clip 5 5 25 5", "group: transform", "a: store",
-                        "a: clip 5 5 5 5", "a: transform", "a: paint", "a: restore", "b: store",
-                        "b: clip 20 5 10 5", "b: transform", "b: paint", "b: restore",
-                        "group: restore"}));
-    EXPECT_EQ(group->getValidFrame(), Box(0, 0, 30, 10));
-    EXPECT_EQ(b->getValidFrame(), Box(20, 0, 10, 10));
-}
+using Clip = Bare<ClipContainer>;
+using Group = Bare<Container>;
 
-TEST(Drawable, IsPaintedOnlyWhereItTouchesTheDirtyRectangle) {
-    struct Case {
+class CountingShape : public Bare<Shape> {
+public:
+    geometry::Rect<double> getInnerBounds() override { return box; }
+    void setFillColor(unsigned, unsigned, unsigned, unsigned) override {}
+    void setFillColor(unsigned) override {}
+    void setFillColor(const LinearGradient&) override {}
+    void setPattern(const Pattern&) override {}
+    void setStrokeColor(int, int, int, int) override {}
+    void setStrokeColor(unsigned) override {}
+    void setStrokeColor(const LinearGradient&) override {}
+    bool isFillVisible() const override { return fillVisible; }
+    bool isStrokeVisible() const override { return strokeVisible; }
+
+    Box box{0, 0, 10, 10};
+    bool fillVisible = true;
+    bool strokeVisible = true;
+    int painted = 0;
+
+protected:
+    void doValidate(const Box&) override { ++painted; }
+};
+
+// A group with a shape in it, on a layer of the group's own.
+class ModelDrawable : public testing::Test {
+protected:
+    void SetUp() override {
+        group_->add(shape_);
+        layer_->addObject(group_);
+    }
+
+    std::shared_ptr<Group> group_ = std::make_shared<Group>();
+    std::shared_ptr<CountingShape> shape_ = std::make_shared<CountingShape>();
+    std::shared_ptr<MarkingLayer> layer_ = std::make_shared<MarkingLayer>();
+};
+
+TEST_F(ModelDrawable, IsPaintedOnlyWhereItTouchesTheDirtyRectangle) {
+    const struct {
         const char* what;
         Box frame;
         Box dirty;
         bool painted;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {"inside", {0, 0, 10, 10}, {2, 2, 1, 1}, true},
         {"edge shared", {0, 0, 10, 10}, {10, 0, 5, 10}, true},
         {"corner shared", {0, 0, 10, 10}, {10, 10, 5, 5}, false},
@@ -40,53 +74,33 @@ TEST(Drawable, IsPaintedOnlyWhereItTouchesTheDirtyRectangle) {
         {"frame without width", {5, 0, 0, 10}, {0, 0, 10, 10}, true},
         {"frame without extent", {5, 5, 0, 0}, {0, 0, 10, 10}, false},
     };
-    for (const Case& c : cases) {
-        Log log;
-        const auto shape = std::make_shared<LoggingShape>("s", log);
+    for (const auto& c : cases) {
+        const auto shape = std::make_shared<CountingShape>();
         shape->box = c.frame;
         shape->validate(c.dirty);
-        EXPECT_EQ(!log.empty(), c.painted) << c.what;
+        EXPECT_EQ(shape->painted, c.painted ? 1 : 0) << c.what;
         EXPECT_EQ(shape->getValidFrame(), c.painted ? c.frame : Box()) << c.what;
     }
 }
 
-TEST(Shape, IsVisibleByItsFillOrItsStrokeUnderVisibleAncestors) {
-    Log log;
-    const auto group = std::make_shared<Logging<Container>>("group", log);
-    const auto shape = std::make_shared<LoggingShape>("s", log);
-    group->add(shape);
+TEST_F(ModelDrawable, IsVisibleByItsFillOrItsStrokeUnderVisibleAncestors) {
     for (unsigned flags = 0; flags < 16; ++flags) {
-        shape->setVisible((flags & 1) != 0);
-        group->setVisible((flags & 2) != 0);
-        shape->fillVisible = (flags & 4) != 0;
-        shape->strokeVisible = (flags & 8) != 0;
-        log.clear();
-        shape->validate({0, 0, 10, 10});
-        EXPECT_EQ(!log.empty(), (flags & 3) == 3 && flags >= 4) << flags;
+        shape_->setVisible((flags & 1) != 0);
+        group_->setVisible((flags & 2) != 0);
+        shape_->fillVisible = (flags & 4) != 0;
+        shape_->strokeVisible = (flags & 8) != 0;
+        shape_->painted = 0;
+        shape_->validate({0, 0, 10, 10});
+        EXPECT_EQ(shape_->painted, (flags & 3) == 3 && flags >= 4 ? 1 : 0) << flags;
     }
 }
 
-TEST(Container, HasNoFrameUnderAHiddenOneUntilThatIsShown) {
-    Log log;
-    const auto hidden = std::make_shared<Logging<Container>>("hidden", log);
-    const auto group = std::make_shared<Logging<Container>>("group", log);
-    hidden->add(group);
-    group->add(std::make_shared<LoggingShape>("s", log));
-    hidden->setVisible(false);
-    EXPECT_EQ(hidden->getFrame(), Box());
-    EXPECT_EQ(group->getFrame(), Box());
-    hidden->setVisible(true);
-    EXPECT_EQ(hidden->getFrame(), Box(0, 0, 10, 10));
-    EXPECT_EQ(group->getFrame(), Box(0, 0, 10, 10));
-}
-
-TEST(Shape, BoundsHoldTheStrokeInWholeNumbers) {
-    struct Case {
+TEST_F(ModelDrawable, BoundsHoldTheStrokeInWholeNumbers) {
+    const struct {
         Box box;
         float width;
         Box bounds;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {{0, 0, 10, 10}, 0, {0, 0, 10, 10}},
         {{0, 0, 10, 10}, 1, {-1, -1, 12, 12}},
         {{0, 0, 10, 10}, 2, {-1, -1, 12, 12}},
@@ -97,9 +111,8 @@ TEST(Shape, BoundsHoldTheStrokeInWholeNumbers) {
         {{2.5, 3.5, 4.2, 5}, 0, {2, 4, 5, 5}},
         {{10.4, 10.6, -3.2, 5}, 0, {7, 11, 4, 5}},
     };
-    Log log;
-    for (const Case& c : cases) {
-        const auto shape = std::make_shared<LoggingShape>("s", log);
+    for (const auto& c : cases) {
+        const auto shape = std::make_shared<CountingShape>();
         shape->box = c.box;
         shape->strokeVisible = false;  // the room is kept all the same
         shape->setStrokeWidth(c.width);
@@ -110,38 +123,66 @@ TEST(Shape, BoundsHoldTheStrokeInWholeNumbers) {
     }
 }
 
-TEST(Shape, EveryStyleSetterAsksForARepaint) {
-    Log log;
-    const auto layer = std::make_shared<MarkingLayer>();
-    const auto shape = std::make_shared<LoggingShape>("s", log);
-    layer->addObject(shape);
-    layer->takeMarks();
-    shape->setStrokeWidth(2);
-    EXPECT_EQ(shape->getFrame(), Box(-1, -1, 12, 12)) << "the cached frame must not survive";
-    shape->setStrokeDashOffset(3);
-    shape->setStrokeDashArray({4, 1.5F});
-    EXPECT_EQ(shape->getStrokeDashArray(), (std::vector<double>{4, 1.5}));
-    shape->setStrokeDashArray({});
-    shape->onFillChanged();
-    EXPECT_EQ(layer->takeMarks(), 5);
+TEST_F(ModelDrawable, EveryStyleSetterAsksForARepaint) {
+    layer_->takeMarks();
+    shape_->setStrokeWidth(2);
+    EXPECT_EQ(shape_->getFrame(), Box(-1, -1, 12, 12)) << "the cached frame must not survive";
+    shape_->setStrokeDashOffset(3);
+    shape_->setStrokeDashArray({4, 1.5F});
+    EXPECT_EQ(shape_->getStrokeDashArray(), (std::vector<double>{4, 1.5}));
+    shape_->setStrokeDashArray({});
+    shape_->onFillChanged();
+    EXPECT_EQ(layer_->takeMarks(), 5);
 }
 
-TEST(LinearGradient, HasAnAxisOfItsOwnInUserSpaceUnlessItIsTheDefaultOne) {
-    struct Case {
-        float x1, y1, x2, y2;
-        bool defaultAxis;
-    };
-    const Case cases[] = {{0, 0, 1, 0, true},     {0, 0, 1, 1e-39F, true}, {0, 0, 1, 1e-30F, false},
-                          {0, 0, 0, 0, false},    {5, 0, 1, 0, false},     {0, 5, 1, 0, false},
-                          {0, 0, 0.5F, 0, false}, {0, 0, 1, 5, false}};
-    for (const Case& c : cases) {
-        LinearGradient gradient;
-        gradient.set({c.x1}, {c.y1}, {c.x2}, {c.y2});
-        EXPECT_EQ(gradient.isDefaultBounds(), c.defaultAxis) << c.x1 << ' ' << c.x2 << ' ' << c.y2;
-        EXPECT_EQ(gradient.hasBounds(), !c.defaultAxis);
-        gradient.setUserSpace(false);
-        EXPECT_FALSE(gradient.hasBounds());
+TEST_F(ModelDrawable, AClipsFrameIsTheBoundsSeenThroughTheParentAlone) {
+    const auto clip = std::make_shared<Clip>();
+    const auto layer = std::make_shared<MarkingLayer>();
+    layer->addObject(clip);
+    EXPECT_EQ(layer->getLayerFrame(), Box());
+    layer->takeMarks();
+    clip->setBounds({1, 2, 30, 40});
+    EXPECT_EQ(layer->takeMarks(), 1);
+    EXPECT_EQ(layer->getLayerFrame(), Box(1, 2, 30, 40));
+    shape_->setTranslate(500, 500);
+    clip->add(shape_);
+    clip->setScale(7, 7);
+    EXPECT_EQ(clip->getFrame(), Box(1, 2, 30, 40)) << "neither children nor own transformation";
+
+    auto parent = std::make_shared<Group>();
+    group_->add(parent);
+    parent->add(clip);
+    parent->setTranslate(100, 0);
+    group_->setScale(2, 2);
+    EXPECT_EQ(clip->getFrame(), Box(202, 4, 60, 80));
+    group_->clear();
+    parent.reset();  // it expires without having erased the clip
+    clip->resetFrame();
+    EXPECT_EQ(clip->getFrame(), Box(1, 2, 30, 40));
+}
+
+TEST_F(ModelDrawable, ExtractingAClipWrapsItsLayerOnceInItsPlace) {
+    std::vector<std::shared_ptr<Clip>> clips;
+    for (int i = 0; i < 3; ++i) {
+        clips.push_back(std::make_shared<Clip>());
+        group_->add(clips.back());
     }
+    const auto below = clips[0]->extractIntoLayer(nullptr);
+    const auto above = clips[2]->extractIntoLayer(nullptr);
+    const auto wrapper = clips[1]->extractAnimationLayer();
+    ASSERT_TRUE(wrapper);
+    for (const bool again : {false, true}) {
+        EXPECT_TRUE(wrapper->isFake());
+        EXPECT_EQ(layer_->getSublayers(), (LayerList{below, wrapper, above})) << again;
+        EXPECT_TRUE(clips[1]->ownsLayer());
+        EXPECT_EQ(wrapper->getSublayers(), LayerList{clips[1]->getLayer()}) << again;
+        EXPECT_FALSE(layer_->isValidationLocked());
+        EXPECT_EQ(group_->getChildren()[2], clips[1]);
+        EXPECT_EQ(clips[1]->extractAnimationLayer(), wrapper);
+    }
+    const auto alone = std::make_shared<Clip>();
+    EXPECT_EQ(alone->extractAnimationLayer(), nullptr) << "nothing there can hold a wrapper";
+    EXPECT_TRUE(alone->ownsLayer());
 }
 
 }  // namespace

@@ -60,17 +60,14 @@ protected:
 
 TEST_F(ImageTest, LoadsByEveryRoad) {
     const string raw(4 * 3 * 4, '\x7f');
+    const string png = "data:image/png;base64," + base64(png_);
+    const string jpeg = "data:what;x=y;base64," + kJpeg;  // the type is passed over
+    const string broken = "data:;base64,\n" + kJpeg + "\n";
     const std::tuple<const char*, std::function<void()>, Box> cases[] = {
         {"a file", [&] { image_->setPath(file_); }, {0, 0, 4, 3}},
-        {"a data address",
-         [&] { image_->setPath("data:image/png;base64," + base64(png_)); },
-         {0, 0, 4, 3}},
-        {"whose type is passed over",
-         [&] { image_->setPath("data:what;x=y;base64," + kJpeg); },
-         {0, 0, 3, 2}},
-        {"with line breaks",
-         [&] { image_->setPath("data:;base64,\n" + kJpeg + "\n"); },
-         {0, 0, 3, 2}},
+        {"a data address", [&] { image_->setPath(png); }, {0, 0, 4, 3}},
+        {"an unknown type", [&] { image_->setPath(jpeg); }, {0, 0, 3, 2}},
+        {"line breaks", [&] { image_->setPath(broken); }, {0, 0, 3, 2}},
         {"bytes", [&] { image_->setContent(png_); }, {0, 0, 4, 3}},
         {"raw pixels", [&] { image_->setRawData(raw, 4, 3); }, {0, 0, 4, 3}},
         {"too few raw pixels", [&] { image_->setRawData(raw, 100, 50); }, {0, 0, 100, 50}},
@@ -84,9 +81,6 @@ TEST_F(ImageTest, LoadsByEveryRoad) {
 }
 
 TEST_F(ImageTest, AFailureIsOneLineAndLeavesTheImageEmptyWithItsOldBounds) {
-    const auto path = [](const string& name) {
-        return "ERROR: QuartzImage::setPath '" + name + "'. file not found\n";
-    };
     const auto bytes = [](const string& loader, int length) {
         return "ERROR: QuartzImage::" + loader + " image is not created with content of " +
                std::to_string(length) + " bytes\n";
@@ -95,17 +89,6 @@ TEST_F(ImageTest, AFailureIsOneLineAndLeavesTheImageEmptyWithItsOldBounds) {
     std::ofstream(text) << "neither PNG nor JPEG";
     const string half = base64(png_.substr(0, png_.size() / 2));
     const std::tuple<std::function<void()>, string> cases[] = {
-        {[&] { image_->setPath(""); }, path("")},
-        {[&] { image_->setPath("data:"); }, path("data:")},
-        {[&] { image_->setPath("data:;base64,"); }, path("data:;base64,")},
-        {[&] { image_->setPath("data:;base64,AAA"); }, path("data:;base64,AAA")},
-        {[&] { image_->setPath("data:image/png,%89PNG"); }, path("data:image/png,%89PNG")},
-        {[&] { image_->setPath("data:;base64," + half); }, path("data:;base64," + half)},
-        // Anywhere but at the start it is part of a file's name.
-        {[&] { image_->setPath("xdata:;base64," + kJpeg); }, path("xdata:;base64," + kJpeg)},
-        {[&] { image_->setPath("/no/such/file.png"); }, path("/no/such/file.png")},
-        {[&] { image_->setPath("/dev/zero"); }, path("/dev/zero")},
-        {[&] { image_->setPath(text); }, path(text)},
         {[&] { image_->setContent(""); }, bytes("setContent", 0)},
         {[&] { image_->setContent("no picture"); }, bytes("setContent", 10)},
         {[&] { image_->setRawData("", 4, 4); }, bytes("setRawData", 0)},
@@ -113,12 +96,23 @@ TEST_F(ImageTest, AFailureIsOneLineAndLeavesTheImageEmptyWithItsOldBounds) {
         {[&] { image_->setRawData("abcd", -1, -1); }, bytes("setRawData", 4)},
         {[&] { image_->setRawData("abcd", 2000000000, 2000000000); }, bytes("setRawData", 4)},
     };
-    for (const auto& [load, message] : cases) {
+    const auto expectFailure = [&](const std::function<void()>& load, const string& message) {
         image_->setContent(png_);
         ASSERT_FALSE(isEmpty());
         EXPECT_EQ(printedBy(load), message);
         EXPECT_TRUE(isEmpty()) << message;
         EXPECT_EQ(image_->getBounds(), Box(0, 0, 4, 3));
+    };
+    for (const auto& [load, message] : cases) {
+        expectFailure(load, message);
+    }
+    for (const string& address :
+         {string(), string("data:"), string("data:;base64,"), string("data:;base64,AAA"),
+          string("data:image/png,%89PNG"), "data:;base64," + half,
+          // Anywhere but at the start it is part of a file's name.
+          "xdata:;base64," + kJpeg, string("/no/such/file.png"), string("/dev/zero"), text}) {
+        expectFailure([&] { image_->setPath(address); },
+                      "ERROR: QuartzImage::setPath '" + address + "'. file not found\n");
     }
     std::filesystem::remove(text);
 }
@@ -134,9 +128,7 @@ TEST_F(ImageTest, IsPaintedAtItsOwnSizePixelForPixel) {
 
     platform::CGBitmapContext canvas(10, 10);
     image_->setTranslate(5, 6);
-    SetCurrentCanvas(&canvas);
-    image_->validate({0, 0, 10, 10});
-    SetCurrentCanvas(nullptr);
+    paintOn(canvas, *image_, {0, 0, 10, 10});
     for (std::size_t y = 0; y < 3; ++y) {
         for (std::size_t x = 0; x < 4; ++x) {
             EXPECT_EQ(canvas.pixels()[(6 + y) * 10 + 5 + x], pixels_[y * 4 + x]) << x << " " << y;

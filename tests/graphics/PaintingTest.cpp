@@ -2,12 +2,10 @@
 
 #include <algorithm>
 #include <functional>
-#include <sstream>
 
-#include "orvane/display/CurrentCanvas.h"
 #include "orvane/orvane.h"
-#include "platform/coregraphics/CGRecordingContext.h"
 #include "tests/graphics/MarkingLayer.h"
+#include "tests/graphics/painted.h"
 
 namespace orvane::display::graphics {
 namespace {
@@ -22,17 +20,11 @@ const string kThinStroke = "setLineWidth(0) setRGBStrokeColor(0 0 0 1) ";
 const string kTenByTen = "addPath(M 0 0 L 10 0 L 10 10 L 0 10 Z) ";
 constexpr int kNone = -1;
 
-// The calls that an object makes on its canvas in a pass over everything, parted by blanks.
+// The calls that an object makes, parted by blanks.
 string paint(DisplayObject& object) {
-    platform::CGRecordingContext canvas;
-    SetCurrentCanvas(&canvas);
-    object.validate({-1000, -1000, 3000, 3000});
-    SetCurrentCanvas(nullptr);
-    std::ostringstream text;
-    for (const auto& call : canvas.calls()) {
-        text << (text.tellp() > 0 ? " " : "") << call;
-    }
-    return text.str();
+    string calls = painted(object);
+    std::ranges::replace(calls, '\n', ' ');
+    return calls.substr(0, calls.size() - (calls.empty() ? 0 : 1));
 }
 
 // The calls inside the bracket of an object that is not transformed.
@@ -48,12 +40,6 @@ string outline(DisplayObject& object) {
     return calls.substr(begin, calls.find(')', begin) - begin);
 }
 
-std::shared_ptr<Rect> makeRect() {
-    const auto rect = DisplayFactory::createRect();
-    rect->set(0, 0, 10, 10);
-    return rect;
-}
-
 LinearGradient redToBlue() {
     LinearGradient gradient;
     gradient.addColor(0xFFFF0000, 0);
@@ -61,19 +47,38 @@ LinearGradient redToBlue() {
     return gradient;
 }
 
-TEST(Painting, ChildrenNestAndAClipComesBeforeTheTransformation) {
+// A square on a layer that counts what asks for a repaint.
+class Painting : public testing::Test {
+protected:
+    void SetUp() override {
+        rect_->set(0, 0, 10, 10);
+        layer_->addObject(rect_);
+        layer_->takeMarks();
+    }
+
+    std::shared_ptr<MarkingLayer> layer_ = std::make_shared<MarkingLayer>();
+    std::shared_ptr<Rect> rect_ = DisplayFactory::createRect();
+};
+
+TEST_F(Painting, ChildrenNestAndAClipComesBeforeTheTransformation) {
     const auto clip = DisplayFactory::createClipContainer(false);
     const auto group = DisplayFactory::createContainer();
     clip->setBounds({5, 5, 30, 20});
     clip->setTranslate(3, 4);
     group->setMatrix(0, -1, 10, 1, 0, 0);
     clip->add(group);
-    group->add(makeRect());
+    const auto rect = DisplayFactory::createRect();
+    rect->set(0, 0, 10, 10);
+    group->add(rect);
+    const auto line = DisplayFactory::createLine();
+    line->set(1, 2, 3, 4);
+    group->add(line);
 
     EXPECT_EQ(paint(*clip),
               "saveGState() clipToRect(5 5 30x20) concatCTM(1 0 0 1 3 4) "
               "saveGState() concatCTM(0 1 -1 0 10 0) " +
-                  kOpen + kBlackFill + kThinStroke + kTenByTen + "drawPath(3)" + kClose + kClose +
+                  kOpen + kBlackFill + kThinStroke + kTenByTen + "drawPath(3)" + kClose + " " +
+                  kOpen + kThinStroke + "addPath(M 1 2 L 3 4) drawPath(2)" + kClose + kClose +
                   kClose);
     EXPECT_EQ(clip->getValidFrame(), Box(5, 5, 30, 20));
     // Outside a pass there is no canvas.
@@ -81,7 +86,7 @@ TEST(Painting, ChildrenNestAndAClipComesBeforeTheTransformation) {
     clip->validate({6, 6, 1, 1});
 }
 
-TEST(Painting, EachKindHasItsNameAndItsOutline) {
+TEST_F(Painting, EachKindHasItsNameAndItsOutline) {
     const auto rect = DisplayFactory::createRect();
     const auto circle = DisplayFactory::createCircle();
     const auto ellipse = DisplayFactory::createEllipse();
@@ -122,7 +127,7 @@ TEST(Painting, EachKindHasItsNameAndItsOutline) {
     EXPECT_EQ(polyline->getBounds(), Box(1, 1, 0, 0)) << "an empty outline keeps the bounds";
 }
 
-TEST(Painting, EveryGeometrySetterRebuildsAndRepaints) {
+TEST_F(Painting, EveryGeometrySetterRebuildsAndRepaints) {
     const auto rect = DisplayFactory::createRect();
     const auto circle = DisplayFactory::createCircle();
     const auto ellipse = DisplayFactory::createEllipse();
@@ -150,14 +155,13 @@ TEST(Painting, EveryGeometrySetterRebuildsAndRepaints) {
         {line, [&] { line->setY1(6); }, {-3.5, 4, 4.5, 2}},
         {line, [&] { line->setStrokeWidth(3); }, {-5.5, 2, 8.5, 6}},
     };
-    const auto layer = std::make_shared<MarkingLayer>();
     for (const Step& step : steps) {
         if (!step.object->getLayer()) {
-            layer->addObject(step.object);
+            layer_->addObject(step.object);
         }
-        layer->takeMarks();
+        layer_->takeMarks();
         step.set();
-        EXPECT_EQ(layer->takeMarks(), 1);
+        EXPECT_EQ(layer_->takeMarks(), 1);
         EXPECT_EQ(step.object->getFrame(), step.frame) << &step - steps;
     }
     // One radius alone calls for rounded corners, which come out sharp with the other one at 0.
@@ -165,14 +169,13 @@ TEST(Painting, EveryGeometrySetterRebuildsAndRepaints) {
     EXPECT_EQ(outline(*rect), "M 1 2 L 4 2 L 4 6 L 1 6 Z");
     rect->setRy(2);
     EXPECT_EQ(std::ranges::count(outline(*rect), 'C'), 4);
-    EXPECT_EQ(layer->takeMarks(), 2);
+    EXPECT_EQ(layer_->takeMarks(), 2);
 }
 
-TEST(Painting, APathDrawsInAbsoluteCoordinatesBetweenStartAndFinish) {
+TEST_F(Painting, APathDrawsInAbsoluteCoordinatesBetweenStartAndFinish) {
     const auto path = DisplayFactory::createPath();
-    const auto layer = std::make_shared<MarkingLayer>();
-    layer->addObject(path);
-    layer->takeMarks();
+    layer_->addObject(path);
+    layer_->takeMarks();
     path->start();
     path->move(10, 10, true);
     path->line(20, 10, true);
@@ -180,9 +183,9 @@ TEST(Painting, APathDrawsInAbsoluteCoordinatesBetweenStartAndFinish) {
     path->quadCurve(70, 10, 55, 10, true);
     path->close();
     EXPECT_EQ(path->getInnerBounds(), Box()) << "the bounds wait for finish";
-    EXPECT_EQ(layer->takeMarks(), 0);
+    EXPECT_EQ(layer_->takeMarks(), 0);
     path->finish();
-    EXPECT_EQ(layer->takeMarks(), 1);
+    EXPECT_EQ(layer_->takeMarks(), 1);
     EXPECT_EQ(outline(*path), "M 10 10 L 20 10 C 25 0 35 20 40 10 C 50 10 60 10 70 10 Z");
     const Box bounds = path->getInnerBounds();
     EXPECT_EQ(bounds.width, 60);
@@ -198,110 +201,96 @@ TEST(Painting, APathDrawsInAbsoluteCoordinatesBetweenStartAndFinish) {
     EXPECT_EQ(path->getBounds(), Box(90, 30, 10, 40)) << "the side that the sweep runs through";
 }
 
-TEST(Painting, SolidFillAndStrokeInEachCombination) {
-    struct Case {
-        std::function<void(Rect&)> style;
-        string calls;
-    };
-    const Case cases[] = {
-        {[](Rect&) {}, kBlackFill + kThinStroke + kTenByTen + "drawPath(3)"},
-        {[](Rect& r) {
-             r.setFillColor(127, 63, 31, 255);
-             r.setStrokeColor(255, 127, 63, 31);
-             r.setStrokeWidth(2.5F);
-             r.setStrokeDashArray({4, 2});
-             r.setStrokeDashOffset(1);
-         },
-         "setRGBFillColor(0.5 0.25 0.125 1) setLineWidth(2.5) "
-         "setRGBStrokeColor(1 0.5 0.25 0.125) setLineDash(1, [4; 2]) " +
-             kTenByTen + "drawPath(3)"},
-        {[](Rect& r) {
-             r.setFillColor(0);  // visible all the same
-             r.setStrokeColor(0x1F7F3FFF);
-         },
-         "setRGBFillColor(0.00390625 0.00390625 0.00390625 0.00390625) setLineWidth(0) "
-         "setRGBStrokeColor(0.5 0.25 1 0.125) " +
-             kTenByTen + "drawPath(3)"},
-        {[](Rect& r) { r.setStrokeColor(0, 0, 0, kNone); }, kBlackFill + kTenByTen + "drawPath(0)"},
-        {[](Rect& r) { r.setFillColor(0, 0, 0, kNone); }, kThinStroke + kTenByTen + "drawPath(2)"},
-    };
-    for (const Case& c : cases) {
-        const auto rect = makeRect();
-        c.style(*rect);
-        EXPECT_EQ(painting(*rect), c.calls);
-    }
-    const auto line = DisplayFactory::createLine();
-    line->set(1, 2, 3, 4);
-    EXPECT_EQ(painting(*line), kThinStroke + "addPath(M 1 2 L 3 4) drawPath(2)");
-    line->setStrokeColor(0, 0, 0, kNone);
-    EXPECT_EQ(paint(*line), "") << "nothing but its stroke could be seen";
+TEST_F(Painting, SolidFillAndStrokeInEachCombination) {
+    EXPECT_EQ(painting(*rect_), kBlackFill + kThinStroke + kTenByTen + "drawPath(3)");
+    rect_->setFillColor(127, 63, 31, 255);
+    rect_->setStrokeColor(255, 127, 63, 31);
+    rect_->setStrokeWidth(2.5F);
+    rect_->setStrokeDashArray({4, 2});
+    rect_->setStrokeDashOffset(1);
+    EXPECT_EQ(painting(*rect_),
+              "setRGBFillColor(0.5 0.25 0.125 1) setLineWidth(2.5) "
+              "setRGBStrokeColor(1 0.5 0.25 0.125) setLineDash(1, [4; 2]) " +
+                  kTenByTen + "drawPath(3)");
+    rect_->setStrokeDashArray({});
+    rect_->setStrokeWidth(0);
+    rect_->setFillColor(0);  // visible all the same
+    rect_->setStrokeColor(0x1F7F3FFF);
+    EXPECT_EQ(painting(*rect_),
+              "setRGBFillColor(0.00390625 0.00390625 0.00390625 0.00390625) setLineWidth(0) "
+              "setRGBStrokeColor(0.5 0.25 1 0.125) " +
+                  kTenByTen + "drawPath(3)");
+    rect_->setFillColor(0xFF7F7F7F);
+    rect_->setStrokeColor(0, 0, 0, kNone);
+    EXPECT_EQ(painting(*rect_), "setRGBFillColor(0.5 0.5 0.5 1) " + kTenByTen + "drawPath(0)");
+    rect_->setFillColor(0, 0, 0, kNone);
+    EXPECT_EQ(paint(*rect_), "") << "nothing of it could be seen";
+    rect_->setStrokeColor(0xFF7F7F7F);
+    EXPECT_EQ(painting(*rect_),
+              "setLineWidth(0) setRGBStrokeColor(0.5 0.5 0.5 1) " + kTenByTen + "drawPath(2)");
 }
 
-TEST(Painting, PatternsAndStrokeGradientsChangeNeitherTheLookNorTheDirtyState) {
-    const auto layer = std::make_shared<MarkingLayer>();
-    const auto rect = makeRect();
-    layer->addObject(rect);
-    layer->takeMarks();
-    rect->setPattern({});
-    rect->setStrokeColor(redToBlue());
-    EXPECT_EQ(layer->takeMarks(), 0);
-    EXPECT_EQ(painting(*rect), kBlackFill + kThinStroke + kTenByTen + "drawPath(3)");
-    rect->setFillColor(redToBlue());
-    rect->setFillColor(1, 2, 3, 4);
-    rect->setFillColor(0U);
-    rect->setStrokeColor(1, 2, 3, 4);
-    rect->setStrokeColor(0U);
-    EXPECT_EQ(layer->takeMarks(), 5);
+TEST_F(Painting, PatternsAndStrokeGradientsChangeNeitherTheLookNorTheDirtyState) {
+    rect_->setPattern({});
+    rect_->setStrokeColor(redToBlue());
+    EXPECT_EQ(layer_->takeMarks(), 0);
+    EXPECT_EQ(painting(*rect_), kBlackFill + kThinStroke + kTenByTen + "drawPath(3)");
+    rect_->setFillColor(redToBlue());
+    rect_->setFillColor(1, 2, 3, 4);
+    rect_->setFillColor(0U);
+    rect_->setStrokeColor(1, 2, 3, 4);
+    rect_->setStrokeColor(0U);
+    EXPECT_EQ(layer_->takeMarks(), 5);
 }
 
-TEST(Painting, AGradientClipsToTheOutlineAndAColourEndsIt) {
-    const auto rect = makeRect();
+TEST_F(Painting, AGradientClipsToTheOutlineAndAColourEndsIt) {
     LinearGradient gradient = redToBlue();
     gradient.set({1}, {2}, {3}, {4});
-    rect->setFillColor(gradient);
+    rect_->setFillColor(gradient);
     gradient.setX1({99});  // a copy was taken
     const string filled = kTenByTen +
                           "clip() drawLinearGradient([1 0.00390625 0.00390625 1; 0.00390625 "
                           "0.00390625 1 0.00390625], [0; 1], 1 2, 3 4, 3) ";
-    EXPECT_EQ(painting(*rect), filled + kThinStroke + kTenByTen + "drawPath(2)");
-    rect->setStrokeColor(0, 0, 0, kNone);
-    EXPECT_EQ(painting(*rect), filled + kTenByTen + "drawPath(2)") << "stroked all the same";
-    rect->setFillColor(0xFF7F7F7F);
-    EXPECT_EQ(painting(*rect), "setRGBFillColor(0.5 0.5 0.5 1) " + kTenByTen + "drawPath(0)");
+    EXPECT_EQ(painting(*rect_), filled + kThinStroke + kTenByTen + "drawPath(2)");
+    rect_->setStrokeColor(0, 0, 0, kNone);
+    EXPECT_EQ(painting(*rect_), filled + kTenByTen + "drawPath(2)") << "stroked all the same";
+    rect_->setFillColor(0xFF7F7F7F);
+    EXPECT_EQ(painting(*rect_), "setRGBFillColor(0.5 0.5 0.5 1) " + kTenByTen + "drawPath(0)");
 }
 
-TEST(Painting, AGradientsAxisIsResolvedAgainstTheBoundsWithTheStroke) {
-    struct Case {
+TEST_F(Painting, AGradientsAxisIsResolvedAgainstTheBoundsWithTheStroke) {
+    // An axis of its own holds in user space, unless it is the default one.
+    const struct {
         float x1, y1, x2, y2;
         bool userSpace;
         const char* axis;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {0, 0, 10, 5, true, "0 0, 10 5"},        {0, 0, 0, 0, true, "0 0, 0 0"},
-        {0, 0, 1, 0, true, "-2 -2, 12 -2"},      {0, 0, 1, 0, false, "-2 -2, 12 -2"},
+        {0, 0, 1, 0, true, "-2 -2, 12 -2"},      {0, 0, 1, 1e-39F, true, "-2 -2, 12 -2"},
+        {0, 0, 1, 1e-30F, true, "0 0, 1 1e-30"}, {5, 0, 1, 0, true, "5 0, 1 0"},
+        {0, 5, 1, 0, true, "0 5, 1 0"},          {0, 0, 0.5F, 0, true, "0 0, 0.5 0"},
+        {0, 0, 1, 5, true, "0 0, 1 5"},          {0, 0, 1, 0, false, "-2 -2, 12 -2"},
         {0.5F, 0, 0.5F, 1, false, "5 -2, 5 12"},
     };
-    const auto rect = makeRect();
-    rect->setStrokeWidth(3);
-    for (const Case& c : cases) {
+    rect_->setStrokeWidth(3);
+    for (const auto& c : cases) {
         LinearGradient gradient = redToBlue();
         gradient.set({c.x1}, {c.y1}, {c.x2}, {c.y2});
         gradient.setUserSpace(c.userSpace);
-        rect->setFillColor(gradient);
-        EXPECT_NE(painting(*rect).find("[0; 1], " + string(c.axis) + ", 3)"), string::npos)
-            << painting(*rect);
+        rect_->setFillColor(gradient);
+        EXPECT_NE(painting(*rect_).find("[0; 1], " + string(c.axis) + ", 3)"), string::npos)
+            << c.axis << " not in " << painting(*rect_);
     }
 }
 
-TEST(Painting, TheFillRuleChoosesTheModeAndAsksForNoRepaint) {
+TEST_F(Painting, TheFillRuleChoosesTheModeAndAsksForNoRepaint) {
     using FillRule = PathFillStyleable::FillRule;
-    const auto layer = std::make_shared<MarkingLayer>();
     const auto polyline = DisplayFactory::createPolyline();
-    layer->addObject(polyline);
+    layer_->addObject(polyline);
     polyline->set({0, 0, 10, 0, 10, 10}, true);
-    layer->takeMarks();
+    layer_->takeMarks();
     polyline->setFillRule(FillRule::EvenOdd);
-    EXPECT_EQ(layer->takeMarks(), 0);
+    EXPECT_EQ(layer_->takeMarks(), 0);
     EXPECT_TRUE(painting(*polyline).ends_with("drawPath(4)"));
     polyline->setStrokeColor(0, 0, 0, kNone);
     EXPECT_TRUE(painting(*polyline).ends_with("drawPath(1)"));

@@ -13,12 +13,10 @@ namespace {
 
 using Box = geometry::Rect<double>;
 using std::string;
-
-bool has(const string& calls, const string& call) {
-    return calls.find(call) != calls.npos;
-}
+using Segment = Text::Segment;
 
 // What the font says of "abc" at 16 units: an advance of 30.0 or so, ascent 14.85, descent 3.77.
+constexpr double kAscent = 16.0 * 1901 / 2048;
 constexpr double kHeight = 16.0 * (1901 + 483) / 2048;
 constexpr double kDescent = 4;  // rounded up
 
@@ -26,17 +24,47 @@ class TextTest : public testing::Test {
 protected:
     void SetUp() override { platform::registerTestFonts(); }
 
-    static std::shared_ptr<Text> makeText(bool multiline, const string& content = "abc") {
-        const auto text = DisplayFactory::createText(multiline);
+    template <typename T>
+    static std::shared_ptr<T> withFont(const std::shared_ptr<T>& text, const string& content) {
         text->setFont("DejaVuSans");
         text->setTextSize(16);
         text->setContent(content);
         return text;
     }
+    static std::shared_ptr<Text> makeText(const string& content = "abc", bool multiline = false) {
+        return withFont(DisplayFactory::createText(multiline), content);
+    }
+    static double widthOf(const string& content) {
+        return makeText(content)->getTextBounds().width;
+    }
+    static Segment segment(const string& content, float size = 16) {
+        Segment result;
+        result.font = "DejaVuSans";
+        result.content = content;
+        result.textSize = size;
+        return result;
+    }
+    // Whether an object's calls hold all of these parts.
+    static testing::AssertionResult paints(DisplayObject& object, std::vector<string> parts) {
+        const string calls = painted(object);
+        for (const string& part : parts) {
+            if (calls.find(part) == string::npos) {
+                return testing::AssertionFailure() << part << " is not in " << calls;
+            }
+        }
+        return testing::AssertionSuccess();
+    }
 };
 
+template <typename... Parts>
+string concat(const Parts&... parts) {
+    std::ostringstream text;
+    (text << ... << parts);
+    return text.str();
+}
+
 TEST_F(TextTest, StandsAtItsPointByAlignmentAndBaseline) {
-    const double width = makeText(false)->getTextBounds().width;
+    const double width = widthOf("abc");
     ASSERT_GT(width, 20);
     const struct {
         TextAlign align;
@@ -50,7 +78,7 @@ TEST_F(TextTest, StandsAtItsPointByAlignmentAndBaseline) {
         {TextAlign::Start, AlignmentBaseline::Top, 100, 50 + 16 - kDescent},
     };
     for (const auto& each : cases) {
-        const auto text = makeText(false);
+        const auto text = makeText();
         text->setTextAlign(each.align);
         text->setAlignmentBaseline(each.baseline);
         text->setX(100);
@@ -58,13 +86,10 @@ TEST_F(TextTest, StandsAtItsPointByAlignmentAndBaseline) {
         const double top = std::nearbyint(each.baselineY + kDescent - std::ceil(kHeight));
         EXPECT_EQ(text->getBounds(), Box(each.left, top, width, std::ceil(kHeight)));
         EXPECT_EQ(text->getFrame(), text->getBounds());
-        std::ostringstream translate;
-        translate << "translateCTM(" << each.left << ", " << each.baselineY << ")";
-        EXPECT_TRUE(has(painted(*text), translate.str())) << painted(*text);
+        EXPECT_TRUE(paints(*text, {concat("translateCTM(", each.left, ", ", each.baselineY, ")")}));
     }
-}
 
-TEST_F(TextTest, OriginIsRoundedUp) {
+    // Rounded up.
     quartz::TextWrapper wrapper;
     wrapper.setFontName("DejaVuSans");
     wrapper.setFontSize(16);
@@ -76,86 +101,77 @@ TEST_F(TextTest, OriginIsRoundedUp) {
 }
 
 TEST_F(TextTest, PaintsTheSameCallsInTheSameOrder) {
-    const auto text = makeText(false, "a\nb");
+    const auto text = makeText("a\nb");
     text->setX(3);
     text->setY(20);
     text->setFillColor(255, 127, 0, 255);
-    const string line = "drawLine(\"ab\" [0+19.9609 size 16 color 1 0.5 0.00390625 1])\n";
-    const string placed =
-        "translateCTM(3, 20)\nscaleCTM(1, -1)\nsetTextMatrix(1 0 0 1 0 0)\n" + line;
     const string open = "saveGState()\nconcatCTM(1 0 0 1 0 0)\n";
-    EXPECT_EQ(painted(*text), open + placed + "restoreGState()\n");
+    EXPECT_EQ(painted(*text),
+              open +
+                  "translateCTM(3, 20)\nscaleCTM(1, -1)\nsetTextMatrix(1 0 0 1 0 0)\n"
+                  "drawLine(\"ab\" [0+19.9609 size 16 color 1 0.5 0.00390625 1])\n"
+                  "restoreGState()\n");
 
     text->setDecoration(true, true);
     const Box bounds = text->getBounds();
-    std::ostringstream strike;
-    strike << "setRGBStrokeColor(1 0.5 0.00390625 1)\nmoveToPoint(" << bounds.x << " "
-           << bounds.y + bounds.height / 2 << ")\naddLineToPoint(" << bounds.x + bounds.width << " "
-           << bounds.y + bounds.height / 2 << ")\nstrokePath()\n";
-    EXPECT_TRUE(has(painted(*text), open + strike.str() + "translateCTM")) << painted(*text);
-    EXPECT_TRUE(has(painted(*text), " underline]"));
+    const double middle = bounds.y + bounds.height / 2;
+    EXPECT_TRUE(
+        paints(*text, {concat(open, "setRGBStrokeColor(1 0.5 0.00390625 1)\nmoveToPoint(", bounds.x,
+                              " ", middle, ")\naddLineToPoint(", bounds.x + bounds.width, " ",
+                              middle, ")\nstrokePath()\ntranslateCTM"),
+                       " underline]"}));
 }
 
 TEST_F(TextTest, ContentDropsNewlinesAndEndsAtAZero) {
     using namespace std::string_literals;
-    EXPECT_EQ(makeText(false, "a\nb")->getTextBounds(), makeText(false, "ab")->getTextBounds());
-    EXPECT_EQ(makeText(false, "ab\0cdef"s)->getTextBounds(),
-              makeText(false, "ab")->getTextBounds());
+    EXPECT_EQ(widthOf("a\nb"), widthOf("ab"));
+    EXPECT_EQ(widthOf("ab\0cdef"s), widthOf("ab"));
+    EXPECT_EQ(makeText("")->getTextBounds(), geometry::Size<double>());
+    EXPECT_GT(widthOf("\xff\xfe"), 10);
     quartz::TextWrapper wrapper;
     wrapper.setText("a\nb");
     EXPECT_EQ(wrapper.getText(), "a\nb");
-    const auto empty = makeText(false, "");
-    EXPECT_EQ(empty->getTextBounds(), geometry::Size<double>());
-    EXPECT_GT(makeText(false, "\xff\xfe")->getTextBounds().width, 10);
 }
 
 TEST_F(TextTest, ColoursSetBeforeTheContentShow) {
     const auto text = DisplayFactory::createText(false);
     text->setFillColor(0xFF0000FF);
-    text->setContent("x");
-    EXPECT_TRUE(has(painted(*text), "color 0.00390625 0.00390625 1 1")) << painted(*text);
-    text->setContent("");
-    text->setContent("y");
-    EXPECT_TRUE(has(painted(*text), "color 0.00390625 0.00390625 1 1")) << painted(*text);
+    for (const char* const content : {"x", "", "y"}) {
+        text->setContent(content);
+        EXPECT_TRUE(*content == 0 || paints(*text, {"color 0.00390625 0.00390625 1 1"}));
+    }
 }
 
 TEST_F(TextTest, ASizeOfZeroLeavesTheSize) {
-    const auto text = makeText(false);
+    const auto text = makeText();
     const Box before = text->getBounds();
     text->setTextSize(0);
     EXPECT_EQ(text->getBounds(), before);
     text->setTextSize(32);
     EXPECT_NEAR(text->getBounds().width, 2 * before.width, 2);
-    for (const float nonsense : {-5.0F, std::nanf(""), INFINITY, 1e30F}) {
+    for (const float nonsense : {-5.0F, NAN, INFINITY, 1e30F}) {
         text->setTextSize(nonsense);
         painted(*text);
     }
 }
 
 TEST_F(TextTest, SegmentsOfAPlainTextShareTheStyleOfTheFirst) {
-    Text::Segment first;
-    first.content = "on";
-    first.font = "DejaVuSans";
-    first.textSize = 20;
+    Segment first = segment("on", 20);
     first.x = 7.0F;
     first.fillColor = {255, 0, 0, 255};
     first.decoration = 3;
-    Text::Segment second;
-    second.content = "e";
-    second.textSize = 99;
+    Segment second = segment("e", 99);
     second.x = 500.0F;
     const auto text = DisplayFactory::createText(false);
     text->setX(-50);
     text->setY(-50);
     text->setContent({first, second});
+    EXPECT_TRUE(paints(*text, {"drawLine(\"one\"", "translateCTM(7, 0)", "strokePath()",
+                               "size 20 color 1 0.00390625 0.00390625 1 underline]"}));
     const string calls = painted(*text);
-    EXPECT_TRUE(has(calls, "drawLine(\"one\"")) << calls;
-    EXPECT_TRUE(has(calls, "size 20 color 1 0.00390625 0.00390625 1 underline]")) << calls;
-    EXPECT_TRUE(has(calls, "translateCTM(7, 0)")) << calls;
-    EXPECT_TRUE(has(calls, "strokePath()")) << calls;
 
     // Nothing at all keeps every style.
-    text->setContent(std::vector<Text::Segment>());
+    text->setContent(std::vector<Segment>());
     EXPECT_EQ(text->getTextBounds().width, 0);
     text->setContent("one");
     text->setX(7);  // the place of a measured text comes from its rounded extent
@@ -163,50 +179,41 @@ TEST_F(TextTest, SegmentsOfAPlainTextShareTheStyleOfTheFirst) {
 }
 
 TEST_F(TextTest, WrapsAtItsWidthBelowItsPoint) {
-    const auto text = DisplayFactory::createText(true);
-    text->setFont("DejaVuSans");
-    text->setTextSize(16);
+    const auto text = makeText("aaa bbb\nccc", true);  // the newline is dropped: "aaa bbbccc"
     text->setWidth(70);
-    text->setContent("aaa bbb\nccc");  // the newline is dropped: "aaa bbbccc"
     text->setX(5.5F);
     text->setY(9.25F);
-    EXPECT_EQ(text->getBounds().width, 70);
     EXPECT_NEAR(text->getBounds().height, 2 * kHeight, 0.01);
-    EXPECT_EQ(text->getBounds().position(), geometry::Point<double>(5.5, 9.25)) << "not rounded";
+    const Box bounds(5.5, 9.25, 70, text->getBounds().height);  // not rounded
+    EXPECT_EQ(text->getBounds(), bounds);
     // The alignments of one line play no part.
     text->setTextAlign(TextAlign::End);
     text->setAlignmentBaseline(AlignmentBaseline::Top);
-    EXPECT_EQ(text->getBounds().position(), geometry::Point<double>(5.5, 9.25));
-
-    const string calls = painted(*text);
-    std::ostringstream order;
-    order << "setRGBStrokeColor(1 0 0 1)\nsetTextMatrix(1 0 0 1 0 0)\ntranslateCTM(0, "
-          << text->getBounds().height + 2 * 9.25 << ")\nscaleCTM(1, -1)\ndrawFrame(5.5 ";
-    EXPECT_TRUE(has(calls, order.str())) << calls;
-    EXPECT_TRUE(has(calls, "\"aaa \"") && has(calls, "\"bbbccc\"")) << calls;
-
+    EXPECT_EQ(text->getBounds(), bounds);
+    EXPECT_TRUE(
+        paints(*text, {concat("setRGBStrokeColor(1 0 0 1)\nsetTextMatrix(1 0 0 1 0 0)\n"
+                              "translateCTM(0, ",
+                              bounds.height + 2 * 9.25, ")\nscaleCTM(1, -1)\ndrawFrame(5.5 "),
+                       "\"aaa \"", "\"bbbccc\""}));
     text->setAlignment(TextAlign::End);
-    EXPECT_FALSE(has(painted(*text), "drawFrame(5.5 ")) << painted(*text);
+    EXPECT_FALSE(paints(*text, {"drawFrame(5.5 "}));
     text->setWidth(0);
     EXPECT_EQ(text->getTextBounds(), geometry::Size<double>());
 }
 
 TEST_F(TextTest, ParagraphAlignmentIsLostOnAnEmptyText) {
-    const auto late = makeText(true);
-    late->setWidth(200);
-    late->setAlignment(TextAlign::End);
+    const auto late = makeText("abc", true);
     const auto early = DisplayFactory::createText(true);
-    early->setWidth(200);
-    early->setAlignment(TextAlign::End);
-    early->setFont("DejaVuSans");
-    early->setTextSize(16);
-    early->setContent("abc");
-    EXPECT_TRUE(has(painted(*early), "drawFrame(0 ")) << painted(*early);
-    EXPECT_FALSE(has(painted(*late), "drawFrame(0 ")) << painted(*late);
+    for (const auto& text : {late, early}) {
+        text->setWidth(200);
+        text->setAlignment(TextAlign::End);
+    }
+    EXPECT_TRUE(paints(*withFont(early, "abc"), {"drawFrame(0 "}));
+    EXPECT_FALSE(paints(*late, {"drawFrame(0 "}));
 }
 
 TEST_F(TextTest, WhatATextCannotDoThrowsAString) {
-    const auto text = makeText(false);
+    const auto text = makeText();
     const std::pair<std::function<void()>, string> cases[] = {
         {[&] { text->setFillColor(LinearGradient()); },
          "QuartzText::setFillColor(const LinearGradient& gradient) not implemented"},
@@ -236,7 +243,87 @@ TEST_F(TextTest, WhatATextCannotDoThrowsAString) {
     EXPECT_EQ(text->getBounds(), bounds);
     EXPECT_EQ(text->getStrokeWidth(), 0);
     EXPECT_EQ(text->getIndexByPoint({1, 1}), 0u);
-    EXPECT_EQ(text->getDescription(), "QuartzText");
+}
+
+class AttributedTextTest : public TextTest {
+protected:
+    const std::shared_ptr<AttributedText> text_ =
+        (platform::registerTestFonts(), withFont(DisplayFactory::createAttributedText(), ""));
+};
+
+TEST_F(AttributedTextTest, ASegmentWithAPositionBeginsABlockThere) {
+    auto second = segment("second");
+    second.x = 40.0F;
+    second.y = 60.0F;
+    auto third = segment("third");
+    third.y = 90.0F;
+    third.alignmentBaseline = AlignmentBaseline::Top;
+    text_->setX(5);
+    text_->setY(7);
+    text_->setContent({segment("first "), segment("goes on"), second, third});
+    const Box bounds = text_->getBounds();
+    EXPECT_EQ(bounds.y, std::floor(7 - kAscent)) << "the first baseline stands at y";
+    EXPECT_EQ(bounds.y + bounds.height, std::ceil(7 + 90 + kHeight)) << "the third hangs from y";
+    EXPECT_TRUE(paints(*text_, {"\"first goes on\"",
+                                concat("translateCTM(45, ", 7 + 60 - kAscent + kHeight, ")")}));
+    third.alignmentBaseline = AlignmentBaseline::Middle;
+    text_->setContent({third});
+    EXPECT_EQ(text_->getBounds().y, std::floor(7 + 90 - kHeight / 2));
+}
+
+TEST_F(AttributedTextTest, AlignsInItsWidthOrAtItsX) {
+    const double width = widthOf("abc");
+    for (const auto& [align, share] :
+         {std::pair{TextAlign::Start, 0.0}, {TextAlign::Center, 0.5}, {TextAlign::End, 1.0}}) {
+        auto aligned = segment("abc");
+        aligned.textAlign = align;
+        aligned.x = 100.0F;
+        text_->setWidth(-1);
+        text_->setContent({aligned});
+        EXPECT_NEAR(text_->getBounds().x, 100 - share * width, 1) << share;
+        text_->setWidth(300);
+        EXPECT_EQ(text_->getBounds().x, 100);
+        EXPECT_EQ(text_->getIndexByPoint({100 + share * (300 - width) + width - 2, 0}), 2u);
+    }
+}
+
+TEST_F(AttributedTextTest, FindsTheCharacterUnderAPoint) {
+    EXPECT_EQ(text_->getIndexByPoint({0, 0}), 0u) << "empty";
+    auto below = segment("\u05d0\u05d1");  // read from the right
+    below.y = 50.0F;
+    text_->setX(10);
+    text_->setY(20);
+    text_->setContent({segment("a\u00e4"), segment("\u65e5", 32), segment("\nz"), below});
+    const double a = widthOf("a");
+    const double ab = a + widthOf("\u00e4");
+    const struct {
+        double x, y;
+        unsigned long index;
+    } cases[] = {
+        {1, -2, 0},   {a + 1, -2, 1}, {ab + 5, -2, 2}, {500, -2, 2},
+        {-50, -2, 0}, {2, 14, 4},     {2, 50, 6},      {widthOf("\u05d0\u05d1") - 2, 50, 5},
+        {0, 500, 6}};
+    for (const auto& each : cases) {
+        EXPECT_EQ(text_->getIndexByPoint({10 + each.x, 20 + each.y}), each.index)
+            << each.x << " " << each.y;
+    }
+}
+
+TEST_F(AttributedTextTest, PlainContentTakesTheTextsOwnStyle) {
+    text_->setContent("plain");
+    text_->setFillColor(0xFFFF0000);
+    text_->setDecoration(true, false);
+    text_->setTextSize(20);
+    EXPECT_TRUE(paints(*text_, {"\"plain\"", "size 20 color 1 0.00390625 0.00390625 1 underline"}));
+
+    // A segment without a font and a size takes these from the text, too.
+    auto own = segment("own\n", 0);
+    own.font.clear();
+    text_->setContent({own, segment("large", 32)});
+    EXPECT_TRUE(paints(*text_, {"\"own\"", "size 20 color", "\"large\"", "size 32 color"}));
+    text_->setContent(std::vector<Segment>());
+    EXPECT_EQ(text_->getTextBounds(), geometry::Size<double>());
+    EXPECT_THROW(text_->setFillColor(LinearGradient()), const char*);
 }
 
 }  // namespace

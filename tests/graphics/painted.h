@@ -9,12 +9,17 @@
 
 namespace orvane::display {
 
+inline void paintOn(platform::CGContext& canvas, DisplayObject& object,
+                    const geometry::Rect<double>& rect) {
+    SetCurrentCanvas(&canvas);
+    object.validate(rect);
+    SetCurrentCanvas(nullptr);
+}
+
 // The calls that an object makes on its canvas in a pass over everything, one a line.
 inline std::string painted(DisplayObject& object) {
     platform::CGRecordingContext canvas;
-    SetCurrentCanvas(&canvas);
-    object.validate({-1e6, -1e6, 2e6, 2e6});
-    SetCurrentCanvas(nullptr);
+    paintOn(canvas, object, {-1e6, -1e6, 2e6, 2e6});
     std::ostringstream text;
     for (const auto& call : canvas.calls()) {
         text << call << '\n';
