@@ -39,24 +39,23 @@ TEST(CVDisplayLink, CallsBackOnAThreadOfItsOwnUntilStoppedFromWithin) {
     std::vector<std::uint64_t> times;
     std::thread::id caller;
     auto [held, gone] = token();
-    {
-        // Nobody but the callback holds the link.
-        auto owner = std::make_shared<CVDisplayLink>();
-        *owner = make(
-            [&, owner, keep = std::move(held)](CVDisplayLink& link, const CVTimeStamp& outputTime) {
-                caller = std::this_thread::get_id();
-                times.push_back(outputTime.hostTime);
-                if (times.size() == 4) {
-                    EXPECT_EQ(link.stop(), kCVReturnSuccess);
-                    link.release();
-                    EXPECT_FALSE(link);
-                    owner->release();
-                    done.set_value(times);
-                }
-                return 0;
-            });
-        owner->start();
-    }
+    // Nobody but the callback holds the link.
+    auto owner = std::make_shared<CVDisplayLink>();
+    *owner = make(
+        [&, owner, keep = std::move(held)](CVDisplayLink& link, const CVTimeStamp& outputTime) {
+            caller = std::this_thread::get_id();
+            times.push_back(outputTime.hostTime);
+            if (times.size() == 4) {
+                EXPECT_EQ(link.stop(), kCVReturnSuccess);
+                link.release();
+                EXPECT_FALSE(link);
+                owner->release();
+                done.set_value(times);
+            }
+            return 0;
+        });
+    owner->start();
+    owner.reset();
     const std::vector<std::uint64_t> seen = done.get_future().get();
     gone.wait();
     EXPECT_NE(caller, std::this_thread::get_id());

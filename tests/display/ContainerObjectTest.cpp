@@ -130,6 +130,7 @@ TEST_F(ContainerStore, NeighboursUnderAnotherLayer) {
     const Object right = owner("right");
     loose->add(left);
     loose->add(right);
+    EXPECT_EQ(left->getLayer()->getSuperlayer(), nullptr);
     common->store(common->getSublayers().end(), left->getLayer());
     common->store(common->getSublayers().end(), right->getLayer());
 
@@ -140,15 +141,6 @@ TEST_F(ContainerStore, NeighboursUnderAnotherLayer) {
     const Object own = owner("own");
     loose->store(loose->find(right), own);
     EXPECT_EQ(names(*common), "left own right ");
-}
-
-TEST_F(ContainerStore, AContainerOnNoLayerChangesNone) {
-    const auto loose = std::make_shared<Group>();
-    const Object own = owner("own");
-    EXPECT_TRUE(loose->getFrame().isEmpty());
-    loose->add(own);
-    EXPECT_EQ(own->getLayer()->getSuperlayer(), nullptr);
-    EXPECT_EQ(loose->getFrame(), R(0, 0, 10, 10));
 }
 
 TEST_F(ContainerStore, AnOwnerKeepsItsLayerWhenItLeavesAndAGuestDoesNot) {

@@ -117,21 +117,12 @@ TEST(DisplayObject, AnAccessibilityElementIsMadeOnDemandAndKept) {
     EXPECT_EQ(spot.getOrCreateAccessibilityElement()->getLabel(), "close");
 }
 
-TEST(DisplayNode, ALoneNodeHasNoNeighbours) {
-    const auto node = std::make_shared<Spot>();
-    EXPECT_EQ(node->next(), nullptr);
-    EXPECT_EQ(node->prev(), nullptr);
-    EXPECT_EQ(node->findChildOf(std::make_shared<Group>()), nullptr);
-    node->removeFromParent();
-    const auto path = node->getPathToRoot();
-    EXPECT_EQ(std::distance(path.begin(), path.end()), 1);
-}
-
 TEST(DisplayNode, NeighboursPathsAndAncestors) {
     const auto root = std::make_shared<Group>();
     const auto left = std::make_shared<Group>();
     const auto right = std::make_shared<Group>();
     const auto leaf = std::make_shared<Spot>();
+    const auto alone = std::make_shared<Spot>();
     root->add(left);
     root->add(right);
     left->add(leaf);
@@ -139,15 +130,20 @@ TEST(DisplayNode, NeighboursPathsAndAncestors) {
     EXPECT_EQ(left->next(), right);
     EXPECT_EQ(right->prev(), left);
     EXPECT_EQ(right->next(), nullptr);
+    EXPECT_EQ(alone->next(), nullptr);
+    EXPECT_EQ(alone->prev(), nullptr);
     EXPECT_EQ(leaf->findChildOf(root), left);
     EXPECT_EQ(leaf->findChildOf(left), leaf);
     EXPECT_EQ(leaf->findChildOf(right), nullptr);
+    EXPECT_EQ(alone->findChildOf(root), nullptr);
     EXPECT_EQ(DisplayObject::findCommonParent(leaf, right), Object(root));
     EXPECT_EQ(DisplayObject::findCommonParent(leaf, left), Object(left));
     EXPECT_EQ(DisplayObject::findCommonParent(leaf, leaf), Object(leaf));
-    EXPECT_EQ(DisplayObject::findCommonParent(leaf, std::make_shared<Spot>()), nullptr);
-
+    EXPECT_EQ(DisplayObject::findCommonParent(leaf, alone), nullptr);
     EXPECT_EQ(leaf->getPathToRoot().front(), Object(root));
+    const auto path = alone->getPathToRoot();
+    EXPECT_EQ(std::distance(path.begin(), path.end()), 1);
+    alone->removeFromParent();
 }
 
 TEST(DisplayNode, OnlyItsOwnChildrenAreFoundAndErased) {

@@ -22,14 +22,14 @@ class Bell : public virtual Notifier<Bell>,
 
 class Ear : public Rung::listener_type {
 public:
-    explicit Ear(std::function<void(const std::shared_ptr<Bell>&, const Rung&)> heard)
-        : heard_(std::move(heard)) {}
+    using Heard = std::function<void(const std::shared_ptr<Bell>&, const Rung&)>;
+    explicit Ear(Heard heard) : heard_(std::move(heard)) {}
     void operator()(const std::shared_ptr<Bell>& bell, const Rung& rung) override {
         heard_(bell, rung);
     }
 
 private:
-    std::function<void(const std::shared_ptr<Bell>&, const Rung&)> heard_;
+    Heard heard_;
 };
 
 class NotifierTest : public testing::Test {

@@ -31,10 +31,15 @@ protected:
         animation.setDuration(duration);
         layer.addAnimation(animation, key);
     }
-    void run(const std::string& name, CALayer& onLayer, const std::string& key, double duration) {
-        begin(name);
+    static void run(const std::function<void()>& completion, CALayer& onLayer,
+                    const std::string& key, double duration) {
+        CATransaction::begin();
+        CATransaction::setCompletionBlock(completion);
         add(onLayer, key, duration);
         CATransaction::commit();
+    }
+    void run(const std::string& name, CALayer& onLayer, const std::string& key, double duration) {
+        run([this, name] { log += name; }, onLayer, key, duration);
     }
     // What completed since the last call, after so many seconds.
     std::string after(double seconds) {
@@ -50,17 +55,6 @@ protected:
 
 }  // namespace
 
-TEST_F(CATransactionTest, CompletesOnceWhenAllThatWasAddedIsOver) {
-    begin("a");
-    add(*layer, "x", 1);
-    add(*layer, "y", 3);
-    add(*other, "x", 2);
-    CATransaction::commit();
-    EXPECT_EQ(after(2.5), "");
-    EXPECT_EQ(after(0.5), "a");
-    EXPECT_EQ(after(10), "");
-}
-
 TEST_F(CATransactionTest, AnEmptyOneCompletesAtOnceButNeverInsideTheCommit) {
     begin("a");
     CATransaction::commit();
@@ -72,8 +66,9 @@ TEST_F(CATransactionTest, AnEmptyOneCompletesAtOnceButNeverInsideTheCommit) {
     EXPECT_EQ(after(5), "");
 }
 
-TEST_F(CATransactionTest, NestedOnesHoldTheOuterOpen) {
+TEST_F(CATransactionTest, NestedOnesHoldTheOuterOpenAndEachCompletesOnce) {
     begin("outer ");
+    add(*layer, "y", 3);
     run("first ", *layer, "x", 1);
     run("second ", *other, "x", 2);
     begin("empty ");
@@ -81,7 +76,9 @@ TEST_F(CATransactionTest, NestedOnesHoldTheOuterOpen) {
     CATransaction::commit();
     EXPECT_EQ(after(0), "empty ");
     EXPECT_EQ(after(1), "first ");
-    EXPECT_EQ(after(1), "second outer ");
+    EXPECT_EQ(after(1), "second ");
+    EXPECT_EQ(after(1), "outer ");
+    EXPECT_EQ(after(10), "");
 }
 
 TEST_F(CATransactionTest, HoweverAnAnimationGoesItsTransactionCompletesOnce) {
@@ -107,18 +104,9 @@ TEST_F(CATransactionTest, HoweverAnAnimationGoesItsTransactionCompletesOnce) {
 
 TEST_F(CATransactionTest, CompletionsMayDoAnything) {
     // One starts the next, one throws, one removes what it belonged to.
-    CATransaction::begin();
-    CATransaction::setCompletionBlock([this] { run("next ", *layer, "x", 1); });
-    add(*layer, "x", 1);
-    CATransaction::commit();
-    CATransaction::begin();
-    CATransaction::setCompletionBlock([] { throw std::runtime_error("on purpose"); });
-    add(*layer, "y", 1);
-    CATransaction::commit();
-    CATransaction::begin();
-    CATransaction::setCompletionBlock([this] { other.reset(); });
-    add(*other, "x", 1);
-    CATransaction::commit();
+    run([this] { run("next ", *layer, "x", 1); }, *layer, "x", 1);
+    run([] { throw std::runtime_error("on purpose"); }, *layer, "y", 1);
+    run([this] { other.reset(); }, *other, "x", 1);
     run("last ", *layer, "z", 1);
     EXPECT_EQ(after(1), "last ");
     EXPECT_EQ(other, nullptr);
@@ -129,8 +117,7 @@ TEST_F(CATransactionTest, EachThreadHasItsOwn) {
     begin("main");
     std::thread([this] {
         CATransaction::commit();  // not the main thread's
-        CATransaction::begin();
-        CATransaction::setCompletionBlock([this] { log += "thread "; });
+        begin("thread ");
         CATransaction::commit();
     }).join();
     EXPECT_EQ(after(0), "thread ");
@@ -143,10 +130,7 @@ TEST_F(CATransactionTest, ThousandsAtOnce) {
     int completed = 0;
     for (int i = 0; i < 5000; ++i) {
         layers.push_back(std::make_shared<CALayer>());
-        CATransaction::begin();
-        CATransaction::setCompletionBlock([&completed] { ++completed; });
-        add(*layers.back(), "x", 1 + i % 10);
-        CATransaction::commit();
+        run([&completed] { ++completed; }, *layers.back(), "x", 1 + i % 10);
     }
     for (int second = 1; second <= 10; ++second) {
         clock->advanceBy(1);
@@ -157,10 +141,7 @@ TEST_F(CATransactionTest, ThousandsAtOnce) {
 TEST_F(CATransactionTest, OnTheRealClockTheMainLoopEndsWhatNoWindowShows) {
     clock.reset();
     bool done = false;
-    CATransaction::begin();
-    CATransaction::setCompletionBlock([&done] { done = true; });
-    add(*layer, "x", 0.01);
-    CATransaction::commit();
+    run([&done] { done = true; }, *layer, "x", 0.01);
     const double start = CACurrentMediaTime();
     while (!done) {
         g_main_context_iteration(nullptr, TRUE);
