@@ -58,6 +58,19 @@ protected:
         view->drawn.clear();
     }
 
+    // What a pass tells of, with what was told since the last call.
+    std::string pass() {
+        window.displayIfNeeded();
+        return window.told();
+    }
+    // What a view is asked to draw in a pass.
+    std::vector<CGRect> drawnBy(PaintedView& painted) {
+        painted.drawn.clear();
+        window.displayIfNeeded();
+        return painted.drawn;
+    }
+
+    using Rects = std::vector<CGRect>;
     static constexpr CGRect frame{{100, 100}, {200, 100}};
     std::shared_ptr<NSView> root = std::make_shared<NSView>();
     std::shared_ptr<PaintedView> view = std::make_shared<PaintedView>(frame);
@@ -70,8 +83,7 @@ constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
 }  // namespace
 
 TEST_F(NSWindowDisplayTest, TellsOfChangesOncePerPass) {
-    window.displayIfNeeded();
-    EXPECT_EQ(window.told(), "") << "nothing to do, nothing done";
+    EXPECT_EQ(pass(), "") << "nothing to do, nothing done";
 
     view->setHidden(true);
     view->setFrame({{1, 2}, {200, 100}});
@@ -80,8 +92,7 @@ TEST_F(NSWindowDisplayTest, TellsOfChangesOncePerPass) {
     view->layer()->setBackgroundColor({0, 0, 0, 1});
     EXPECT_EQ(window.told(), "schedule ");
     EXPECT_TRUE(window.needsDisplay());
-    window.displayIfNeeded();
-    EXPECT_EQ(window.told(), "change15 present ");
+    EXPECT_EQ(pass(), "change15 present ");
     EXPECT_FALSE(window.needsDisplay());
 
     view->setHidden(true);
@@ -91,14 +102,12 @@ TEST_F(NSWindowDisplayTest, TellsOfChangesOncePerPass) {
     const auto other = std::make_shared<NSView>();
     root->addSubview(other);
     EXPECT_EQ(window.told(), "schedule add ");
-    window.displayIfNeeded();
-    EXPECT_EQ(window.told(), "reorder present ");
+    EXPECT_EQ(pass(), "reorder present ");
 
     view->addSubview(other);
     EXPECT_EQ(window.told(), "schedule remove add ");
     other->removeFromSuperviewWithoutNeedingDisplay();
-    window.displayIfNeeded();
-    EXPECT_EQ(window.told(), "remove reorder reorder present ");
+    EXPECT_EQ(pass(), "remove reorder reorder present ");
 }
 
 TEST_F(NSWindowDisplayTest, DamageIsRoundedOutwardsAndGrownByOne) {
@@ -126,21 +135,16 @@ TEST_F(NSWindowDisplayTest, DamageIsRoundedOutwardsAndGrownByOne) {
         window.scale = c.scale;
         window.backingChanged();
         window.displayIfNeeded();
-        view->drawn.clear();
         view->setNeedsDisplayInRect(c.damage);
-        window.displayIfNeeded();
-        EXPECT_EQ(view->drawn, std::vector{c.drawn}) << c.what;
+        EXPECT_EQ(drawnBy(*view), Rects{c.drawn}) << c.what;
     }
-    view->drawn.clear();
     view->setNeedsDisplayInRect({{500, 500}, {10, 10}});
     EXPECT_FALSE(window.needsDisplay()) << "outside the view";
 }
 
 TEST_F(NSWindowDisplayTest, OnlyDamagePaints) {
     const auto still = [this](const std::string& what) {
-        window.displayIfNeeded();
-        EXPECT_TRUE(view->drawn.empty()) << what;
-        view->drawn.clear();
+        EXPECT_EQ(drawnBy(*view), Rects{}) << what;
     };
     view->setFrame({{300, 50}, {200, 100}});
     still("moved");
@@ -163,9 +167,7 @@ TEST_F(NSWindowDisplayTest, OnlyDamagePaints) {
     still("elsewhere in the tree");
 
     view->setFrame({{100, 100}, {210, 100}});
-    window.displayIfNeeded();
-    EXPECT_EQ(view->drawn, (std::vector<CGRect>{{{200, 0}, {10, 100}}})) << "grown";
-    view->drawn.clear();
+    EXPECT_EQ(drawnBy(*view), (Rects{{{200, 0}, {10, 100}}})) << "grown";
     view->setFrame({{100, 100}, {150, 100}});
     still("shrunk");
 }
@@ -173,14 +175,12 @@ TEST_F(NSWindowDisplayTest, OnlyDamagePaints) {
 TEST_F(NSWindowDisplayTest, AHiddenViewPaintsWhenItShowsAndAllOfItAtANewScale) {
     root->setHidden(true);
     view->setNeedsDisplayInRect({{10, 10}, {5, 5}});
-    window.displayIfNeeded();
-    EXPECT_TRUE(view->drawn.empty());
+    EXPECT_EQ(drawnBy(*view), Rects{});
     root->setHidden(false);
-    window.displayIfNeeded();
+    EXPECT_EQ(drawnBy(*view), (Rects{{{9, 9}, {7, 7}}}));
     window.scale = 2;
     window.backingChanged();
-    window.displayIfNeeded();
-    EXPECT_EQ(view->drawn, (std::vector<CGRect>{{{9, 9}, {7, 7}}, {{0, 0}, {200, 100}}}));
+    EXPECT_EQ(drawnBy(*view), (Rects{{{0, 0}, {200, 100}}}));
     EXPECT_EQ(view->backingStore()->area(), (NSBackingRect{0, 0, 400, 200}));
 }
 
@@ -190,14 +190,12 @@ TEST_F(NSWindowDisplayTest, ANativeViewIsNeverAskedToPaint) {
     window.native = field.get();
     root->addSubview(field);
     field->setStringValue("text");
-    window.displayIfNeeded();
+    pass();
     EXPECT_EQ(field->backingStore(), nullptr);
-    window.told();
     field->setStringValue("text");
     EXPECT_EQ(window.told(), "");
     field->setStringValue("other");
-    window.displayIfNeeded();
-    EXPECT_EQ(window.told(), "schedule change16 present ");
+    EXPECT_EQ(pass(), "schedule change16 present ");
 }
 
 TEST_F(NSWindowDisplayTest, OfAHugeViewOnlyWhatCanBeSeenIsStored) {
@@ -210,24 +208,20 @@ TEST_F(NSWindowDisplayTest, OfAHugeViewOnlyWhatCanBeSeenIsStored) {
     EXPECT_LT(huge->backingStore()->area().area(), 4 * seen.area());
 
     // A small step stays within the margin; far away all is new; and back.
-    huge->drawn.clear();
     huge->setFrame({{-1e9 + 100, -150}, {2e9, 2e9}});
-    window.displayIfNeeded();
-    EXPECT_TRUE(huge->drawn.empty());
+    EXPECT_EQ(drawnBy(*huge), Rects{});
     huge->setFrame({{-1e9 + 600, -200}, {2e9, 2e9}});
-    window.displayIfNeeded();
-    ASSERT_EQ(huge->drawn.size(), 1U);
+    ASSERT_EQ(drawnBy(*huge).size(), 1U);
     EXPECT_LE(huge->drawn[0].size.width, 1024) << "only what came in";
     EXPECT_TRUE(huge->backingStore()->area().contains(seen.movedBy(-600, 0)));
     huge->setFrame({{5000, 0}, {2e9, 2e9}});
     window.displayIfNeeded();
     EXPECT_EQ(huge->backingStore(), nullptr) << "out of sight";
 
-    const std::vector<CGRect> oddFrames{{{0, 0}, {notANumber, 10}},
-                                        {{infinity, 0}, {10, 10}},
-                                        {{0, 0}, {-5, 10}},
-                                        {{0, 0}, {1e300, 1e300}}};
-    for (const CGRect& odd : oddFrames) {
+    for (const CGRect& odd : Rects{{{0, 0}, {notANumber, 10}},
+                                   {{infinity, 0}, {10, 10}},
+                                   {{0, 0}, {-5, 10}},
+                                   {{0, 0}, {1e300, 1e300}}}) {
         huge->setFrame(odd);
         huge->setNeedsDisplayInRect(odd);
         window.displayIfNeeded();
