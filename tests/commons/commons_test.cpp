@@ -15,7 +15,10 @@ TEST(ByteArray, ACopyKeepsTheOwnerAndTheSameBytes) {
     const auto storage = std::make_shared<std::vector<unsigned char>>(3, 'x');
     const std::weak_ptr<void> owner = storage;
     ByteArray copy;
-    copy = ByteArray(storage->data(), storage->size(), storage);
+    {
+        const ByteArray original(storage->data(), storage->size(), storage);
+        copy = original;
+    }
     EXPECT_EQ(copy.data(), storage->data());
     EXPECT_EQ(copy.size(), 3U);
     EXPECT_EQ(owner.use_count(), 2);
