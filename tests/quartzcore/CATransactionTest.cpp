@@ -103,9 +103,10 @@ TEST_F(CATransactionTest, HoweverAnAnimationGoesItsTransactionCompletesOnce) {
 }
 
 TEST_F(CATransactionTest, CompletionsMayDoAnything) {
-    // One starts the next, one throws, one removes what it belonged to.
+    // One starts the next, two throw, one removes what it belonged to.
     run([this] { run("next ", *layer, "x", 1); }, *layer, "x", 1);
     run([] { throw std::runtime_error("on purpose"); }, *layer, "y", 1);
+    run([] { throw 1; }, *layer, "w", 1);
     run([this] { other.reset(); }, *other, "x", 1);
     run("last ", *layer, "z", 1);
     EXPECT_EQ(after(1), "last ");
