@@ -9,39 +9,27 @@ class DisplayTest : public Stage {};
 
 TEST_F(DisplayTest, TheLastAddedLiesOnTopAndLeaves) {
     const auto red = rect(0, 0, 100, 100, 0xFFFF0000);
-    const auto blue = rect(50, 0, 100, 100, 0xFF0000FF);
+    const auto group = DisplayFactory::createContainer();
+    const auto control = ColorControl::create({50, 0, 100, 100}, 0x0000FF);
+    group->add(control);
     display_->add(red);
-    display_->add(blue);
-    EXPECT_EQ(pixel(75, 50), shown(0x0000FF));
+    display_->add(group);
+    EXPECT_EQ(pixel(75, 50), 0x0000FFU);
     EXPECT_EQ(pixel(180, 50), 0U);
-    EXPECT_EQ(layerOf(blue)->getDisplay(), display_);
-    EXPECT_TRUE(display_->remove(blue));
-    EXPECT_FALSE(display_->remove(blue));
+    EXPECT_EQ(control->getLayer()->getDisplay(), display_) << "it reaches every sublayer";
+    EXPECT_TRUE(display_->remove(group));
+    EXPECT_FALSE(display_->remove(group));
     EXPECT_FALSE(display_->remove(rect(0, 0, 1, 1, 0)));
-    EXPECT_EQ(layerOf(blue)->getDisplay(), nullptr);
+    EXPECT_EQ(control->getLayer()->getDisplay(), nullptr);
     EXPECT_EQ(pixel(75, 50), shown(0xFF0000));
     display_->removeAll();
     EXPECT_EQ(pixel(75, 50), 0U);
     display_->add(nullptr);
-}
-
-TEST_F(DisplayTest, ADisplayReachesEverySublayer) {
-    const auto root = DisplayFactory::createContainer();
-    const auto control = ColorControl::create({0, 0, 10, 10});
-    root->add(control);
-    display_->add(root);
-    EXPECT_EQ(control->getLayer()->getDisplay(), display_);
-    display_->remove(root);
-    EXPECT_EQ(control->getLayer()->getDisplay(), nullptr);
-}
-
-TEST_F(DisplayTest, ResetLeavesTheOldDisplayToWhoHoldsIt) {
     Display::reset();
-    EXPECT_NE(Display::instance(), display_);
-    Display::instance()->removeAll();
+    EXPECT_NE(Display::instance(), display_) << "the old one is left to whoever holds it";
 }
 
-TEST_F(DisplayTest, ListenersHearTheNewSize) {
+TEST_F(DisplayTest, TheWindowTellsItsSizeAndScale) {
     struct Hear : FrameChangedEvent::listener_type {
         void operator()(const std::shared_ptr<Display>&, const FrameChangedEvent& event) override {
             size = event.frame;
@@ -54,9 +42,6 @@ TEST_F(DisplayTest, ListenersHearTheNewSize) {
     EXPECT_EQ(hear->size, geometry::Size<double>(30, 40));
     display_->frameChanged();
     EXPECT_EQ(hear->size, geometry::Size<double>(kWidth, kHeight));
-}
-
-TEST_F(DisplayTest, TheScaleFactorIsTheWindows) {
     window_.setBackingScaleFactor(2);
     EXPECT_EQ(display_->getScaleFactor(), 2);
     window_.setContentView(nullptr);

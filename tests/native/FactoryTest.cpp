@@ -76,69 +76,45 @@ TEST_F(FactoryTest, AnInputTextIsTheDesktopsTextField) {
     EXPECT_EQ(field->frame(), (platform::CGRect{{10, 20}, {100, 30}}));
 }
 
-TEST_F(FactoryTest, AStoreKeepsObjectsAlive) {
-    std::weak_ptr<DisplayObject> kept;
-    {
-        DisplayObjectStore store;
-        store.objects.push_back(DisplayFactory::createRect());
-        kept = store.objects.front();
-        EXPECT_FALSE(kept.expired());
-    }
-    EXPECT_TRUE(kept.expired());
-}
-
-class LoadFontsTest : public Stage {
-protected:
-    void SetUp() override {
-        Stage::SetUp();
-        std::filesystem::create_directories(folder_ / "a");
-        std::filesystem::create_directories(folder_ / "b");
-    }
-    void TearDown() override {
-        std::filesystem::remove_all(folder_);
-        Stage::TearDown();
-    }
-    void put(const std::string& name, const std::string& font) {
-        std::filesystem::copy_file(std::filesystem::path(ORVANE_TEST_FONTS) / font, folder_ / name);
-    }
-    void write(const std::string& name, const std::string& bytes) {
-        std::ofstream(folder_ / name) << bytes;
-    }
+TEST_F(FactoryTest, LoadingFontsGoesOnPastWhatFailsAndTakesTheFirstOfANameOnly) {
+    namespace fs = std::filesystem;
+    const fs::path folder = fs::path(testing::TempDir()) / "orvane-load-fonts-test";
+    const std::string failure =
+        "Failed to load font from file '" + (folder / "a/x.ttf").string() + "'";
+    const auto write = [&](const char* name) { std::ofstream(folder / name) << "no font"; };
+    const auto put = [&](const char* name, const char* font) {
+        fs::copy_file(fs::path(ORVANE_TEST_FONTS) / font, folder / name);
+    };
     // What the developer is told, without the time stamps.
-    std::vector<std::string> linesOfLoading(const std::string& folder) {
+    using Lines = std::vector<std::string>;
+    const auto linesOfLoading = [&](const fs::path& from) {
         testing::internal::CaptureStderr();
-        display_->loadFonts(folder);
+        display_->loadFonts(from.string());
         std::istringstream log(testing::internal::GetCapturedStderr());
-        std::vector<std::string> lines;
+        Lines lines;
         for (std::string line; std::getline(log, line);) {
             lines.push_back(line.substr(std::min(line.size(), line.find("Failed"))));
         }
         return lines;
-    }
-
-    const std::filesystem::path folder_ =
-        std::filesystem::path(testing::TempDir()) / "orvane-load-fonts-test";
-};
-
-TEST_F(LoadFontsTest, TheWalkGoesOnPastWhatFailsAndTakesTheFirstOfANameOnly) {
-    using Lines = std::vector<std::string>;
-    write("a/x.ttf", "no font");
+    };
+    fs::create_directories(folder / "a");
+    fs::create_directories(folder / "b");
+    fs::create_directory(folder / "z.ttf");  // cannot be read: silence
+    write("a/x.ttf");
     put("b/x.ttf", "DejaVuSerif.ttf");  // never looked at
     put("b/y.ttf", "NotoColorEmoji-Subset.ttf");
-    write("b/other.TTF", "no font and no name of one");
-    write("b/notes.txt", "nor this");
-    std::filesystem::create_directory(folder_ / "z.ttf");  // cannot be read: silence
-    const std::string folder = folder_.string();
-    EXPECT_EQ(linesOfLoading(folder),
-              Lines{"Failed to load font from file '" + folder + "/a/x.ttf'"});
+    write("b/other.TTF");  // neither a font nor the name of one
+    write("b/notes.txt");
+
+    EXPECT_EQ(linesOfLoading(folder), Lines{failure});
     EXPECT_EQ(platform::CTFont::createWithName("NotoColorEmoji-Subset", 12)->postScriptName(),
               "NotoColorEmoji-Subset");
-
     EXPECT_EQ(linesOfLoading(folder),
-              (Lines{"Failed to load font from file '" + folder + "/a/x.ttf'",
+              (Lines{failure,
                      "Failed to load font: The font 'NotoColorEmoji-Subset' is already "
                      "registered."}));
-    EXPECT_EQ(linesOfLoading(folder + "/none"), Lines());
+    EXPECT_EQ(linesOfLoading(folder / "none"), Lines());
+    fs::remove_all(folder);
 }
 
 }  // namespace

@@ -22,42 +22,33 @@ namespace orvane::display {
 // A control for the tests: one colour, in a view of its own.
 class ColorControl : public native::NativeObject {
 public:
+    ColorControl(const Rect& bounds, unsigned rgb) : bounds_(bounds), rgb_(rgb) {}
     static std::shared_ptr<ColorControl> create(const Rect& bounds, unsigned rgb = 0x00FF00) {
-        auto control = std::make_shared<ColorControl>();
-        control->bounds_ = bounds;
-        control->rgb_ = rgb;
+        auto control = std::make_shared<ColorControl>(bounds, rgb);
         control->init();
         return control;
     }
     std::string getDescription() const override { return "ColorControl"; }
 
 protected:
-    class View : public platform::NSView {
-    public:
-        explicit View(unsigned rgb) : rgb_(rgb) {}
+    struct View : platform::NSView {
+        explicit View(unsigned color) : rgb(color) {}
         bool paints() const override { return true; }
         void drawRect(const platform::CGRect& dirty) override {
             auto& canvas = *platform::NSGraphicsContext::currentGraphicsPort();
-            canvas.setRGBFillColor((rgb_ >> 16 & 255) / 255.0, (rgb_ >> 8 & 255) / 255.0,
-                                   (rgb_ & 255) / 255.0, 1);
+            canvas.setRGBFillColor((rgb >> 16 & 255) / 255.0, (rgb >> 8 & 255) / 255.0,
+                                   (rgb & 255) / 255.0, 1);
             canvas.addRect(dirty);
             canvas.drawPath(platform::CGPathDrawingMode::Fill);
         }
-
-    private:
-        unsigned rgb_;
+        const unsigned rgb;
     };
-    class Layer : public native::NativeLayer {
-    public:
-        explicit Layer(unsigned rgb) : rgb_(rgb) {}
-
-    protected:
+    struct Layer : native::NativeLayer {
+        explicit Layer(unsigned color) : rgb(color) {}
         std::shared_ptr<platform::NSView> createLayerHandler() override {
-            return std::make_shared<View>(rgb_);
+            return std::make_shared<View>(rgb);
         }
-
-    private:
-        unsigned rgb_;
+        const unsigned rgb;
     };
 
     Rect computeFrame() override { return applyTransformToRect(bounds_); }
@@ -66,8 +57,8 @@ protected:
     }
 
 private:
-    Rect bounds_;
-    unsigned rgb_ = 0;
+    const Rect bounds_;
+    const unsigned rgb_;
 };
 
 // A display in a window in memory.

@@ -1,0 +1,217 @@
+#include "Stage.h"
+#include "orvane/display/createLayer.h"
+#include "platform/quartzcore/CALayer.h"
+
+namespace orvane::display {
+namespace {
+
+using R = geometry::Rect<double>;
+using native::BitmapLayer;
+
+R frameOf(const platform::NSView& view) {
+    return R(view.frame());
+}
+
+// A display with a container.
+class NativeLayerTest : public Stage {
+protected:
+    void SetUp() override {
+        Stage::SetUp();
+        display_->add(root_);
+    }
+
+    std::shared_ptr<graphics::Container> root_ = DisplayFactory::createContainer();
+};
+
+TEST_F(NativeLayerTest, ViewsStandWhereTheirLayersDoAsLongAsTheyDo) {
+    root_->add(rect(10.4F, 20.6F, 100, 80, 0xFFFF0000));
+    const auto control = ColorControl::create({30, 40, 20.2, 10});
+    root_->add(control);
+    // Without a stroke's width the bounds are the rectangle's, in whole numbers.
+    EXPECT_EQ(frameOf(*viewOf(root_)), R(10, 21, 100, 80));
+    EXPECT_EQ(frameOf(*viewOf(control)), R(20, 19, 21, 10));  // relative to the view around it
+    EXPECT_EQ(viewOf(control)->superview(), viewOf(root_).get());
+    EXPECT_EQ(pixel(35, 45), 0x00FF00U);
+    EXPECT_EQ(pixel(25, 45), shown(0xFF0000));
+
+    control->setTranslate(5, 0);
+    EXPECT_EQ(frameOf(*viewOf(control)), R(25, 19, 21, 10));
+    control->setVisible(false);
+    EXPECT_TRUE(viewOf(control)->isHidden());
+    EXPECT_EQ(pixel(37, 45), shown(0xFF0000));
+    control->setVisible(true);
+    root_->remove(control);
+    EXPECT_EQ(viewOf(control)->superview(), nullptr);
+    EXPECT_EQ(pixel(37, 45), shown(0xFF0000));
+    root_->add(control);
+    EXPECT_EQ(pixel(37, 45), 0x00FF00U) << "it comes back";
+}
+
+TEST_F(NativeLayerTest, ANewViewGoesBetweenItsSiblingsAndLiftsTheLaterOnes) {
+    const auto low = ColorControl::create({0, 0, 40, 40}, 0x0000FF);
+    const auto high = ColorControl::create({20, 0, 40, 40}, 0xFF0000);
+    root_->add(low);
+    root_->add(high);
+    EXPECT_EQ(pixel(30, 10), 0xFF0000U);
+    const auto between = ColorControl::create({10, 0, 40, 40}, 0x00FF00);
+    root_->store(root_->find(high), between);
+    EXPECT_EQ(pixel(15, 10), 0x00FF00U);
+    EXPECT_EQ(pixel(30, 10), 0xFF0000U);
+    EXPECT_EQ(viewOf(between)->layer()->zPosition(), 1);
+    EXPECT_EQ(viewOf(high)->layer()->zPosition(), 2);
+}
+
+TEST_F(NativeLayerTest, WhatIsPaintedStandsAboveEveryControlBeforeIt) {
+    root_->add(rect(0, 0, 50, 50, 0xFFFF0000));
+    EXPECT_EQ(pixel(35, 5), shown(0xFF0000));
+    const auto group = DisplayFactory::createContainer();
+    group->add(ColorControl::create({0, 0, 30, 30}));
+    group->add(ColorControl::create({10, 0, 60, 30}));
+    root_->store(root_->getChildren().begin(), group);
+    EXPECT_EQ(pixel(35, 5), shown(0xFF0000));
+    EXPECT_EQ(pixel(60, 5), 0x00FF00U);
+}
+
+TEST_F(NativeLayerTest, TheViewAndItsRecognizerOutliveTheLayerHarmlessly) {
+    auto object = rect(0, 0, 50, 50, 0xFFFF0000);
+    display_->add(object);
+    const auto view = viewOf(object);
+    display_->remove(object);
+    object.reset();
+    ASSERT_EQ(view->gestureRecognizers().size(), 1U);
+    view->drawRect({{0, 0}, {10, 10}});
+    window_.setContentView(view);
+    window_.sendEvent({platform::NSEventType::LeftMouseDown, {5, 5}});
+    window_.display();
+}
+
+// A container with a control among what is painted.
+class BitmapLayerTest : public NativeLayerTest {
+protected:
+    void SetUp() override {
+        NativeLayerTest::SetUp();
+        for (const auto& object : {behind_, control_, front_, top_}) {
+            root_->add(object);
+        }
+    }
+
+    std::shared_ptr<DisplayObject> behind_ = rect(0, 0, 100, 100, 0xFFFF0000);
+    std::shared_ptr<DisplayObject> control_ = ColorControl::create({20, 20, 40, 40});
+    std::shared_ptr<DisplayObject> front_ = rect(40, 40, 40, 40, 0xFF0000FF);
+    std::shared_ptr<DisplayObject> top_ = rect(60, 60, 40, 40, 0xFFFFFF00);
+};
+
+TEST_F(BitmapLayerTest, WhatComesAfterAControlGetsALayerEachAboveIt) {
+    EXPECT_EQ(behind_->getLayer(), nullptr);
+    const auto layer = root_->getLayer();
+    const LayerList expected{control_->getLayer(), front_->getLayer(), top_->getLayer()};
+    EXPECT_EQ(layer->getSublayers(), expected);
+    EXPECT_NE(front_->getLayer(), nullptr);
+    EXPECT_NE(front_->getLayer(), top_->getLayer());
+    EXPECT_EQ(pixel(10, 10), shown(0xFF0000));
+    EXPECT_EQ(pixel(30, 30), 0x00FF00U);
+    EXPECT_EQ(pixel(50, 50), shown(0x0000FF));
+    EXPECT_EQ(pixel(70, 70), shown(0xFFFF00));
+
+    // A group that comes after goes as a whole, and is split on its own layer; what went stays
+    // where it went.
+    const auto group = DisplayFactory::createContainer();
+    group->add(ColorControl::create({0, 0, 10, 10}, 0x123456));
+    group->add(rect(5, 0, 10, 10, 0xFF654321));
+    root_->add(group);
+    EXPECT_EQ(layer->getSublayers().size(), 4U);
+    EXPECT_EQ(group->getLayer()->getSublayers().size(), 2U);
+    EXPECT_EQ(pixel(7, 5), shown(0x654321));
+    const auto kept = top_->getLayer();
+    root_->remove(control_);
+    EXPECT_EQ(top_->getLayer(), kept);
+}
+
+// Writes down what it is told to paint anew.
+class Notes : public BitmapLayer {
+public:
+    void validateFrame(const Rect& rect) override { rects.push_back(rect); }
+    std::vector<Rect> rects;
+};
+
+TEST_F(NativeLayerTest, AChangeDamagesWhereTheObjectWasAndWhereItIs) {
+    const auto root = DisplayFactory::createContainer();
+    const auto moved = rect(10, 10, 5, 5, 0xFFFF0000);
+    root->add(rect(0, 0, 100, 100, 0xFFFFFFFF));
+    root->add(moved);
+    const auto notes = createLayer<Notes>();
+    root->extractIntoLayer(notes);
+    display_->add(root);
+    EXPECT_EQ(notes->rects, (std::vector<R>{{0, 0, 100, 100}}));  // all, for the frame is new
+    root->validate({0, 0, 100, 100});                             // as painting would
+
+    notes->rects.clear();
+    {
+        const UpdateLock lock(root);
+        moved->setTranslate(20, 0);
+        moved->setTranslate(30, 0);
+    }
+    EXPECT_EQ(notes->rects, (std::vector<R>{{10, 10, 5, 5}, {40, 10, 5, 5}}));
+
+    notes->rects.clear();
+    root->remove(moved);
+    EXPECT_EQ(notes->rects, (std::vector<R>{{10, 10, 5, 5}}));  // only where it was
+    notes->rects.clear();
+    root->setTranslate(1, 0);
+    EXPECT_EQ(notes->rects, (std::vector<R>{{1, 0, 100, 100}}));
+}
+
+TEST_F(NativeLayerTest, WithoutAControlNothingIsSplitAndOnlyTheDamageIsPainted) {
+    const auto moved = rect(40, 40, 40, 40, 0xFF0000FF);
+    root_->add(rect(0, 0, 100, 100, 0xFFFF0000));
+    root_->add(moved);
+    window_.display();
+    EXPECT_TRUE(root_->getLayer()->getSublayers().empty());
+    EXPECT_EQ(moved->getLayer(), nullptr);
+    moved->translate(5, 5);
+    double area = 0;
+    for (const platform::NSBackingRect& each : window_.display()) {
+        area += static_cast<double>(each.right - each.left) * (each.bottom - each.top);
+    }
+    EXPECT_GT(area, 45.0 * 45);
+    EXPECT_LT(area, 50.0 * 50);
+}
+
+TEST_F(BitmapLayerTest, FaultyValuesLeaveTheNeighboursOnScreen) {
+    const float huge = 1e30F;
+    root_->add(rect(150, 100, 20, 20, 0xFF00FFFF));
+    const auto expectNeighbours = [&] {
+        EXPECT_EQ(pixel(160, 110), shown(0x00FFFF));
+        EXPECT_EQ(pixel(10, 30), shown(0xFF0000));
+    };
+    for (const auto& [position, size] :
+         {std::pair{NAN, 10.0F}, {-huge, 2 * huge}, {0.0F, -50.0F}, {huge, 1.0F}}) {
+        root_->store(root_->getChildren().begin(),
+                     rect(position, position, size, size, 0xFFFFFFFF));
+        expectNeighbours();
+    }
+    for (const auto& [a, d] : {std::pair{0.0F, 1.0F}, {NAN, 1.0F}, {huge, huge}, {0.0F, 0.0F}}) {
+        root_->getChildren().front()->setMatrix(a, 0, 0, 0, d, 0);
+        front_->setMatrix(a, 0, 0, 0, d, 0);
+        expectNeighbours();
+    }
+}
+
+TEST_F(NativeLayerTest, ADeepTreeIsPaintedAndHit) {
+    std::shared_ptr<ContainerObject> deepest = DisplayFactory::createContainer();
+    const auto root = deepest;
+    for (int i = 0; i < 10000; ++i) {
+        const auto level = DisplayFactory::createContainer();
+        deepest->add(level);
+        deepest = level;
+    }
+    deepest->add(rect(0, 0, 50, 50, 0xFFABCDEF));
+    display_->add(root);
+    EXPECT_EQ(pixel(25, 25), shown(0xABCDEF));
+    window_.sendEvent({platform::NSEventType::LeftMouseDown, {25, 25}});
+    deepest->add(rect(50, 0, 50, 50, 0xFF00FF00));
+    EXPECT_EQ(pixel(75, 25), shown(0x00FF00));
+}
+
+}  // namespace
+}  // namespace orvane::display
