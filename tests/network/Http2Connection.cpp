@@ -1,62 +1,30 @@
 #include "Http2Connection.h"
 
 #include <nghttp2/nghttp2.h>
-#include <sys/types.h>
 
-#include <algorithm>
 #include <array>
-#include <cstring>
-#include <map>
 #include <memory>
-#include <string>
+#include <string_view>
 
 namespace {
 
-// The bodies of the answers by stream.
-using Bodies = std::map<std::int32_t, std::string>;
-
-int headerArrived(nghttp2_session*, const nghttp2_frame* frame, const std::uint8_t* name,
-                  std::size_t nameLength, const std::uint8_t* value, std::size_t valueLength,
-                  std::uint8_t, void* bodies) {
-    const std::string_view field(reinterpret_cast<const char*>(name), nameLength);
-    if (field == ":method" || field == ":path") {
-        auto& body = (*static_cast<Bodies*>(bodies))[frame->hd.stream_id];
-        body.append(body.empty() ? "" : " ")
-            .append(reinterpret_cast<const char*>(value), valueLength);
-    }
-    return 0;
-}
-
-ssize_t readBody(nghttp2_session*, std::int32_t, std::uint8_t* buffer, std::size_t length,
-                 std::uint32_t* flags, nghttp2_data_source* source, void*) {
-    auto& body = *static_cast<std::string*>(source->ptr);
-    const std::size_t count = std::min(length, body.size());
-    std::memcpy(buffer, body.data(), count);
-    body.erase(0, count);
-    if (body.empty()) {
-        *flags |= NGHTTP2_DATA_FLAG_EOF;
-    }
-    return static_cast<ssize_t>(count);
-}
-
-nghttp2_nv field(const char* name, const char* value) {
-    const auto bytes = [](const char* text) {
-        return const_cast<std::uint8_t*>(reinterpret_cast<const std::uint8_t*>(text));
+nghttp2_nv field(std::string_view name, std::string_view value) {
+    const auto bytes = [](std::string_view text) {
+        return const_cast<std::uint8_t*>(reinterpret_cast<const std::uint8_t*>(text.data()));
     };
-    return {bytes(name), bytes(value), std::strlen(name), std::strlen(value), NGHTTP2_NV_FLAG_NONE};
+    return {bytes(name), bytes(value), name.size(), value.size(), NGHTTP2_NV_FLAG_NONE};
 }
 
-int frameArrived(nghttp2_session* session, const nghttp2_frame* frame, void* bodies) {
-    const bool isOfRequest = frame->hd.type == NGHTTP2_HEADERS || frame->hd.type == NGHTTP2_DATA;
-    if (!isOfRequest || (frame->hd.flags & NGHTTP2_FLAG_END_STREAM) == 0) {
+int headerArrived(nghttp2_session* session, const nghttp2_frame* frame, const std::uint8_t* name,
+                  std::size_t nameLength, const std::uint8_t* value, std::size_t valueLength,
+                  std::uint8_t, void*) {
+    if (std::string_view(reinterpret_cast<const char*>(name), nameLength) != ":path") {
         return 0;
     }
-    const std::array fields{field(":status", "200"), field("content-type", "text/plain")};
-    nghttp2_data_provider body{};
-    body.source.ptr = &(*static_cast<Bodies*>(bodies))[frame->hd.stream_id];
-    body.read_callback = readBody;
+    const std::string_view path(reinterpret_cast<const char*>(value), valueLength);
+    const std::array fields{field(":status", "200"), field("content-type", path)};
     return nghttp2_submit_response(session, frame->hd.stream_id, fields.data(), fields.size(),
-                                   &body);
+                                   nullptr);
 }
 
 bool flush(nghttp2_session* session, SSL* tls) {
@@ -71,7 +39,7 @@ bool flush(nghttp2_session* session, SSL* tls) {
 
 }  // namespace
 
-bool isHttp2(SSL* tls) {
+bool isHttp2(const SSL* tls) {
     const unsigned char* protocol = nullptr;
     unsigned length = 0;
     SSL_get0_alpn_selected(tls, &protocol, &length);
@@ -82,10 +50,8 @@ void serveHttp2(SSL* tls) {
     nghttp2_session_callbacks* callbacks = nullptr;
     nghttp2_session_callbacks_new(&callbacks);
     nghttp2_session_callbacks_set_on_header_callback(callbacks, headerArrived);
-    nghttp2_session_callbacks_set_on_frame_recv_callback(callbacks, frameArrived);
-    Bodies bodies;
     nghttp2_session* created = nullptr;
-    nghttp2_session_server_new(&created, callbacks, &bodies);
+    nghttp2_session_server_new(&created, callbacks, nullptr);
     nghttp2_session_callbacks_del(callbacks);
     const std::unique_ptr<nghttp2_session, decltype(&nghttp2_session_del)> session(
         created, &nghttp2_session_del);

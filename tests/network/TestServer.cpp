@@ -23,18 +23,12 @@ std::string TestServer::Request::header(const std::string& name) const {
 }
 
 TestServer::Connection::Connection(int socket, SSL_CTX* tls)
-    : socket_(socket), tls_(tls == nullptr ? nullptr : SSL_new(tls), &SSL_free) {
-    if (tls_) {
-        SSL_set_fd(tls_.get(), socket_);
+    : socket_(socket), stream_(BIO_new_socket(socket, BIO_NOCLOSE), &BIO_free_all) {
+    if (tls != nullptr) {
+        stream_.reset(BIO_push(BIO_new_ssl(tls, 0), stream_.release()));
+        BIO_get_ssl(stream_.get(), &tls_);
+        isOpen_ = BIO_do_handshake(stream_.get()) == 1;
     }
-}
-
-TestServer::Connection::~Connection() {
-    close();
-}
-
-bool TestServer::Connection::handshake() {
-    return !tls_ || SSL_accept(tls_.get()) == 1;
 }
 
 void TestServer::Connection::close() {
@@ -44,11 +38,10 @@ void TestServer::Connection::close() {
 
 void TestServer::Connection::send(const std::string& bytes) {
     for (std::size_t sent = 0; isOpen_ && sent < bytes.size();) {
-        const auto left = bytes.size() - sent;
-        const auto count = tls_ ? SSL_write(tls_.get(), bytes.data() + sent, static_cast<int>(left))
-                                : ::send(socket_, bytes.data() + sent, left, MSG_NOSIGNAL);
+        const int count =
+            BIO_write(stream_.get(), bytes.data() + sent, static_cast<int>(bytes.size() - sent));
         isOpen_ = count > 0;
-        sent += static_cast<std::size_t>(std::max<long>(count, 0));
+        sent += static_cast<std::size_t>(std::max(count, 0));
     }
 }
 
@@ -66,8 +59,7 @@ void TestServer::Connection::stall() {
 
 bool TestServer::Connection::receive() {
     std::array<char, 65536> buffer;
-    const auto count = tls_ ? SSL_read(tls_.get(), buffer.data(), static_cast<int>(buffer.size()))
-                            : recv(socket_, buffer.data(), buffer.size(), 0);
+    const int count = BIO_read(stream_.get(), buffer.data(), static_cast<int>(buffer.size()));
     isOpen_ = isOpen_ && count > 0;
     if (isOpen_) {
         pending_.append(buffer.data(), static_cast<std::size_t>(count));
@@ -84,9 +76,8 @@ bool TestServer::Connection::readRequest(Request& request) {
     }
     request.head = pending_.substr(0, end + 2);
     pending_.erase(0, end + 4);
-    const auto blank = request.head.find(' ');
-    request.method = request.head.substr(0, blank);
-    request.target = request.head.substr(blank + 1, request.head.find(' ', blank + 1) - blank - 1);
+    const auto target = request.head.find(' ') + 1;
+    request.target = request.head.substr(target, request.head.find(' ', target) - target);
     const std::string length = request.header("Content-Length");
     const std::size_t needed = length.empty() ? 0 : std::stoul(length);
     while (pending_.size() < needed) {
@@ -146,20 +137,18 @@ void TestServer::accept() {
 }
 
 void TestServer::serve(int socket) {
-    // The TLS library writes to connections that are gone.
+    // Connections that are gone are written to.
     sigset_t pipe;
     sigemptyset(&pipe);
     sigaddset(&pipe, SIGPIPE);
     pthread_sigmask(SIG_BLOCK, &pipe, nullptr);
     Connection connection(socket, tls_);
-    if (!connection.handshake()) {
-        return;
+    if (connection.tls_ != nullptr && isHttp2(connection.tls_)) {
+        serveHttp2(connection.tls_);
+    } else {
+        for (Request request; connection.isOpen_ && connection.readRequest(request);) {
+            handler_(request, connection);
+        }
     }
-    if (connection.tls_ && isHttp2(connection.tls_.get())) {
-        serveHttp2(connection.tls_.get());
-        return;
-    }
-    for (Request request; connection.isOpen_ && connection.readRequest(request);) {
-        handler_(request, connection);
-    }
+    connection.close();
 }

@@ -14,7 +14,6 @@
 class TestServer {
 public:
     struct Request {
-        std::string method;
         std::string target;
         // The whole head, as it came.
         std::string head;
@@ -27,27 +26,25 @@ public:
     class Connection {
     public:
         Connection(int socket, SSL_CTX* tls);
-        ~Connection();
-        Connection(const Connection&) = delete;
-        Connection& operator=(const Connection&) = delete;
 
         void send(const std::string& bytes);
         // An answer that keeps the connection. The header lines end with a line break.
         void answer(int status, const std::string& body, const std::string& headerLines = {});
         [[nodiscard]] int answers() const { return answers_; }
-        void close();
         // Answers nothing, until the other side has given up.
         void stall();
+        void close();
 
     private:
         friend class TestServer;
 
-        bool handshake();
         bool receive();
         bool readRequest(Request& request);
 
         int socket_;
-        std::unique_ptr<SSL, decltype(&SSL_free)> tls_;
+        // Bytes as they are, or through TLS.
+        std::unique_ptr<BIO, decltype(&BIO_free_all)> stream_;
+        SSL* tls_ = nullptr;
         std::string pending_;
         bool isOpen_ = true;
         int answers_ = 0;
