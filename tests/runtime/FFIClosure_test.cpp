@@ -5,6 +5,8 @@
 #include <bit>
 #include <cstdint>
 #include <functional>
+#include <tuple>
+#include <type_traits>
 
 namespace {
 
@@ -29,42 +31,32 @@ private:
     Handler handler_;
 };
 
-template <typename T>
-T at(void** arguments, int index) {
-    return *static_cast<T*>(arguments[index]);
+template <typename... Arguments>
+void read(std::tuple<Arguments...>& values, void** arguments) {
+    std::apply([&](auto&... value) { ((value = *static_cast<Arguments*>(*arguments++)), ...); },
+               values);
 }
 
 TEST(FFIClosure, EveryTypeArrivesAsItWasPassed) {
+    using Function =
+        double(void*, float, double, std::int8_t, std::uint8_t, std::int16_t, std::uint16_t,
+               std::int32_t, std::uint32_t, std::int64_t, std::uint64_t, bool);
     int marker = 0;
-    int calls = 0;
+    const std::tuple passed(static_cast<void*>(&marker), 1.5F, -2.5, std::int8_t{-128},
+                            std::uint8_t{255}, std::int16_t{-32768}, std::uint16_t{65535},
+                            INT32_MIN, UINT32_MAX, std::int64_t{INT64_MIN},
+                            std::uint64_t{UINT64_MAX}, true);
+    std::remove_const_t<decltype(passed)> arrived;
     const Closure closure(FFIType::Double,
                           {FFIType::Pointer, FFIType::Float, FFIType::Double, FFIType::Int8,
                            FFIType::UInt8, FFIType::Int16, FFIType::UInt16, FFIType::Int32,
                            FFIType::UInt32, FFIType::Int64, FFIType::UInt64, FFIType::Bool},
                           [&](void* result, void** arguments) {
-                              ++calls;
-                              EXPECT_EQ(at<void*>(arguments, 0), &marker);
-                              EXPECT_EQ(at<float>(arguments, 1), 1.5F);
-                              EXPECT_EQ(at<double>(arguments, 2), -2.5);
-                              EXPECT_EQ(at<std::int8_t>(arguments, 3), -128);
-                              EXPECT_EQ(at<std::uint8_t>(arguments, 4), 255);
-                              EXPECT_EQ(at<std::int16_t>(arguments, 5), -32768);
-                              EXPECT_EQ(at<std::uint16_t>(arguments, 6), 65535);
-                              EXPECT_EQ(at<std::int32_t>(arguments, 7), INT32_MIN);
-                              EXPECT_EQ(at<std::uint32_t>(arguments, 8), UINT32_MAX);
-                              EXPECT_EQ(at<std::int64_t>(arguments, 9), INT64_MIN);
-                              EXPECT_EQ(at<std::uint64_t>(arguments, 10), UINT64_MAX);
-                              EXPECT_EQ(at<bool>(arguments, 11), true);
+                              read(arrived, arguments);
                               *static_cast<double*>(result) = 4.25;
                           });
-    const auto function =
-        closure
-            .as<double(void*, float, double, std::int8_t, std::uint8_t, std::int16_t, std::uint16_t,
-                       std::int32_t, std::uint32_t, std::int64_t, std::uint64_t, bool)>();
-    EXPECT_EQ(function(&marker, 1.5F, -2.5, -128, 255, -32768, 65535, INT32_MIN, UINT32_MAX,
-                       INT64_MIN, UINT64_MAX, true),
-              4.25);
-    EXPECT_EQ(calls, 1);
+    EXPECT_EQ(std::apply(closure.as<Function>(), passed), 4.25);
+    EXPECT_EQ(arrived, passed);
 }
 
 TEST(FFIClosure, AnUnknownTypeIsVoid) {

@@ -6,6 +6,7 @@
 
 #include <atomic>
 #include <functional>
+#include <latch>
 #include <thread>
 #include <vector>
 
@@ -60,15 +61,11 @@ TEST(Dispatch, FromElsewhereTheWorkRunsOnTheMainThreadBeforeTheCallReturns) {
             bool ranOnMain = false;
             door([&] { ranOnMain = isMainThread(); });
             EXPECT_TRUE(ranOnMain);
+            // What it throws reaches the waiting caller.
+            EXPECT_THROW(door({}), std::bad_function_call);
+            EXPECT_THROW(door([] { throw 7; }), int);
         });
     }
-}
-
-TEST(Dispatch, WhatSynchronousWorkThrowsReachesTheWaitingCaller) {
-    drainWhile([] {
-        EXPECT_THROW(dispatch_main({}), std::bad_function_call);
-        EXPECT_THROW(dispatch_ui([] { throw 7; }), int);
-    });
 }
 
 TEST(Dispatch, WhatAsynchronousWorkThrowsIsLoggedAndTheQueueGoesOn) {
@@ -140,37 +137,26 @@ TEST(Dispatch, TheQueueIsSerialAcrossNestedLoops) {
 
 TEST(Dispatch, BlockedWorkersDoNotHoldShortWorkBack) {
     constexpr int blocked = 64;
-    DispatchSemaphore started(0);
-    DispatchSemaphore release(0);
-    DispatchSemaphore finished(0);
+    std::latch started(blocked);
+    std::latch release(1);
+    std::latch finished(blocked);
     for (int i = 0; i < blocked; ++i) {
         dispatch_background([&] {
             EXPECT_FALSE(isMainThread());
-            started.signal();
+            started.count_down();
             release.wait();
-            finished.signal();
+            finished.count_down();
         });
     }
-    for (int i = 0; i < blocked; ++i) {
-        started.wait();
-    }
-    DispatchSemaphore shortWork(0);
-    dispatch_background([&] { shortWork.signal(); });
-    shortWork.wait();
-    for (int i = 0; i < blocked; ++i) {
-        release.signal();
-    }
-    for (int i = 0; i < blocked; ++i) {
-        finished.wait();
-    }
-}
-
-TEST(Dispatch, ASemaphoreMayGoAsSoonAsItsWaitHasReturned) {
+    started.wait();
     for (int i = 0; i < 100; ++i) {
-        DispatchSemaphore semaphore(0);
-        dispatch_background([&] { semaphore.signal(); });
-        semaphore.wait();
+        // Goes as soon as its wait has returned.
+        DispatchSemaphore shortWork(0);
+        dispatch_background([&] { shortWork.signal(); });
+        shortWork.wait();
     }
+    release.count_down();
+    finished.wait();
 }
 
 // Each ends the process that the case runs in, with threads in the way.
@@ -205,24 +191,17 @@ TEST_F(DispatchAtExit, ATaskThatWaitsForTheMainThreadRunsItsWorkItself) {
     }
 }
 
-TEST_F(DispatchAtExit, WorkThatEndsTheProcessDoesNotWaitForItsCaller) {
-    const auto leave = [] {
-        inTask([] { dispatch_main([] { orvane::system::exit(); }); });
+TEST_F(DispatchAtExit, ATaskMayEndTheProcessHereOrOnTheMainThreadWithoutWaiting) {
+    const auto leave = [](bool onMainThread) {
+        inTask(
+            [=] { onMainThread ? dispatch_main(orvane::system::exit) : orvane::system::exit(); });
         for (;;) {
             drainMainQueue(std::chrono::seconds(60));
         }
     };
-    EXPECT_EXIT(leave(), testing::ExitedWithCode(0), "");
-}
-
-TEST_F(DispatchAtExit, ATaskMayEndTheProcess) {
-    const auto leave = [] {
-        inTask([] { orvane::system::exit(); });
-        for (;;) {
-            drainMainQueue(std::chrono::seconds(60));
-        }
-    };
-    EXPECT_EXIT(leave(), testing::ExitedWithCode(0), "");
+    for (const bool onMainThread : {false, true}) {
+        EXPECT_EXIT(leave(onMainThread), testing::ExitedWithCode(0), "");
+    }
 }
 
 TEST_F(DispatchAtExit, WorkersThatWaitAreLeftBehind) {

@@ -2,7 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <fstream>
-#include <sstream>
+#include <regex>
 
 #include "orvane/runtime/Runtime.h"
 #include "tests/runtime/TemporaryFolder.h"
@@ -36,13 +36,8 @@ public:
     [[nodiscard]] static std::string start(const std::string& directory) {
         testing::internal::CaptureStderr();
         orvane::Runtime::GetInstance()->initSwift(directory);
-        std::istringstream lines(testing::internal::GetCapturedStderr());
-        std::string output;
-        for (std::string line; std::getline(lines, line);) {
-            const bool isLog = !line.empty() && std::isdigit(line[0]);
-            output += (isLog ? line.substr(line.find("] ") + 2) : line) + '\n';
-        }
-        return output;
+        const std::string output = testing::internal::GetCapturedStderr();
+        return std::regex_replace(output, std::regex(R"(\d{4}-[^\]]*\] )"), "");
     }
     [[nodiscard]] std::string start() const { return start(directory()); }
 
@@ -100,9 +95,7 @@ TEST(LoadSwiftLibrary, ALibraryWithoutTheClassStaysOpenAndIsNoError) {
         EXPECT_EQ(applications.start(), applications.cannotLoad("")) << file;
         EXPECT_TRUE(applications.isMapped(file)) << file;
     }
-}
-
-TEST(LoadSwiftLibrary, TheLengthInTheClassNameCountsCharacters) {
+    // The length in the name of the class counts characters.
     const Applications applications;
     applications.put("WrittenInC", "libÄpp.dylib");
     EXPECT_EQ(applications.start(), "main in C\n");
@@ -116,6 +109,8 @@ TEST(LoadSwiftLibrary, FilesOfOtherNamesAreNotEvenOpened) {
     }
     EXPECT_EQ(applications.start(), applications.cannotLoad(""));
     EXPECT_FALSE(applications.isMapped("Plain.dylib"));
+    EXPECT_EQ(Applications::start("/missing/folder"),
+              "Can't load swift library: '/missing/folder' \n");
 }
 
 TEST(LoadSwiftLibrary, AFileThatTheLoaderRefusesIsReportedWhateverElseStarts) {
@@ -128,13 +123,6 @@ TEST(LoadSwiftLibrary, AFileThatTheLoaderRefusesIsReportedWhateverElseStarts) {
     EXPECT_EQ(applications.start(), applications.cannotLoad(error));
     applications.put("Plain", "libPlain.dylib");
     EXPECT_EQ(applications.start(), "main of Plain\nRuntime error: " + error + "\n");
-}
-
-TEST(LoadSwiftLibrary, ADirectoryThatIsEmptyOrMissing) {
-    const Applications applications;
-    EXPECT_EQ(applications.start(), applications.cannotLoad(""));
-    EXPECT_EQ(Applications::start("/missing/folder"),
-              "Can't load swift library: '/missing/folder' \n");
 }
 
 }  // namespace

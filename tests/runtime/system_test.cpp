@@ -26,7 +26,6 @@ std::string logOf(const std::function<void()>& work) {
 
 TEST(Logging, LinesHaveTheirFormatAndTheDebugLevelNamesTheFunction) {
     init_orvane();
-    init_orvane();
     const std::string lines = logOf([] {
         CLOG(ERROR, "default") << "an error";
         // What CLOG(DEBUG) becomes where it is compiled in.
@@ -90,14 +89,6 @@ TEST(System, ResourceDirectoryIsTheUserDefault) {
                                                                              "Resource Folder");
     EXPECT_EQ(logOf([&] { folder = system::getResourceDirectory(); }), "");
     EXPECT_EQ(folder, "/somewhere");
-}
-
-TEST(System, ResourceDirectoryOfAFramework) {
-    const TemporaryUser user;
-    const fs::path resources = user.data() / "orvane/bundles/org.example.charts/Resources";
-    fs::create_directories(resources);
-    EXPECT_EQ(system::getResourceDirectoryOfFramework("org.example.charts"), resources);
-    EXPECT_EQ(system::getResourceDirectoryOfFramework("org.example.unknown"), "");
 }
 
 TEST(System, PathToFileOverlaysTheSecondTextWithTheFirst) {
