@@ -5,8 +5,6 @@
 #include <gtkmm/init.h>
 #include <gtkmm/window.h>
 
-#include <array>
-#include <limits>
 #include <memory>
 
 // Last: their macros break others' headers.
@@ -45,27 +43,16 @@ Picture screenshot(int width, int height) {
     return picture;
 }
 
-void xdotool(const std::vector<std::string>& arguments) {
-    std::vector<char*> argv{const_cast<char*>("xdotool")};
-    for (const std::string& argument : arguments) {
-        argv.push_back(const_cast<char*>(argument.c_str()));
-    }
-    argv.push_back(nullptr);
-    GPid child = 0;
-    constexpr auto flags =
-        static_cast<GSpawnFlags>(G_SPAWN_SEARCH_PATH | G_SPAWN_DO_NOT_REAP_CHILD);
-    ASSERT_TRUE(
-        g_spawn_async(nullptr, argv.data(), nullptr, flags, nullptr, nullptr, &child, nullptr));
+void xdotool(const std::string& arguments) {
     int status = -1;
-    g_child_watch_add(
-        child, [](GPid, int result, void* out) { *static_cast<int*>(out) = result; }, &status);
-    ASSERT_TRUE(runUntil([&status] { return status != -1; }));
-    ASSERT_EQ(status, 0);
+    ASSERT_TRUE(g_spawn_command_line_sync(("xdotool " + arguments).c_str(), nullptr, nullptr,
+                                          &status, nullptr));
+    ASSERT_EQ(status, 0) << arguments;
 }
 
 void focus(Gtk::Window& window) {
     GdkSurface* const surface = gtk_native_get_surface(GTK_NATIVE(window.gobj()));
-    xdotool({"windowfocus", std::to_string(gdk_x11_surface_get_xid(surface))});
+    xdotool("windowfocus " + std::to_string(gdk_x11_surface_get_xid(surface)));
 }
 
 bool runUntil(const std::function<bool()>& condition) {
@@ -86,20 +73,17 @@ bool runUntil(const std::function<bool()>& condition) {
     return !late;
 }
 
-double timeToNextWakeUp() {
-    GMainContext* const context = g_main_context_default();
-    std::array<GPollFD, 64> descriptors;
-    int priority = 0;
-    int timeout = -1;
-    g_main_context_acquire(context);
-    const bool ready = g_main_context_prepare(context, &priority) != FALSE;
-    g_main_context_query(context, G_MAXINT, &timeout, descriptors.data(),
-                         static_cast<int>(descriptors.size()));
-    g_main_context_release(context);
-    if (ready) {
-        return 0;
-    }
-    return timeout < 0 ? std::numeric_limits<double>::infinity() : timeout / 1000.0;
+bool runUntilAsleep() {
+    return runUntil([] {
+        GMainContext* const context = g_main_context_default();
+        int priority = 0;
+        int timeout = -1;
+        g_main_context_acquire(context);
+        const bool ready = g_main_context_prepare(context, &priority) != FALSE;
+        g_main_context_query(context, G_MAXINT, &timeout, nullptr, 0);
+        g_main_context_release(context);
+        return !ready && (timeout < 0 || timeout > 5000);
+    });
 }
 
 }  // namespace orvane::tests::desktop

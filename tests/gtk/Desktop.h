@@ -31,8 +31,8 @@ bool connect();
 // What the screen shows in its top left corner.
 Picture screenshot(int width, int height);
 
-// Runs xdotool with these arguments; the main loop goes on meanwhile.
-void xdotool(const std::vector<std::string>& arguments);
+// Runs xdotool with these arguments. What it does waits for the main loop.
+void xdotool(const std::string& arguments);
 
 // Gives a window the keys.
 void focus(Gtk::Window& window);
@@ -40,7 +40,7 @@ void focus(Gtk::Window& window);
 // Lets the main loop run until the condition holds. False when it does not within ten seconds.
 bool runUntil(const std::function<bool()>& condition);
 
-// Seconds until the main loop would wake up by itself; infinite for never.
-double timeToNextWakeUp();
+// Lets the main loop run until it would sleep for five seconds or longer. False as runUntil.
+bool runUntilAsleep();
 
 }  // namespace orvane::tests::desktop

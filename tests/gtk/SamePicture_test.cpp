@@ -4,6 +4,7 @@
 #include <array>
 #include <cmath>
 #include <cstdlib>
+#include <functional>
 #include <memory>
 #include <numbers>
 #include <numeric>
@@ -82,20 +83,12 @@ public:
 private:
     unsigned below(unsigned end) { return static_cast<unsigned>(random_() % end); }
 
-    // The order in which arguments are evaluated is the compiler's: one draw a statement.
+    // In braces arguments are evaluated in their order.
     CGRect frame() {
-        const double x = below(500);
-        const double y = below(400);
-        const double width = below(200);
-        const double height = below(180);
-        return {{x - 100, y - 100}, {2 * width, 2 * height}};
+        return {{below(500) - 100.0, below(400) - 100.0}, {2.0 * below(200), 2.0 * below(180)}};
     }
     platform::CGColor color() {
-        const double red = below(5);
-        const double green = below(5);
-        const double blue = below(5);
-        const double alpha = below(3);
-        return {red / 4, green / 4, blue / 4, (2 + alpha) / 4};
+        return {below(5) / 4.0, below(5) / 4.0, below(5) / 4.0, (2 + below(3)) / 4.0};
     }
     // Such as keep pixels whole: how edges are smoothed is each compositor's own affair.
     CGAffineTransform transform() {
@@ -138,24 +131,18 @@ desktop::Picture pictureOf(platform::OffscreenWindow& window) {
     return picture;
 }
 
-int difference(std::uint32_t a, std::uint32_t b) {
-    int most = 0;
-    for (const int shift : {0, 8, 16}) {
-        most = std::max(most, std::abs(static_cast<int>(a >> shift & 0xFF) -
-                                       static_cast<int>(b >> shift & 0xFF)));
-    }
-    return most;
-}
-
 // How many pixels differ by more than `tolerance` in a component.
 int countDifferences(const desktop::Picture& a, const desktop::Picture& b, int tolerance) {
     EXPECT_EQ(a.width, b.width);
     EXPECT_EQ(a.height, b.height);
-    int count = 0;
-    for (std::size_t i = 0; i < std::min(a.pixels.size(), b.pixels.size()); ++i) {
-        count += difference(a.pixels[i], b.pixels[i]) > tolerance ? 1 : 0;
-    }
-    return count;
+    const auto differ = [tolerance](std::uint32_t x, std::uint32_t y) {
+        return std::ranges::any_of(std::array{0, 8, 16}, [=](int shift) {
+            return std::abs(static_cast<int>(x >> shift & 0xFF) -
+                            static_cast<int>(y >> shift & 0xFF)) > tolerance;
+        });
+    };
+    return std::inner_product(a.pixels.begin(), a.pixels.end(), b.pixels.begin(), 0, std::plus(),
+                              differ);
 }
 
 class SamePicture : public ::testing::Test {
@@ -163,20 +150,73 @@ protected:
     void SetUp() override { ASSERT_TRUE(desktop::connect()); }
 };
 
+// A window on screen and one off, for two trees that are the same.
+struct Windows {
+    template <typename Scene>
+    Windows(const Scene& shown, const Scene& rendered) {
+        onScreen.window().setContentView(shown.root());
+        offScreen.setContentView(rendered.root());
+    }
+    // What one shows that the other does not. The desktop keeps a group's opacity in 8 bits, and
+    // groups nest.
+    int differences(int tolerance = 6) {
+        return countDifferences(onScreen.picture(), pictureOf(offScreen), tolerance);
+    }
+
+    TestWindow onScreen{size};
+    platform::OffscreenWindow offScreen{size, onScreen.window().backingScaleFactor()};
+};
+
+// Four views on white.
+class StillScene {
+public:
+    StillScene() : root_(std::make_shared<NSView>()) {
+        root_->setFrame({{0, 0}, size});
+        root_->layer()->setBackgroundColor({1, 1, 1, 1});
+        // The first is large enough for seams between its tiles to show.
+        for (const CGRect& frame :
+             {CGRect{{10, 10}, {400, 300}}, CGRect{{10, 150}, {100, 80}},
+              CGRect{{250, 200}, {200, 150}}, CGRect{{280, 220}, {200, 150}}}) {
+            const double shade = static_cast<double>(views.size() + 1) / 4;
+            views.push_back(makePattern(frame, {shade, 0.5, 1 - shade, 1}));
+            root_->addSubview(views.back());
+        }
+    }
+
+    const std::shared_ptr<NSView>& root() const { return root_; }
+
+    std::vector<std::shared_ptr<PatternView>> views;
+
+private:
+    std::shared_ptr<NSView> root_;
+};
+
+// Two views that animate, and one that another fades in over, all for a second.
+void animate(const StillScene& scene) {
+    const auto add = [&](std::size_t view, platform::CAAnimation& animation) {
+        animation.setDuration(1);
+        scene.views[view]->layer()->addAnimation(animation, "animation");
+    };
+    platform::CAKeyframeAnimation opacity("opacity");
+    opacity.setValues(std::vector<double>{1, 0, 0.5});
+    add(0, opacity);
+    platform::CAKeyframeAnimation translation("transform.translation.x");
+    translation.setValues(std::vector<double>{0, 100});
+    add(1, translation);
+    platform::CATransition fade;
+    fade.setOutgoingLayer(scene.views[2]->layer());
+    add(3, fade);
+}
+
 }  // namespace
 
 TEST_F(SamePicture, OnScreenAndOffAfterAnyChanges) {
     for (unsigned seed = 1; seed <= 4; ++seed) {
-        TestWindow onScreen(size);
-        platform::OffscreenWindow offScreen(size, onScreen.window().backingScaleFactor());
         Scene shown(seed);
         Scene rendered(seed);
-        onScreen.window().setContentView(shown.root());
-        offScreen.setContentView(rendered.root());
+        Windows windows(shown, rendered);
         for (int step = 0; step < 25; ++step) {
-            // The desktop keeps a group's opacity in 8 bits, and groups nest.
-            ASSERT_EQ(countDifferences(onScreen.picture(), pictureOf(offScreen), 6), 0)
-                << "seed " << seed << " step " << step;
+            ASSERT_EQ(windows.differences(), 0) << "seed " << seed << " step " << step;
             for (int i = 0; i < 3; ++i) {
                 shown.change();
                 rendered.change();
@@ -185,96 +225,41 @@ TEST_F(SamePicture, OnScreenAndOffAfterAnyChanges) {
     }
 }
 
-// Two views that animate, and one that another fades in over, all for a second.
-class AnimatedScene {
-public:
-    AnimatedScene() : root_(std::make_shared<NSView>()) {
-        root_->setFrame({{0, 0}, size});
-        root_->layer()->setBackgroundColor({1, 1, 1, 1});
-        for (const CGRect& frame :
-             {CGRect{{10, 10}, {300, 100}}, CGRect{{10, 150}, {100, 80}},
-              CGRect{{250, 200}, {200, 150}}, CGRect{{280, 220}, {200, 150}}}) {
-            const double shade = static_cast<double>(views_.size()) / 4;
-            views_.push_back(makePattern(frame, {shade, 0.5, 1 - shade, 1}));
-            root_->addSubview(views_.back());
-        }
-    }
-
-    const std::shared_ptr<NSView>& root() const { return root_; }
-
-    void animate() {
-        platform::CAKeyframeAnimation opacity("opacity");
-        opacity.setValues(std::vector<double>{1, 0, 0.5});
-        add(0, opacity);
-        platform::CAKeyframeAnimation translation("transform.translation.x");
-        translation.setValues(std::vector<double>{0, 100});
-        add(1, translation);
-        platform::CATransition fade;
-        fade.setOutgoingLayer(views_[2]->layer());
-        add(3, fade);
-    }
-
-    int drawCount() const {
-        return std::accumulate(views_.begin(), views_.end(), 0,
-                               [](int sum, const auto& view) { return sum + view->drawCount; });
-    }
-
-private:
-    void add(std::size_t view, platform::CAAnimation& animation) {
-        animation.setDuration(1);
-        views_[view]->layer()->addAnimation(animation, "animation");
-    }
-
-    std::shared_ptr<NSView> root_;
-    std::vector<std::shared_ptr<PatternView>> views_;
-};
-
 TEST_F(SamePicture, OfAnimatedViewsWhichAreNotPaintedAgain) {
     platform::CAVirtualClock clock;
     const double start = platform::CACurrentMediaTime();
-    TestWindow onScreen(size);
-    platform::OffscreenWindow offScreen(size, onScreen.window().backingScaleFactor());
-    AnimatedScene shown;
-    AnimatedScene rendered;
-    onScreen.window().setContentView(shown.root());
-    offScreen.setContentView(rendered.root());
-    onScreen.show();
-    const int painted = shown.drawCount();
-    shown.animate();
-    rendered.animate();
-    desktop::Picture last;
-    for (int step = 0; step <= 11; ++step) {
+    const StillScene shown;
+    const StillScene rendered;
+    Windows windows(shown, rendered);
+    desktop::Picture last = windows.onScreen.picture();
+    animate(shown);
+    animate(rendered);
+    for (int step = 1; step <= 11; ++step) {
         clock.advanceTo(start + step / 10.0);
-        desktop::Picture picture = onScreen.picture();
-        EXPECT_EQ(countDifferences(picture, pictureOf(offScreen), 6), 0) << step;
-        if (step > 0 && step <= 10) {
+        EXPECT_EQ(windows.differences(), 0) << step;
+        desktop::Picture picture = windows.onScreen.picture();
+        if (step <= 10) {
             EXPECT_GT(countDifferences(picture, last, 6), 0) << step;
         }
         last = std::move(picture);
     }
-    EXPECT_EQ(shown.drawCount(), painted);
-    EXPECT_FALSE(onScreen.window().isAnimating());
-    EXPECT_TRUE(desktop::runUntil([] { return desktop::timeToNextWakeUp() > 5; }));
+    for (const auto& view : shown.views) {
+        EXPECT_EQ(view->drawCount, 1);
+    }
+    EXPECT_FALSE(windows.onScreen.window().isAnimating());
+    EXPECT_TRUE(desktop::runUntilAsleep());
 }
 
 TEST_F(SamePicture, OfTurnedViewsButForTheFilter) {
-    TestWindow onScreen(size);
-    platform::OffscreenWindow offScreen(size, onScreen.window().backingScaleFactor());
-    const auto makeScene = [] {
-        auto root = std::make_shared<NSView>();
-        root->setFrame({{0, 0}, size});
-        root->layer()->setBackgroundColor({1, 1, 1, 1});
-        // Large enough for seams between tiles to show.
-        const auto view = makePattern({{100, 0}, {400, 300}}, {0.25, 0.5, 0.75, 1});
-        view->layer()->setTransform(rotation(std::numbers::pi / 12));
-        root->addSubview(view);
-        return root;
-    };
-    onScreen.window().setContentView(makeScene());
-    offScreen.setContentView(makeScene());
+    const StillScene shown;
+    const StillScene rendered;
+    Windows windows(shown, rendered);
+    for (const StillScene* const scene : {&shown, &rendered}) {
+        scene->views[0]->layer()->setTransform(rotation(std::numbers::pi / 12));
+    }
     // Compositors filter a few corners of the pattern their own way. A seam or a hard edge would be
     // hundreds of pixels long.
-    EXPECT_LT(countDifferences(onScreen.picture(), pictureOf(offScreen), 48), 20);
+    EXPECT_LT(windows.differences(48), 20);
 }
 
 }  // namespace orvane::tests

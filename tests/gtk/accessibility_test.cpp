@@ -17,9 +17,14 @@ namespace {
 using display::Display;
 using display::DisplayFactory;
 
-// What assistive technology finds in a widget: each label, with its place.
-std::vector<std::string> labelsIn(Gtk::Widget& parent, const std::vector<std::string>& expected) {
-    std::vector<std::string> found;
+struct Label {
+    std::string text;
+    graphene_rect_t place;
+};
+
+// Whether these are the labels that assistive technology finds in a widget, in their places.
+bool isLabelled(Gtk::Widget& parent, const std::vector<Label>& expected) {
+    std::size_t found = 0;
     for (GtkWidget* child = gtk_widget_get_first_child(parent.gobj()); child != nullptr;
          child = gtk_widget_get_next_sibling(child)) {
         auto* const accessible = GTK_ACCESSIBLE(child);
@@ -27,22 +32,18 @@ std::vector<std::string> labelsIn(Gtk::Widget& parent, const std::vector<std::st
             continue;
         }
         graphene_rect_t place;
-        EXPECT_TRUE(gtk_widget_compute_bounds(child, parent.gobj(), &place));
-        std::string text = "?";
-        for (const std::string& candidate : expected) {
-            char* const difference = gtk_test_accessible_check_property(
-                accessible, GTK_ACCESSIBLE_PROPERTY_LABEL, candidate.c_str());
-            if (difference == nullptr) {
-                text = candidate;
-            }
-            g_free(difference);
+        if (found == expected.size() || !gtk_widget_compute_bounds(child, parent.gobj(), &place) ||
+            !graphene_rect_equal(&place, &expected[found].place)) {
+            return false;
         }
-        found.push_back(text + " " + std::to_string(static_cast<int>(place.origin.x)) + "," +
-                        std::to_string(static_cast<int>(place.origin.y)) + " " +
-                        std::to_string(static_cast<int>(place.size.width)) + "x" +
-                        std::to_string(static_cast<int>(place.size.height)));
+        char* const difference = gtk_test_accessible_check_property(
+            accessible, GTK_ACCESSIBLE_PROPERTY_LABEL, expected[found++].text.c_str());
+        if (difference != nullptr) {
+            g_free(difference);
+            return false;
+        }
     }
-    return found;
+    return found == expected.size();
 }
 
 std::shared_ptr<display::graphics::Rect> makeRect(double x, double y, const std::string& label) {
@@ -74,17 +75,17 @@ TEST(Accessibility, FindsEachVisibleLabelledObjectAtItsPlace) {
     display->add(group);
     window.show();
 
-    const std::vector<std::string> texts{"first", "second", "hidden", ""};
-    const auto finds = [&](const std::vector<std::string>& expected) {
-        return desktop::runUntil(
-            [&] { return labelsIn(window.window().widget(), texts) == expected; });
+    const auto becomes = [&](const std::vector<Label>& expected) {
+        return desktop::runUntil([&] { return isLabelled(window.window().widget(), expected); });
     };
-    EXPECT_TRUE(finds({"first 10,10 30x20", "second 50,10 30x20"}));
+    EXPECT_TRUE(becomes({{"first", {{10, 10}, {30, 20}}}, {"second", {{50, 10}, {30, 20}}}}));
     second->setTranslate(0, 100);
     hidden->setVisible(true);
-    EXPECT_TRUE(finds({"first 10,10 30x20", "second 50,110 30x20", "hidden 150,10 30x20"}));
+    EXPECT_TRUE(becomes({{"first", {{10, 10}, {30, 20}}},
+                         {"second", {{50, 110}, {30, 20}}},
+                         {"hidden", {{150, 10}, {30, 20}}}}));
     group->clear();
-    EXPECT_TRUE(finds({}));
+    EXPECT_TRUE(becomes({}));
 
     display->removeAll();
     window.window().setContentView(nullptr);
