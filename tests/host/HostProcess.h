@@ -2,7 +2,6 @@
 
 #include <gio/gio.h>
 
-#include <map>
 #include <memory>
 #include <string>
 #include <vector>
@@ -12,17 +11,15 @@ namespace orvane::tests {
 // The host program, run as a process.
 class HostProcess {
 public:
-    struct Settings {
-        std::map<std::string, std::string> environment;  // an empty value takes the variable away
-        std::string directory;                           // to run in; empty for the test's own
-    };
     struct Result {
         int exitCode = -1;  // -1: it did not exit by itself
         std::string output;
         std::string errors;
     };
 
-    explicit HostProcess(const std::vector<std::string>& arguments, const Settings& settings = {});
+    // `changes` to its surroundings are written as the program env takes them.
+    explicit HostProcess(const std::vector<std::string>& arguments,
+                         const std::vector<std::string>& changes = {});
 
     // Reads the output up to and with this text. False when it ends before that.
     bool awaitOutput(const std::string& text);
@@ -30,14 +27,8 @@ public:
     // Waits for the end. The output is what awaitOutput has not read.
     Result finish();
 
-    // From start to end.
-    static Result run(const std::vector<std::string>& arguments, const Settings& settings = {});
-
 private:
-    struct Unref {
-        void operator()(void* object) const { g_object_unref(object); }
-    };
-    std::unique_ptr<GSubprocess, Unref> process_;
+    std::unique_ptr<GSubprocess, decltype(&g_object_unref)> process_;
 };
 
 }  // namespace orvane::tests

@@ -24,19 +24,24 @@ protected:
         return file(name);
     }
 
-    static HostProcess::Result run(const std::vector<std::string>& arguments) {
-        return HostProcess::run(arguments);
+    static HostProcess::Result run(const std::vector<std::string>& arguments,
+                                   const std::vector<std::string>& changes = {}) {
+        return HostProcess(arguments, changes).finish();
     }
-    // Runs the host to its good end.
-    static void runWell(const std::vector<std::string>& arguments) {
-        const auto result = run(arguments);
+    // Runs the host to its good end, and gives what it said.
+    static std::string runWell(const std::vector<std::string>& arguments,
+                               const std::vector<std::string>& changes = {}) {
+        const auto result = run(arguments, changes);
         EXPECT_EQ(result.exitCode, 0) << result.errors;
+        return result.output;
     }
     // What a run with a snapshot shows.
-    Picture snapshot(std::vector<std::string> arguments) const {
+    Picture snapshot(std::vector<std::string> arguments,
+                     const std::vector<std::string>& changes = {},
+                     const std::string& application = probe) const {
         const std::string path = file("snapshot.png");
-        arguments.insert(arguments.end(), {"--snapshot", path, probe});
-        runWell(arguments);
+        arguments.insert(arguments.end(), {"--snapshot", path, application});
+        runWell(arguments, changes);
         return Picture::read(path);
     }
 

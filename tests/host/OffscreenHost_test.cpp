@@ -24,15 +24,6 @@ std::string contents(const std::string& path) {
 
 using OffscreenHost = HostTest;
 
-TEST_F(OffscreenHost, WritesWhatTheApplicationShows) {
-    const Picture picture = snapshot({"--offscreen"});
-    ASSERT_EQ(picture.width, 1280);
-    ASSERT_EQ(picture.height, 800);
-    EXPECT_EQ(picture.at(20, 20), red);
-    EXPECT_EQ(picture.at(310, 20), blue);
-    EXPECT_EQ(picture.at(200, 20), black);
-}
-
 TEST_F(OffscreenHost, TakesSizeInPointsAndScale) {
     const Picture picture = snapshot({"--offscreen", "--size", "400x120", "--scale", "1.5"});
     ASSERT_EQ(picture.width, 600);
@@ -56,33 +47,27 @@ TEST_F(OffscreenHost, PlaysEventsBeforeTheSnapshot) {
 }
 
 TEST_F(OffscreenHost, WaitsForTheMomentItIsTold) {
-    const auto result =
-        HostProcess::run({"--offscreen", "--at", "1", "--snapshot", file("late.png"), probe},
-                         {{{"PROBE_DELAY", "100"}}, {}});
-    EXPECT_EQ(result.exitCode, 0) << result.errors;
-    EXPECT_EQ(Picture::read(file("late.png")).at(310, 20), green);
+    EXPECT_EQ(snapshot({"--offscreen", "--at", "2"}, {"PROBE_DELAY=100"}).at(310, 20), green);
 }
 
 TEST_F(OffscreenHost, DumpsBothTrees) {
-    const auto result = run({"--offscreen", "--dump-tree", probe});
-    EXPECT_EQ(result.exitCode, 0);
-    for (const char* const line :
-         {"objects\n", "  QuartzRect #0 frame 10,10 100x100 visible layer 1\n",
-          "  QuartzRect #1 frame 300,10 100x100 visible layer 2\n", "layers\n",
-          "  BitmapLayer 1 frame 10,10 100x100 visible view 10,10 100x100 z 0\n",
-          "  BitmapLayer 2 frame 300,10 100x100 visible view 300,10 100x100 z 0\n"}) {
-        EXPECT_NE(result.output.find(line), std::string::npos) << line << result.output;
-    }
+    const std::string trees = runWell({"--offscreen", "--dump-tree", probe});
+    EXPECT_NE(trees.find("objects\n"
+                         "  QuartzRect #0 frame 10,10 100x100 visible layer 1\n"
+                         "  QuartzRect #1 frame 300,10 100x100 visible layer 2\n"
+                         "layers\n"
+                         "  BitmapLayer 1 frame 10,10 100x100 visible view 10,10 100x100 z 0\n"
+                         "  BitmapLayer 2 frame 300,10 100x100 visible view 300,10 100x100 z 0\n"),
+              std::string::npos)
+        << trees;
 }
 
 TEST_F(OffscreenHost, WritesTheFramesOfAnAnimationTheSameEachTime) {
     const std::string events = write("events", "0.25 down 20 20\n0.25 up 20 120\n");
     for (const char* const name : {"a", "b"}) {
-        const auto result =
-            HostProcess::run({"--offscreen", "--frames", file(name), "--fps", "10", "--seconds",
-                              "0.5", "--size", "450x220", "--events", events, probe},
-                             {{{"PROBE_MOVE", "1"}}, {}});
-        EXPECT_EQ(result.exitCode, 0) << result.errors;
+        runWell({"--offscreen", "--frames", file(name), "--fps", "10", "--seconds", "0.5", "--size",
+                 "450x220", "--events", events, probe},
+                {"PROBE_MOVE=1"});
     }
     for (int i = 0; i < 5; ++i) {
         const std::string name = "/frame-00000" + std::to_string(i) + ".png";
@@ -97,24 +82,25 @@ TEST_F(OffscreenHost, WritesTheFramesOfAnAnimationTheSameEachTime) {
 }
 
 TEST_F(OffscreenHost, GivesTheApplicationTheResourceFolderOfThisRunOnly) {
-    const auto result =
-        run({"--offscreen", "--dump-tree", "--resources", ORVANE_TEST_APPLICATIONS, probe});
-    EXPECT_NE(result.output.find("started 1280x800 with " ORVANE_TEST_APPLICATIONS "\n"),
-              std::string::npos)
-        << result.output;
-    EXPECT_EQ(run({"--offscreen", "--dump-tree", probe}).output.find(ORVANE_TEST_APPLICATIONS),
-              std::string::npos);
+    const std::string folder = ORVANE_TEST_APPLICATIONS;
+    const std::string output =
+        runWell({"--offscreen", "--dump-tree", "--resources", folder, probe});
+    EXPECT_NE(output.find("started 1280x800 with " + folder + "\n"), std::string::npos) << output;
+    EXPECT_EQ(runWell({"--offscreen", "--dump-tree", probe}).find(folder), std::string::npos);
 }
 
 TEST_F(OffscreenHost, IsChosenWhereThereIsNoDisplay) {
-    const std::string directory = std::filesystem::path(file("")).string();
-    const auto result =
-        HostProcess::run({probe}, {{{"DISPLAY", ""}, {"WAYLAND_DISPLAY", ""}}, directory});
+    const auto result = run({probe}, {"-u", "DISPLAY", "-u", "WAYLAND_DISPLAY", "-C", file("")});
     EXPECT_EQ(result.exitCode, 0);
     EXPECT_NE(result.errors.find("no display"), std::string::npos) << result.errors;
     EXPECT_NE(result.output.find("wrote " + file("orvane.png") + "\n"), std::string::npos)
         << result.output;
-    EXPECT_EQ(Picture::read(file("orvane.png")).at(20, 20), red);
+    const Picture picture = Picture::read(file("orvane.png"));
+    ASSERT_EQ(picture.width, 1280);
+    ASSERT_EQ(picture.height, 800);
+    EXPECT_EQ(picture.at(20, 20), red);
+    EXPECT_EQ(picture.at(310, 20), blue);
+    EXPECT_EQ(picture.at(200, 20), black);
 }
 
 TEST_F(OffscreenHost, EndsCleanlyOnASignal) {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <png.h>
+
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -12,7 +14,19 @@ struct Picture {
     int height = 0;
     std::vector<std::uint32_t> pixels;
 
-    static Picture read(const std::string& path);
+    static Picture read(const std::string& path) {
+        png_image image = {};
+        image.version = PNG_IMAGE_VERSION;
+        if (png_image_begin_read_from_file(&image, path.c_str()) == 0) {
+            return {};
+        }
+        // In the order of bytes that makes them numbers.
+        image.format = PNG_FORMAT_ABGR;
+        Picture picture{static_cast<int>(image.width), static_cast<int>(image.height), {}};
+        picture.pixels.resize(PNG_IMAGE_SIZE(image) / sizeof picture.pixels[0]);
+        png_image_finish_read(&image, nullptr, picture.pixels.data(), 0, nullptr);
+        return picture;
+    }
 
     std::uint32_t at(int x, int y) const {
         return pixels.at(static_cast<std::size_t>(y) * static_cast<std::size_t>(width) +

@@ -1,6 +1,8 @@
 #pragma once
 
-#include <string>
+#include <memory>
+
+struct _XDisplay;
 
 namespace orvane::tests {
 
@@ -9,11 +11,12 @@ class XWindow {
 public:
     XWindow();
 
-    void resize(int width, int height) const;
+    void resize(unsigned width, unsigned height) const;
     // Asks it to close, as a window manager does.
     void close() const;
 
 private:
+    std::unique_ptr<_XDisplay, int (*)(_XDisplay*)> display_;
     unsigned long id_ = 0;
 };
 
