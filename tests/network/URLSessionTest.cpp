@@ -172,7 +172,7 @@ TEST(NSURLSession, TellsEveryTaskWhenItIsInvalidated) {
     }
 }
 
-TEST(NSURLSession, AsksTheProxyThatTheEnvironmentNames) {
+TEST(NSURLSession, AsksTheProxyThatTheEnvironmentOrTheSystemNames) {
     TestServer proxy(answerTarget);
     TestServer server(answerTarget);
     setenv("http_proxy", proxy.url("").c_str(), 1);
@@ -182,6 +182,10 @@ TEST(NSURLSession, AsksTheProxyThatTheEnvironmentNames) {
     EXPECT_EQ(start(session, server.url("/x", "localhost")).get().body, "/x");
     unsetenv("http_proxy");
     unsetenv("no_proxy");
+    auto settings = configuration();
+    settings.proxy = [&](const std::string&) { return proxy.url(""); };
+    NSURLSession told(settings);
+    EXPECT_EQ(start(told, "http://example.invalid/y").get().body, "http://example.invalid/y");
 }
 
 TEST(NSURLSession, TrustsTheServersThatItsCertificatesVouchFor) {
