@@ -7,6 +7,7 @@
 #include <cmath>
 #include <cstdint>
 #include <memory>
+#include <numbers>
 #include <random>
 #include <vector>
 
@@ -204,6 +205,30 @@ TEST(OffscreenWindow, OpacityIsOfTheGroup) {
     EXPECT_EQ(pixel(window, 5, 5), 0xFFFF7F7FU);
     EXPECT_EQ(pixel(window, 15, 5), 0xFF7FFF7FU) << "the red below does not shine through";
     EXPECT_EQ(pixel(window, 25, 5), 0xFF7FFF7FU);
+}
+
+TEST(OffscreenWindow, TransformsTurnAboutTheAnchorPoint) {
+    OffscreenWindow window({100, 100}, 2);
+    const auto root = block({{0, 0}, {100, 100}}, {});
+    const auto hand = block({{50, 45}, {40, 10}}, red);
+    hand->layer()->setAnchorPoint({0, 0.5});
+    hand->layer()->setPosition({50, 50});
+    root->addSubview(hand);
+    window.setContentView(root);
+    for (int quarter = 0; quarter < 4; ++quarter) {
+        const double angle = quarter * std::numbers::pi / 2;
+        hand->layer()->setTransform(
+            CATransform3D::makeAffineTransform(CGAffineTransform::makeRotation(angle)));
+        window.display();
+        for (int side = 0; side < 4; ++side) {
+            const int x =
+                100 + static_cast<int>(std::lround(60 * std::cos(side * std::numbers::pi / 2)));
+            const int y =
+                100 + static_cast<int>(std::lround(60 * std::sin(side * std::numbers::pi / 2)));
+            EXPECT_EQ(pixel(window, x, y), side == quarter ? 0xFFFF0000U : 0xFF000000U)
+                << quarter << " " << side;
+        }
+    }
 }
 
 TEST(OffscreenWindow, ATransformWithoutInverseShowsNothingAndHarmsNobody) {
