@@ -1,7 +1,6 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <limits>
 
 #include "orvane/display/geometry/Matrix.h"
 #include "orvane/display/geometry/rounding.h"
@@ -10,9 +9,6 @@ namespace orvane::display::geometry {
 namespace {
 
 using R = Rect<double>;
-
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
-constexpr double kInfinity = std::numeric_limits<double>::infinity();
 
 struct PlatformRect {
     struct {
@@ -51,26 +47,23 @@ TEST(Geometry, RoundingOfEachKind) {
 }
 
 TEST(Geometry, ProductAppliesTheRightFactorFirst) {
-    Matrix move;
-    move.setTranslate(10, 0);
-    Matrix stretch;
+    Matrix move(9, 9, 9, 9, 9, 9), stretch(9, 9, 9, 9, 9, 9);
+    move.setTranslate(10, 0);  // what was there is replaced
     stretch.setScale(2, 3);
     EXPECT_EQ((move * stretch).mapPoint({1, 1}), Point<double>(12, 3));
     EXPECT_EQ((stretch * move).mapPoint({1, 1}), Point<double>(22, 3));
 
     // Identity factors give bit-for-bit copies, whatever the other holds.
-    const Matrix wild(1, 0, kInfinity, 0, 1, 0);
+    const Matrix wild(INFINITY, 0, INFINITY, 0, 1, 0);
     EXPECT_EQ(wild * Matrix::s_identity, wild);
     EXPECT_EQ(Matrix::s_identity * wild, wild);
-}
 
-TEST(Geometry, ScaleAndTranslateReplaceTheMatrix) {
-    Matrix matrix(9, 9, 9, 9, 9, 9);
-    matrix.setScale(1, 1);
-    EXPECT_TRUE(matrix.isIdentity());
-    matrix = Matrix(9, 9, 9, 9, 9, 9);
-    matrix.setTranslate(0, 0);
-    EXPECT_TRUE(matrix.isIdentity());
+    Matrix none(9, 9, 9, 9, 9, 9);
+    none.setScale(1, 1);
+    EXPECT_TRUE(none.isIdentity());
+    // A rectangle becomes the box around it.
+    EXPECT_EQ(Matrix(0, -1, 0, 1, 0, 0).mapRect({0, 0, 10, 2}), R(-2, 0, 2, 10));
+    EXPECT_EQ(Matrix(1, -1, 0, 1, 1, 0).mapRect({0, 0, 10, 2}), R(-2, 0, 12, 12));
 }
 
 TEST(Geometry, InverseUndoesAndASingularMatrixHasTheIdentity) {
@@ -78,39 +71,28 @@ TEST(Geometry, InverseUndoesAndASingularMatrixHasTheIdentity) {
     const Point<double> point = (matrix.inverse() * matrix).mapPoint({3, 4});
     EXPECT_NEAR(point.x, 3, 1e-12);
     EXPECT_NEAR(point.y, 4, 1e-12);
-    Matrix flat;
-    flat.setScale(0, 1);
-    EXPECT_TRUE(flat.inverse().isIdentity());
-    const Matrix broken(kNaN, 0, 0, 0, 1, 0);
+    EXPECT_TRUE(Matrix(0, 0, 0, 0, 1, 0).inverse().isIdentity());
+    const Matrix broken(NAN, 0, 0, 0, 1, 0);
     EXPECT_NE(broken, broken);
 }
 
-TEST(Geometry, AMappedRectangleIsTheBoundingBox) {
-    const Matrix quarterTurn(0, -1, 0, 1, 0, 0);
-    EXPECT_EQ(quarterTurn.mapRect({0, 0, 10, 2}), R(-2, 0, 2, 10));
-}
-
-TEST(Geometry, UnionTakesEveryRectangleThatHasAnExtent) {
-    R sum;
-    sum.unite({5, 5, 0, 0});
-    EXPECT_TRUE(sum.isEmpty());
-    sum.unite({10, 10, 0, 4});  // one side is enough
-    EXPECT_EQ(sum, R(10, 10, 0, 4));
-    sum.unite({0, 12, 2, 4});
-    EXPECT_EQ(sum, R(0, 10, 10, 6));
-    sum.unite({-100, -100, 0, 0});
-    EXPECT_EQ(sum, R(0, 10, 10, 6));
-}
-
-TEST(Geometry, AStrayRectangleDoesNotPoisonAUnion) {
-    R sum(0, 0, 10, 10);
-    sum.unite({kNaN, 0, 5, 5});
-    EXPECT_EQ(sum, R(0, 0, 10, 10));
-    sum.unite({0, 0, kInfinity, 5});
-    EXPECT_EQ(sum, R(0, 0, R::reach, 10));
-    R first;
-    first.unite({-1e300, 0, 2e300, 1});
-    EXPECT_EQ(first, R(-R::reach, 0, 2 * R::reach, 1));
+TEST(Geometry, UnionTakesEveryRectangleThatHasAnExtentAndIsOne) {
+    const struct {
+        R sum, added, expected;
+    } cases[] = {
+        {{}, {5, 5, 0, 0}, {5, 5, 0, 0}},      // still empty
+        {{}, {10, 10, 0, 4}, {10, 10, 0, 4}},  // one side is enough
+        {{10, 10, 0, 4}, {0, 12, 2, 4}, {0, 10, 10, 6}},
+        {{0, 10, 10, 6}, {-100, -100, 0, 0}, {0, 10, 10, 6}},
+        {{0, 0, 10, 10}, {NAN, 0, 5, 5}, {0, 0, 10, 10}},
+        {{0, 0, 10, 10}, {0, 0, INFINITY, 5}, {0, 0, R::reach, 10}},
+        {{}, {-1e300, 0, 2e300, 1}, {-R::reach, 0, 2 * R::reach, 1}},
+    };
+    for (auto [sum, added, expected] : cases) {
+        sum.unite(added);
+        EXPECT_EQ(sum, expected) << added.x << " " << added.width;
+        EXPECT_EQ(sum.isEmpty(), expected.width == 0 && expected.height == 0);
+    }
 }
 
 TEST(Geometry, RectanglesThatShareAnEdgeTouch) {
