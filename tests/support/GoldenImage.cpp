@@ -14,15 +14,13 @@ namespace orvane {
 
 namespace {
 
-constexpr int tolerance = 2;
-
 std::shared_ptr<const platform::CGImage> readPNG(const std::string& path) {
     const auto bytes = platform::CGDataProvider::createWithFilename(path);
     return bytes ? platform::CGImage::createWithPNGDataProvider(*bytes) : nullptr;
 }
 
 // The largest difference of a component, spread so that the eye sees it.
-std::uint32_t differenceOf(std::uint32_t a, std::uint32_t b) {
+std::uint32_t differenceOf(std::uint32_t a, std::uint32_t b, int tolerance) {
     int largest = 0;
     for (int shift = 0; shift < 32; shift += 8) {
         largest = std::max(largest, std::abs(static_cast<int>((a >> shift) & 0xFF) -
@@ -34,7 +32,7 @@ std::uint32_t differenceOf(std::uint32_t a, std::uint32_t b) {
 }  // namespace
 
 testing::AssertionResult matchesGolden(const platform::CGImage& picture,
-                                       const std::string& goldenPath) {
+                                       const std::string& goldenPath, int tolerance) {
     if (std::getenv("ORVANE_WRITE_GOLDEN") != nullptr) {
         return picture.writePNG(goldenPath)
                    ? testing::AssertionSuccess()
@@ -53,7 +51,9 @@ testing::AssertionResult matchesGolden(const platform::CGImage& picture,
     std::vector<std::uint32_t> difference;
     difference.reserve(picture.pixels().size());
     std::transform(picture.pixels().begin(), picture.pixels().end(), golden->pixels().begin(),
-                   std::back_inserter(difference), differenceOf);
+                   std::back_inserter(difference), [tolerance](std::uint32_t a, std::uint32_t b) {
+                       return differenceOf(a, b, tolerance);
+                   });
     const auto differing = difference.size() - static_cast<std::size_t>(std::count(
                                                    difference.begin(), difference.end(), 0U));
     if (differing == 0) {
