@@ -73,7 +73,8 @@ TEST(Path, KeepsSubpathsWhole) {
 
     CGPath mixed = rectPath(0, 0, 2, 1);
     mixed.addRelativeArc({}, 0, 0, 1, 0, 0);  // joined by a line to the rectangle's start
-    EXPECT_EQ(segmentsOf(mixed), "M 0 0 L 2 0 L 2 1 L 0 1 Z M 0 0 L 1 0");
+    mixed.addRect({{5, 5}, {1, 1}});
+    EXPECT_EQ(segmentsOf(mixed), "M 0 0 L 2 0 L 2 1 L 0 1 Z M 0 0 L 1 0 M 5 5 L 6 5 L 6 6 L 5 6 Z");
 }
 
 TEST(Path, CutsCornersToHalfTheSides) {
