@@ -13,6 +13,9 @@ namespace orvane::platform {
 
 namespace {
 
+// In pixels: 256 KiB of them.
+constexpr std::int64_t bandArea = 65536;
+
 // As far as the raster library's numbers go, with room for what it adds to them.
 constexpr double longestStep = 8192;
 
@@ -279,16 +282,24 @@ std::span<const NSBackingRect> OffscreenCompositor::compose(NSView* root, double
     isNew_ = false;
     damage_.take(composed_);
     for (const NSBackingRect& rect : composed_) {
-        if (!root || !hidesAllBelow(*root, rect)) {
-            pixman_fill(image_.pixels.get(), width(), 32, static_cast<int>(rect.left),
-                        static_cast<int>(rect.top), static_cast<int>(rect.width()),
-                        static_cast<int>(rect.height()), 0);
-        }
-        if (root) {
-            composeView(image_, *root, rect);
+        // In bands that stay in the processor's cache while one view after the other is laid on.
+        const std::int64_t height = std::max<std::int64_t>(bandArea / rect.width(), 1);
+        for (std::int64_t top = rect.top; top < rect.bottom; top += height) {
+            composeRect(root, {rect.left, top, rect.right, std::min(top + height, rect.bottom)});
         }
     }
     return composed_;
+}
+
+void OffscreenCompositor::composeRect(NSView* root, const NSBackingRect& rect) {
+    if (!root || !hidesAllBelow(*root, rect)) {
+        pixman_fill(image_.pixels.get(), width(), 32, static_cast<int>(rect.left),
+                    static_cast<int>(rect.top), static_cast<int>(rect.width()),
+                    static_cast<int>(rect.height()), 0);
+    }
+    if (root) {
+        composeView(image_, *root, rect);
+    }
 }
 
 bool OffscreenCompositor::hidesAllBelow(const NSView& view, const NSBackingRect& rect) {

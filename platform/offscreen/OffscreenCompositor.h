@@ -77,6 +77,7 @@ private:
     NSBackingRect boxInImage(const Place& place, const CGRect& box) const;
     void damagePainted();
 
+    void composeRect(NSView* root, const NSBackingRect& rect);
     // Its background alone covers the rectangle, whatever was there.
     static bool hidesAllBelow(const NSView& view, const NSBackingRect& rect);
     void composeView(Target& target, NSView& view, const NSBackingRect& rect);
