@@ -33,6 +33,8 @@ CurlMulti::CurlMulti()
 CurlMulti::~CurlMulti() = default;
 
 void CurlMulti::add(CURL* easy) {
+    curl_easy_setopt(easy, CURLOPT_CLOSESOCKETFUNCTION, &CurlMulti::closeSocket);
+    curl_easy_setopt(easy, CURLOPT_CLOSESOCKETDATA, this);
     curl_multi_add_handle(multi_.get(), easy);
 }
 
@@ -93,6 +95,12 @@ void CurlMulti::drainEnded(const std::function<void(CURL*, CURLcode)>& ended) {
 int CurlMulti::socketChanged(CURL*, curl_socket_t socket, int what, void* self, void*) {
     static_cast<CurlMulti*>(self)->watch(socket, what);
     return 0;
+}
+
+int CurlMulti::closeSocket(void* self, curl_socket_t socket) {
+    // Its number may be another thread's the moment after.
+    std::erase(static_cast<CurlMulti*>(self)->left_, socket);
+    return close(socket);
 }
 
 void CurlMulti::watch(curl_socket_t socket, int what) {

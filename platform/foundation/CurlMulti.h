@@ -51,6 +51,7 @@ private:
     };
 
     static int socketChanged(CURL* easy, curl_socket_t socket, int what, void* self, void*);
+    static int closeSocket(void* self, curl_socket_t socket);
     static int timerChanged(CURLM* multi, long milliseconds, void* self);
     // False when none was due.
     bool runTimer();
