@@ -8,10 +8,8 @@
 // What a TLS server needs, made for one test run: its certificate vouches for itself.
 class TestCertificate {
 public:
-    enum class Protocol { Http1Unsaid, Http2 };
-
     // For this host: "DNS:name" or "IP:address".
-    explicit TestCertificate(const std::string& host, Protocol protocol = Protocol::Http1Unsaid);
+    explicit TestCertificate(const std::string& host);
     ~TestCertificate();
     TestCertificate(const TestCertificate&) = delete;
     TestCertificate& operator=(const TestCertificate&) = delete;
