@@ -8,7 +8,6 @@
 #include <thread>
 #include <vector>
 
-#include "orvane/system/system.h"
 #include "platform/dispatch/dispatch.h"
 #include "tests/runtime/TemporaryFolder.h"
 
@@ -61,17 +60,17 @@ TEST_F(RuntimeTest, ThreadsMeetOneInstanceAndEachOfTheirTasksRunsOnce) {
     EXPECT_EQ(count, 800);
 }
 
-TEST_F(RuntimeTest, FoldersExistBeforeAnyTaskRuns) {
-    inTask([] { EXPECT_TRUE(std::filesystem::exists(orvane::system::getCachesDirectory())); });
-}
-
-TEST_F(RuntimeTest, TasksRunByTimeAndThenInTheOrderOfQueueing) {
+TEST_F(RuntimeTest, TasksRunByTimeAndNotBeforeItAndThenInTheOrderOfQueueing) {
     std::vector<int> order;
     DispatchSemaphore done(0);
+    Clock::time_point queued;
+    Clock::time_point ran;
     inTask([&] {
         auto* const runtime = Runtime::GetInstance();
+        queued = Clock::now();
         runtime->run(
             [&] {
+                ran = Clock::now();
                 order.push_back(3);
                 done.signal();
             },
@@ -82,31 +81,7 @@ TEST_F(RuntimeTest, TasksRunByTimeAndThenInTheOrderOfQueueing) {
     });
     done.wait();
     EXPECT_EQ(order, (std::vector{0, 1, 2, 3}));
-}
-
-// The token is released by the thread itself, and not before the wait that follows its task.
-TEST_F(RuntimeTest, NoTaskRunsBeforeItsTimeAndWhatTheOneBeforeCapturedLivesUntilThen) {
-    struct Token {
-        Clock::time_point& released;
-        ~Token() { released = Clock::now(); }
-    };
-    Clock::time_point released;
-    Clock::time_point queued;
-    Clock::time_point ran;
-    DispatchSemaphore done(0);
-    inTask([&] {
-        queued = Clock::now();
-        Runtime::GetInstance()->run([token = std::make_shared<Token>(released)] {}, 0);
-        Runtime::GetInstance()->run(
-            [&] {
-                ran = Clock::now();
-                done.signal();
-            },
-            50);
-    });
-    done.wait();
-    EXPECT_GE(ran - queued, std::chrono::milliseconds(49));
-    EXPECT_GE(released - queued, std::chrono::milliseconds(49));
+    EXPECT_GE(ran - queued, std::chrono::milliseconds(499));
 }
 
 TEST_F(RuntimeTest, AnEarlierTaskWakesTheThreadAndTheLongestDelayDoesNotWrap) {
@@ -130,26 +105,10 @@ TEST_F(RuntimeTest, DeletingRunsWhatIsDueAndDropsTheRest) {
     EXPECT_EQ(token.use_count(), 1);
 }
 
-TEST_F(RuntimeTest, AnEmptyFunctionStopsTheThreadForGood) {
-    std::atomic<bool> ran = false;
-    inTask([&] {
-        Runtime::GetInstance()->run({}, 0);
-        Runtime::GetInstance()->run([&] { ran = true; }, 0);
-    });
-    Runtime::DeleteInstance();
-    EXPECT_FALSE(ran);
-    inTask([] {});
-}
-
 TEST_F(RuntimeTest, ATaskCannotDeleteTheInstance) {
     Runtime* const before = Runtime::GetInstance();
     inTask([] { Runtime::DeleteInstance(); });
     EXPECT_EQ(Runtime::GetInstance(), before);
-}
-
-TEST_F(RuntimeTest, ATaskThatThrowsTerminatesTheProcess) {
-    GTEST_FLAG_SET(death_test_style, "threadsafe");
-    EXPECT_DEATH(inTask([] { throw std::runtime_error("of a task"); }), "of a task");
 }
 
 }  // namespace

@@ -1,4 +1,4 @@
-/* An application without a line of C++, under two names: the second is not ASCII. */
+/* An application without a line of C++, under three names. The last two are not as they should be. */
 
 #include <stdio.h>
 
@@ -16,6 +16,5 @@ static void sendMain(void* receiver) {
 
 #define EXPORT __attribute__((visibility("default")))
 EXPORT const OrvaneMainClass _TtC10WrittenInC4Main = {OrvaneMainClassVersion, make, sendMain};
-EXPORT const OrvaneMainClass _TtC3Äpp4Main = {OrvaneMainClassVersion, make, sendMain};
 EXPORT const OrvaneMainClass _TtC5Newer4Main = {OrvaneMainClassVersion + 1, make, sendMain};
 EXPORT const OrvaneMainClass _TtC6Hollow4Main = {OrvaneMainClassVersion, make, NULL};
