@@ -203,6 +203,8 @@ void animate(const StillScene& scene) {
     platform::CAKeyframeAnimation translation("transform.translation.x");
     translation.setValues(std::vector<double>{0, 100});
     add(1, translation);
+    scene.views[2]->layer()->setOpacity(0.5);
+    scene.views[3]->layer()->setOpacity(0.75);
     platform::CATransition fade;
     fade.setOutgoingLayer(scene.views[2]->layer());
     add(3, fade);
