@@ -1,7 +1,6 @@
 #include <gtest/gtest.h>
 
 #include "FakeLayer.h"
-#include "orvane/display/AccessibilityElement.h"
 
 namespace orvane::display {
 namespace {
@@ -42,108 +41,25 @@ TEST(DisplayObject, AFrameIsForgottenUpwardUntilOneThatIsForgotten) {
     EXPECT_EQ(root->getFrame(), R(0, 0, 10, 10));
     leaf->setArea({0, 0, 20, 10});
     EXPECT_EQ(root->getFrame(), R(0, 0, 20, 10));
-
-    const auto hidden = std::make_shared<Spot>(R(50, 50, 10, 10));
-    root->add(hidden);
-    hidden->setVisible(false);
-    EXPECT_EQ(root->getFrame(), R(0, 0, 20, 10));
-    hidden->setVisible(true);
-    EXPECT_EQ(root->getFrame(), R(0, 0, 60, 60)) << "shown later it widens its parent";
     root->setVisible(false);
     EXPECT_FALSE(leaf->isVisible()) << "visibility is the whole chain's";
     root->setVisible(true);
     EXPECT_TRUE(leaf->isVisible());
 }
 
-TEST(DisplayObject, OnlyAChangeOfVisibilityInvalidates) {
-    const auto layer = std::make_shared<FakeLayer>();
-    layer->setDisplay(someDisplay());
-    const auto spot = std::make_shared<Spot>();
-    layer->addObject(spot);
-    layer->validate(false);
-    layer->log.clear();
-    spot->setVisible(true);
-    EXPECT_EQ(layer->log, "");
-    spot->setVisible(false);
-    EXPECT_EQ(layer->log, "layer content ");
-}
-
-TEST(DisplayObject, ExtractingKeepsThePlaceAndIsDoneOnce) {
+TEST(DisplayObject, AnOwnerKeepsItsLayerWhenItLeaves) {
     const auto root = std::make_shared<Group>();
     const auto layer = std::make_shared<FakeLayer>();
-    layer->addObject(root);
-    std::vector<std::shared_ptr<Spot>> spots;
-    for (int i = 0; i < 3; ++i) {
-        spots.push_back(std::make_shared<Spot>());
-        root->add(spots.back());
-    }
-    const auto own = spots[1]->extractAnimationLayer();
-    EXPECT_EQ(spots[1]->getIndex(), 1U);
-    EXPECT_EQ(own->getSuperlayer(), layer);
-    EXPECT_TRUE(spots[1]->ownsLayer());
-    EXPECT_EQ(spots[1]->extractIntoLayer(std::make_shared<FakeLayer>()), own);
-
-    spots[1]->setLayer(nullptr);
-    EXPECT_FALSE(spots[1]->ownsLayer());
-}
-
-TEST(DisplayObject, TheNearestSublayerIsSoughtAmongSiblingsAndThenAncestors) {
-    const auto layer = std::make_shared<FakeLayer>();
-    const auto root = std::make_shared<Group>();
-    const auto group = std::make_shared<Group>();
-    const auto inGroup = std::make_shared<Spot>();
     const auto owner = std::make_shared<Spot>();
-    const auto plain = std::make_shared<Spot>();
+    const auto own = std::make_shared<FakeLayer>();
     layer->addObject(root);
-    root->add(group);
-    group->add(inGroup);
-    root->add(plain);
     root->add(owner);
-    const auto ownerLayer = owner->extractIntoLayer(std::make_shared<FakeLayer>("owner"));
-
-    using enum SearchDirection;
-    EXPECT_EQ(inGroup->findNearestSublayer(Forward, false), nullptr);
-    EXPECT_EQ(inGroup->findNearestSublayer(Forward, true), ownerLayer);
-    EXPECT_EQ(plain->findNearestSublayer(Forward, false), ownerLayer);
-    EXPECT_EQ(plain->findNearestSublayer(Backward, true), nullptr);
-    EXPECT_EQ(group->findNearestSublayer(Forward, false), ownerLayer);
-    EXPECT_EQ(inGroup->findNextInPreOrderTraversal(), plain);
-}
-
-TEST(DisplayObject, AnAccessibilityElementIsMadeOnDemandAndKept) {
-    Spot spot;
-    EXPECT_EQ(spot.getAccessibilityElement(), nullptr);
-    spot.getOrCreateAccessibilityElement()->setLabel("close");
-    EXPECT_EQ(spot.getOrCreateAccessibilityElement()->getLabel(), "close");
-}
-
-TEST(DisplayNode, NeighboursPathsAndAncestors) {
-    const auto root = std::make_shared<Group>();
-    const auto left = std::make_shared<Group>();
-    const auto right = std::make_shared<Group>();
-    const auto leaf = std::make_shared<Spot>();
-    const auto alone = std::make_shared<Spot>();
-    root->add(left);
-    root->add(right);
-    left->add(leaf);
-
-    EXPECT_EQ(left->next(), right);
-    EXPECT_EQ(right->prev(), left);
-    EXPECT_EQ(right->next(), nullptr);
-    EXPECT_EQ(alone->next(), nullptr);
-    EXPECT_EQ(alone->prev(), nullptr);
-    EXPECT_EQ(leaf->findChildOf(root), left);
-    EXPECT_EQ(leaf->findChildOf(left), leaf);
-    EXPECT_EQ(leaf->findChildOf(right), nullptr);
-    EXPECT_EQ(alone->findChildOf(root), nullptr);
-    EXPECT_EQ(DisplayObject::findCommonParent(leaf, right), Object(root));
-    EXPECT_EQ(DisplayObject::findCommonParent(leaf, left), Object(left));
-    EXPECT_EQ(DisplayObject::findCommonParent(leaf, leaf), Object(leaf));
-    EXPECT_EQ(DisplayObject::findCommonParent(leaf, alone), nullptr);
-    EXPECT_EQ(leaf->getPathToRoot().front(), Object(root));
-    const auto path = alone->getPathToRoot();
-    EXPECT_EQ(std::distance(path.begin(), path.end()), 1);
-    alone->removeFromParent();
+    owner->extractIntoLayer(own);
+    root->remove(owner);
+    EXPECT_EQ(owner->getLayer(), own);
+    EXPECT_EQ(own->getSuperlayer(), nullptr);
+    root->add(owner);
+    EXPECT_EQ(own->getSuperlayer(), layer);
 }
 
 TEST(DisplayNode, OnlyItsOwnChildrenAreFoundAndErased) {

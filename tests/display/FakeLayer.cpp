@@ -5,7 +5,7 @@
 namespace orvane::display {
 
 std::shared_ptr<DisplayLayer> createBitmapLayer() {
-    return std::make_shared<FakeLayer>("fresh");
+    return std::make_shared<FakeLayer>();
 }
 
 }  // namespace orvane::display
