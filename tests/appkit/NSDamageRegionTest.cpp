@@ -4,7 +4,6 @@
 
 #include <cstdint>
 #include <random>
-#include <string>
 #include <vector>
 
 using orvane::platform::NSBackingRect;
@@ -25,14 +24,6 @@ std::vector<NSBackingRect> merged(const std::vector<NSBackingRect>& rects,
     region.take(out);
     EXPECT_TRUE(region.isEmpty());
     return out;
-}
-
-std::int64_t areaOf(const std::vector<NSBackingRect>& rects) {
-    std::int64_t area = 0;
-    for (const NSBackingRect& rect : rects) {
-        area += rect.area();
-    }
-    return area;
 }
 
 // Pixels of the bounds that are damaged by a list of rectangles.
@@ -67,38 +58,6 @@ std::vector<NSBackingRect> anyRects(std::mt19937& random, int count, const NSBac
 
 }  // namespace
 
-TEST(NSDamageRegion, MergesWhatIsNearAndKeepsApartWhatIsFar) {
-    const struct {
-        std::string what;
-        std::vector<NSBackingRect> added;
-        std::vector<NSBackingRect> expected;
-    } cases[] = {
-        {"nothing", {}, {}},
-        {"an empty one", {{10, 10, 10, 20}}, {}},
-        {"one outside", {{-50, 0, -1, 20}}, {}},
-        {"one that is cut", {{-50, -50, 20, 20}}, {{0, 0, 20, 20}}},
-        {"one within another", {{0, 0, 100, 100}, {20, 20, 40, 40}}, {{0, 0, 100, 100}}},
-        {"one around another", {{20, 20, 40, 40}, {0, 0, 100, 100}}, {{0, 0, 100, 100}}},
-        {"the old and the new place of what moved",
-         {{10, 10, 32, 32}, {14, 12, 36, 34}},
-         {{10, 10, 36, 34}}},
-        {"a narrow gap", {{0, 0, 50, 50}, {55, 0, 100, 50}}, {{0, 0, 100, 50}}},
-        {"a wide gap", {{0, 0, 50, 50}, {80, 0, 130, 50}}, {{0, 0, 50, 50}, {80, 0, 130, 50}}},
-        {"two far corners",
-         {{0, 0, 10, 10}, {1910, 1070, 1920, 1080}},
-         {{0, 0, 10, 10}, {1910, 1070, 1920, 1080}}},
-        {"a cross, whose box would be the screen",
-         {{0, 500, 1920, 510}, {900, 0, 910, 1080}},
-         {{0, 500, 1920, 510}, {900, 0, 910, 1080}}},
-        {"a bridge between two",
-         {{0, 0, 50, 50}, {70, 0, 120, 50}, {48, 0, 72, 50}},
-         {{0, 0, 120, 50}}},
-    };
-    for (const auto& c : cases) {
-        EXPECT_EQ(merged(c.added), c.expected) << c.what;
-    }
-}
-
 TEST(NSDamageRegion, CoversAllThatWasAddedAndLittleElse) {
     std::mt19937 random(1);
     const NSBackingRect bounds{-300, 100, 300, 500};
@@ -118,10 +77,12 @@ TEST(NSDamageRegion, CoversAllThatWasAddedAndLittleElse) {
             // grid) the cells that were touched.
             const std::int64_t allowed = std::min<std::int64_t>(
                 wantedCount * 3 / 2 + count * 64 * 64, bounds.area() * 5 / 4);
-            EXPECT_LE(areaOf(out), allowed);
+            std::int64_t area = 0;
             for (const NSBackingRect& rect : out) {
                 EXPECT_TRUE(bounds.contains(rect));
+                area += rect.area();
             }
+            EXPECT_LE(area, allowed);
         }
     }
 }
@@ -130,15 +91,4 @@ TEST(NSDamageRegion, DamageEverywhereBecomesFewRectangles) {
     std::mt19937 random(2);
     const auto added = anyRects(random, 10000, {0, 0, 1900, 1060}, 40);
     EXPECT_LE(merged(added).size(), 4U);
-}
-
-TEST(NSDamageRegion, NewBoundsKeepWhatLiesWithin) {
-    NSDamageRegion region;
-    region.setBounds(screen);
-    region.add({0, 0, 10, 10});
-    region.add({500, 500, 510, 510});
-    region.setBounds({400, 400, 505, 505});
-    std::vector<NSBackingRect> out;
-    region.take(out);
-    EXPECT_EQ(out, (std::vector<NSBackingRect>{{500, 500, 505, 505}}));
 }

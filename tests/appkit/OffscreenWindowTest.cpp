@@ -7,11 +7,9 @@
 #include <cmath>
 #include <cstdint>
 #include <memory>
-#include <numbers>
 #include <random>
 #include <vector>
 
-#include "platform/appkit/NSTextField.h"
 #include "tests/appkit/PaintedView.h"
 
 using namespace orvane::platform;
@@ -41,7 +39,6 @@ std::shared_ptr<NSView> block(const CGRect& frame, const CGColor& color) {
 }
 
 constexpr CGColor red{1, 0, 0, 1};
-constexpr CGColor green{0, 1, 0, 1};
 constexpr CGColor blue{0, 0, 1, 1};
 
 // A tree of views and the changes that a seed makes of it. Two of the same seed go the same way.
@@ -143,12 +140,7 @@ TEST(OffscreenWindow, ComposedPieceByPieceEqualsComposedAtOnce) {
         }
         pieces.window.display();
         whole.window.display();
-        const std::vector<std::uint32_t> a = picture(pieces.window);
-        const std::vector<std::uint32_t> b = picture(whole.window);
-        ASSERT_EQ(a.size(), b.size());
-        const auto at = std::mismatch(a.begin(), a.end(), b.begin()).first - a.begin();
-        const int width = pieces.window.pixelWidth();
-        EXPECT_TRUE(a == b) << "seed " << seed << ", at " << at % width << ", " << at / width;
+        EXPECT_TRUE(picture(pieces.window) == picture(whole.window)) << "seed " << seed;
     }
 }
 
@@ -175,8 +167,6 @@ TEST(OffscreenWindow, ComposesOnlyWhatChanged) {
     EXPECT_EQ(composed(), (Rects{{10, 10, 40, 40}, {210, 160, 240, 190}}));
     views[1]->setHidden(true);
     EXPECT_EQ(composed(), (Rects{{110, 10, 140, 40}}));
-    views[1]->setNeedsDisplayInRect({{5, 5}, {5, 5}});
-    EXPECT_EQ(composed(), Rects{});
     views[2]->layer()->setOpacity(0.5);
     EXPECT_EQ(composed(), (Rects{{210, 10, 240, 40}}));
     views[3]->removeFromSuperviewWithoutNeedingDisplay();
@@ -185,50 +175,6 @@ TEST(OffscreenWindow, ComposesOnlyWhatChanged) {
     composed();
     views[6]->layer()->setZPosition(-1);
     EXPECT_EQ(composed().size(), 1U) << "only around where the two lie over one another";
-    views[8]->layer()->setZPosition(1);
-    views[8]->layer()->setZPosition(0);
-    EXPECT_EQ(composed(), Rects{});
-    window.setContentView(nullptr);
-    composed();
-    EXPECT_EQ(pixel(window, 5, 5), 0U);
-}
-
-TEST(OffscreenWindow, OpacityIsOfTheGroup) {
-    OffscreenWindow window({30, 10});
-    const auto root = block({{0, 0}, {30, 10}}, {1, 1, 1, 1});
-    const auto group = block({{0, 0}, {20, 10}}, red);
-    group->addSubview(block({{10, 0}, {20, 10}}, green));
-    group->layer()->setOpacity(0.5);
-    root->addSubview(group);
-    window.setContentView(root);
-    window.display();
-    EXPECT_EQ(pixel(window, 5, 5), 0xFFFF7F7FU);
-    EXPECT_EQ(pixel(window, 15, 5), 0xFF7FFF7FU) << "the red below does not shine through";
-    EXPECT_EQ(pixel(window, 25, 5), 0xFF7FFF7FU);
-}
-
-TEST(OffscreenWindow, TransformsTurnAboutTheAnchorPoint) {
-    OffscreenWindow window({100, 100}, 2);
-    const auto root = block({{0, 0}, {100, 100}}, {});
-    const auto hand = block({{50, 45}, {40, 10}}, red);
-    hand->layer()->setAnchorPoint({0, 0.5});
-    hand->layer()->setPosition({50, 50});
-    root->addSubview(hand);
-    window.setContentView(root);
-    for (int quarter = 0; quarter < 4; ++quarter) {
-        const double angle = quarter * std::numbers::pi / 2;
-        hand->layer()->setTransform(
-            CATransform3D::makeAffineTransform(CGAffineTransform::makeRotation(angle)));
-        window.display();
-        for (int side = 0; side < 4; ++side) {
-            const int x =
-                100 + static_cast<int>(std::lround(60 * std::cos(side * std::numbers::pi / 2)));
-            const int y =
-                100 + static_cast<int>(std::lround(60 * std::sin(side * std::numbers::pi / 2)));
-            EXPECT_EQ(pixel(window, x, y), side == quarter ? 0xFFFF0000U : 0xFF000000U)
-                << quarter << " " << side;
-        }
-    }
 }
 
 TEST(OffscreenWindow, ATransformWithoutInverseShowsNothingAndHarmsNobody) {
@@ -248,63 +194,4 @@ TEST(OffscreenWindow, ATransformWithoutInverseShowsNothingAndHarmsNobody) {
     odd->layer()->setTransform(CATransform3DIdentity);
     window.display();
     EXPECT_EQ(pixel(window, 5, 5), 0xFFFF0000U);
-}
-
-TEST(OffscreenWindow, ANewSizeOrScaleShowsTheSameViews) {
-    OffscreenWindow window({50, 50});
-    const auto root = block({{0, 0}, {100, 100}}, blue);
-    root->addSubview(std::make_shared<PaintedView>(CGRect{{60, 60}, {30, 30}}));
-    window.setContentView(root);
-    window.display();
-    window.setContentSize({100, 100});
-    window.display();
-    EXPECT_EQ(pixel(window, 75, 75), 0xFFFF0000U);
-    window.setBackingScaleFactor(3);
-    window.display();
-    EXPECT_EQ(window.pixelWidth(), 300);
-    EXPECT_EQ(pixel(window, 225, 225), 0xFFFF0000U);
-    EXPECT_EQ(pixel(window, 30, 30), 0xFF0000FFU);
-    window.setContentSize({std::nan(""), -1});
-    window.display();
-    EXPECT_GE(window.pixelWidth(), 1);
-}
-
-TEST(OffscreenWindow, AControlPaintsALikenessOfItself) {
-    OffscreenWindow window({120, 40});
-    const auto field = std::make_shared<NSTextField>();
-    field->setFrame({{10, 5}, {100, 30}});
-    window.setContentView(field);
-    const auto darkPixels = [&window] {
-        window.display();
-        const std::vector<std::uint32_t> all = picture(window);
-        return std::count_if(all.begin(), all.end(),
-                             [](std::uint32_t p) { return p >> 24 == 0xFF && (p & 0xFF) < 0x80; });
-    };
-    EXPECT_EQ(darkPixels(), 0);
-    EXPECT_EQ(pixel(window, 60, 20), 0xFFFFFFFFU);
-    field->setStringValue("text");
-    EXPECT_GT(darkPixels(), 20);
-    field->setEnabled(false);
-    field->setStringValue("");
-    EXPECT_EQ(darkPixels(), 0);
-    EXPECT_NE(pixel(window, 60, 20), 0xFFFFFFFFU);
-}
-
-TEST(OffscreenWindow, ThousandsOfViewsInOneAnotherShow) {
-    OffscreenWindow window({20, 20});
-    std::shared_ptr<NSView> root = block({{0, 0}, {20, 20}}, blue);
-    NSView* innermost = root.get();
-    for (int i = 0; i < 3000; ++i) {
-        const auto next = std::make_shared<NSView>();
-        next->setFrame({{0, 0}, {20, 20}});
-        innermost->addSubview(next);
-        innermost = next.get();
-    }
-    window.setContentView(root);
-    innermost->layer()->setBackgroundColor(red);
-    window.display();
-    EXPECT_EQ(pixel(window, 10, 10), 0xFFFF0000U);
-    EXPECT_EQ(root->hitTest({10, 10}), innermost);
-    window.setContentView(nullptr);
-    root.reset();
 }
