@@ -159,16 +159,6 @@ TEST_F(ValueAnimationTest, RepeatsAsOftenAsItIsTold) {
     }
 }
 
-TEST_F(ValueAnimationTest, OnlyOpacityLeavesTheLayerOpaque) {
-    view_->layer()->setOpacity(0.3);
-    makeAnimation(AttributeName::TranslationX, {0, 1})->run();
-    clock_.advanceBy(1);
-    EXPECT_EQ(view_->layer()->opacity(), 0.3);
-    makeAnimation(AttributeName::Opacity, {1, 0.2F})->run();
-    clock_.advanceBy(1);
-    EXPECT_EQ(view_->layer()->opacity(), 1.0);
-}
-
 TEST_F(ValueAnimationTest, TurnsAboutItsAnchorPointAndPutsItBackBeforeTheCallback) {
     struct Case {
         bool x, y;

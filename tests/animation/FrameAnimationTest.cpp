@@ -78,15 +78,6 @@ TEST_F(FrameAnimationTest, RisesToExactlyOneAndThenCompletes) {
     }
 }
 
-TEST_F(FrameAnimationTest, RunsSideBySideAndTwice) {
-    const auto animation = makeAnimation(1);
-    animation->run();
-    refresh({0, 0.5});
-    animation->run();
-    refresh({0, 0.5, 0.5});
-    EXPECT_EQ(*log_, (Phases{0, 0.5F, 0.5F, 0, 1, end, 0.5F, 1, end}));
-}
-
 TEST_F(FrameAnimationTest, ACallbackMayReplaceItselfOrRunAgain) {
     // Replaced while it runs, it keeps what it holds until it returns.
     const auto animation = makeAnimation(1);
@@ -138,18 +129,6 @@ TEST_F(FrameAnimationTest, AFailingCallbackGoesOnAndTheCompletionIsNotLost) {
     EXPECT_NO_THROW(delegate.render(0.9F)) << "in the delay";
     EXPECT_THROW(delegate.render(1), std::bad_function_call);
     EXPECT_THROW(delegate.render(2), std::bad_function_call);
-}
-
-TEST_F(FrameAnimationTest, ATickWithoutADelegateOrALinkIsHarmless) {
-    platform::CVDisplayLink link;
-    std::shared_ptr<FrameAnimationDelegate> delegate;
-    EXPECT_EQ(FrameAnimationDelegate::tick(link, {5}, delegate), 0);
-
-    delegate = std::make_shared<FrameAnimationDelegate>(makeAnimation(1));
-    EXPECT_EQ(FrameAnimationDelegate::tick(link, {5'000'000}, delegate), 0);
-    EXPECT_EQ(FrameAnimationDelegate::tick(link, {1'005'000'000}, delegate), 0);
-    EXPECT_EQ(delegate, nullptr);
-    EXPECT_EQ(*log_, (Phases{0, 1, end}));
 }
 
 }  // namespace orvane::display::animation

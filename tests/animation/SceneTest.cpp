@@ -400,32 +400,6 @@ TEST_F(ReplaceTest, ADurationOfNothingEndsAtTheNextPass) {
     }
 }
 
-TEST_F(ReplaceTest, TransitionsFollowOneAnother) {
-    const auto third = makeRect(0, 0, 200, 100, green);
-    replace(old_, new_, Transition::PushFromRight);
-    refresh(0);
-    EXPECT_EQ(state(), "red blue | red red");
-    refresh(0.5);
-    EXPECT_EQ(state(), "red blue | red blue");
-    replace(new_, third, Transition::PushFromRight);
-    refresh(0.5);
-    EXPECT_EQ(state(), "blue green | blue green");
-    refresh(0.5);
-    EXPECT_EQ(state(), "green | green green");
-}
-
-TEST_F(ReplaceTest, AnObjectThatComesBackBeforeItHasGoneStillGoes) {
-    replace(old_, new_, Transition::PushFromRight);
-    refresh(0.25);
-    replace(new_, old_, Transition::PushFromLeft);
-    refresh(0.75);
-    EXPECT_EQ(old_->getLayer()->getDisplay(), nullptr);
-    refresh(0);
-    EXPECT_EQ(new_->getLayer()->getDisplay(), nullptr);
-    EXPECT_EQ(state(), "| black black");
-    EXPECT_FALSE(window_.needsDisplay());
-}
-
 TEST_F(ReplaceTest, EitherSideMayGoDuringTheTransition) {
     replace(old_, new_, Transition::PushFromLeft);
     refresh(0.5);

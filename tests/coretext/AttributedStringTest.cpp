@@ -84,18 +84,6 @@ TEST(AttributedStringTest, ReplacesWhatIsNotUtf8) {
     }
 }
 
-TEST(AttributedStringTest, ACopyKeepsItsTextWhenTheOriginalGrows) {
-    CFMutableAttributedString string;
-    string.append("one", {});
-    const CFMutableAttributedString copy = string;
-    CTAttributes underlined;
-    underlined.underline = true;
-    string.append(" two", underlined);
-    EXPECT_EQ(copy.string(), "one");
-    EXPECT_EQ(string.string(), "one two");
-    EXPECT_EQ(string.runs().size(), 2u);
-}
-
 TEST(AttributedStringTest, ShapesAgainOnlyAfterAChangeOfTextOrFont) {
     registerTestFonts();
     CFMutableAttributedString string;

@@ -45,15 +45,6 @@ TEST_F(FontTest, GivesTheMetricsOfTheFontInUserUnits) {
     }
 }
 
-TEST_F(FontTest, TakesTheDefaultSizeForWhatIsNoSize) {
-    for (const double size : {0.0, -3.0, double{NAN}, double{INFINITY}}) {
-        EXPECT_EQ(CTFont::createWithName("DejaVuSans", size)->size(), CTFont::kDefaultSize);
-    }
-    const auto enormous = CTFont::createWithName("DejaVuSans", 1e30);
-    EXPECT_TRUE(std::isfinite(enormous->ascent()));
-    EXPECT_GT(enormous->ascent(), 1000);
-}
-
 TEST_F(FontTest, RefusesWhatIsNoWholeFont) {
     std::ifstream in(testFont("DejaVuSerif.ttf"), std::ios::binary);
     const std::string good(std::istreambuf_iterator<char>(in), {});

@@ -157,24 +157,6 @@ TEST_F(LayoutTest, BreaksWhereTheScriptAllows) {
     }
 }
 
-TEST_F(LayoutTest, SuggestsTheSizeOfTheLinesThemselves) {
-    const CTFramesetter one(styled("one line"));
-    const CGSize size = one.suggestFrameSize(kUnlimited);
-    EXPECT_NEAR(size.width, widthOf("one line"), 0.001);
-    EXPECT_NEAR(size.height, 16.0 * (1901 + 483) / 2048, 0.01);
-    EXPECT_NEAR(one.suggestFrameSize(size.width).height, size.height, 0.001)
-        << "a text fits into its own width";
-    EXPECT_EQ(CTFramesetter(styled("")).suggestFrameSize(kUnlimited), CGSize());
-
-    const CTFramesetter three(styled("a\n\nb"));
-    const double height = three.suggestFrameSize(kUnlimited).height;
-    EXPECT_NEAR(height, 3 * size.height, 0.001) << "an empty line has the font's height";
-    for (const int fitting : {0, 1, 2, 3}) {
-        const auto frame = three.createFrame({{0, 0}, {100, height / 3 * fitting}});
-        EXPECT_EQ(frame->lines().size(), static_cast<std::size_t>(fitting));
-    }
-}
-
 TEST_F(LayoutTest, AlignsEachParagraphInTheRectangle) {
     const double room = 200 - widthOf("abc");
     const struct {

@@ -126,20 +126,6 @@ TEST_F(PaintTest, ColourComesFromTheTextAndPicturesKeepTheirOwn) {
     EXPECT_EQ(count("text", [](std::uint32_t pixel) { return (pixel & 0xffff00) != 0; }), 0);
 }
 
-TEST_F(PaintTest, TheUnderlineRunsUnderTheWholeText) {
-    const auto plain = line("nnn", 20);
-    const auto before = drawn(*plain, {1, 0, 0, 1, 20, 100});
-    const auto after = drawn(*line("nnn", 20, {}, true), {1, 0, 0, 1, 20, 100});
-    int row = 101;
-    while (row < 110 && pixel(*after, 25, row) == 0) {
-        ++row;
-    }
-    for (int x = 20; x < 20 + static_cast<int>(plain->typographicBounds().width); ++x) {
-        EXPECT_EQ(pixel(*after, x, row), 0xff000000u) << x;
-        EXPECT_EQ(pixel(*before, x, row), 0u);
-    }
-}
-
 TEST_F(PaintTest, HugeTextAndHugeCoordinatesLeaveTheCanvasAlive) {
     CGBitmapContext canvas(kSide, kSide);
     const auto text = line("neighbour", 20);
@@ -159,26 +145,6 @@ TEST_F(PaintTest, HugeTextAndHugeCoordinatesLeaveTheCanvasAlive) {
     draw(canvas, *text, {1, 0, 0, 1, 20, 290});
     EXPECT_GE(coveredArea(canvas), before);
     EXPECT_GT(ink(*text, {1, 0, 0, 1, 20, 290}), 100);
-}
-
-TEST_F(PaintTest, AFramePaintsItsLinesWhereTheyStand) {
-    CFMutableAttributedString string;
-    string.replaceString("first\nsecond");
-    string.setFont(string.range(), CTFont::createWithName("DejaVuSans", 20));
-    const CTFramesetter framesetter(string);
-    const CGSize size = framesetter.suggestFrameSize(200);
-    const auto frame = framesetter.createFrame({{10, 0}, {200, size.height}});
-    CGBitmapContext canvas(kSide, kSide);
-    canvas.translateCTM(0, size.height);
-    canvas.scaleCTM(1, -1);
-    canvas.drawFrame(*frame);
-
-    CGBitmapContext lines(kSide, kSide);
-    for (const auto& [text, origin, bottom] : frame->lines()) {
-        draw(lines, *text, {1, 0, 0, 1, origin.x, size.height - origin.y});
-    }
-    EXPECT_GT(coveredArea(lines), 100);
-    EXPECT_EQ(largestDifference(canvas, lines), 0);
 }
 
 }  // namespace

@@ -123,18 +123,6 @@ TEST_F(ModelDrawable, BoundsHoldTheStrokeInWholeNumbers) {
     }
 }
 
-TEST_F(ModelDrawable, EveryStyleSetterAsksForARepaint) {
-    layer_->takeMarks();
-    shape_->setStrokeWidth(2);
-    EXPECT_EQ(shape_->getFrame(), Box(-1, -1, 12, 12)) << "the cached frame must not survive";
-    shape_->setStrokeDashOffset(3);
-    shape_->setStrokeDashArray({4, 1.5F});
-    EXPECT_EQ(shape_->getStrokeDashArray(), (std::vector<double>{4, 1.5}));
-    shape_->setStrokeDashArray({});
-    shape_->onFillChanged();
-    EXPECT_EQ(layer_->takeMarks(), 5);
-}
-
 TEST_F(ModelDrawable, AClipsFrameIsTheBoundsSeenThroughTheParentAlone) {
     const auto clip = std::make_shared<Clip>();
     const auto layer = std::make_shared<MarkingLayer>();

@@ -116,16 +116,6 @@ TEST_F(ImageTest, AFailureIsOneLineAndLeavesTheImageEmptyWithItsOldBounds) {
     std::filesystem::remove(text);
 }
 
-TEST_F(ImageTest, IsPaintedAtItsOwnSize) {
-    image_->setContent(png_);
-    image_->set(1, 2, 30, 40);
-    image_->setWidth(100);
-    EXPECT_EQ(image_->getBounds(), Box(0, 0, 4, 3));
-    EXPECT_EQ(painted(*image_),
-              "saveGState()\nconcatCTM(1 0 0 1 0 0)\ntranslateCTM(0, 3)\nscaleCTM(1, -1)\n"
-              "drawImage(0 0 4x3, 4, 3)\nrestoreGState()\n");
-}
-
 // The fuzzers' corpus of addresses. What is named broken is no picture.
 TEST_F(ImageTest, TakesDataAddressesThatAreHostile) {
     int count = 0;

@@ -142,19 +142,6 @@ TEST_F(TextTest, ColoursSetBeforeTheContentShow) {
     }
 }
 
-TEST_F(TextTest, ASizeOfZeroLeavesTheSize) {
-    const auto text = makeText();
-    const Box before = text->getBounds();
-    text->setTextSize(0);
-    EXPECT_EQ(text->getBounds(), before);
-    text->setTextSize(32);
-    EXPECT_NEAR(text->getBounds().width, 2 * before.width, 2);
-    for (const float nonsense : {-5.0F, NAN, INFINITY, 1e30F}) {
-        text->setTextSize(nonsense);
-        painted(*text);
-    }
-}
-
 TEST_F(TextTest, SegmentsOfAPlainTextShareTheStyleOfTheFirst) {
     Segment first = segment("on", 20);
     first.x = 7.0F;
@@ -199,17 +186,6 @@ TEST_F(TextTest, WrapsAtItsWidthBelowItsPoint) {
     EXPECT_FALSE(paints(*text, {"drawFrame(5.5 "}));
     text->setWidth(0);
     EXPECT_EQ(text->getTextBounds(), geometry::Size<double>());
-}
-
-TEST_F(TextTest, ParagraphAlignmentIsLostOnAnEmptyText) {
-    const auto late = makeText("abc", true);
-    const auto early = DisplayFactory::createText(true);
-    for (const auto& text : {late, early}) {
-        text->setWidth(200);
-        text->setAlignment(TextAlign::End);
-    }
-    EXPECT_TRUE(paints(*withFont(early, "abc"), {"drawFrame(0 "}));
-    EXPECT_FALSE(paints(*late, {"drawFrame(0 "}));
 }
 
 TEST_F(TextTest, WhatATextCannotDoThrowsAString) {
@@ -307,23 +283,6 @@ TEST_F(AttributedTextTest, FindsTheCharacterUnderAPoint) {
         EXPECT_EQ(text_->getIndexByPoint({10 + each.x, 20 + each.y}), each.index)
             << each.x << " " << each.y;
     }
-}
-
-TEST_F(AttributedTextTest, PlainContentTakesTheTextsOwnStyle) {
-    text_->setContent("plain");
-    text_->setFillColor(0xFFFF0000);
-    text_->setDecoration(true, false);
-    text_->setTextSize(20);
-    EXPECT_TRUE(paints(*text_, {"\"plain\"", "size 20 color 1 0.00390625 0.00390625 1 underline"}));
-
-    // A segment without a font and a size takes these from the text, too.
-    auto own = segment("own\n", 0);
-    own.font.clear();
-    text_->setContent({own, segment("large", 32)});
-    EXPECT_TRUE(paints(*text_, {"\"own\"", "size 20 color", "\"large\"", "size 32 color"}));
-    text_->setContent(std::vector<Segment>());
-    EXPECT_EQ(text_->getTextBounds(), geometry::Size<double>());
-    EXPECT_THROW(text_->setFillColor(LinearGradient()), const char*);
 }
 
 }  // namespace

@@ -48,21 +48,6 @@ TEST_F(DisplayTest, TheWindowTellsItsSizeAndScale) {
     EXPECT_EQ(display_->getScaleFactor(), 1);
 }
 
-TEST_F(DisplayTest, TheViewAroundItSaysWhichWayTheScreenStands) {
-    struct Around : platform::NSView, system::ScreenTypeView {
-        int screenType() const override { return type; }
-        int type = portrait;
-    };
-    EXPECT_FALSE(system::isPortraitScreenOrientation());
-    const auto around = std::make_shared<Around>();
-    window_.setContentView(around);
-    around->addSubview(view_);
-    EXPECT_TRUE(system::isPortraitScreenOrientation());
-    around->type = Around::landscape;
-    EXPECT_FALSE(system::isPortraitScreenOrientation());
-    view_->removeFromSuperviewWithoutNeedingDisplay();
-}
-
 TEST_F(DisplayTest, ReplacingKeepsBothUntilTheTransitionHasEnded) {
     platform::CAVirtualClock clock(1);
     const auto red = rect(0, 0, 200, 150, 0xFFFF0000);

@@ -61,17 +61,6 @@ TEST_F(NativeLayerTest, ANewViewGoesBetweenItsSiblingsAndLiftsTheLaterOnes) {
     EXPECT_EQ(viewOf(high)->layer()->zPosition(), 2);
 }
 
-TEST_F(NativeLayerTest, WhatIsPaintedStandsAboveEveryControlBeforeIt) {
-    root_->add(rect(0, 0, 50, 50, 0xFFFF0000));
-    EXPECT_EQ(pixel(35, 5), shown(0xFF0000));
-    const auto group = DisplayFactory::createContainer();
-    group->add(ColorControl::create({0, 0, 30, 30}));
-    group->add(ColorControl::create({10, 0, 60, 30}));
-    root_->store(root_->getChildren().begin(), group);
-    EXPECT_EQ(pixel(35, 5), shown(0xFF0000));
-    EXPECT_EQ(pixel(60, 5), 0x00FF00U);
-}
-
 TEST_F(NativeLayerTest, TheViewAndItsRecognizerOutliveTheLayerHarmlessly) {
     auto object = rect(0, 0, 50, 50, 0xFFFF0000);
     display_->add(object);
@@ -195,22 +184,6 @@ TEST_F(BitmapLayerTest, FaultyValuesLeaveTheNeighboursOnScreen) {
         front_->setMatrix(a, 0, 0, 0, d, 0);
         expectNeighbours();
     }
-}
-
-TEST_F(NativeLayerTest, ADeepTreeIsPaintedAndHit) {
-    std::shared_ptr<ContainerObject> deepest = DisplayFactory::createContainer();
-    const auto root = deepest;
-    for (int i = 0; i < 10000; ++i) {
-        const auto level = DisplayFactory::createContainer();
-        deepest->add(level);
-        deepest = level;
-    }
-    deepest->add(rect(0, 0, 50, 50, 0xFFABCDEF));
-    display_->add(root);
-    EXPECT_EQ(pixel(25, 25), shown(0xABCDEF));
-    window_.sendEvent({platform::NSEventType::LeftMouseDown, {25, 25}});
-    deepest->add(rect(50, 0, 50, 50, 0xFF00FF00));
-    EXPECT_EQ(pixel(75, 25), shown(0x00FF00));
 }
 
 }  // namespace
