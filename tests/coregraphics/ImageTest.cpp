@@ -49,8 +49,8 @@ constexpr Quadrants kColours = {0xffff0000, 0xff00ff00, 0xff0000ff, 0xffffffff};
 constexpr Quadrants kColoursAndAlpha = {0xffff0000, 0xff00ff00, 0xff0000ff, 0x80808080};
 constexpr Quadrants kGreys = {0xff000000, 0xff555555, 0xffaaaaaa, 0xffffffff};
 constexpr Quadrants kGreysAndAlpha = {0xff000000, 0xff555555, 0xffaaaaaa, 0x80808080};
+constexpr Quadrants kBlackAndWhite = {0xff000000, 0xff000000, 0xffffffff, 0xffffffff};
 
-// Those that the golden pictures do not show.
 TEST(Image, DecodesEveryKindOfFile) {
     struct Case {
         const char* file;
@@ -58,20 +58,33 @@ TEST(Image, DecodesEveryKindOfFile) {
         int tolerance = 0;
     };
     const Case cases[] = {
-        {"png/grey1-interlaced.png", {0xff000000, 0xff000000, 0xffffffff, 0xffffffff}},
+        {"png/grey1.png", kBlackAndWhite},
+        {"png/grey1-interlaced.png", kBlackAndWhite},
+        {"png/grey2.png", kGreys},
         {"png/grey4.png", kGreys},
+        {"png/grey8.png", kGreys},
         {"png/grey8-transparent.png", {0xff000000, 0xff555555, 0, 0xffffffff}},
         {"png/grey16.png", kGreys},
         {"png/rgb8.png", kColours},
         {"png/rgb8-transparent.png", {0xffff0000, 0xff00ff00, 0, 0xffffffff}},
         {"png/rgb16.png", kColours},
+        {"png/rgb16-interlaced.png", kColours},
         {"png/palette1.png", {0xffff0000, 0xff00ff00, 0xffff0000, 0xff00ff00}},
+        {"png/palette2.png", kColours},
+        {"png/palette4.png", kColours},
         {"png/palette8.png", kColoursAndAlpha},
         {"png/greyalpha8.png", kGreysAndAlpha},
+        {"png/greyalpha16.png", kGreysAndAlpha},
+        {"png/rgba8.png", kColoursAndAlpha},
         {"png/rgba8-interlaced.png", kColoursAndAlpha},
         {"png/rgba16.png", kColoursAndAlpha},
+        {"jpeg/baseline.jpg", kColours, 2},
         {"jpeg/baseline-subsampled.jpg", kColours, 4},
+        {"jpeg/progressive.jpg", kColours, 2},
+        {"jpeg/grey.jpg", kGreys, 1},
+        {"jpeg/grey-progressive.jpg", kGreys, 1},
         {"jpeg/rgb.jpg", kColours, 1},
+        {"jpeg/cmyk.jpg", kColours, 1},
         {"jpeg/cmyk-inverted.jpg", kColours, 1},
         {"jpeg/ycck.jpg", kColours, 2},
     };
@@ -123,6 +136,58 @@ TEST(Image, EveryPrefixOfAFileIsBroken) {
     }
 }
 
+TEST(Image, FilesThatCannotBeReadGiveNoProvider) {
+    for (const char* name : {"", "/", "/dev/zero", "/nowhere/at/all", "/proc/self/mem"}) {
+        const auto provider = CGDataProvider::createWithFilename(name);
+        EXPECT_TRUE(!provider || provider->bytes().empty()) << name;
+    }
+}
+
+TEST(Image, RawPixelsThatEndEarlyAreTransparentBehind) {
+    // Two columns and three rows are announced; two pixels and a half are there.
+    const std::vector<unsigned char> bytes = {255, 0, 0, 255, 255, 255, 255, 128, 0, 255};
+    const Image image = CGImage::create(2, 3, 8, *provide(bytes));
+    ASSERT_TRUE(image);
+    const std::vector<std::uint32_t> expected = {0xffff0000, 0x80808080, 0, 0, 0, 0};
+    EXPECT_EQ(std::vector(image->pixels().begin(), image->pixels().end()), expected);
+    EXPECT_FALSE(image->isOpaque());
+}
+
+TEST(Image, AbsurdSizesOfRawPixelsGiveNone) {
+    constexpr std::ptrdiff_t kMost = PTRDIFF_MAX;
+    const auto provider = provide({1, 2, 3, 4});
+    using Sizes = std::array<std::ptrdiff_t, 3>;
+    for (const auto& [width, height, bytesPerRow] :
+         {Sizes{0, 1, 4}, Sizes{1, 0, 4}, Sizes{-1, 1, 4}, Sizes{1, -1, 4}, Sizes{2, 1, 4},
+          Sizes{40'000, 1, 160'000}, Sizes{1, kMost, 4}, Sizes{kMost, kMost, kMost},
+          Sizes{32'767, 32'767, 131'068}}) {
+        EXPECT_EQ(CGImage::create(width, height, bytesPerRow, *provider), nullptr)
+            << width << " by " << height;
+    }
+}
+
+TEST(Image, WritesWhatItReads) {
+    const std::string file = testing::TempDir() + "orvane-image.png";
+    const Image image = CGImage::createWithPixels(3, 1, {0xff102030, 0x80402000, 0});
+    ASSERT_TRUE(image->writePNG(file));
+    const auto provider = CGDataProvider::createWithFilename(file);
+    ASSERT_TRUE(provider);
+    const Image again = CGImage::createWithPNGDataProvider(*provider);
+    ASSERT_TRUE(again);
+    EXPECT_TRUE(std::ranges::equal(image->pixels(), again->pixels()));
+    EXPECT_FALSE(image->writePNG("/nowhere/at/all.png"));
+    std::filesystem::remove(file);
+}
+
+// Draws upright on a canvas whose y axis runs down, as bitmaps are drawn there: flipped locally.
+void drawUpright(CGContext& canvas, const CGImage& image, const CGRect& rect) {
+    canvas.saveGState();
+    canvas.translateCTM(rect.origin.x, rect.origin.y + rect.size.height);
+    canvas.scaleCTM(1, -1);
+    canvas.drawImage({{0, 0}, rect.size}, image);
+    canvas.restoreGState();
+}
+
 TEST(Image, IsCopiedExactlyAtItsSize) {
     for (const char* file : {"png/rgb8.png", "png/rgba8.png"}) {
         const Image image = decodeFile(file);
@@ -134,10 +199,7 @@ TEST(Image, IsCopiedExactlyAtItsSize) {
                 if (clipped) {  // antialiased, though not where it matters
                     canvas.clipToRect({{0.5, 0}, {30, 30}});
                 }
-                // Upright on a canvas whose y axis runs down.
-                canvas.translateCTM(place.x, place.y + 6);
-                canvas.scaleCTM(1, -1);
-                canvas.drawImage({{0, 0}, {8, 6}}, *image);
+                drawUpright(canvas, *image, {place, {8, 6}});
                 for (int y = 0; y < 20; ++y) {
                     for (int x = 0; x < 20; ++x) {
                         const bool inside = x >= 3 && x < 11 && y >= 4 && y < 10;
@@ -149,6 +211,34 @@ TEST(Image, IsCopiedExactlyAtItsSize) {
             }
         }
     }
+}
+
+TEST(Image, IsFilteredWhenScaledAndTurned) {
+    const Image image = CGImage::createWithPixels(2, 1, {0xff000000, 0xffffffff});
+    CGBitmapContext enlarged(40, 20);
+    drawUpright(enlarged, *image, {{0, 0}, {40, 20}});
+    EXPECT_EQ(pixel(enlarged, 2, 10), 0xff000000u);
+    EXPECT_EQ(pixel(enlarged, 37, 10), 0xffffffffu);
+    EXPECT_NEAR(pixel(enlarged, 20, 10) & 255, 128, 12);  // a slope between them
+    EXPECT_EQ(coveredArea(enlarged), 800);
+
+    // A chequered bitmap, reduced, is grey: every pixel takes part.
+    std::vector<std::uint32_t> squares(200 * 200);
+    for (std::size_t i = 0; i < squares.size(); ++i) {
+        squares[i] = (i % 200 + i / 200) % 2 == 0 ? 0xff000000 : 0xffffffff;
+    }
+    const Image chequered = CGImage::createWithPixels(200, 200, std::move(squares));
+    CGBitmapContext reduced(10, 10);
+    drawUpright(reduced, *chequered, {{0, 0}, {10, 10}});
+    EXPECT_NEAR(pixel(reduced, 5, 5) & 255, 128, 4);
+
+    CGBitmapContext turned(60, 60);
+    turned.translateCTM(30, 10);
+    turned.concatCTM(CGAffineTransform::makeRotation(0.7853981633974483));
+    drawUpright(turned, *chequered, {{0, 0}, {20, 20}});
+    EXPECT_NEAR(coveredArea(turned), 400, 2);
+    EXPECT_EQ(pixel(turned, 5, 5), 0u);
+    EXPECT_NEAR(pixel(turned, 30, 24) & 255, 128, 30);
 }
 
 }  // namespace

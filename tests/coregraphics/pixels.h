@@ -39,10 +39,10 @@ inline int difference(std::uint32_t a, std::uint32_t b) {
 // The same of two canvases of one size.
 inline int largestDifference(const CGBitmapContext& a, const CGBitmapContext& b) {
     int largest = 0;
-    const auto pixels = picture(a);
-    const auto others = picture(b);
-    for (std::size_t i = 0; i < pixels.size(); ++i) {
-        largest = std::max(largest, difference(pixels[i], others.at(i)));
+    for (int y = 0; y < a.height(); ++y) {
+        for (int x = 0; x < a.width(); ++x) {
+            largest = std::max(largest, difference(pixel(a, x, y), pixel(b, x, y)));
+        }
     }
     return largest;
 }

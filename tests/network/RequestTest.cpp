@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include "orvane/network/Response.h"
+
 namespace orvane::network {
 namespace {
 
@@ -27,6 +29,11 @@ TEST(Request, BuildsTheUrlThatGoesOut) {
         request.setUrl(url);
         EXPECT_EQ(request.buildUrl(), built);
     }
+    Request twice;
+    twice.setUrl("http://h/p?a=1&b");
+    twice.setUrl("http://other/?h=i");
+    EXPECT_EQ(twice.getUrl(), "http://other/");
+    EXPECT_EQ(twice.buildUrl(), "http://other/?a=1&h=i&b");
 }
 
 TEST(Request, NormalisesFormsAndNothingElse) {
@@ -35,17 +42,45 @@ TEST(Request, NormalisesFormsAndNothingElse) {
     request.addContent("a=b c", "text", "x-www-form-urlencoded", "p=q");
     request.addContent("a=b c", "application", "X-WWW-FORM-URLENCODED");
     request.addTextContent("a=b c");
+    request.addHtmlContent("<p>");
+    request.addJsonContent("{}");
+    request.addXmlContent("<x/>");
     const std::vector<std::pair<std::string, std::string>> expected = {
         {"name=J%C3%B6rg+B&e=%2541&flag", "application/x-www-form-urlencoded"},
         {"a=b+c", "text/x-www-form-urlencoded; p=q"},
         {"a=b c", "application/X-WWW-FORM-URLENCODED"},
         {"a=b c", "text/plain; charset=utf-8"},
+        {"<p>", "text/html"},
+        {"{}", "application/json"},
+        {"<x/>", "application/xml"},
     };
     ASSERT_EQ(request.getContents().size(), expected.size());
     for (std::size_t i = 0; i < expected.size(); ++i) {
         EXPECT_EQ(request.getContents()[i].content, expected[i].first);
         EXPECT_EQ(request.getContents()[i].mime.asString(), expected[i].second);
     }
+}
+
+TEST(Response, IsOkFrom200To399) {
+    for (const auto& [code, isOk] :
+         {std::pair(-1, false), {199, false}, {200, true}, {399, true}, {400, false}}) {
+        EXPECT_EQ(Response::isOkStatus(code), isOk) << code;
+    }
+}
+
+TEST(Response, HoldsTheStorageOfItsBodyAndSoDoCopies) {
+    auto storage = std::make_shared<const std::string>("body");
+    const std::weak_ptr<const std::string> watched = storage;
+    const auto* bytes = reinterpret_cast<const unsigned char*>(storage->data());
+    auto response = std::make_unique<Response>();
+    response->setBody(commons::ByteArray::createFromArray(bytes, storage->size()), storage);
+    storage.reset();
+    auto copy = std::make_unique<Response>(*response);
+    response.reset();
+    EXPECT_FALSE(watched.expired());
+    EXPECT_EQ(copy->getBody().data(), bytes);
+    copy.reset();
+    EXPECT_TRUE(watched.expired());
 }
 
 }  // namespace

@@ -7,7 +7,21 @@
 
 #include <cstdio>
 
-TestCertificate::TestCertificate(const std::string& host)
+namespace {
+
+int chooseHttp2(SSL*, const unsigned char** out, unsigned char* outLength,
+                const unsigned char* offered, unsigned offeredLength, void*) {
+    static const unsigned char wanted[] = {2, 'h', '2'};
+    unsigned char* chosen = nullptr;
+    const int found =
+        SSL_select_next_proto(&chosen, outLength, wanted, sizeof wanted, offered, offeredLength);
+    *out = chosen;
+    return found == OPENSSL_NPN_NEGOTIATED ? SSL_TLSEXT_ERR_OK : SSL_TLSEXT_ERR_NOACK;
+}
+
+}  // namespace
+
+TestCertificate::TestCertificate(const std::string& host, Protocol protocol)
     : server_(SSL_CTX_new(TLS_server_method()), &SSL_CTX_free) {
     const std::unique_ptr<EVP_PKEY, decltype(&EVP_PKEY_free)> key(EVP_EC_gen("P-256"),
                                                                   &EVP_PKEY_free);
@@ -28,6 +42,9 @@ TestCertificate::TestCertificate(const std::string& host)
     X509_sign(certificate, key.get(), EVP_sha256());
     SSL_CTX_use_certificate(server_.get(), certificate);
     SSL_CTX_use_PrivateKey(server_.get(), key.get());
+    if (protocol == Protocol::Http2) {
+        SSL_CTX_set_alpn_select_cb(server_.get(), chooseHttp2, nullptr);
+    }
     std::FILE* file = fdopen(mkstemp(file_.data()), "w");
     PEM_write_X509(file, certificate);
     std::fclose(file);

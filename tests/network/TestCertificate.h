@@ -8,8 +8,10 @@
 // What a TLS server needs, made for one test run: its certificate vouches for itself.
 class TestCertificate {
 public:
+    enum class Protocol { Http1Unsaid, Http2 };
+
     // For this host: "DNS:name" or "IP:address".
-    explicit TestCertificate(const std::string& host);
+    explicit TestCertificate(const std::string& host, Protocol protocol = Protocol::Http1Unsaid);
     ~TestCertificate();
     TestCertificate(const TestCertificate&) = delete;
     TestCertificate& operator=(const TestCertificate&) = delete;

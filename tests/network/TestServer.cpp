@@ -11,6 +11,8 @@
 #include <csignal>
 #include <stdexcept>
 
+#include "Http2Connection.h"
+
 std::string TestServer::Request::header(const std::string& name) const {
     const auto start = head.find("\r\n" + name + ": ");
     if (start == std::string::npos) {
@@ -24,6 +26,7 @@ TestServer::Connection::Connection(int socket, SSL_CTX* tls)
     : socket_(socket), stream_(BIO_new_socket(socket, BIO_NOCLOSE), &BIO_free_all) {
     if (tls != nullptr) {
         stream_.reset(BIO_push(BIO_new_ssl(tls, 0), stream_.release()));
+        BIO_get_ssl(stream_.get(), &tls_);
         isOpen_ = BIO_do_handshake(stream_.get()) == 1;
     }
 }
@@ -140,8 +143,12 @@ void TestServer::serve(int socket) {
     sigaddset(&pipe, SIGPIPE);
     pthread_sigmask(SIG_BLOCK, &pipe, nullptr);
     Connection connection(socket, tls_);
-    for (Request request; connection.isOpen_ && connection.readRequest(request);) {
-        handler_(request, connection);
+    if (connection.tls_ != nullptr && isHttp2(connection.tls_)) {
+        serveHttp2(connection.tls_);
+    } else {
+        for (Request request; connection.isOpen_ && connection.readRequest(request);) {
+            handler_(request, connection);
+        }
     }
     connection.close();
 }

@@ -44,6 +44,7 @@ public:
         int socket_;
         // Bytes as they are, or through TLS.
         std::unique_ptr<BIO, decltype(&BIO_free_all)> stream_;
+        SSL* tls_ = nullptr;
         std::string pending_;
         bool isOpen_ = true;
         int answers_ = 0;
