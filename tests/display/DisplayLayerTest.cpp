@@ -25,8 +25,8 @@ protected:
         sub_->log.clear();
     }
 
-    LayerPointer root_ = std::make_shared<FakeLayer>();
-    LayerPointer sub_ = std::make_shared<FakeLayer>();
+    LayerPointer root_ = std::make_shared<FakeLayer>("root");
+    LayerPointer sub_ = std::make_shared<FakeLayer>("sub");
     std::shared_ptr<Spot> onRoot_ = std::make_shared<Spot>(R(0, 0, 100, 100));
     std::shared_ptr<Spot> onSub_ = std::make_shared<Spot>(R(10, 10, 20, 20));
 };
@@ -64,6 +64,46 @@ TEST_F(DisplayLayerTest, LocksHoldValidationBackUntilTheLastIsGone) {
     EXPECT_EQ(root_->log, "");
 }
 
+TEST_F(DisplayLayerTest, AMoveForcesItsOwnContentAndAResizeTheSublayers) {
+    attach();
+    onRoot_->setArea({5, 0, 100, 100});
+    EXPECT_EQ(root_->log, "layer content! ");
+    EXPECT_EQ(sub_->log, "");
+    clear();
+    onRoot_->setArea({5, 0, 200, 100});
+    EXPECT_EQ(root_->log, "layer content! ");
+    EXPECT_EQ(sub_->log, "layer content ");
+}
+
+TEST_F(DisplayLayerTest, ALayerWithAnEmptyFrameIsNotLookedInto) {
+    attach();
+    const UpdateLock lock(onRoot_);
+    sub_->setAffectsParentFrame(false);
+    onRoot_->setArea({7, 7, 0, 0});
+    clear();
+    root_->validate(false);
+    EXPECT_EQ(root_->log, "layer ");
+    EXPECT_EQ(sub_->log, "");
+    EXPECT_FALSE(root_->isDirty());
+}
+
+TEST_F(DisplayLayerTest, TheFrameTakesInSublayersThatAffectIt) {
+    onSub_->setArea({90, 90, 50, 50});
+    EXPECT_EQ(root_->getLayerFrame(), R(0, 0, 140, 140));
+    sub_->setAffectsParentFrame(false);
+    root_->resetLayerFrame();
+    EXPECT_EQ(root_->getLayerFrame(), R(0, 0, 100, 100));
+    onRoot_->setVisible(false);  // visibility does not enter
+    EXPECT_EQ(root_->getLayerFrame(), R(0, 0, 100, 100));
+}
+
+TEST_F(DisplayLayerTest, CoordinatesAreRelativeToTheFrame) {
+    EXPECT_EQ(sub_->convertPointToScreen({1, 2}), DisplayLayer::Point(11, 12));
+    EXPECT_EQ(sub_->convertPointFromScreen({11, 12}), DisplayLayer::Point(1, 2));
+    EXPECT_EQ(sub_->convertRectFromScreen({20, 20, -5, -5}), R(5, 5, 5, 5));
+    EXPECT_EQ(sub_->convertRectToScreen({5, 5, 1, 1}), R(15, 15, 1, 1));
+}
+
 TEST_F(DisplayLayerTest, ALayerIsHiddenWhenNothingOnItCanBeSeen) {
     EXPECT_FALSE(root_->isHidden());
     onRoot_->setVisible(false);
@@ -77,8 +117,8 @@ TEST_F(DisplayLayerTest, ALayerIsHiddenWhenNothingOnItCanBeSeen) {
 }
 
 TEST_F(DisplayLayerTest, AnEmptiedLayerLeavesAndTheCollapseGoesUp) {
-    const auto wrapper = std::make_shared<FakeLayer>();
-    const auto inner = std::make_shared<FakeLayer>();
+    const auto wrapper = std::make_shared<FakeLayer>("wrapper");
+    const auto inner = std::make_shared<FakeLayer>("inner");
     const auto object = std::make_shared<Spot>();
     inner->addObject(object);
     wrapper->store(wrapper->getSublayers().end(), inner);
@@ -89,8 +129,10 @@ TEST_F(DisplayLayerTest, AnEmptiedLayerLeavesAndTheCollapseGoesUp) {
     EXPECT_EQ(wrapper->getSuperlayer(), nullptr);
     EXPECT_EQ(object->getLayer(), nullptr);
 
+    clear();
     root_->removeObject(onRoot_);
-    EXPECT_EQ(sub_->getSuperlayer(), root_) << "a layer with sublayers stays";
+    EXPECT_EQ(root_->log, "-" + std::to_string(onRoot_->getId()) + " ");
+    EXPECT_EQ(names(*root_), "sub ") << "a layer with sublayers stays";
 }
 
 TEST_F(DisplayLayerTest, ObjectsAreSortedByIndexAndTheDeadComeLast) {
@@ -116,6 +158,23 @@ TEST_F(DisplayLayerTest, ObjectsAreSortedByIndexAndTheDeadComeLast) {
     EXPECT_TRUE(layer->getObjects().back().expired());
     layer->clearObjects();
     EXPECT_TRUE(layer->getObjects().empty());
+}
+
+TEST_F(DisplayLayerTest, ADisplayReachesWhatIsStoredLater) {
+    attach();
+    const auto late = std::make_shared<FakeLayer>("late");
+    root_->store(root_->getSublayers().begin(), late);
+    EXPECT_EQ(late->getDisplay(), root_->getDisplay());
+    root_->erase(root_->getSublayers().begin());
+    EXPECT_EQ(late->getDisplay(), nullptr);
+}
+
+TEST_F(DisplayLayerTest, OnlyALoneOwnerIsTheOwner) {
+    EXPECT_EQ(sub_->getOwner(), nullptr);
+    onSub_->ownLayer();
+    EXPECT_EQ(sub_->getOwner(), onSub_);
+    sub_->addObject(std::make_shared<Spot>());
+    EXPECT_EQ(sub_->getOwner(), nullptr);
 }
 
 }  // namespace

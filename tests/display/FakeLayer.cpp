@@ -5,7 +5,7 @@
 namespace orvane::display {
 
 std::shared_ptr<DisplayLayer> createBitmapLayer() {
-    return std::make_shared<FakeLayer>();
+    return std::make_shared<FakeLayer>("fresh");
 }
 
 }  // namespace orvane::display

@@ -86,6 +86,16 @@ TEST_F(TouchDispatch, WhoGivesUpHandsTheWholeGestureOn) {
     EXPECT_EQ(log_, "a0 b0 ab am ae bb bm b! be ");
 }
 
+TEST_F(TouchDispatch, NobodyThereOrNobodyWilling) {
+    EXPECT_EQ(handler_.touchBegan(root_, {5, 5}), State::Failed);
+    listen(first_, "a", {State::Failed});
+    listen(second_, "b", {State::Failed});
+    EXPECT_EQ(handler_.touchBegan(root_, {5, 5}), State::Failed);
+    EXPECT_EQ(handler_.touchMoved({5, 5}), State::Failed);
+    EXPECT_EQ(log_, "a0 b0 ab bb ");
+    handler_.invokeActiveListenerAction();
+}
+
 TEST_F(TouchDispatch, EventsCarryTheGesturesPlaces) {
     const auto a = listen(first_, "a", {State::Possible});
     handler_.touchBegan(root_, {1, 2});
@@ -109,6 +119,21 @@ TEST_F(TouchDispatch, HitsAreTheVisibleUnderThePointEdgesIncluded) {
     log_.clear();
     handler_.touchBegan(root_, {30, 10});
     EXPECT_EQ(log_, "");
+}
+
+TEST_F(TouchDispatch, TheWalkGoesOnBehindTheRootAndEndsAtAnotherLayer) {
+    const auto sibling = std::make_shared<Spot>();
+    const auto onOther = std::make_shared<Spot>();
+    const auto behind = std::make_shared<Spot>();
+    const auto outer = std::make_shared<Group>();
+    onOther->extractIntoLayer(std::make_shared<FakeLayer>("other"));
+    for (const auto& object : {std::make_shared<Spot>(), sibling, onOther, behind}) {
+        outer->add(object);
+    }
+    listen(sibling, "s", {State::Possible});
+    listen(behind, "x", {State::Possible});
+    handler_.touchBegan(outer->getChildren().front(), {5, 5});
+    EXPECT_EQ(log_, "s0 sb ");
 }
 
 TEST_F(TouchDispatch, AListenerMayStartOverOrTakeItsObjectAway) {
