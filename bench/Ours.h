@@ -3,7 +3,7 @@
 #include <memory>
 
 #include "bench/Measure.h"
-#include "orvane/display/DisplayView.h"
+#include "orvane/display/native/DisplayView.h"
 #include "orvane/orvane.h"
 #include "platform/offscreen/OffscreenWindow.h"
 

@@ -1,4 +1,4 @@
-# The targets every room adds to, and the compile rules they share.
+# The targets that every module adds its sources to, and the compile options they share.
 
 add_library(orvane_options INTERFACE)
 target_compile_features(orvane_options INTERFACE cxx_std_20)
@@ -19,15 +19,15 @@ endif()
 target_include_directories(orvane_options INTERFACE ${PROJECT_SOURCE_DIR})
 
 # The model: trees, geometry, shapes and requests as data. It links the C++ standard library and
-# nothing else, and its own test binary links nothing else either: the build proves the seam.
+# nothing else, and its test programs link only the model: the build enforces the separation.
 add_library(orvane_model OBJECT)
 target_link_libraries(orvane_model PRIVATE orvane_options)
 
-# Everything that stands on the desktop: the platform rooms and the classes bound to them.
+# The platform modules and the classes that are bound to them.
 add_library(orvane_platform OBJECT)
 target_link_libraries(orvane_platform PRIVATE orvane_options)
 
-# liborvane.so. Rooms add what they link with orvane_link_platform().
+# liborvane.so. Modules add what they link with orvane_link_platform().
 add_library(orvane SHARED)
 add_library(orvane::orvane ALIAS orvane)
 target_sources(orvane PRIVATE $<TARGET_OBJECTS:orvane_model> $<TARGET_OBJECTS:orvane_platform>)
@@ -38,7 +38,7 @@ target_include_directories(orvane INTERFACE
     $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}> $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>)
 target_compile_features(orvane INTERFACE cxx_std_20)
 
-# The same code as static libraries, so that tests reach what the shared library hides.
+# The same code as static libraries, so that tests can call what the shared library hides.
 add_library(orvane_model_static STATIC $<TARGET_OBJECTS:orvane_model>)
 set_target_properties(orvane_model_static PROPERTIES LINKER_LANGUAGE CXX)
 target_link_libraries(orvane_model_static PUBLIC orvane_options)

@@ -6,8 +6,8 @@
 
 #include "host/EventScript.h"
 #include "host/Options.h"
-#include "host/accessibilityLabels.h"
 #include "orvane/display/Display.h"
+#include "orvane/embedding/accessibilityLabels.h"
 
 namespace orvane::host {
 
@@ -28,7 +28,7 @@ GTKHost::GTKHost(const Options& options, const EventScript& script)
       session_(content_, options.resources) {
     content_.setResizeHandler([this](platform::CGSize size) { session_.resize(size); });
     content_.setAccessibilityLabels(
-        [] { return accessibilityLabels(*display::Display::instance()); });
+        [] { return embedding::accessibilityLabels(*display::Display::instance()); });
     window_.set_title("Orvane");
     window_.set_child(content_.widget());
     window_.signal_close_request().connect(

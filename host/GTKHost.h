@@ -7,10 +7,10 @@
 #include <optional>
 
 #include "host/Playback.h"
-#include "host/Session.h"
 #include "host/TerminationSignals.h"
 #include "host/Timer.h"
 #include "host/output.h"
+#include "orvane/embedding/Session.h"
 #include "platform/gtk/GTKWindow.h"
 
 namespace orvane::host {
@@ -45,7 +45,7 @@ private:
     platform::GTKWindow content_;
     Gtk::Window window_;
     TerminationSignals signals_;
-    Session session_;
+    embedding::Session session_;
     std::optional<Playback> playback_;
     std::optional<Timer> timer_;
     bool due_ = false;

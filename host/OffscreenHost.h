@@ -3,9 +3,9 @@
 #include <functional>
 #include <optional>
 
-#include "host/Session.h"
 #include "host/TerminationSignals.h"
 #include "host/output.h"
+#include "orvane/embedding/Session.h"
 #include "platform/offscreen/OffscreenWindow.h"
 #include "platform/quartzcore/CAMediaTime.h"
 
@@ -48,7 +48,7 @@ private:
     bool terminated_ = false;
     std::function<void()> onTerminate_;
     TerminationSignals signals_;
-    Session session_;
+    embedding::Session session_;
     std::size_t nextEvent_ = 0;
 };
 

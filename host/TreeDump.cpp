@@ -10,12 +10,12 @@
 #include <typeinfo>
 #include <vector>
 
-#include "host/childrenOf.h"
-#include "host/preOrder.h"
 #include "orvane/display/Display.h"
-#include "orvane/display/DisplayLayer.h"
-#include "orvane/display/DisplayObject.h"
 #include "orvane/display/native/NativeLayer.h"
+#include "orvane/display/tree/DisplayLayer.h"
+#include "orvane/display/tree/DisplayObject.h"
+#include "orvane/embedding/childrenOf.h"
+#include "orvane/embedding/preOrder.h"
 #include "platform/appkit/NSView.h"
 #include "platform/quartzcore/CALayer.h"
 
@@ -61,9 +61,10 @@ const auto sublayersOf = [](const DisplayLayer& layer) -> const auto& {
 
 LayerNumbers numberLayers(const Display& display) {
     LayerNumbers numbers;
-    preOrder(rootLayers(display), sublayersOf, [&numbers](const DisplayLayer& layer, int) {
-        numbers.emplace(&layer, static_cast<int>(numbers.size()) + 1);
-    });
+    embedding::preOrder(rootLayers(display), sublayersOf,
+                        [&numbers](const DisplayLayer& layer, int) {
+                            numbers.emplace(&layer, static_cast<int>(numbers.size()) + 1);
+                        });
     return numbers;
 }
 
@@ -96,11 +97,13 @@ void printLayer(std::ostream& out, DisplayLayer& layer, int depth, const LayerNu
 void dumpTree(std::ostream& out, const Display& display) {
     const LayerNumbers numbers = numberLayers(display);
     out << "objects\n";
-    preOrder(display.getObjects(), childrenOf,
-             [&](DisplayObject& object, int depth) { printObject(out, object, depth, numbers); });
+    embedding::preOrder(
+        display.getObjects(), embedding::childrenOf,
+        [&](DisplayObject& object, int depth) { printObject(out, object, depth, numbers); });
     out << "layers\n";
-    preOrder(rootLayers(display), sublayersOf,
-             [&](DisplayLayer& layer, int depth) { printLayer(out, layer, depth, numbers); });
+    embedding::preOrder(rootLayers(display), sublayersOf, [&](DisplayLayer& layer, int depth) {
+        printLayer(out, layer, depth, numbers);
+    });
 }
 
 }  // namespace orvane::host

@@ -10,9 +10,9 @@
 #include "orvane/network/Response.h"
 #include "platform/dispatch/dispatch.h"
 #include "platform/foundation/NSData.h"
-#include "platform/foundation/NSError.h"
-#include "platform/foundation/NSHTTPURLResponse.h"
-#include "platform/foundation/NSURLSession.h"
+#include "platform/urlsession/NSError.h"
+#include "platform/urlsession/NSHTTPURLResponse.h"
+#include "platform/urlsession/NSURLSession.h"
 
 using orvane::network::Request;
 using orvane::network::RequestService;

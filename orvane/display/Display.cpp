@@ -4,12 +4,13 @@
 #include <unordered_set>
 
 #include "orvane/commons/eraseFromCollection.h"
-#include "orvane/display/ContainerObject.h"
-#include "orvane/display/DisplayLayer.h"
-#include "orvane/display/DisplayView.h"
 #include "orvane/display/animation/Transition.h"
+#include "orvane/display/native/DisplayView.h"
 #include "orvane/display/native/NativeLayer.h"
 #include "orvane/display/registerFont.h"
+#include "orvane/display/tree/ContainerObject.h"
+#include "orvane/display/tree/DisplayLayer.h"
+#include "orvane/system/screenView.h"
 #include "orvane/system/system.h"
 #include "orvane/thread/dispatch.h"
 #include "platform/appkit/NSWindow.h"
@@ -222,3 +223,7 @@ void DeleteDisplayObject(const std::shared_ptr<DisplayObject>& object) {
 }
 
 }  // namespace orvane::display
+
+const orvane::platform::NSView* orvane::system::screenView() {
+    return display::Display::instance()->getView()->superview();
+}

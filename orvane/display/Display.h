@@ -6,7 +6,7 @@
 
 #include "orvane/commons/Export.h"
 #include "orvane/commons/virtual_enable_shared_from_this.h"
-#include "orvane/display/FrameChangedEvent.h"
+#include "orvane/display/events/FrameChangedEvent.h"
 #include "orvane/display/geometry/Size.h"
 #include "orvane/notification/Notifier.h"
 

@@ -10,12 +10,12 @@
 #include "orvane/thread/dispatch.h"
 #include "platform/dispatch/dispatch.h"
 #include "platform/foundation/NSData.h"
-#include "platform/foundation/NSError.h"
-#include "platform/foundation/NSHTTPURLResponse.h"
-#include "platform/foundation/NSMutableURLRequest.h"
-#include "platform/foundation/NSURL.h"
-#include "platform/foundation/NSURLSession.h"
-#include "platform/foundation/NSURLSessionDataTask.h"
+#include "platform/urlsession/NSError.h"
+#include "platform/urlsession/NSHTTPURLResponse.h"
+#include "platform/urlsession/NSMutableURLRequest.h"
+#include "platform/urlsession/NSURL.h"
+#include "platform/urlsession/NSURLSession.h"
+#include "platform/urlsession/NSURLSessionDataTask.h"
 
 namespace orvane::network {
 

@@ -5,7 +5,7 @@
 
 #include "platform/appkit/NSGraphicsContext.h"
 #include "platform/appkit/NSView.h"
-#include "platform/coregraphics/CGBitmapContext.h"
+#include "platform/raster/CGBitmapContext.h"
 
 namespace orvane::platform {
 

@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <utility>
 
-#include "platform/coregraphics/Blend.h"
 #include "platform/coregraphics/CGDataProvider.h"
 #include "platform/coregraphics/imageLimits.h"
+#include "platform/coregraphics/premultiplied.h"
 
 namespace orvane::platform {
 

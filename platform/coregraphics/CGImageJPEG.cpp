@@ -10,10 +10,10 @@
 
 #include <jerror.h>
 
-#include "platform/coregraphics/Blend.h"
 #include "platform/coregraphics/CGDataProvider.h"
 #include "platform/coregraphics/CGImage.h"
 #include "platform/coregraphics/imageLimits.h"
+#include "platform/coregraphics/premultiplied.h"
 
 namespace orvane::platform {
 

@@ -44,7 +44,7 @@ GTKRoot::GTKRoot(CGSize size, Delegate delegate)
 
 GTKRoot::~GTKRoot() = default;
 
-void GTKRoot::setLabels(const std::vector<GTKWindow::Label>& labels) {
+void GTKRoot::setLabels(const std::vector<NSAccessibilityLabel>& labels) {
     labels_.resize(std::min(labels_.size(), labels.size()));
     while (labels_.size() < labels.size()) {
         labels_.push_back(std::make_unique<GTKAccessibleElement>(*this));

@@ -31,7 +31,7 @@ public:
     ~GTKRoot() override;
 
     // What assistive technology finds here.
-    void setLabels(const std::vector<GTKWindow::Label>& labels);
+    void setLabels(const std::vector<NSAccessibilityLabel>& labels);
 
     // In points: as allocated, or as asked for before that.
     CGSize size() const { return size_; }

@@ -102,7 +102,7 @@ void GTKWindow::didPaintView(NSView& view, std::span<const NSBackingRect> rects)
     GTKView::of(view)->takeTiles(view, rects);
 }
 
-void GTKWindow::setAccessibilityLabels(std::function<std::vector<Label>()> labels) {
+void GTKWindow::setAccessibilityLabels(std::function<std::vector<NSAccessibilityLabel>()> labels) {
     labels_ = std::move(labels);
 }
 

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "orvane/commons/Export.h"
+#include "platform/appkit/NSAccessibilityLabel.h"
 #include "platform/appkit/NSWindow.h"
 
 namespace Gtk {
@@ -39,14 +40,10 @@ public:
     // Told at the beginning of the display pass that follows a resize: resize the views there.
     void setResizeHandler(std::function<void(CGSize)> handler);
 
-    // A text and what it stands at, in points of the window.
-    struct Label {
-        std::string text;
-        CGRect frame;
-    };
-    // Who knows what assistive technology is to find in the window. Asked again some time after the
-    // window has shown something new, and not while it stays as it is.
-    void setAccessibilityLabels(std::function<std::vector<Label>()> labels);
+    // Sets the function that lists what assistive technology finds in the window, usually
+    // embedding::accessibilityLabels. It is called again some time after the window has shown
+    // something new, and not while the window is unchanged.
+    void setAccessibilityLabels(std::function<std::vector<NSAccessibilityLabel>()> labels);
 
     // What the desktop shows of this window, as a PNG. To be called when the frame clock has
     // painted a frame: GTK has no picture of what waits to be drawn. False when there is none, or
@@ -69,7 +66,7 @@ private:
     std::unique_ptr<GTKRoot> root_;
     std::optional<double> scale_;
     std::function<void(CGSize)> resizeHandler_;
-    std::function<std::vector<Label>()> labels_;
+    std::function<std::vector<NSAccessibilityLabel>()> labels_;
     unsigned int labelsTimer_ = 0;
     bool resized_ = false;    // since the last frame
     bool scheduled_ = false;  // a frame is asked for

@@ -7,7 +7,7 @@
 #include <utility>
 
 #include "platform/appkit/NSBackingStore.h"
-#include "platform/coregraphics/CGBitmapContext.h"
+#include "platform/raster/CGBitmapContext.h"
 
 namespace orvane::platform {
 

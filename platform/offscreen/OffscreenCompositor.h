@@ -9,9 +9,9 @@
 #include "platform/appkit/NSBackingRect.h"
 #include "platform/appkit/NSDamageRegion.h"
 #include "platform/appkit/NSView.h"
-#include "platform/coregraphics/Blend.h"
 #include "platform/coregraphics/CGAffineTransform.h"
-#include "platform/coregraphics/PixmanImage.h"
+#include "platform/raster/Blend.h"
+#include "platform/raster/PixmanImage.h"
 
 namespace orvane::platform {
 

@@ -7,9 +7,9 @@
 #include <string>
 #include <vector>
 
-#include "platform/coregraphics/CGBitmapContext.h"
 #include "platform/coregraphics/CGDataProvider.h"
-#include "tests/coregraphics/pixels.h"
+#include "platform/raster/CGBitmapContext.h"
+#include "tests/raster/pixels.h"
 
 namespace orvane::platform {
 namespace {

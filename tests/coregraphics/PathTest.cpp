@@ -5,7 +5,7 @@
 #include <cmath>
 
 #include "platform/coregraphics/CGRecordingContext.h"
-#include "tests/coregraphics/paths.h"
+#include "tests/raster/paths.h"
 
 namespace orvane::platform {
 namespace {

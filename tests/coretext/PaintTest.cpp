@@ -9,8 +9,8 @@
 #include "platform/coretext/CTFrame.h"
 #include "platform/coretext/CTFramesetter.h"
 #include "platform/coretext/CTLine.h"
-#include "tests/coregraphics/pixels.h"
 #include "tests/coretext/registerTestFonts.h"
+#include "tests/raster/pixels.h"
 
 namespace orvane::platform {
 namespace {

@@ -2,11 +2,11 @@
 #include <cstdint>
 #include <string_view>
 
-#include "platform/coregraphics/CGBitmapContext.h"
 #include "platform/coretext/CFMutableAttributedString.h"
 #include "platform/coretext/CTFont.h"
 #include "platform/coretext/CTFrame.h"
 #include "platform/coretext/CTFramesetter.h"
+#include "platform/raster/CGBitmapContext.h"
 
 using namespace orvane::platform;
 

@@ -1,8 +1,8 @@
 #include <gtest/gtest.h>
 
 #include "orvane/orvane.h"
-#include "platform/coregraphics/CGBitmapContext.h"
 #include "platform/coregraphics/CGImage.h"
+#include "platform/raster/CGBitmapContext.h"
 #include "tests/coretext/registerTestFonts.h"
 #include "tests/graphics/painted.h"
 #include "tests/support/GoldenImage.h"

@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "tests/display/FakeLayer.h"
+#include "tests/tree/FakeLayer.h"
 
 namespace orvane::display {
 

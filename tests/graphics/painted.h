@@ -3,8 +3,8 @@
 #include <sstream>
 #include <string>
 
-#include "orvane/display/CurrentCanvas.h"
-#include "orvane/display/DisplayObject.h"
+#include "orvane/display/native/CurrentCanvas.h"
+#include "orvane/display/tree/DisplayObject.h"
 #include "platform/coregraphics/CGRecordingContext.h"
 
 namespace orvane::display {

@@ -9,7 +9,7 @@
 
 #include "tests/host/HostProcess.h"
 #include "tests/host/Picture.h"
-#include "tests/runtime/TemporaryFolder.h"
+#include "tests/support/TemporaryFolder.h"
 
 namespace orvane::tests {
 

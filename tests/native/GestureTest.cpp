@@ -1,6 +1,6 @@
 #include <functional>
 
-#include "Stage.h"
+#include "tests/native/Stage.h"
 
 namespace orvane::display {
 namespace {

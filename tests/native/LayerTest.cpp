@@ -1,6 +1,6 @@
-#include "Stage.h"
-#include "orvane/display/createLayer.h"
+#include "orvane/display/native/createLayer.h"
 #include "platform/quartzcore/CALayer.h"
+#include "tests/native/Stage.h"
 
 namespace orvane::display {
 namespace {

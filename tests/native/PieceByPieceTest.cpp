@@ -1,6 +1,6 @@
 #include <random>
 
-#include "Stage.h"
+#include "tests/native/Stage.h"
 
 namespace orvane::display {
 namespace {

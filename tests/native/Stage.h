@@ -6,8 +6,8 @@
 #include <memory>
 #include <vector>
 
-#include "orvane/display/DisplayView.h"
 #include "orvane/display/native/BitmapLayer.h"
+#include "orvane/display/native/DisplayView.h"
 #include "orvane/display/native/NativeLayer.h"
 #include "orvane/display/native/NativeObject.h"
 #include "orvane/orvane.h"

@@ -13,11 +13,11 @@
 #include <string>
 #include <thread>
 
-#include "TestServer.h"
 #include "orvane/network/Request.h"
 #include "orvane/network/Response.h"
 #include "orvane/network/convert.h"
 #include "platform/dispatch/dispatch.h"
+#include "tests/urlsession/TestServer.h"
 
 namespace orvane::network {
 namespace {

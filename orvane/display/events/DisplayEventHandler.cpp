@@ -2,8 +2,8 @@
 
 #include <utility>
 
-#include "orvane/display/ContainerObject.h"
-#include "orvane/display/DisplayLayer.h"
+#include "orvane/display/tree/ContainerObject.h"
+#include "orvane/display/tree/DisplayLayer.h"
 
 namespace orvane::display::events {
 

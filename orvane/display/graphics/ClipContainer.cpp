@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
-#include "orvane/display/DisplayLayer.h"
-#include "orvane/display/createBitmapLayer.h"
+#include "orvane/display/tree/DisplayLayer.h"
+#include "orvane/display/tree/createBitmapLayer.h"
 
 namespace orvane::display::graphics {
 

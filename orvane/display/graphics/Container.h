@@ -1,7 +1,7 @@
 #pragma once
 
-#include "orvane/display/ContainerObject.h"
 #include "orvane/display/graphics/Drawable.h"
+#include "orvane/display/tree/ContainerObject.h"
 
 namespace orvane::display::graphics {
 

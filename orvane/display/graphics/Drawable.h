@@ -1,6 +1,6 @@
 #pragma once
 
-#include "orvane/display/DisplayObject.h"
+#include "orvane/display/tree/DisplayObject.h"
 
 namespace orvane::display::graphics {
 

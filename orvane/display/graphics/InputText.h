@@ -2,8 +2,8 @@
 
 #include <string>
 
-#include "orvane/display/DisplayObject.h"
 #include "orvane/display/graphics/SizedObject.h"
+#include "orvane/display/tree/DisplayObject.h"
 
 namespace orvane::display::graphics {
 

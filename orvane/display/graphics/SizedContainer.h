@@ -1,8 +1,8 @@
 #pragma once
 
-#include "orvane/display/ContainerObject.h"
 #include "orvane/display/graphics/Drawable.h"
 #include "orvane/display/graphics/SizedObject.h"
+#include "orvane/display/tree/ContainerObject.h"
 
 namespace orvane::display::graphics {
 

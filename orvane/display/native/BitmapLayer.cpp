@@ -1,10 +1,10 @@
 #include "orvane/display/native/BitmapLayer.h"
 
-#include "orvane/display/ContainerObject.h"
-#include "orvane/display/CurrentCanvas.h"
-#include "orvane/display/createBitmapLayer.h"
-#include "orvane/display/createLayer.h"
 #include "orvane/display/native/BitmapView.h"
+#include "orvane/display/native/CurrentCanvas.h"
+#include "orvane/display/native/createLayer.h"
+#include "orvane/display/tree/ContainerObject.h"
+#include "orvane/display/tree/createBitmapLayer.h"
 #include "orvane/thread/dispatch.h"
 #include "platform/coregraphics/CGContext.h"
 

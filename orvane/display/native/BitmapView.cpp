@@ -2,8 +2,8 @@
 
 #include <cmath>
 
-#include "orvane/display/CurrentCanvas.h"
 #include "orvane/display/native/BitmapLayer.h"
+#include "orvane/display/native/CurrentCanvas.h"
 #include "platform/appkit/NSGraphicsContext.h"
 #include "platform/quartzcore/CALayer.h"
 

@@ -1,6 +1,6 @@
 #include "orvane/display/native/DrawableLayer.h"
 
-#include "orvane/display/ContainerObject.h"
+#include "orvane/display/tree/ContainerObject.h"
 
 namespace orvane::display::native {
 

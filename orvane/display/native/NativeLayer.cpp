@@ -1,8 +1,8 @@
 #include "orvane/display/native/NativeLayer.h"
 
-#include "orvane/display/DisplayObject.h"
 #include "orvane/display/geometry/rounding.h"
 #include "orvane/display/native/NGestureRecognizer.h"
+#include "orvane/display/tree/DisplayObject.h"
 #include "orvane/thread/dispatch.h"
 #include "platform/appkit/NSView.h"
 #include "platform/quartzcore/CALayer.h"

@@ -2,8 +2,8 @@
 
 #include <memory>
 
-#include "orvane/display/DisplayLayer.h"
 #include "orvane/display/events/DisplayEventHandler.h"
+#include "orvane/display/tree/DisplayLayer.h"
 
 namespace orvane::platform {
 class NSView;

@@ -2,7 +2,7 @@
 
 #include <memory>
 
-#include "orvane/display/DisplayObject.h"
+#include "orvane/display/tree/DisplayObject.h"
 
 namespace orvane::platform {
 class NSView;

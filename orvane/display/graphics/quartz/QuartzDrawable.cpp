@@ -1,6 +1,6 @@
 #include "orvane/display/graphics/quartz/QuartzDrawable.h"
 
-#include "orvane/display/CurrentCanvas.h"
+#include "orvane/display/native/CurrentCanvas.h"
 #include "platform/coregraphics/CGContext.h"
 
 namespace orvane::display::graphics::quartz {

@@ -1,0 +1,256 @@
+#include "orvane/display/tree/ContainerObject.h"
+
+#include <algorithm>
+
+#include "orvane/commons/reportMisuse.h"
+#include "orvane/display/tree/ChildFrames.h"
+#include "orvane/display/tree/DisplayLayer.h"
+#include "orvane/display/tree/ParentVisibilityScope.h"
+
+namespace orvane::display {
+
+namespace {
+
+using LayerPointer = std::shared_ptr<DisplayLayer>;
+
+// Inserts the layers, in order, before `place`, or at the end when that is null or not a sublayer.
+void insertLayers(DisplayLayer& into, const LayerList& layers, const LayerPointer& place) {
+    auto position = into.find(place);
+    for (const LayerPointer& layer : layers) {
+        position = into.store(position, layer) + 1;
+    }
+}
+
+}  // namespace
+
+ContainerObject::ContainerObject() {
+    container_ = this;
+}
+
+ContainerObject::~ContainerObject() = default;
+
+LayerList ContainerObject::getDescendingLayers() const {
+    LayerList own = DisplayObject::getDescendingLayers();
+    return own.empty() ? getLayersFromSubtree() : own;
+}
+
+LayerList ContainerObject::getLayersFromSubtree() const {
+    const LayerPointer ascending = getAscendingLayer();
+    LayerList result;
+    for (const std::shared_ptr<DisplayObject>& child : children()) {
+        for (LayerPointer& layer : child->getDescendingLayers()) {
+            // Those under a deeper layer follow their superlayer.
+            const LayerPointer superlayer = layer->getSuperlayer();
+            if (!superlayer || superlayer == ascending) {
+                result.push_back(std::move(layer));
+            }
+        }
+    }
+    // A sublayer that several children share is listed once.
+    result.erase(std::unique(result.begin(), result.end()), result.end());
+    return result;
+}
+
+void ContainerObject::validate(const Rect& rect) {
+    const ParentVisibilityScope scope(*this, isVisible());
+    const auto* const touched = childFrames_ ? childFrames_->touching(rect) : nullptr;
+    const std::size_t count = touched != nullptr ? touched->size() : children().size();
+    // By position: this calls itself for every level of the tree, and takes as little stack as it
+    // can.
+    for (std::size_t i = 0; i < count; ++i) {
+        DisplayObject* const child = touched != nullptr ? (*touched)[i] : children()[i].get();
+        if (child->layer_.expired()) {  // one with a layer is validated by the layer
+            child->validate(rect);
+        }
+    }
+    DisplayObject::validate(rect);
+}
+
+void ContainerObject::invalidate(bool mark) {
+    resetFrame();
+    const LayerPointer layer = getAscendingLayer();
+    const ValidationLock lock(layer);  // one whole subtree costs one update of the layer
+    if (layer) {
+        if (mark) {
+            layer->markDirty(shared_from_this());
+        } else {
+            layer->setDirty();
+        }
+    }
+    for (const std::shared_ptr<DisplayObject>& child : children()) {
+        child->invalidate(mark);
+    }
+}
+
+void ContainerObject::clear() {
+    const ValidationLock lock(getAscendingLayer());
+    DisplayContainer<DisplayObject, ContainerObject>::clear();
+}
+
+auto ContainerObject::computeFrame() -> Rect {
+    if (childFrames_) {
+        return childFrames_->unionOfFrames();
+    }
+    Rect result;
+    const bool visible = isVisible();
+    const ParentVisibilityScope scope(*this, visible);
+    for (const std::shared_ptr<DisplayObject>& child : children()) {
+        // A hidden child does not count, but its frame must be known: only a known frame, when it
+        // is forgotten, resets this one, and showing the child has to.
+        const Rect& frame = child->getFrame();
+        if (visible && child->isVisible()) {
+            result.unite(frame);
+        }
+    }
+    return result;
+}
+
+bool ContainerObject::canStore(const std::shared_ptr<DisplayObject>& element) const {
+    const char* fault = nullptr;
+    if (!element) {
+        fault = "nothing is stored, there is no object";
+    } else if (const ContainerObject* const container = element->asContainer()) {
+        // Only what has children, or is this container, can be an ancestor.
+        if (container == this || !container->children().empty()) {
+            for (const ContainerObject* node = this; node != nullptr; node = node->parentOrNull()) {
+                if (node == container) {
+                    fault = "nothing is stored, the object is the container itself or around it";
+                }
+            }
+        }
+    }
+    if (fault != nullptr) {
+        commons::reportMisuse("ContainerObject::store", fault);
+    }
+    return fault == nullptr;
+}
+
+auto ContainerObject::store(Position position, const std::shared_ptr<DisplayObject>& element)
+    -> Position {
+    if (!canStore(element)) {
+        return position;
+    }
+    const LayerPointer elementLayer = element->getLayer();
+    const LayerPointer ascending = getAscendingLayer();
+    const ValidationLock lock(ascending);
+
+    const Position stored =
+        DisplayContainer<DisplayObject, ContainerObject>::store(position, element);
+    if (childFrames_) {
+        childFrames_->add(*element);
+    } else if (children().size() >= ChildFrames::kWorthwhile) {
+        childFrames_ = std::make_unique<ChildFrames>(*this);
+    }
+
+    linkLayers(element, elementLayer, ascending);
+    if (elementLayer) {
+        element->invalidate(true);
+    }
+    // Also for one with a layer: its own frame may not be known yet, and then forgetting it does
+    // not reach this container.
+    resetFrame();
+    return stored;
+}
+
+// The rule: a guest joins the layer of its neighbours when they agree; a subtree that brings layers
+// has them linked under this container's layer at the place that the order of siblings dictates.
+void ContainerObject::linkLayers(const std::shared_ptr<DisplayObject>& element,
+                                 const LayerPointer& elementLayer, const LayerPointer& ascending) {
+    const std::shared_ptr<DisplayObject> next = element->next();
+    const std::shared_ptr<DisplayObject> prev = element->prev();
+    const LayerPointer nextLayer = next ? next->getLayer() : nullptr;
+    const LayerPointer prevLayer = prev ? prev->getLayer() : nullptr;
+
+    if (nextLayer && nextLayer == prevLayer) {
+        if (elementLayer) {
+            const LayerPointer nearest = next->findNearestSublayer(SearchDirection::Forward, true);
+            nextLayer->store(nextLayer->find(nearest), elementLayer);
+        } else {
+            nextLayer->addObject(element);
+        }
+        return;
+    }
+
+    if (nextLayer && prevLayer) {
+        const LayerPointer common = DisplayLayer::findCommonParent(nextLayer, prevLayer);
+        if (ascending && ascending == common) {
+            insertLayers(*ascending, element->getDescendingLayers(),
+                         nextLayer->findChildOf(ascending));
+            // Between two layers of its own level, an element that brings a layer is announced and
+            // one that does not is not: the reverse of the other rows. The split between painted
+            // and native content relies on it.
+            if (elementLayer) {
+                ascending->onAddObjectIntoRenderingTree(element);
+            }
+        } else if (common && !elementLayer) {
+            common->addObject(element);
+        } else if (common) {
+            common->store(common->find(nextLayer->findChildOf(common)), elementLayer);
+        }
+        return;
+    }
+
+    if (!ascending) {
+        return;
+    }
+    if (const LayerList layers = element->getDescendingLayers(); !layers.empty()) {
+        LayerPointer place;
+        if (nextLayer) {
+            place = nextLayer->findChildOf(ascending);
+        } else if (prevLayer) {
+            const LayerPointer below = prevLayer->findChildOf(ascending);
+            place = below ? below->next() : nullptr;
+        } else {
+            const DisplayObject& start = next ? *next : *this;
+            place = start.findNearestSublayer(SearchDirection::Forward, true);
+        }
+        insertLayers(*ascending, layers, place);
+    }
+    if (!elementLayer) {
+        ascending->onAddObjectIntoRenderingTree(element);
+    }
+}
+
+auto ContainerObject::erase(Position position) -> Position {
+    if (position == children().end()) {
+        return position;
+    }
+    const LayerPointer ascending = getAscendingLayer();
+    const ValidationLock lock(ascending);
+    const std::shared_ptr<DisplayObject> element = *position;
+
+    if (const LayerPointer elementLayer = element->getLayer()) {
+        // An owner keeps its layer and stays on it, ready to be stored again.
+        if (element->ownsLayer()) {
+            elementLayer->removeFromParent();
+        } else {
+            elementLayer->removeObject(element);
+        }
+    } else if (ascending) {
+        for (const LayerPointer& layer : element->getDescendingLayers()) {
+            ascending->erase(ascending->find(layer));
+        }
+        ascending->onRemoveObjectFromRenderingTree(element);
+    }
+    resetFrame();
+    if (childFrames_) {
+        childFrames_->remove(*element);
+    }
+    return DisplayContainer<DisplayObject, ContainerObject>::erase(position);
+}
+
+bool ContainerObject::traverse(
+    const std::function<bool(const std::shared_ptr<DisplayObject>&)>& visit) {
+    if (visit(shared_from_this())) {
+        return true;
+    }
+    for (const std::shared_ptr<DisplayObject>& child : children()) {
+        ContainerObject* const container = child->asContainer();
+        if (container != nullptr ? container->traverse(visit) : visit(child)) {
+            return true;
+        }
+    }
+    return false;
+}
+
+}  // namespace orvane::display

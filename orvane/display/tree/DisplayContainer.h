@@ -1,0 +1,198 @@
+#pragma once
+
+#include <iterator>
+#include <utility>
+#include <vector>
+
+#include "orvane/display/tree/DisplayNode.h"
+
+namespace orvane::display {
+
+// A node that owns an ordered vector of children. Parent to child is the only owning direction of a
+// tree. Nothing here locks.
+template <typename T, typename P>
+class DisplayContainer : public virtual DisplayNode<T, P, DisplayTraits> {
+public:
+    using Node = DisplayNode<T, P, DisplayTraits>;
+    using Children = std::vector<std::shared_ptr<T>>;
+    using Position = typename Children::const_iterator;
+
+    ~DisplayContainer() override;
+
+    // Erases the first child until none is left, through the virtual erase, so that a subclass's
+    // bookkeeping runs for each.
+    virtual void clear();
+
+    // Inserts before `position` and links. The element's previous parent is not looked at: erase it
+    // there first. Gives the position of the element.
+    virtual Position store(Position position, const std::shared_ptr<T>& element);
+
+    // Unlinks and removes; gives the position after the erased element. The end position, which
+    // find answers for an element that is not here, erases nothing.
+    virtual Position erase(Position position);
+
+    // Constant time; end for null and for an element that is not a child.
+    Position find(const std::shared_ptr<T>& element) const;
+
+protected:
+    const Children& children() const { return children_; }
+
+private:
+    friend Node;
+
+    void renumberFrom(std::size_t first);
+
+    Children children_;
+};
+
+// ---- DisplayNode ----
+
+template <typename T, typename P, typename Traits>
+P* DisplayNode<T, P, Traits>::parentHoldingThis() const {
+    P* const parent = parentOrNull();
+    if (parent == nullptr) {
+        return nullptr;
+    }
+    const auto& siblings = static_cast<const DisplayContainer<T, P>*>(parent)->children_;
+    const bool here =
+        index_ < siblings.size() && static_cast<const DisplayNode*>(siblings[index_].get()) == this;
+    return here ? parent : nullptr;
+}
+
+template <typename T, typename P, typename Traits>
+std::shared_ptr<T> DisplayNode<T, P, Traits>::next() const {
+    const P* const parent = parentHoldingThis();
+    if (parent == nullptr) {
+        return nullptr;
+    }
+    const auto& siblings = static_cast<const DisplayContainer<T, P>*>(parent)->children_;
+    return index_ + 1 < siblings.size() ? siblings[index_ + 1] : nullptr;
+}
+
+template <typename T, typename P, typename Traits>
+std::shared_ptr<T> DisplayNode<T, P, Traits>::prev() const {
+    const P* const parent = parentHoldingThis();
+    if (parent == nullptr || index_ == 0) {
+        return nullptr;
+    }
+    return static_cast<const DisplayContainer<T, P>*>(parent)->children_[index_ - 1];
+}
+
+template <typename T, typename P, typename Traits>
+std::forward_list<std::shared_ptr<T>> DisplayNode<T, P, Traits>::getPathToRoot() {
+    std::forward_list<std::shared_ptr<T>> path;
+    path.push_front(this->shared_from_this());
+    while (const std::shared_ptr<P> parent = path.front()->getParent()) {
+        path.push_front(parent);
+    }
+    return path;
+}
+
+template <typename T, typename P, typename Traits>
+std::shared_ptr<T> DisplayNode<T, P, Traits>::findCommonParent(const std::shared_ptr<T>& a,
+                                                               const std::shared_ptr<T>& b) {
+    const auto pathA = a->getPathToRoot();
+    const auto pathB = b->getPathToRoot();
+    std::shared_ptr<T> common;
+    for (auto i = pathA.begin(), j = pathB.begin();
+         i != pathA.end() && j != pathB.end() && *i == *j; ++i, ++j) {
+        common = *i;
+    }
+    return common;
+}
+
+template <typename T, typename P, typename Traits>
+std::shared_ptr<T> DisplayNode<T, P, Traits>::findChildOf(const std::shared_ptr<T>& ancestor) {
+    const DisplayNode* const wanted = ancestor.get();
+    DisplayNode* current = this;
+    P* parent = current->parentOrNull();
+    while (parent != nullptr && static_cast<const DisplayNode*>(parent) != wanted) {
+        current = parent;
+        parent = current->parentOrNull();
+    }
+    return parent != nullptr ? current->shared_from_this() : nullptr;
+}
+
+template <typename T, typename P, typename Traits>
+void DisplayNode<T, P, Traits>::removeFromParent() {
+    if (const std::shared_ptr<P> parent = getParent()) {
+        const std::shared_ptr<T> self = this->shared_from_this();
+        parent->erase(parent->find(self));
+    }
+}
+
+// ---- DisplayContainer ----
+
+template <typename T, typename P>
+DisplayContainer<T, P>::~DisplayContainer() {
+    // A subtree that dies with this node is taken apart level by level: left to the vectors, a tree
+    // thousands of levels deep would be destroyed by as many nested calls.
+    Children dying = std::move(children_);
+    while (!dying.empty()) {
+        const std::shared_ptr<T> last = std::move(dying.back());
+        dying.pop_back();
+        if (last.use_count() != 1) {
+            continue;
+        }
+        if (auto* const container = dynamic_cast<DisplayContainer*>(last.get())) {
+            dying.insert(dying.end(), std::make_move_iterator(container->children_.begin()),
+                         std::make_move_iterator(container->children_.end()));
+            container->children_.clear();
+        }
+    }
+}
+
+template <typename T, typename P>
+void DisplayContainer<T, P>::clear() {
+    while (!children_.empty()) {
+        erase(children_.begin());
+    }
+}
+
+template <typename T, typename P>
+auto DisplayContainer<T, P>::store(Position position, const std::shared_ptr<T>& element)
+    -> Position {
+    const auto stored = children_.insert(position, element);
+    Node& node = **stored;
+    node.setParent(this->template as<P>());
+    const auto index = static_cast<std::size_t>(stored - children_.begin());
+    renumberFrom(index);
+    return children_.begin() + static_cast<std::ptrdiff_t>(index);
+}
+
+template <typename T, typename P>
+auto DisplayContainer<T, P>::erase(Position position) -> Position {
+    if (position == children_.end()) {
+        return position;
+    }
+    const std::shared_ptr<T> element = *position;  // must not die inside the operation
+    const auto next = children_.erase(position);
+    Node& node = *element;
+    node.index_ = 0;
+    node.setParent(nullptr);
+    renumberFrom(static_cast<std::size_t>(next - children_.begin()));
+    return next;
+}
+
+template <typename T, typename P>
+auto DisplayContainer<T, P>::find(const std::shared_ptr<T>& element) const -> Position {
+    if (!element) {
+        return children_.end();
+    }
+    const Node& node = *element;
+    const auto* const parent = static_cast<const DisplayContainer*>(node.parentOrNull());
+    if (parent != this || node.index_ >= children_.size() || children_[node.index_] != element) {
+        return children_.end();
+    }
+    return children_.begin() + static_cast<std::ptrdiff_t>(node.index_);
+}
+
+template <typename T, typename P>
+void DisplayContainer<T, P>::renumberFrom(std::size_t first) {
+    for (std::size_t i = first; i < children_.size(); ++i) {
+        Node& node = *children_[i];
+        node.index_ = i;
+    }
+}
+
+}  // namespace orvane::display

@@ -1,0 +1,275 @@
+#include "orvane/display/tree/DisplayLayer.h"
+
+#include <algorithm>
+
+#include "orvane/display/tree/ContainerObject.h"
+
+namespace orvane::display {
+
+namespace {
+
+// Drawing order of the objects on one layer: by index among their siblings, whatever their depth;
+// the dead last. Objects of different parents compare by their places in their own parents: that is
+// the whole rule, and the painting order of split layers rests on it.
+bool sort_objects(const std::weak_ptr<DisplayObject>& a, const std::weak_ptr<DisplayObject>& b) {
+    const std::shared_ptr<DisplayObject> first = a.lock();
+    if (!first) {
+        return false;
+    }
+    const std::shared_ptr<DisplayObject> second = b.lock();
+    return !second || first->getIndex() < second->getIndex();
+}
+
+}  // namespace
+
+DisplayLayer::DisplayLayer() = default;
+
+DisplayLayer::~DisplayLayer() = default;
+
+// ---- dirtiness ----
+
+void DisplayLayer::raiseDirty() {
+    if (!dirty_) {
+        dirty_ = true;
+        layerFrameDirty_ = true;
+        updateState();
+    }
+}
+
+void DisplayLayer::markDirty(const std::shared_ptr<DisplayObject>&) {
+    raiseDirty();
+}
+
+void DisplayLayer::setDirty() {
+    raiseDirty();
+}
+
+void DisplayLayer::setHidden(bool hidden) {
+    if (hidden_ != hidden) {
+        hidden_ = hidden;
+        raiseDirty();
+    }
+}
+
+void DisplayLayer::unlockValidation() {
+    if (validationLock_ != 0) {
+        --validationLock_;
+        updateState();
+    }
+}
+
+void DisplayLayer::updateState() {
+    if (!dirty_ || validationLock_ != 0) {
+        return;
+    }
+    if (const std::shared_ptr<DisplayLayer> superlayer = getSuperlayer()) {
+        superlayer->raiseDirty();
+    } else if (display_) {
+        validate(false);
+    }
+}
+
+void DisplayLayer::validate(bool force) {
+    if (!dirty_ && !force) {
+        return;
+    }
+    validateLayer();
+    const Rect frame = getLayerFrame();
+    if (frame.isEmpty()) {
+        dirty_ = false;
+        validFrame_ = frame;
+        return;
+    }
+    const bool sizeChanged = frame.sizeDiffers(validFrame_);
+    validateContent(frame.differs(validFrame_));
+    // By position: validating may split layers off, which become sublayers at the end of this walk.
+    for (std::size_t i = 0; i < children().size(); ++i) {
+        const std::shared_ptr<DisplayLayer> sublayer = children()[i];
+        sublayer->validate(sizeChanged);  // one that merely moved is not forced
+    }
+    dirty_ = false;
+    validFrame_ = frame;
+}
+
+// ---- frame ----
+
+auto DisplayLayer::getLayerFrame() -> const Rect& {
+    if (layerFrameDirty_) {
+        layerFrame_ = computeLayerFrame();
+        layerFrameDirty_ = false;
+    }
+    return layerFrame_;
+}
+
+void DisplayLayer::resetLayerFrame() {
+    for (DisplayLayer* layer = this; layer != nullptr && !layer->layerFrameDirty_;
+         layer = layer->parentOrNull()) {
+        layer->layerFrameDirty_ = true;
+    }
+}
+
+auto DisplayLayer::computeLayerFrame() -> Rect {
+    Rect result;
+    for (const std::weak_ptr<DisplayObject>& entry : objects_) {
+        if (const std::shared_ptr<DisplayObject> object = entry.lock()) {
+            result.unite(object->getFrame());
+        }
+    }
+    for (const std::shared_ptr<DisplayLayer>& sublayer : children()) {
+        if (sublayer->affectsParentFrame()) {
+            result.unite(sublayer->getLayerFrame());
+        }
+    }
+    return result;
+}
+
+auto DisplayLayer::convertPointToScreen(const Point& point) -> Point {
+    return point + getLayerFrame().position();
+}
+
+auto DisplayLayer::convertPointFromScreen(const Point& point) -> Point {
+    return point - getLayerFrame().position();
+}
+
+auto DisplayLayer::convertRectToScreen(const Rect& rect) -> Rect {
+    return rect.movedBy(getLayerFrame().position()).normalized();
+}
+
+auto DisplayLayer::convertRectFromScreen(const Rect& rect) -> Rect {
+    const Rect& frame = getLayerFrame();
+    return rect.movedBy({-frame.x, -frame.y}).normalized();
+}
+
+bool DisplayLayer::isHidden() const {
+    if (hidden_) {
+        return true;
+    }
+    const bool objectShows = std::any_of(
+        objects_.begin(), objects_.end(), [](const std::weak_ptr<DisplayObject>& entry) {
+            const std::shared_ptr<DisplayObject> object = entry.lock();
+            return object && object->isVisible();
+        });
+    return !objectShows &&
+           std::all_of(children().begin(), children().end(),
+                       [](const std::shared_ptr<DisplayLayer>& each) { return each->isHidden(); });
+}
+
+// ---- objects ----
+
+void DisplayLayer::addObject(const std::shared_ptr<DisplayObject>& object) {
+    linkDescendingLayers(object);
+    object->setLayer(as<DisplayLayer>());
+    objects_.push_back(object);
+    std::sort(objects_.begin(), objects_.end(), sort_objects);
+    onAddObjectIntoRenderingTree(object);
+}
+
+// The layers that the object's subtree brings go under this layer, before the layer of the first
+// later sibling that stands on another one.
+void DisplayLayer::linkDescendingLayers(const std::shared_ptr<DisplayObject>& object) {
+    const LayerList layers = object->getDescendingLayers();
+    if (layers.empty()) {
+        return;
+    }
+    const std::shared_ptr<DisplayLayer> self = as<DisplayLayer>();
+    std::shared_ptr<DisplayLayer> place;
+    if (object->getParent()) {
+        for (std::shared_ptr<DisplayObject> sibling = object->next(); sibling;
+             sibling = sibling->next()) {
+            const std::shared_ptr<DisplayLayer> layer = sibling->getAscendingLayer();
+            if (layer && layer != self) {
+                place = layer->findChildOf(self);
+                break;
+            }
+        }
+    }
+    auto position = find(place);
+    for (const std::shared_ptr<DisplayLayer>& layer : layers) {
+        position = store(position, layer) + 1;
+    }
+}
+
+void DisplayLayer::removeObject(const std::shared_ptr<DisplayObject>& object) {
+    if (const auto container = object->as<ContainerObject>()) {
+        for (const std::shared_ptr<DisplayLayer>& layer : container->getLayersFromSubtree()) {
+            erase(find(layer));
+        }
+    }
+    const auto listed = std::find_if(
+        objects_.begin(), objects_.end(),
+        [&object](const std::weak_ptr<DisplayObject>& entry) { return entry.lock() == object; });
+    if (listed != objects_.end()) {
+        objects_.erase(listed);
+    }
+    object->setLayer(nullptr);
+    if (objects_.empty() && children().empty()) {
+        removeFromParent();
+    } else {
+        onRemoveObjectFromRenderingTree(object);
+    }
+}
+
+void DisplayLayer::clearObjects() {
+    const ValidationLock lock(as<DisplayLayer>());
+    while (!objects_.empty()) {
+        if (const std::shared_ptr<DisplayObject> first = objects_.front().lock()) {
+            removeObject(first);
+        } else {
+            objects_.erase(objects_.begin());
+        }
+    }
+}
+
+void DisplayLayer::onAddObjectIntoRenderingTree(const std::shared_ptr<DisplayObject>& object) {
+    markDirty(object);
+}
+
+void DisplayLayer::onRemoveObjectFromRenderingTree(const std::shared_ptr<DisplayObject>& object) {
+    markDirty(object);
+}
+
+std::shared_ptr<DisplayObject> DisplayLayer::getOwner() const {
+    if (objects_.size() != 1) {
+        return nullptr;
+    }
+    std::shared_ptr<DisplayObject> object = objects_.front().lock();
+    return object && object->ownsLayer() ? object : nullptr;
+}
+
+std::shared_ptr<ContainerObject> DisplayLayer::getObjectsParent() const {
+    for (const std::weak_ptr<DisplayObject>& entry : objects_) {
+        if (const std::shared_ptr<DisplayObject> object = entry.lock()) {
+            return object->getParent();
+        }
+    }
+    return nullptr;
+}
+
+// ---- sublayers ----
+
+auto DisplayLayer::store(Position position, const std::shared_ptr<DisplayLayer>& sublayer)
+    -> Position {
+    const Position stored = DisplayContainer<DisplayLayer, DisplayLayer>::store(position, sublayer);
+    sublayer->onAddToSuperlayer();
+    sublayer->setDisplay(display_);
+    raiseDirty();
+    return stored;
+}
+
+auto DisplayLayer::erase(Position position) -> Position {
+    if (position == children().end()) {
+        return position;
+    }
+    const std::shared_ptr<DisplayLayer> sublayer = *position;
+    const Position next = DisplayContainer<DisplayLayer, DisplayLayer>::erase(position);
+    sublayer->onRemoveFromSuperlayer();
+    sublayer->setDisplay(nullptr);
+    if (objects_.empty() && children().empty()) {
+        removeFromParent();  // an emptied layer leaves, and the collapse may travel upward
+    } else {
+        raiseDirty();
+    }
+    return next;
+}
+
+}  // namespace orvane::display

@@ -1,0 +1,299 @@
+#include "orvane/display/tree/DisplayObject.h"
+
+#include <utility>
+
+#include "orvane/display/tree/AccessibilityElement.h"
+#include "orvane/display/tree/ChildFrames.h"
+#include "orvane/display/tree/ContainerObject.h"
+#include "orvane/display/tree/DisplayLayer.h"
+#include "orvane/display/tree/ParentVisibilityScope.h"
+#include "orvane/display/tree/createBitmapLayer.h"
+
+namespace orvane::display {
+
+using geometry::Matrix;
+
+std::uint64_t DisplayObject::s_idCounter = 0;
+
+DisplayObject::DisplayObject() : id_(s_idCounter++) {}
+
+DisplayObject::~DisplayObject() = default;
+
+// ---- transformation ----
+
+void DisplayObject::scale(float sx, float sy) {
+    Matrix change;
+    change.setScale(sx, sy);
+    transformation_ = transformation_ * change;
+    onTransformChanged();
+}
+
+void DisplayObject::translate(float tx, float ty) {
+    Matrix change;
+    change.setTranslate(tx, ty);
+    transformation_ = transformation_ * change;
+    onTransformChanged();
+}
+
+void DisplayObject::setScale(float sx, float sy) {
+    transformation_.setScale(sx, sy);
+    onTransformChanged();
+}
+
+void DisplayObject::setTranslate(float tx, float ty) {
+    transformation_.setTranslate(tx, ty);
+    onTransformChanged();
+}
+
+void DisplayObject::setMatrix(float a, float b, float c, float d, float e, float f) {
+    transformation_ = Matrix(a, b, c, d, e, f);
+    onTransformChanged();
+}
+
+void DisplayObject::applyMatrix(float a, float b, float c, float d, float e, float f) {
+    transformation_ = transformation_ * Matrix(a, b, c, d, e, f);
+    onTransformChanged();
+}
+
+void DisplayObject::onTransformChanged() {
+    invalidate(true);
+}
+
+Matrix DisplayObject::getFullTransformation() const {
+    Matrix result;
+    for (const DisplayObject* node = this; node != nullptr; node = node->parentOrNull()) {
+        result = node->transformation_ * result;
+    }
+    return result;
+}
+
+auto DisplayObject::applyTransformToRect(const Rect& rect) const -> Rect {
+    return getFullTransformation().mapRect(rect);
+}
+
+// ---- frame ----
+
+auto DisplayObject::getFrame() -> const Rect& {
+    if (frameDirty_) {
+        frame_ = computeFrame();
+        frameDirty_ = false;
+    }
+    return frame_;
+}
+
+void DisplayObject::resetFrame() {
+    // Upward until a frame that is forgotten already: what is above it has been told then.
+    for (DisplayObject* object = this; object != nullptr && !object->frameDirty_;) {
+        object->frameDirty_ = true;
+        if (const std::shared_ptr<DisplayLayer> layer = object->getLayer()) {
+            layer->resetLayerFrame();
+        }
+        ContainerObject* const parent = object->parentOrNull();
+        if (parent != nullptr && parent->childFrames_) {
+            parent->childFrames_->reset(*object);
+        }
+        object = parent;
+    }
+}
+
+void DisplayObject::validate(const Rect&) {
+    validFrame_ = getFrame();
+}
+
+auto DisplayObject::convertRectToFrame(const Rect& rect) -> Rect {
+    return rect.movedBy(getFrame().position()).normalized();
+}
+
+// ---- invalidation ----
+
+void DisplayObject::invalidate(bool mark) {
+    resetFrame();
+    const std::shared_ptr<DisplayLayer> layer = getAscendingLayer();
+    if (!layer) {
+        return;
+    }
+    if (mark) {
+        layer->markDirty(shared_from_this());
+    } else {
+        layer->setDirty();
+    }
+}
+
+void DisplayObject::setVisible(bool visible) {
+    if (visible_ != visible) {
+        visible_ = visible;
+        invalidate(true);
+    }
+}
+
+bool DisplayObject::isVisible() const {
+    if (!visible_) {
+        return false;
+    }
+    const ContainerObject* const parent = parentOrNull();
+    if (parent == nullptr) {
+        return true;
+    }
+    return ParentVisibilityScope::standsFor(parent) ? ParentVisibilityScope::isParentVisible()
+                                                    : parent->isVisible();
+}
+
+void DisplayObject::lockUpdate() {
+    if (const std::shared_ptr<DisplayLayer> layer = getAscendingLayer()) {
+        layer->lockValidation();
+    }
+}
+
+void DisplayObject::unlockUpdate() {
+    if (const std::shared_ptr<DisplayLayer> layer = getAscendingLayer()) {
+        layer->unlockValidation();
+    }
+}
+
+UpdateLock::UpdateLock(const std::shared_ptr<DisplayObject>& object)
+    : layer_(object ? object->getAscendingLayer() : nullptr) {
+    if (layer_) {
+        layer_->lockValidation();
+    }
+}
+
+UpdateLock::~UpdateLock() {
+    if (layer_) {
+        layer_->unlockValidation();
+    }
+}
+
+// ---- layers ----
+
+std::shared_ptr<DisplayLayer> DisplayObject::getAscendingLayer() const {
+    for (const DisplayObject* object = this; object != nullptr; object = object->parentOrNull()) {
+        if (std::shared_ptr<DisplayLayer> layer = object->getLayer()) {
+            return layer;
+        }
+    }
+    return nullptr;
+}
+
+LayerList DisplayObject::getDescendingLayers() const {
+    if (std::shared_ptr<DisplayLayer> layer = getLayer()) {
+        return {std::move(layer)};
+    }
+    return {};
+}
+
+void DisplayObject::setLayer(const std::shared_ptr<DisplayLayer>& layer) {
+    // The owned layer must not die before layer_ has moved on: its end may look at this object.
+    const std::shared_ptr<DisplayLayer> left = ownsLayer() ? std::move(ownedLayer_) : nullptr;
+    layer_ = layer;
+}
+
+bool DisplayObject::ownsLayer() const {
+    const std::shared_ptr<DisplayLayer> layer = getLayer();
+    return layer && layer == ownedLayer_;
+}
+
+void DisplayObject::ownLayer() {
+    ownedLayer_ = getLayer();
+}
+
+void DisplayObject::removeFromLayer() {
+    if (const std::shared_ptr<DisplayLayer> layer = getLayer()) {
+        layer->removeObject(shared_from_this());
+    }
+}
+
+std::shared_ptr<DisplayLayer> DisplayObject::extractAnimationLayer() {
+    return extractIntoLayer(nullptr);
+}
+
+std::shared_ptr<DisplayLayer> DisplayObject::extractIntoLayer(
+    const std::shared_ptr<DisplayLayer>& layer) {
+    if (ownsLayer()) {
+        return getLayer();
+    }
+    const std::shared_ptr<DisplayLayer> result = layer ? layer : createBitmapLayer();
+    const std::shared_ptr<DisplayObject> self = shared_from_this();
+    const std::shared_ptr<ContainerObject> parent = getParent();
+    if (!parent) {
+        result->addObject(self);
+        ownLayer();
+        return result;
+    }
+    // Out and in again: the parent's store then sees an object with a layer and links that layer
+    // into the layer tree at the place that the siblings dictate.
+    const auto index = static_cast<std::ptrdiff_t>(getIndex());
+    parent->erase(parent->find(self));
+    result->addObject(self);
+    ownLayer();
+    parent->store(parent->getChildren().begin() + index, self);
+    return result;
+}
+
+// ---- neighbours ----
+
+std::shared_ptr<DisplayObject> DisplayObject::getSibling(SearchDirection direction) const {
+    return direction == SearchDirection::Backward ? prev() : next();
+}
+
+std::shared_ptr<DisplayObject> DisplayObject::findNextInPreOrderTraversal() const {
+    for (const DisplayObject* node = this; node != nullptr; node = node->parentOrNull()) {
+        if (std::shared_ptr<DisplayObject> sibling = node->next()) {
+            return sibling;
+        }
+    }
+    return nullptr;
+}
+
+std::shared_ptr<DisplayLayer> DisplayObject::findNearestSublayer(SearchDirection direction,
+                                                                 bool ascend) const {
+    const std::shared_ptr<DisplayLayer> ownLayer = getLayer();
+    const std::shared_ptr<DisplayLayer> own = ownLayer ? ownLayer : getAscendingLayer();
+    const ContainerObject* parent = parentOrNull();
+    if (!own || parent == nullptr) {
+        return nullptr;
+    }
+    const DisplayObject* current = this;
+    while (true) {
+        for (std::shared_ptr<DisplayObject> sibling = current->getSibling(direction); sibling;
+             sibling = sibling->getSibling(direction)) {
+            // Against this object's own layer as stored, not the one it draws on.
+            const std::shared_ptr<DisplayLayer> siblingLayer = sibling->getLayer();
+            if (siblingLayer != ownLayer) {
+                return siblingLayer ? siblingLayer->findChildOf(own) : nullptr;
+            }
+            LayerList layers;
+            if (!siblingLayer) {
+                layers = sibling->getDescendingLayers();
+            } else if (const ContainerObject* const container = sibling->asContainer()) {
+                layers = container->getLayersFromSubtree();
+            }
+            if (!layers.empty()) {
+                return direction == SearchDirection::Backward ? layers.back() : layers.front();
+            }
+        }
+        if (!ascend) {
+            return nullptr;
+        }
+        const ContainerObject* const grandparent = parent->parentOrNull();
+        if (grandparent == nullptr || grandparent->getAscendingLayer() != own) {
+            return nullptr;
+        }
+        current = parent;
+        parent = grandparent;
+    }
+}
+
+// ---- accessibility ----
+
+std::shared_ptr<AccessibilityElement> DisplayObject::getAccessibilityElement() const {
+    return accessibilityElement_;
+}
+
+std::shared_ptr<AccessibilityElement> DisplayObject::getOrCreateAccessibilityElement() {
+    if (!accessibilityElement_) {
+        accessibilityElement_ = std::make_shared<AccessibilityElement>();
+    }
+    return accessibilityElement_;
+}
+
+}  // namespace orvane::display

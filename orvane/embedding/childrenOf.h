@@ -1,0 +1,14 @@
+#pragma once
+
+#include "orvane/display/tree/ContainerObject.h"
+
+namespace orvane::embedding {
+
+// The children of any object: none where it is no container.
+inline const display::ContainerObject::Children& childrenOf(const display::DisplayObject& object) {
+    static const display::ContainerObject::Children none;
+    const auto* const container = dynamic_cast<const display::ContainerObject*>(&object);
+    return container != nullptr ? container->getChildren() : none;
+}
+
+}  // namespace orvane::embedding

@@ -1,0 +1,52 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <memory>
+#include <span>
+
+#include "platform/raster/Blend.h"
+#include "platform/raster/Mask.h"
+#include "platform/raster/PixelSource.h"
+#include "platform/raster/ShapeCoverage.h"
+
+namespace orvane::platform {
+
+// Where painting may reach: whole pixels, and antialiased shapes that each cut it further.
+struct Clip {
+    PixelRect bounds;
+    std::span<const ShapeCoverage> shapes;
+};
+
+// Lays colours over a bitmap, under a clip.
+class BitmapPainter {
+public:
+    explicit BitmapPainter(const Bitmap& bitmap) : bitmap_(bitmap) {}
+
+    const Bitmap& bitmap() const { return bitmap_; }
+
+    void paint(const ShapeCoverage& shape, std::uint32_t color, const Clip& clip);
+    void paint(const ShapeCoverage& shape, const PixelSource& source, const Clip& clip);
+    // Everywhere within the clip.
+    void paint(const PixelSource& source, const Clip& clip);
+
+    // Whether a shape of the clip takes something from the area.
+    static bool isCutBy(const Clip& clip, const PixelRect& area);
+
+private:
+    struct Scratch {
+        std::array<std::uint8_t, Mask::kSide * Mask::kSide> coverage;
+        std::array<std::uint32_t, Mask::kSide * Mask::kSide> colors;
+    };
+
+    template <typename PaintBlock>
+    void forEachBlock(const PixelRect& area, const ShapeCoverage* shape, const Clip& clip,
+                      PaintBlock paintBlock);
+    void paintSource(const PixelRect& area, const ShapeCoverage* shape, const PixelSource& source,
+                     const Clip& clip);
+
+    Bitmap bitmap_;
+    std::unique_ptr<Scratch> scratch_;
+};
+
+}  // namespace orvane::platform

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+
+#include "platform/raster/Mask.h"
+#include "platform/raster/PixelSource.h"
+
+namespace orvane::platform {
+
+// Pixels as they are, their corner at left, top of the canvas. Asked only for what they have.
+class BitmapSource final : public PixelSource {
+public:
+    // Rows are `stride` words apart; the pixels outlive the source.
+    BitmapSource(const std::uint32_t* pixels, std::ptrdiff_t stride, int left, int top)
+        : pixels_(pixels), stride_(stride), left_(left), top_(top) {}
+
+    void fetch(const PixelRect& area, std::uint32_t* colors) const override {
+        for (int y = area.top; y < area.bottom; ++y, colors += Mask::kSide) {
+            std::copy_n(pixels_ + (y - top_) * stride_ + (area.left - left_), area.width(), colors);
+        }
+    }
+
+private:
+    const std::uint32_t* pixels_;
+    std::ptrdiff_t stride_;
+    int left_;
+    int top_;
+};
+
+}  // namespace orvane::platform

@@ -1,0 +1,132 @@
+#include "platform/raster/GradientSource.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdint>
+#include <limits>
+#include <span>
+
+#include "platform/coregraphics/CGContext.h"
+#include "platform/raster/Mask.h"
+#include "platform/raster/places.h"
+
+namespace orvane::platform {
+
+namespace {
+
+constexpr double kBehindTheEnd = 2;
+
+// Colours along an axis. Neighbouring pixels mostly lie between the same two stops; what is worked
+// out for those is kept until a pixel leaves them.
+class Ramp {
+public:
+    Ramp(std::span<const CGGradient::Stop> stops, unsigned options)
+        : stops_(stops), options_(options) {}
+
+    std::uint32_t at(double t) {
+        if (!(t >= from_ && t < to_)) {
+            enter(t);
+        }
+        const auto along = static_cast<float>(t - origin_);
+        // Loops over the four channels, which the compiler runs at once.
+        float channel[4];
+        for (int i = 0; i < 4; ++i) {
+            channel[i] = first_[i] + slope_[i] * along;
+        }
+        const float alpha[4] = {channel[3], channel[3], channel[3], 1};
+        std::int32_t byte[4];
+        for (int i = 0; i < 4; ++i) {
+            byte[i] = static_cast<std::int32_t>(channel[i] * alpha[i] * 255 + 0.5f);
+        }
+        return static_cast<std::uint32_t>(byte[3] << 24 | byte[0] << 16 | byte[1] << 8 | byte[2]);
+    }
+
+private:
+    // Finds the interval of the axis that holds t.
+    void enter(double t) {
+        constexpr double kInfinity = std::numeric_limits<double>::infinity();
+        const auto behind = std::ranges::upper_bound(stops_, t, {}, &CGGradient::Stop::location);
+        origin_ = 0;
+        if (t < 0 && (options_ & kCGGradientDrawsBeforeStartLocation) == 0) {
+            hold({0, 0, 0, 0}, -kInfinity, 0);
+        } else if (t > 1 && (options_ & kCGGradientDrawsAfterEndLocation) == 0) {
+            hold({0, 0, 0, 0}, std::nextafter(1.0, 2.0), kInfinity);
+        } else if (behind == stops_.begin()) {
+            hold(behind->color, t < 0 ? -kInfinity : 0, behind->location);
+        } else if (behind == stops_.end()) {
+            const CGGradient::Stop& last = stops_.back();
+            hold(last.color, last.location, t > 1 ? kInfinity : std::nextafter(1.0, 2.0));
+        } else {
+            const CGGradient::Stop& before = *(behind - 1);
+            hold(before.color, before.location, behind->location);
+            origin_ = before.location;
+            const double length = behind->location - before.location;
+            const CGColor& end = behind->color;
+            const CGColor& start = before.color;
+            slope_[0] = static_cast<float>((end.red - start.red) / length);
+            slope_[1] = static_cast<float>((end.green - start.green) / length);
+            slope_[2] = static_cast<float>((end.blue - start.blue) / length);
+            slope_[3] = static_cast<float>((end.alpha - start.alpha) / length);
+        }
+    }
+
+    void hold(const CGColor& color, double from, double to) {
+        first_[0] = static_cast<float>(color.red);
+        first_[1] = static_cast<float>(color.green);
+        first_[2] = static_cast<float>(color.blue);
+        first_[3] = static_cast<float>(color.alpha);
+        std::fill_n(slope_, 4, 0.0f);
+        from_ = from;
+        to_ = to;
+    }
+
+    std::span<const CGGradient::Stop> stops_;
+    unsigned options_;
+    double from_ = 0;  // nothing yet
+    double to_ = 0;
+    double origin_ = 0;
+    float first_[4] = {};
+    float slope_[4] = {};
+};
+
+}  // namespace
+
+GradientSource::GradientSource(const CGGradient& gradient, const CGAffineTransform& t,
+                               CGPoint start, CGPoint end, unsigned options)
+    : gradient_(gradient), options_(options) {
+    const double dx = end.x - start.x;
+    const double dy = end.y - start.y;
+    const double square = dx * dx + dy * dy;
+    hasAxis_ = square > 0 && std::isfinite(square);
+    if (!hasAxis_) {
+        return;
+    }
+    // The canvas moving by whole pixels must not change a colour: the start stands on a grid fine
+    // enough to be exact, and colours depend on the way from there.
+    const auto place = [](double v) { return roundedTo(kPlacesPerPixel, v); };
+    start_ = {place(t.a * start.x + t.c * start.y + t.tx),
+              place(t.b * start.x + t.d * start.y + t.ty)};
+    const double determinant = t.a * t.d - t.b * t.c;
+    perColumn_ = (t.d * dx - t.b * dy) / determinant / square;
+    perRow_ = (t.a * dy - t.c * dx) / determinant / square;
+}
+
+void GradientSource::fetch(const PixelRect& area, std::uint32_t* colors) const {
+    Ramp ramp(gradient_.stops(), options_);
+    for (int y = area.top; y < area.bottom; ++y, colors += Mask::kSide) {
+        if (!hasAxis_) {
+            std::fill_n(colors, area.width(), ramp.at(kBehindTheEnd));
+            continue;
+        }
+        const double row = (y + 0.5 - start_.y) * perRow_;
+        if (perColumn_ == 0) {
+            std::fill_n(colors, area.width(), ramp.at(row));
+            continue;
+        }
+        for (int x = area.left; x < area.right; ++x) {
+            colors[x - area.left] = ramp.at((x + 0.5 - start_.x) * perColumn_ + row);
+        }
+    }
+}
+
+}  // namespace orvane::platform

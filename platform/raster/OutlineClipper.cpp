@@ -1,0 +1,221 @@
+#include "platform/raster/OutlineClipper.h"
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+namespace orvane::platform {
+
+namespace {
+
+// How far a chord may stand off its curve, in pixels.
+constexpr double kTolerance = 0.03;
+constexpr int kDeepestFlattening = 24;
+// Where lengths count, every piece of a curve is made; that many at most (two to the power).
+constexpr int kDeepestExactFlattening = 12;
+// Polygons may leave the area by this much, so that no edge of theirs is seen that is not one of
+// the outline.
+constexpr double kMargin = 4;
+// Lines that cross what is kept are cut this far outside it.
+constexpr double kFarMargin = 4096;
+
+CGPoint between(CGPoint p, CGPoint q, double t) {
+    return {p.x + (q.x - p.x) * t, p.y + (q.y - p.y) * t};
+}
+
+CGPoint middle(CGPoint p, CGPoint q) {
+    return {p.x / 2 + q.x / 2, p.y / 2 + q.y / 2};
+}
+
+// What is left of a polygon on one side of a line across one axis.
+std::vector<CGPoint> clipped(const std::vector<CGPoint>& polygon, double CGPoint::*axis,
+                             double limit, double side) {
+    std::vector<CGPoint> result;
+    for (std::size_t i = 0; i < polygon.size(); ++i) {
+        const CGPoint p = polygon[i];
+        const CGPoint q = polygon[(i + 1) % polygon.size()];
+        const double beyondP = (p.*axis - limit) * side;
+        const double beyondQ = (q.*axis - limit) * side;
+        if (beyondP <= 0) {
+            result.push_back(p);
+        }
+        if ((beyondP <= 0) != (beyondQ <= 0)) {
+            CGPoint cut = between(p, q, beyondP / (beyondP - beyondQ));
+            cut.*axis = limit;
+            result.push_back(cut);
+        }
+    }
+    return result;
+}
+
+// The part of p + t (q - p), t from 0 to 1, inside the box; false if there is none.
+bool clipLine(CGPoint p, CGPoint q, CGPoint min, CGPoint max, double& from, double& to) {
+    from = 0;
+    to = 1;
+    for (double CGPoint::*axis : {&CGPoint::x, &CGPoint::y}) {
+        const double start = p.*axis;
+        const double extent = q.*axis - start;
+        if (extent == 0) {
+            if (start < min.*axis || start > max.*axis) {
+                return false;
+            }
+            continue;
+        }
+        const double a = (min.*axis - start) / extent;
+        const double b = (max.*axis - start) / extent;
+        from = std::max(from, std::min(a, b));
+        to = std::min(to, std::max(a, b));
+    }
+    return from <= to;
+}
+
+}  // namespace
+
+OutlineClipper::OutlineClipper(const CGAffineTransform& transform, double width, double height,
+                               double reach, bool exactLengths)
+    : transform_(transform),
+      min_{-reach - kMargin, -reach - kMargin},
+      max_{width + reach + kMargin, height + reach + kMargin},
+      exactLengths_(exactLengths) {}
+
+CGPoint OutlineClipper::map(CGPoint p) const {
+    return {transform_.a * p.x + transform_.c * p.y + transform_.tx,
+            transform_.b * p.x + transform_.d * p.y + transform_.ty};
+}
+
+void OutlineClipper::moveTo(CGPoint p) {
+    subpaths_.emplace_back().points.push_back(map(p));
+}
+
+void OutlineClipper::lineTo(CGPoint p) {
+    subpaths_.back().points.push_back(map(p));
+}
+
+void OutlineClipper::curveTo(CGPoint c1, CGPoint c2, CGPoint p) {
+    flatten({subpaths_.back().points.back(), map(c1), map(c2), map(p)}, 0);
+}
+
+void OutlineClipper::close() {
+    subpaths_.back().closed = true;
+}
+
+// All on one side of what is kept, where any line will do in the curve's place.
+bool OutlineClipper::isOutOfSight(const Curve& c) const {
+    for (double CGPoint::*axis : {&CGPoint::x, &CGPoint::y}) {
+        const auto [low, high] = std::minmax({c.p0.*axis, c.p1.*axis, c.p2.*axis, c.p3.*axis});
+        if (high < min_.*axis || low > max_.*axis) {
+            return true;
+        }
+    }
+    return false;
+}
+
+void OutlineClipper::flatten(const Curve& c, int depth) {
+    // The second differences bound the distance between a cubic and its chord.
+    const double dx =
+        std::max(std::abs(c.p0.x - 2 * c.p1.x + c.p2.x), std::abs(c.p1.x - 2 * c.p2.x + c.p3.x));
+    const double dy =
+        std::max(std::abs(c.p0.y - 2 * c.p1.y + c.p2.y), std::abs(c.p1.y - 2 * c.p2.y + c.p3.y));
+    const bool flat = 0.75 * std::hypot(dx, dy) <= kTolerance;
+    if (flat || depth == (exactLengths_ ? kDeepestExactFlattening : kDeepestFlattening) ||
+        (!exactLengths_ && isOutOfSight(c))) {
+        subpaths_.back().points.push_back(c.p3);
+        return;
+    }
+    const CGPoint a = middle(c.p0, c.p1);
+    const CGPoint b = middle(c.p1, c.p2);
+    const CGPoint d = middle(c.p2, c.p3);
+    const CGPoint ab = middle(a, b);
+    const CGPoint bd = middle(b, d);
+    const CGPoint center = middle(ab, bd);
+    flatten({c.p0, a, ab, center}, depth + 1);
+    flatten({center, bd, d, c.p3}, depth + 1);
+}
+
+std::vector<std::vector<CGPoint>> OutlineClipper::filledPolygons() {
+    std::vector<std::vector<CGPoint>> polygons;
+    for (Subpath& subpath : subpaths_) {
+        std::vector<CGPoint> polygon = std::move(subpath.points);
+        polygon = clipped(polygon, &CGPoint::x, min_.x, -1);
+        polygon = clipped(polygon, &CGPoint::x, max_.x, 1);
+        polygon = clipped(polygon, &CGPoint::y, min_.y, -1);
+        polygon = clipped(polygon, &CGPoint::y, max_.y, 1);
+        if (polygon.size() > 2) {
+            polygons.push_back(std::move(polygon));
+        }
+    }
+    return polygons;
+}
+
+std::vector<OutlineClipper::Run> OutlineClipper::strokedRuns(const CGAffineTransform& pen) {
+    std::vector<Run> runs;
+    for (const Subpath& subpath : subpaths_) {
+        appendRuns(subpath, pen, runs);
+    }
+    return runs;
+}
+
+void OutlineClipper::appendRuns(const Subpath& subpath, const CGAffineTransform& pen,
+                                std::vector<Run>& runs) const {
+    const std::vector<CGPoint>& points = subpath.points;
+    const std::size_t count = subpath.closed ? points.size() : points.size() - 1;
+    const auto segment = [&](std::size_t i) {
+        return std::pair(points[i % points.size()], points[(i + 1) % points.size()]);
+    };
+    const CGPoint farMin{min_.x - kFarMargin, min_.y - kFarMargin};
+    const CGPoint farMax{max_.x + kFarMargin, max_.y + kFarMargin};
+    // The part of a segment that is kept, if any is to be seen.
+    const auto keep = [&](std::size_t i, double& from, double& to) {
+        const auto [p, q] = segment(i);
+        return clipLine(p, q, min_, max_, from, to) && clipLine(p, q, farMin, farMax, from, to);
+    };
+
+    // A closed subpath begins behind a segment whose end is not kept, so that the joint where it
+    // closes lies inside a run like any other.
+    double from, to;
+    std::size_t first = 0;
+    if (subpath.closed) {
+        while (first < count && keep(first, from, to) && to == 1) {
+            ++first;
+        }
+        if (first == count) {
+            runs.push_back({points, true, 0});
+            return;
+        }
+        first = (first + 1) % count;
+    }
+    const double determinant = pen.a * pen.d - pen.b * pen.c;
+    const auto length = [&](CGPoint p, CGPoint q) {
+        const double x = q.x - p.x;
+        const double y = q.y - p.y;
+        return std::hypot(pen.d * x - pen.c * y, pen.a * y - pen.b * x) / std::abs(determinant);
+    };
+    double distance = 0;
+    for (std::size_t i = 0; i < first; ++i) {
+        const auto [p, q] = segment(i);
+        distance += length(p, q);
+    }
+    bool open = false;
+    for (std::size_t k = 0; k < count; ++k) {
+        const std::size_t i = (first + k) % count;
+        if (i == 0) {
+            distance = 0;
+            // Dashes start anew where the subpath began.
+            open = open && !exactLengths_;
+        }
+        const auto [p, q] = segment(i);
+        const double whole = length(p, q);
+        if (keep(i, from, to)) {
+            if (!open || from > 0) {
+                runs.push_back({{between(p, q, from)}, false, distance + whole * from});
+            }
+            runs.back().points.push_back(between(p, q, to));
+            open = to == 1;
+        } else {
+            open = false;
+        }
+        distance += whole;
+    }
+}
+
+}  // namespace orvane::platform

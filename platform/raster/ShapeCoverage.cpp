@@ -1,0 +1,356 @@
+#include "platform/raster/ShapeCoverage.h"
+
+#include <algorithm>
+#include <cmath>
+#include <numbers>
+
+#include "platform/coregraphics/Outline.h"
+#include "platform/raster/places.h"
+
+namespace orvane::platform {
+
+namespace {
+
+using Outline = CGPath::Outline;
+
+// Pixels further away than this are nowhere: doubles lose the fractions of a pixel there.
+constexpr double kFarthest = 1e12;
+// Small curved shapes, of which pictures have many alike, stand on a coarser grid than others, so
+// that at most 256 masks serve all of a kind wherever they stand. A 32nd of a pixel off is not to
+// be seen.
+constexpr double kSharedPlacesPerPixel = 16;
+constexpr double kSharedExtent = 128;
+// The pen is cut to this many pixels, far beyond any bitmap yet within the raster library's range.
+constexpr double kWidestPen = 1 << 18;
+constexpr double kThinnestPen = 1.0 / 1024;
+// Dashes that repeat faster than this look like a line.
+constexpr double kShortestDashPeriod = 0.25;
+
+enum PlainKind : std::uint32_t { kNotPlain, kPlainRect, kPlainEllipse, kPlainRoundedRect };
+
+double norm(const CGAffineTransform& t) {
+    return std::max({std::abs(t.a), std::abs(t.b), std::abs(t.c), std::abs(t.d)});
+}
+
+CGPoint map(const CGAffineTransform& t, CGPoint p) {
+    return {t.a * p.x + t.c * p.y + t.tx, t.b * p.x + t.d * p.y + t.ty};
+}
+
+// Whether the axes stay axes, give or take what turning by a right angle leaves.
+bool keepsAxes(const CGAffineTransform& t) {
+    const double tolerance = norm(t) * 1e-12;
+    return (std::abs(t.b) <= tolerance && std::abs(t.c) <= tolerance) ||
+           (std::abs(t.a) <= tolerance && std::abs(t.d) <= tolerance);
+}
+
+// The half extents, in pixels, of a pen of this half width: of a round one, and of one that keeps
+// the axes, which there is the same.
+CGPoint penExtent(const CGAffineTransform& pen, double half) {
+    return {half * std::hypot(pen.a, pen.c), half * std::hypot(pen.b, pen.d)};
+}
+
+// A dash that makes sense, or none.
+StrokeStyle sensible(const StrokeStyle& stroke, const CGAffineTransform& pen) {
+    StrokeStyle result{std::min(stroke.width, kWidestPen / norm(pen)), 0, {}};
+    double period = 0;
+    for (const double length : stroke.dash) {
+        if (!(length >= 0)) {
+            return result;
+        }
+        period += length;
+    }
+    if (stroke.dash.size() % 2 == 1) {
+        period *= 2;
+    }
+    if (!std::isfinite(period) || period * norm(pen) < kShortestDashPeriod) {
+        return result;
+    }
+    result.dash = stroke.dash;
+    if (std::isfinite(stroke.dashPhase)) {
+        result.dashPhase = std::fmod(stroke.dashPhase, period);
+        if (result.dashPhase < 0) {
+            result.dashPhase += period;
+        }
+    }
+    return result;
+}
+
+// How far a stroke's joins reach, in half widths: mitres of right angles, or of any angle up to the
+// limit; the ends of a single line reach nowhere.
+double joinReach(const Outline& outline) {
+    if (std::holds_alternative<Outline::Ellipse>(outline.form)) {
+        return 1;
+    }
+    if (const auto* segments = std::get_if<Segments>(&outline.form)) {
+        const bool isLine = segments->verbs.size() == 2 && segments->points.size() == 2;
+        return isLine ? 1 : 10;
+    }
+    return std::numbers::sqrt2;
+}
+
+int toBitmap(std::int64_t pixel) {
+    constexpr std::int64_t kReach = 1 << 24;
+    return static_cast<int>(std::clamp(pixel, -kReach, kReach));
+}
+
+std::int64_t floorDivide(std::int64_t value, std::int64_t divisor) {
+    return value / divisor - (value % divisor < 0 ? 1 : 0);
+}
+
+}  // namespace
+
+bool isInvertible(const CGAffineTransform& t) {
+    const double size = norm(t);
+    const double determinant = t.a * t.d - t.b * t.c;
+    // Written so that anything that is not a number fails.
+    return size >= 1e-12 && size <= 1e12 && std::abs(determinant) >= size * size * 1e-12 &&
+           std::isfinite(t.tx) && std::isfinite(t.ty);
+}
+
+ShapeCoverage::ShapeCoverage(const std::shared_ptr<const Outline>& outline,
+                             const CGAffineTransform& toPixels, const CGAffineTransform& pen,
+                             Coverage coverage, const StrokeStyle& stroke, bool isLasting) {
+    if (outline->isEmpty() || !outline->isFinite() || !isInvertible(toPixels)) {
+        return;
+    }
+    StrokeStyle style;
+    if (coverage == Coverage::Stroke) {
+        if (!isInvertible(pen) || !(stroke.width * norm(pen) >= kThinnestPen)) {
+            return;
+        }
+        style = sensible(stroke, pen);
+    }
+    if (!makeBox(*outline, toPixels, pen, coverage, style)) {
+        makeMasked(outline, toPixels, pen, coverage, style, isLasting);
+    }
+}
+
+bool ShapeCoverage::makeBox(const Outline& outline, const CGAffineTransform& toPixels,
+                            const CGAffineTransform& pen, Coverage coverage,
+                            const StrokeStyle& stroke) {
+    const bool isStroke = coverage == Coverage::Stroke;
+    if (!keepsAxes(toPixels) || (isStroke && (!keepsAxes(pen) || !stroke.dash.empty()))) {
+        return false;
+    }
+    const CGPoint half = isStroke ? penExtent(pen, stroke.width / 2) : CGPoint{};
+    if (const auto* rect = std::get_if<Outline::Rect>(&outline.form)) {
+        const auto [origin, size] = rect->rect;
+        const CGPoint p = map(toPixels, origin);
+        const CGPoint q = map(toPixels, {origin.x + size.width, origin.y + size.height});
+        const CGPoint min{std::min(p.x, q.x), std::min(p.y, q.y)};
+        const CGPoint max{std::max(p.x, q.x), std::max(p.y, q.y)};
+        AlignedBox box({min.x - half.x, min.y - half.y}, {max.x + half.x, max.y + half.y});
+        if (isStroke && max.x - min.x > 2 * half.x && max.y - min.y > 2 * half.y) {
+            box.setHole({min.x + half.x, min.y + half.y}, {max.x - half.x, max.y - half.y});
+        }
+        bounds_ = box.bounds();
+        form_ = box;
+        return true;
+    }
+    const auto* segments = std::get_if<Segments>(&outline.form);
+    if (!isStroke || segments == nullptr || segments->verbs.size() != 2 ||
+        segments->verbs[1] != Segments::Verb::Line) {
+        return false;
+    }
+    const CGPoint p = map(toPixels, segments->points[0]);
+    const CGPoint q = map(toPixels, segments->points[1]);
+    if (p.x == q.x) {
+        form_ = AlignedBox({p.x - half.x, p.y}, {q.x + half.x, q.y});
+    } else if (p.y == q.y) {
+        form_ = AlignedBox({p.x, p.y - half.y}, {q.x, q.y + half.y});
+    } else {
+        return false;
+    }
+    bounds_ = std::get<AlignedBox>(form_).bounds();
+    return true;
+}
+
+void ShapeCoverage::makeMasked(const std::shared_ptr<const Outline>& outline,
+                               const CGAffineTransform& toPixels, const CGAffineTransform& pen,
+                               Coverage coverage, const StrokeStyle& stroke, bool isLasting) {
+    Masked masked{};
+    MaskKey::Numbers& key = masked.key;
+    CGRect box = outline->controlBox();
+    CGPoint origin;
+    if (const auto* rounded = std::get_if<Outline::RoundedRect>(&outline->form)) {
+        key.kind = kPlainRoundedRect;
+        key.cornerWidth = rounded->corner.width;
+        key.cornerHeight = rounded->corner.height;
+    } else if (std::holds_alternative<Outline::Ellipse>(outline->form)) {
+        key.kind = kPlainEllipse;
+    } else if (std::holds_alternative<Outline::Rect>(outline->form)) {
+        key.kind = kPlainRect;
+    } else {
+        masked.outline = outline;
+    }
+    if (key.kind != kNotPlain) {
+        key.width = box.size.width;
+        key.height = box.size.height;
+        origin = box.origin;
+        box.origin = {};
+    }
+
+    // The box around what the outline covers, seen from where its origin lands.
+    const CGAffineTransform linear{toPixels.a, toPixels.b, toPixels.c, toPixels.d, 0, 0};
+    const double right = box.origin.x + box.size.width;
+    const double bottom = box.origin.y + box.size.height;
+    const CGPoint corners[] = {map(linear, box.origin), map(linear, {right, box.origin.y}),
+                               map(linear, {right, bottom}), map(linear, {box.origin.x, bottom})};
+    const auto [minX, maxX] = std::ranges::minmax(corners, {}, &CGPoint::x);
+    const auto [minY, maxY] = std::ranges::minmax(corners, {}, &CGPoint::y);
+    CGPoint reach;
+    if (coverage == Coverage::Stroke) {
+        reach = penExtent(pen, stroke.width / 2 * joinReach(*outline));
+        masked.pen = {pen.a, pen.b, pen.c, pen.d, 0, 0};
+        // Keys have no pen of their own.
+        isLasting = isLasting && masked.pen == linear;
+        key.lineWidth = stroke.width;
+        key.dashPhase = stroke.dashPhase;
+        masked.dash = stroke.dash;
+        masked.reach = std::max(reach.x, reach.y);
+    }
+
+    const CGPoint place = map(toPixels, origin);
+    const double farthest = std::max({std::abs(place.x), std::abs(place.y), std::abs(minX.x),
+                                      std::abs(maxX.x), std::abs(minY.y), std::abs(maxY.y)});
+    if (!(farthest < kFarthest)) {
+        return;
+    }
+    const bool isShared = (key.kind == kPlainEllipse || key.kind == kPlainRoundedRect) &&
+                          maxX.x - minX.x <= kSharedExtent && maxY.y - minY.y <= kSharedExtent;
+    const double places = isShared ? kSharedPlacesPerPixel : kPlacesPerPixel;
+    const double placedX = roundedTo(places, place.x);
+    const double placedY = roundedTo(places, place.y);
+    masked.originX = static_cast<std::int64_t>(std::floor(placedX));
+    masked.originY = static_cast<std::int64_t>(std::floor(placedY));
+    key.coverage = coverage;
+    key.transform = linear;
+    key.transform.tx = placedX - std::floor(placedX);
+    key.transform.ty = placedY - std::floor(placedY);
+
+    // The rasteriser rounds to 256ths of a pixel; leave room for that.
+    constexpr double kRounding = 1.0 / 128;
+    const auto floorOf = [](double v) { return static_cast<std::int64_t>(std::floor(v)); };
+    masked.left = floorOf(minX.x + key.transform.tx - reach.x - kRounding);
+    masked.top = floorOf(minY.y + key.transform.ty - reach.y - kRounding);
+    masked.right = floorOf(maxX.x + key.transform.tx + reach.x + kRounding) + 1;
+    masked.bottom = floorOf(maxY.y + key.transform.ty + reach.y + kRounding) + 1;
+    key.left = masked.left;
+    key.top = masked.top;
+    masked.isLasting = isLasting;
+    bounds_ = {toBitmap(masked.originX + masked.left), toBitmap(masked.originY + masked.top),
+               toBitmap(masked.originX + masked.right), toBitmap(masked.originY + masked.bottom)};
+    form_ = std::move(masked);
+}
+
+bool ShapeCoverage::covers(const PixelRect& area) const {
+    const auto* box = std::get_if<AlignedBox>(&form_);
+    return box != nullptr && box->covers(area);
+}
+
+bool ShapeCoverage::isExactBox() const {
+    const auto* box = std::get_if<AlignedBox>(&form_);
+    return box != nullptr && box->isExact();
+}
+
+Mask ShapeCoverage::rasterise(const Masked& masked, const MaskKey::Numbers& key) {
+    // Plain shapes are rasterised from their key alone: whoever asks first, the mask is the same.
+    const CGRect rect{{}, {key.width, key.height}};
+    Outline plain;
+    if (key.kind == kPlainRect) {
+        plain.form = Outline::Rect{rect};
+    } else if (key.kind == kPlainEllipse) {
+        plain.form = Outline::Ellipse{rect};
+    } else if (key.kind == kPlainRoundedRect) {
+        plain.form = Outline::RoundedRect{rect, {key.cornerWidth, key.cornerHeight}};
+    }
+    CGAffineTransform transform = key.transform;
+    transform.tx -= static_cast<double>(key.left);
+    transform.ty -= static_cast<double>(key.top);
+    const auto side = [&](std::int64_t extent) {
+        return masked.isTiled() ? Mask::kSide : static_cast<int>(extent);
+    };
+    return MaskCache::forThisThread().rasteriser().rasterise(
+        {masked.outline ? *masked.outline : plain, transform, masked.pen, key.coverage,
+         StrokeStyle{key.lineWidth, key.dashPhase, masked.dash}, side(masked.right - masked.left),
+         side(masked.bottom - masked.top), masked.reach, masked.isTiled()});
+}
+
+// Calls `visit` with each mask that meets the area, where its corner stands, and the common part.
+template <typename Visit>
+void ShapeCoverage::forEachTile(const PixelRect& area, Visit visit) const {
+    const Masked& masked = std::get<Masked>(form_);
+    MaskCache& cache = MaskCache::forThisThread();
+    const auto visitMask = [&](const MaskKey::Numbers& key, const PixelRect& place) {
+        const PixelRect piece = area.intersected(place);
+        if (!masked.isLasting) {
+            visit(rasterise(masked, key), place.left, place.top, piece);
+            return;
+        }
+        const Mask* mask = cache.find({masked.outline.get(), masked.dash, key});
+        if (mask == nullptr) {
+            mask = &cache.insert({masked.outline, {masked.dash.begin(), masked.dash.end()}, key},
+                                 rasterise(masked, key));
+        }
+        visit(*mask, place.left, place.top, piece);
+    };
+    if (!masked.isTiled()) {
+        visitMask(masked.key, bounds_);
+        return;
+    }
+    const auto firstTile = [](std::int64_t pixel) { return floorDivide(pixel, Mask::kSide); };
+    const std::int64_t left = firstTile(area.left - masked.originX);
+    const std::int64_t top = firstTile(area.top - masked.originY);
+    const std::int64_t right = firstTile(area.right - 1 - masked.originX);
+    const std::int64_t bottom = firstTile(area.bottom - 1 - masked.originY);
+    for (std::int64_t row = top; row <= bottom; ++row) {
+        for (std::int64_t column = left; column <= right; ++column) {
+            MaskKey::Numbers key = masked.key;
+            key.left = column * Mask::kSide;
+            key.top = row * Mask::kSide;
+            const int x = static_cast<int>(masked.originX + key.left);
+            const int y = static_cast<int>(masked.originY + key.top);
+            visitMask(key, {x, y, x + Mask::kSide, y + Mask::kSide});
+        }
+    }
+}
+
+void ShapeCoverage::paint(const Bitmap& bitmap, const PixelRect& clip, std::uint32_t color) const {
+    const PixelRect area = clip.intersected(bounds_);
+    if (area.isEmpty()) {
+        return;
+    }
+    if (const auto* box = std::get_if<AlignedBox>(&form_)) {
+        box->paint(bitmap, area, color);
+        return;
+    }
+    forEachTile(area, [&](const Mask& mask, int left, int top, const PixelRect& piece) {
+        mask.paint(bitmap, left, top, piece, color);
+    });
+}
+
+void ShapeCoverage::multiply(std::uint8_t* coverage, const PixelRect& area) const {
+    if (const auto* box = std::get_if<AlignedBox>(&form_)) {
+        box->multiply(coverage, area);
+        return;
+    }
+    const PixelRect inside = area.intersected(bounds_);
+    for (int y = area.top; y < area.bottom; ++y) {
+        std::uint8_t* row = coverage + (y - area.top) * Mask::kSide;
+        if (inside.isEmpty() || y < inside.top || y >= inside.bottom) {
+            std::fill_n(row, area.width(), std::uint8_t{0});
+        } else {
+            std::fill(row, row + (inside.left - area.left), std::uint8_t{0});
+            std::fill(row + (inside.right - area.left), row + area.width(), std::uint8_t{0});
+        }
+    }
+    if (inside.isEmpty()) {
+        return;
+    }
+    forEachTile(inside, [&](const Mask& mask, int left, int top, const PixelRect& piece) {
+        mask.multiply(coverage + (piece.top - area.top) * Mask::kSide + (piece.left - area.left),
+                      left, top, piece);
+    });
+}
+
+}  // namespace orvane::platform

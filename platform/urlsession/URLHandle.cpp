@@ -1,0 +1,42 @@
+#include "platform/urlsession/URLHandle.h"
+
+#include "platform/urlsession/NSURLSessionConfiguration.h"
+
+namespace orvane::platform {
+
+URLHandle::URLHandle(CURLSH* share, const NSURLSessionConfiguration& configuration)
+    : share_(share), configuration_(configuration), easy_(curl_easy_init()) {
+    prepare();
+}
+
+void URLHandle::reset() {
+    // Resetting forgets the list of cookie files without freeing it.
+    set(CURLOPT_COOKIEFILE, nullptr);
+    curl_easy_reset(easy_.get());
+    prepare();
+}
+
+void URLHandle::prepare() {
+    set(CURLOPT_SHARE, share_);
+    // No file: it turns on the cookies that the handle shares.
+    set(CURLOPT_COOKIEFILE, "");
+    set(CURLOPT_PROTOCOLS_STR, "http,https");
+    set(CURLOPT_NOSIGNAL, 1L);
+    // A name server that does not answer must hold up neither the other transfers nor the exit.
+    set(CURLOPT_QUICK_EXIT, 1L);
+    set(CURLOPT_BUFFERSIZE, 32768L);
+    set(CURLOPT_USERAGENT, "Orvane");
+    // Whatever the library can decode.
+    set(CURLOPT_ACCEPT_ENCODING, "");
+    set(CURLOPT_SSLVERSION, static_cast<long>(CURL_SSLVERSION_TLSv1_2));
+    set(CURLOPT_SUPPRESS_CONNECT_HEADERS, 1L);
+    set(CURLOPT_NOPROGRESS, 0L);
+    if (!configuration_.certificateFile.empty()) {
+        set(CURLOPT_CAINFO, configuration_.certificateFile.c_str());
+    }
+    if (!configuration_.certificateFolder.empty()) {
+        set(CURLOPT_CAPATH, configuration_.certificateFolder.c_str());
+    }
+}
+
+}  // namespace orvane::platform

@@ -1,0 +1,111 @@
+#include "platform/urlsession/URLSessionThread.h"
+
+#include <pthread.h>
+
+#include <csignal>
+#include <utility>
+
+#include "platform/urlsession/NSURLSessionDataTask.h"
+
+namespace orvane::platform {
+
+namespace {
+
+// The process's signals are for the threads that expect them, and a connection that the other side
+// closed must not end the process: the session's thread, and what it starts, takes none.
+class AllSignalsBlocked {
+public:
+    AllSignalsBlocked() {
+        sigset_t all;
+        sigfillset(&all);
+        pthread_sigmask(SIG_SETMASK, &all, &before_);
+    }
+    ~AllSignalsBlocked() { pthread_sigmask(SIG_SETMASK, &before_, nullptr); }
+    AllSignalsBlocked(const AllSignalsBlocked&) = delete;
+    AllSignalsBlocked& operator=(const AllSignalsBlocked&) = delete;
+
+private:
+    sigset_t before_{};
+};
+
+}  // namespace
+
+URLSessionThread::URLSessionThread(const NSURLSessionConfiguration& configuration)
+    : proxy_(configuration.proxy), loader_(configuration) {}
+
+URLSessionThread::~URLSessionThread() {
+    cancel();
+}
+
+void URLSessionThread::submit(std::shared_ptr<NSURLSessionDataTask> task) {
+    if (const auto& url = task->currentRequest().URL(); url && proxy_) {
+        task->setProxy(proxy_(url->absoluteString()));
+    }
+    bool isToWake = false;
+    {
+        const std::lock_guard lock(mutex_);
+        if (!isCancelled_) {
+            // Those that follow before the thread has looked ride on the same wake, and the thread
+            // itself looks before it waits.
+            isToWake = submitted_.empty() && std::this_thread::get_id() != thread_.get_id();
+            submitted_.push_back(std::move(task));
+            start();
+        }
+    }
+    if (task) {
+        task->fail(NSError(NSString::initWithUTF8String("cancelled").value_or(NSString())));
+    } else if (isToWake) {
+        loader_.wake();
+    }
+}
+
+void URLSessionThread::cancel() {
+    std::thread thread;
+    {
+        const std::lock_guard lock(mutex_);
+        isCancelled_ = true;
+        thread = std::move(thread_);
+    }
+    if (thread.joinable()) {
+        loader_.wake();
+        thread.join();
+    }
+}
+
+void URLSessionThread::start() {
+    if (!thread_.joinable()) {
+        const AllSignalsBlocked blocked;
+        thread_ = std::thread([this] { run(); });
+        pthread_setname_np(thread_.native_handle(), "URLSession");
+    }
+}
+
+bool URLSessionThread::hasSubmitted() {
+    const std::lock_guard lock(mutex_);
+    return !submitted_.empty();
+}
+
+void URLSessionThread::run() {
+    for (;;) {
+        std::vector<std::shared_ptr<NSURLSessionDataTask>> tasks;
+        bool isLast = false;
+        {
+            const std::lock_guard lock(mutex_);
+            tasks.swap(submitted_);
+            isLast = isCancelled_;
+        }
+        for (auto& task : tasks) {
+            loader_.add(std::move(task));
+        }
+        if (isLast) {
+            loader_.cancelAll();
+            return;
+        }
+        if (!tasks.empty() && hasSubmitted()) {
+            loader_.wake();  // one failed at once, and whoever was told asked for the next
+        }
+        loader_.turn();
+    }
+}
+
+}  // namespace orvane::platform

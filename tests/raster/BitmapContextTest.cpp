@@ -1,0 +1,162 @@
+#include "platform/raster/CGBitmapContext.h"
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <cmath>
+#include <numbers>
+#include <vector>
+
+#include "platform/coregraphics/CGGradient.h"
+#include "tests/raster/paths.h"
+#include "tests/raster/pixels.h"
+
+namespace orvane::platform {
+namespace {
+
+using enum CGPathDrawingMode;
+
+constexpr std::uint32_t kRed = 0xffff0000u;
+constexpr std::uint32_t kBlack = 0xff000000u;
+constexpr double kPi = std::numbers::pi;
+
+TEST(BitmapContext, PaintsByModeAndFillRule) {
+    const struct {
+        CGPathDrawingMode mode;
+        std::uint32_t inside, edge, middle;
+    } cases[] = {{Fill, kRed, kRed, kRed},
+                 {EOFill, kRed, kRed, 0},
+                 {Stroke, 0, kBlack, 0},
+                 {FillStroke, kRed, kBlack, kRed},
+                 {EOFillStroke, kRed, kBlack, 0}};
+    for (const auto& c : cases) {
+        SCOPED_TRACE(static_cast<int>(c.mode));
+        CGBitmapContext canvas(40, 40);
+        canvas.setRGBFillColor(1, 0, 0, 1);
+        canvas.setLineWidth(2);
+        // Two squares, one in the other, running the same way around.
+        canvas.addPath(rectPath(5, 5, 30, 30));
+        canvas.addPath(rectPath(15, 15, 10, 10));
+        canvas.drawPath(c.mode);
+        EXPECT_EQ(pixel(canvas, 10, 10), c.inside);
+        EXPECT_EQ(pixel(canvas, 5, 10), c.edge);
+        EXPECT_EQ(pixel(canvas, 20, 20), c.middle);
+        EXPECT_EQ(pixel(canvas, 2, 2), 0u);
+        // The path is used up.
+        canvas.setRGBFillColor(0, 1, 0, 1);
+        canvas.drawPath(Fill);
+        EXPECT_EQ(pixel(canvas, 10, 10), c.inside);
+    }
+}
+
+// Shapes small and large, straight and turned, through every way that coverage is worked out: the
+// paint they take is the area they have.
+TEST(BitmapContext, CoversTheAreaThatAShapeHas) {
+    const auto turned = CGAffineTransform::makeTranslation(100, 100).rotate(0.3);
+    const auto stretched = CGAffineTransform().scale(4, 2);
+    const struct {
+        const char* name;
+        CGPath path;
+        CGPathDrawingMode mode;
+        double area;
+        double lineWidth = 1;
+        std::vector<double> dash = {};
+        CGAffineTransform transform = {};
+    } cases[] = {
+        {"box", rectPath(10.3, 20.6, 30.5, 7.25), Fill, 30.5 * 7.25},
+        {"frame", rectPath(10.3, 20.6, 30.5, 7.25), Stroke, 32 * 8.75 - 29 * 5.75, 1.5},
+        {"frame thicker than it is wide", rectPath(50, 50, 4, 20), Stroke, 14 * 30, 10},
+        {"slanted line", linePath({{50, 50}, {80, 90}}), Stroke, 100, 2},
+        {"sharp corner", linePath({{100, 100}, {200, 120}, {100, 140}}), Stroke, 2039.6, 10},
+        {"dashed line", linePath({{50, 50}, {450, 50}}), Stroke, 400 * 2 * 0.6, 2, {6, 4}},
+        {"turned box", rectPath(0, 0, 40, 30), Fill, 1200, 1, {}, turned},
+        {"small circle", ellipsePath(9.7, 8.1, 20, 20), Fill, 100 * kPi},
+        {"ring of a small circle", ellipsePath(9.7, 8.1, 20, 20), Stroke, 20 * kPi},
+        {"large circle", ellipsePath(3.3, 4.4, 480, 480), Fill, 240 * 240 * kPi},
+        {"ring of a large circle", ellipsePath(3.3, 4.4, 480, 480), Stroke, 480 * kPi * 3, 3},
+        {"scaled circle", ellipsePath(10, 10, 100, 100), Fill, 2500 * kPi * 8, 1, {}, stretched},
+        {"rounded box", roundedPath(10, 10, 90, 50, 10, 10), Fill, 90 * 50 - (400 - 100 * kPi)},
+        {"rounded to an ellipse", roundedPath(10, 10, 90, 50, 1e9, 1e300), Fill, 45 * 25 * kPi},
+        {"half a circle", ellipsePath(-100, 100, 200, 200), Fill, 100 * 100 * kPi / 2},
+        {"stretched pen", linePath({{5, 20}, {55, 20}}), Stroke, 200 * 4, 2, {}, stretched},
+        // What is far larger than the canvas shows the part that lies on it.
+        {"endless band", rectPath(-1e30, 10.5, 2e30, 30), Fill, 500 * 30},
+        {"endless half plane", polygonPath({{-1e9, -1e9}, {1e9, 1e9}, {-1e9, 1e9}}), Fill, 125'000},
+        {"endless line", linePath({{-1e9, 250}, {1e9, 250}}), Stroke, 500 * 5, 5},
+        {"endless dashes", linePath({{-1.6e7, 50}, {1.6e7, 50}}), Stroke, 252 * 3, 3, {8, 8}},
+        {"endless circle", ellipsePath(250, 250 - 1e8, 2e8, 2e8), Fill, 250 * 500},
+        {"endless pen", polygonPath({{30, 40}, {60, 50}, {40, 80}}), Stroke, 250'000, 1e12},
+    };
+    for (const auto& c : cases) {
+        CGBitmapContext canvas(500, 500);
+        canvas.concatCTM(c.transform);
+        canvas.setLineWidth(c.lineWidth);
+        canvas.setLineDash(0, c.dash);
+        draw(canvas, c.path, c.mode);
+        EXPECT_NEAR(coveredArea(canvas), c.area, 0.3 + c.area * 0.007) << c.name;
+    }
+}
+
+TEST(BitmapContext, ClipsIntersectAndEndWithTheirState) {
+    CGBitmapContext canvas(60, 60);
+    canvas.saveGState();
+    canvas.setRGBFillColor(1, 0, 0, 1);
+    canvas.clipToRect({{10, 10}, {30.5, 40}});
+    canvas.addPath(ellipsePath(20, 10, 40, 40));
+    canvas.clip();
+    fillRect(canvas, {{0, 0}, {60, 60}});
+    EXPECT_EQ(pixel(canvas, 35, 30), kRed);
+    EXPECT_EQ(pixel(canvas, 40, 30) >> 24, 128u);  // half a pixel of the first clip
+    EXPECT_EQ(pixel(canvas, 41, 30), 0u);
+    EXPECT_EQ(pixel(canvas, 15, 30), 0u);  // outside the circle
+    EXPECT_EQ(pixel(canvas, 21, 12), 0u);
+    canvas.restoreGState();
+    fillRect(canvas, {{0, 0}, {60, 60}});
+    EXPECT_EQ(pixel(canvas, 35, 30), kBlack);  // the fill colour is restored, too
+    EXPECT_EQ(pixel(canvas, 0, 59), kBlack);
+}
+
+TEST(BitmapContext, GradientsRunAlongTheirAxis) {
+    const std::array<double, 12> components = {1, 0, 0, 1, 0, 1, 0, 1, 0, 0, 1, 1};
+    const auto even = CGGradient::createWithColorComponents(components, {});
+    const auto hard = CGGradient::createWithColorComponents(components, std::array{0.0, 0.5, 0.5});
+    const auto none = CGGradient::createWithColorComponents({}, {});
+    const struct {
+        const char* name;
+        const CGGradient& gradient;
+        CGPoint start, end;
+        unsigned options;
+        std::array<std::uint32_t, 4> pixels;
+    } cases[] = {
+        {"both ends", *even, {20, 0}, {80, 0}, 3, {0xffff0000, 0xffa65900, 0xff00ff00, 0xff0000ff}},
+        {"no ends", *even, {20, 0}, {80, 0}, 0, {0, 0xffa65900, 0xff00ff00, 0}},
+        {"hard edge", *hard, {0, 0}, {60, 0}, 3, {0xffd12e00, 0xff0000ff, 0xff0000ff, 0xff0000ff}},
+        {"no length", *even, {20, 0}, {20, 0}, 3, {0xff0000ff, 0xff0000ff, 0xff0000ff, 0xff0000ff}},
+        {"no colours", *none, {20, 0}, {80, 0}, 3, {}},
+        {"no numbers", *even, {NAN, 0}, {80, INFINITY}, 0, {}},
+    };
+    for (const auto& c : cases) {
+        CGBitmapContext canvas(100, 4);
+        canvas.drawLinearGradient(c.gradient, c.start, c.end, c.options);
+        for (std::size_t i = 0; i < 4; ++i) {
+            const int x = std::array{5, 30, 50, 95}[i];
+            EXPECT_LE(difference(pixel(canvas, x, 2), c.pixels[i]), 5) << c.name << " at " << x;
+        }
+    }
+}
+
+TEST(BitmapContext, AnEmptyCanvasTakesEveryCall) {
+    std::uint32_t pixels[4] = {};
+    CGBitmapContext canvases[] = {
+        {0, 10},           {-5, 10},         {100'000, 100'000}, {nullptr, 2, 2, 8},
+        {pixels, 2, 2, 7}, {pixels, 2, 2, 4}};
+    for (CGBitmapContext& canvas : canvases) {
+        EXPECT_EQ(canvas.width(), 0);
+        fillRect(canvas, {{0, 0}, {1000, 1000}});
+        canvas.clearRect({{0, 0}, {1000, 1000}});
+        EXPECT_EQ(canvas.createImage(), nullptr);
+    }
+}
+
+}  // namespace
+}  // namespace orvane::platform

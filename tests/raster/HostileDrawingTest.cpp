@@ -1,0 +1,169 @@
+// Whatever an application asks for, its object paints nothing or its nearest sensible form, and
+// everything else on the canvas is painted as if it were not there.
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <cmath>
+#include <functional>
+#include <vector>
+
+#include "platform/coregraphics/CGDrawable.h"
+#include "platform/coregraphics/CGGradient.h"
+#include "platform/coregraphics/CGImage.h"
+#include "platform/coregraphics/CairoCanvas.h"
+#include "tests/raster/paths.h"
+#include "tests/raster/pixels.h"
+
+namespace orvane::platform {
+namespace {
+
+using enum CGPathDrawingMode;
+enum Expected { Nothing, Something, Anything };
+
+// A square of ten that the raster library paints, if its context is not broken.
+class Square final : public CGDrawable {
+public:
+    explicit Square(bool breaks) : breaks_(breaks) {}
+
+    void paint(CairoCanvas& canvas) const override {
+        if (breaks_) {
+            const double senseless = -1;
+            cairo_set_dash(canvas.cairo, &senseless, 1, 0);
+        }
+        cairo_rectangle(canvas.cairo, 0, 0, 10, 10);
+        cairo_fill(canvas.cairo);
+    }
+    CGRect inkBounds() const override { return {{0, 0}, {10, 10}}; }
+    std::string description() const override { return "square"; }
+
+private:
+    const bool breaks_;
+};
+
+// A neighbour, painted before and after the object in question: a circle with a frame, and a
+// square.
+void paintNeighbour(CGContext& canvas, double y) {
+    canvas.saveGState();
+    canvas.setLineWidth(1);
+    draw(canvas, ellipsePath(40.3, y, 15, 15), FillStroke);
+    canvas.translateCTM(45, y + 15);
+    canvas.drawLine(Square(false));
+    canvas.restoreGState();
+}
+
+// Everything that can be drawn, around 10, 10 to 30, 30.
+void paintEverything(CGContext& canvas) {
+    const CGRect rect{{10, 10}, {20, 20}};
+    CGPath path;
+    path.addRect(rect);
+    path.addEllipseInRect(rect);
+    for (const bool dashed : {false, true}) {
+        if (dashed) {
+            canvas.setLineDash(1, std::array{3.0, 2.0});
+        }
+        draw(canvas, path, EOFillStroke);
+        draw(canvas, linePath({{10, 10}, {30, 30}}), Stroke);
+    }
+    const std::array<double, 8> components = {1, 0, 0, 1, 0, 1, 0, 1};
+    canvas.addPath(path);
+    canvas.clip();
+    canvas.drawLinearGradient(*CGGradient::createWithColorComponents(components, {}), {10, 10},
+                              {30, 30}, 0);
+    canvas.drawImage(rect, *CGImage::createWithPixels(2, 2, {1u << 24, 2u << 24, 3u << 24, 0}));
+}
+
+void expectHarmless(const char* name, Expected expected,
+                    const std::function<void(CGContext&)>& drawObject) {
+    constexpr int kSide = 60;
+    CGBitmapContext alone(kSide, kSide), canvas(kSide, kSide);
+    paintNeighbour(alone, 2);
+    paintNeighbour(alone, 32);
+
+    paintNeighbour(canvas, 2);
+    canvas.saveGState();
+    canvas.clipToRect({{0, 0}, {38, kSide}});
+    drawObject(canvas);
+    canvas.restoreGState();
+    paintNeighbour(canvas, 32);
+    if (expected != Anything) {
+        EXPECT_EQ(coveredArea(canvas) > coveredArea(alone), expected == Something) << name;
+    }
+    canvas.clearRect({{0, 0}, {38, kSide}});
+    EXPECT_EQ(largestDifference(canvas, alone), 0) << name;
+}
+
+TEST(HostileDrawing, TransformationsAndStates) {
+    const struct {
+        const char* name;
+        CGAffineTransform transform;
+        Expected expected;
+    } rows[] = {
+        {"scale 0 one way", {1, 0, 0, 0, 0, 0}, Nothing},
+        {"scale almost 0", {1e-300, 0, 0, 1, 0, 0}, Nothing},
+        {"huge scale", {1e300, 0, 0, 1e300, 0, 0}, Nothing},
+        {"NaN scale", {NAN, 0, 0, 1, 0, 0}, Nothing},
+        {"infinite translation", {1, 0, 0, 1, INFINITY, 0}, Nothing},
+        {"huge scale that still shows", {1e9, 0, 0, 1e9, -2e10, -2e10}, Anything},
+        {"mirrored", {-1, 0, 0, 1, 40, 0}, Something},
+    };
+    for (const auto& row : rows) {
+        expectHarmless(row.name, row.expected, [&](CGContext& canvas) {
+            canvas.concatCTM(row.transform);
+            paintEverything(canvas);
+        });
+    }
+    expectHarmless("NaN clip", Nothing, [](CGContext& canvas) {
+        canvas.clipToRect({{NAN, 0}, {40, 40}});
+        paintEverything(canvas);
+    });
+    expectHarmless("clip without a path", Nothing, [](CGContext& canvas) {
+        canvas.clip();
+        paintEverything(canvas);
+    });
+    expectHarmless("colours out of range", Something, [](CGContext& canvas) {
+        canvas.setRGBFillColor(NAN, -1, 1e30, 7);
+        fillRect(canvas, {{10, 10}, {20, 20}});
+    });
+    expectHarmless("more restored than saved", Nothing, [](CGContext& canvas) {
+        canvas.restoreGState();
+        canvas.restoreGState();
+        canvas.saveGState();
+    });
+    expectHarmless("the library's context broken", Anything,
+                   [](CGContext& canvas) { canvas.drawLine(Square(true)); });
+}
+
+TEST(HostileDrawing, OutlinesAndStrokes) {
+    const struct {
+        const char* name;
+        Expected expected;
+        double width;
+        double phase;
+        std::vector<double> dash;
+        CGPath path = ellipsePath(10, 10, 20, 20);
+    } rows[] = {
+        {"infinite rectangle", Nothing, 1, 0, {}, rectPath(-INFINITY, 0, INFINITY, 20)},
+        {"NaN point", Nothing, 1, 0, {}, linePath({{10, 10}, {NAN, 30}, {30, 30}})},
+        {"negative radii", Something, 1, 0, {}, roundedPath(10, 10, 20, 20, -5, -5)},
+        {"huge ellipse", Nothing, 1, 0, {}, ellipsePath(-1e300, -1e300, 1e301, 1e301)},
+        {"negative line width", Nothing, -3, 0, {}},
+        {"NaN line width", Nothing, NAN, 0, {}},
+        {"dash of zeros", Something, 2, 0, {0, 0}},
+        {"negative dash", Something, 2, 0, {4, -2}},
+        {"NaN dash", Something, 2, 0, {4, NAN}},
+        {"dash too short to see", Something, 2, 0, {1e-12, 1e-12}},
+        {"dash that overflows", Something, 2, 0, {1e308, 1e308}},
+        {"huge phase", Something, 2, -1e300, {4, 2}},
+    };
+    for (const auto& row : rows) {
+        expectHarmless(row.name, row.expected, [&](CGContext& canvas) {
+            canvas.setLineWidth(row.width);
+            canvas.setLineDash(row.phase, row.dash);
+            draw(canvas, row.path, Stroke);
+        });
+    }
+}
+
+}  // namespace
+}  // namespace orvane::platform

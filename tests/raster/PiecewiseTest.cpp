@@ -1,0 +1,188 @@
+// The strongest promise of the canvas: what a pixel becomes depends on the drawing calls alone, not
+// on the part of the picture that is being painted.
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <random>
+#include <vector>
+
+#include "platform/coregraphics/CGGradient.h"
+#include "platform/coregraphics/CGImage.h"
+#include "tests/raster/paths.h"
+#include "tests/raster/pixels.h"
+
+namespace orvane::platform {
+namespace {
+
+constexpr int kWidth = 320;
+constexpr int kHeight = 300;
+
+// A picture made of everything that a canvas paints, the same for the same seed.
+class RandomScene {
+public:
+    explicit RandomScene(unsigned seed) : seed_(seed) {}
+
+    void paint(CGContext& canvas) {
+        random_.seed(seed_);
+        for (int i = 0; i < 25; ++i) {
+            canvas.saveGState();
+            if (chance(0.4)) {
+                canvas.concatCTM(transform());
+            }
+            if (chance(0.2)) {
+                canvas.clipToRect(rect());
+            }
+            if (chance(0.15)) {
+                canvas.addPath(outline());
+                canvas.clip();
+            }
+            if (chance(0.1)) {
+                const CGRect place = rect();
+                canvas.drawImage(chance(0.5) ? place : CGRect{place.origin, {12, -9}}, *image());
+            } else {
+                paintShape(canvas);
+            }
+            canvas.restoreGState();
+        }
+    }
+
+private:
+    double number(double from, double to) {
+        return std::uniform_real_distribution<double>(from, to)(random_);
+    }
+    bool chance(double share) { return number(0, 1) < share; }
+    // Fractions, exact ones among them, whole pixels, sometimes far off the canvas.
+    double coordinate() {
+        if (chance(0.03)) {
+            return number(-1e5, 1e5);
+        }
+        const double value = number(-40, kWidth + 40);
+        return chance(0.3) ? std::floor(value) : chance(0.3) ? std::floor(value * 32) / 32 : value;
+    }
+    double extent() { return chance(0.2) ? number(0, 600) : number(0, 60); }
+    CGRect rect() { return {{coordinate(), coordinate()}, {extent(), extent()}}; }
+    CGAffineTransform transform() {
+        return CGAffineTransform::makeTranslation(number(0, 50), number(0, 50))
+            .rotate(chance(0.5) ? 0 : number(0, 6))
+            .scale(number(0.3, 2), number(0.3, 2));
+    }
+
+    CGPath outline() {
+        CGPath path;
+        const int kind = static_cast<int>(number(0, 5));
+        if (kind == 0) {
+            path.addRect(rect());
+        } else if (kind == 1) {
+            path.addEllipseInRect(rect());
+        } else if (kind == 2) {
+            path.addRoundedRect(rect(), extent() / 4, extent() / 4);
+        } else if (kind == 3) {
+            for (int i = 0; i < 6; ++i) {
+                path.addLineToPoint(coordinate(), coordinate());
+            }
+            if (chance(0.5)) {
+                path.closeSubpath();
+            }
+        } else {
+            path.moveToPoint(coordinate(), coordinate());
+            path.addCurveToPoint(coordinate(), coordinate(), coordinate(), coordinate(),
+                                 coordinate(), coordinate());
+            path.addRelativeArc(transform(), coordinate(), coordinate(), extent(), 0,
+                                number(-7, 7));
+        }
+        return path;
+    }
+
+    std::shared_ptr<const CGImage> image() {
+        std::vector<std::uint32_t> pixels(12 * 9);
+        for (std::uint32_t& p : pixels) {
+            p = chance(0.5) ? 0xff000000u | random_() : 0;
+        }
+        return CGImage::createWithPixels(12, 9, std::move(pixels));
+    }
+
+    void paintShape(CGContext& canvas) {
+        const CGPath path = outline();
+        const auto color = [&] { return number(0, 1); };
+        if (chance(0.25)) {
+            const std::array<double, 12> components = {color(), color(), color(), 1,
+                                                       color(), color(), color(), color(),
+                                                       color(), color(), color(), color()};
+            const std::array<double, 3> locations = {0, number(0.1, 0.9), 1};
+            canvas.addPath(path);
+            canvas.clip();
+            canvas.drawLinearGradient(*CGGradient::createWithColorComponents(components, locations),
+                                      {coordinate(), coordinate()}, {coordinate(), coordinate()},
+                                      static_cast<unsigned>(number(0, 4)));
+        }
+        canvas.setRGBFillColor(color(), color(), color(), chance(0.5) ? 1 : color());
+        canvas.setRGBStrokeColor(color(), color(), color(), chance(0.5) ? 1 : color());
+        canvas.setLineWidth(chance(0.1) ? number(0, 80) : number(0, 5));
+        if (chance(0.3)) {
+            canvas.setLineDash(number(-9, 9), std::array{number(0.5, 20), number(0.5, 20)});
+        }
+        draw(canvas, path, static_cast<CGPathDrawingMode>(static_cast<int>(number(0, 5))));
+    }
+
+    unsigned seed_;
+    std::mt19937 random_;
+};
+
+std::vector<CGRect> randomPieces(unsigned seed) {
+    std::mt19937 random(seed);
+    std::vector<CGRect> pieces;
+    for (int y = 0; y < kHeight;) {
+        const int height = std::min<int>(kHeight - y, 1 + static_cast<int>(random() % 90));
+        for (int x = 0; x < kWidth;) {
+            const int width = std::min<int>(kWidth - x, 1 + static_cast<int>(random() % 90));
+            pieces.push_back({{double(x), double(y)}, {double(width), double(height)}});
+            x += width;
+        }
+        y += height;
+    }
+    return pieces;
+}
+
+class Piecewise : public testing::TestWithParam<unsigned> {
+protected:
+    void SetUp() override { scene_.paint(whole_); }
+
+    RandomScene scene_{GetParam()};
+    CGBitmapContext whole_{kWidth, kHeight};
+};
+
+TEST_P(Piecewise, RepaintingPieceByPieceLeavesNoTraceOfWhatWasThere) {
+    CGBitmapContext canvas(kWidth, kHeight);
+    RandomScene(GetParam() + 1000).paint(canvas);
+    for (const CGRect& piece : randomPieces(GetParam())) {
+        canvas.saveGState();
+        canvas.clipToRect(piece);
+        canvas.clearRect(piece);
+        scene_.paint(canvas);
+        canvas.restoreGState();
+    }
+    EXPECT_EQ(largestDifference(whole_, canvas), 0);
+}
+
+TEST_P(Piecewise, MovingTheCanvasByWholePixelsMovesThePicture) {
+    constexpr int kLeft = 37;
+    constexpr int kTop = 101;
+    // A window onto the picture, in storage with longer rows than its own.
+    std::vector<std::uint32_t> storage(200 * 120);
+    CGBitmapContext part(storage.data(), 150, 120, 200 * 4,
+                         CGAffineTransform::makeTranslation(-kLeft, -kTop));
+    scene_.paint(part);
+    int different = 0;
+    for (int y = 0; y < part.height(); ++y) {
+        for (int x = 0; x < part.width(); ++x) {
+            different += pixel(part, x, y) != pixel(whole_, x + kLeft, y + kTop) ? 1 : 0;
+        }
+    }
+    EXPECT_EQ(different, 0);
+}
+
+INSTANTIATE_TEST_SUITE_P(Seeds, Piecewise, testing::Range(1u, 13u));
+
+}  // namespace
+}  // namespace orvane::platform

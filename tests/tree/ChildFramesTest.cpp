@@ -1,0 +1,143 @@
+#include <gtest/gtest.h>
+
+#include <limits>
+#include <random>
+
+#include "tests/tree/FakeLayer.h"
+
+namespace orvane::display {
+namespace {
+
+using R = DisplayObject::Rect;
+
+// A container large enough for the grid is held against what walking its children gives.
+class ChildFramesTest : public testing::Test {
+protected:
+    R anyRect() {
+        const double side = std::exponential_distribution<double>(0.05)(random_);
+        return {std::uniform_real_distribution<double>(-200, 1000)(random_),
+                std::uniform_real_distribution<double>(-200, 600)(random_), side, side / 2};
+    }
+    std::size_t anyIndex() { return random_() % spots_.size(); }
+
+    void expectSameAsWalking() {
+        R walked;
+        for (const auto& spot : spots_) {
+            if (spot->isVisible()) {
+                walked.unite(spot->getFrame());
+            }
+        }
+        const R frame = root_->getFrame();
+        EXPECT_NEAR(frame.x, walked.x, 1e-9);
+        EXPECT_NEAR(frame.y, walked.y, 1e-9);
+        EXPECT_NEAR(frame.width, walked.width, 1e-9);
+        EXPECT_NEAR(frame.height, walked.height, 1e-9);
+
+        const R dirty = anyRect();
+        for (const auto& spot : spots_) {
+            spot->validations = 0;
+        }
+        root_->validate(dirty);
+        for (const auto& spot : spots_) {
+            EXPECT_EQ(spot->validations, spot->getFrame().touches(dirty) ? 1 : 0);
+        }
+    }
+
+    std::mt19937 random_{7};
+    std::shared_ptr<Group> root_ = std::make_shared<Group>();
+    std::vector<std::shared_ptr<Spot>> spots_;
+};
+
+TEST_F(ChildFramesTest, AnyChangesGiveWhatWalkingGives) {
+    for (int step = 0; step < 3000; ++step) {
+        switch (random_() % 6) {
+            case 0:
+            case 1: {
+                spots_.push_back(std::make_shared<Spot>(anyRect()));
+                const auto at = static_cast<std::ptrdiff_t>(random_() % (spots_.size()));
+                root_->store(root_->getChildren().begin() + at, spots_.back());
+                break;
+            }
+            case 2:
+                if (spots_.size() > 80) {
+                    const auto victim = spots_.begin() + static_cast<std::ptrdiff_t>(anyIndex());
+                    root_->remove(*victim);
+                    spots_.erase(victim);
+                }
+                break;
+            case 3:
+                if (!spots_.empty()) {
+                    spots_[anyIndex()]->setVisible(random_() % 2 == 0);
+                }
+                break;
+            case 4:
+                if (step % 50 == 0) {
+                    root_->setVisible(random_() % 3 != 0);
+                }
+                break;
+            default:
+                if (!spots_.empty()) {
+                    spots_[anyIndex()]->setArea(anyRect());
+                }
+        }
+        if (step % 7 == 0) {
+            expectSameAsWalking();
+        }
+        if (HasFailure()) {
+            FAIL() << "at step " << step;
+        }
+    }
+    EXPECT_GT(spots_.size(), 300U);
+}
+
+TEST_F(ChildFramesTest, PaintingVisitsInDrawingOrder) {
+    class Scribe : public Spot {
+    public:
+        Scribe(const R& area, std::vector<std::uint64_t>& order) : Spot(area), order_(order) {}
+        void validate(const R&) override { order_.push_back(getIndex()); }
+
+    private:
+        std::vector<std::uint64_t>& order_;
+    };
+    std::vector<std::uint64_t> order;
+    for (int i = 0; i < 200; ++i) {
+        // Far apart first and last, so that the grid meets them out of order.
+        const double x = (i * 37) % 200 * 10.0;
+        root_->store(root_->getChildren().begin() + i / 2,
+                     std::make_shared<Scribe>(R(x, i % 3 * 10, 50, 50), order));
+    }
+    root_->validate({300, 0, 100, 40});
+    EXPECT_GT(order.size(), 5U);
+    EXPECT_LT(order.size(), 60U);
+    EXPECT_TRUE(std::is_sorted(order.begin(), order.end()));
+}
+
+TEST_F(ChildFramesTest, StrayFramesNeitherWidenNorHideTheOthers) {
+    const double nan = std::numeric_limits<double>::quiet_NaN();
+    for (int i = 0; i < 100; ++i) {
+        spots_.push_back(std::make_shared<Spot>(R(i * 10.0, 0, 5, 5)));
+        root_->add(spots_.back());
+    }
+    spots_[50]->setArea({nan, nan, nan, nan});
+    EXPECT_EQ(root_->getFrame(), R(0, 0, 995, 5));
+    root_->validate({500, 0, 10, 5});
+    EXPECT_EQ(spots_[51]->validations, 1);
+}
+
+TEST_F(ChildFramesTest, AnObjectStoredTwiceLeavesNothingBehind) {
+    for (int i = 0; i < 100; ++i) {
+        root_->add(std::make_shared<Spot>());
+    }
+    auto twice = std::make_shared<Spot>(R(50, 50, 1, 1));
+    root_->add(twice);
+    root_->add(twice);
+    while (root_->getChildren().back() == twice) {
+        root_->erase(root_->getChildren().end() - 1);
+    }
+    twice.reset();
+    EXPECT_EQ(root_->getFrame(), R(0, 0, 10, 10));
+    root_->validate({40, 40, 20, 20});
+}
+
+}  // namespace
+}  // namespace orvane::display

@@ -1,0 +1,181 @@
+#include <gtest/gtest.h>
+
+#include "tests/tree/FakeLayer.h"
+
+namespace orvane::display {
+namespace {
+
+using R = DisplayLayer::Rect;
+using LayerPointer = std::shared_ptr<FakeLayer>;
+
+class DisplayLayerTest : public testing::Test {
+protected:
+    void SetUp() override {
+        root_->addObject(onRoot_);
+        sub_->addObject(onSub_);
+        root_->store(root_->getSublayers().end(), sub_);
+    }
+    void attach() {
+        root_->setDisplay(someDisplay());
+        root_->validate(false);
+        clear();
+    }
+    void clear() {
+        root_->log.clear();
+        sub_->log.clear();
+    }
+
+    LayerPointer root_ = std::make_shared<FakeLayer>("root");
+    LayerPointer sub_ = std::make_shared<FakeLayer>("sub");
+    std::shared_ptr<Spot> onRoot_ = std::make_shared<Spot>(R(0, 0, 100, 100));
+    std::shared_ptr<Spot> onSub_ = std::make_shared<Spot>(R(10, 10, 20, 20));
+};
+
+TEST_F(DisplayLayerTest, AChangeValidatesFromARootThatIsShown) {
+    clear();
+    onSub_->invalidate(true);
+    EXPECT_EQ(root_->log + sub_->log, "");  // nobody shows it
+    EXPECT_TRUE(root_->isDirty());
+
+    attach();
+    EXPECT_FALSE(root_->isDirty());
+    onSub_->invalidate(true);
+    EXPECT_EQ(root_->log, "layer content ");
+    EXPECT_EQ(sub_->log, "layer content ");
+    root_->validate(false);
+    EXPECT_EQ(sub_->log, "layer content ");  // clean: nothing
+    sub_->validate(true);
+    EXPECT_EQ(sub_->log, "layer content layer content ");
+}
+
+TEST_F(DisplayLayerTest, LocksHoldValidationBackUntilTheLastIsGone) {
+    attach();
+    root_->lockValidation();
+    root_->lockValidation();
+    onRoot_->invalidate(true);
+    onSub_->invalidate(true);
+    root_->unlockValidation();
+    EXPECT_EQ(root_->log, "");
+    root_->unlockValidation();
+    EXPECT_EQ(root_->log, "layer content ");
+    clear();
+    root_->unlockValidation();
+    EXPECT_FALSE(root_->isValidationLocked());
+    EXPECT_EQ(root_->log, "");
+}
+
+TEST_F(DisplayLayerTest, AMoveForcesItsOwnContentAndAResizeTheSublayers) {
+    attach();
+    onRoot_->setArea({5, 0, 100, 100});
+    EXPECT_EQ(root_->log, "layer content! ");
+    EXPECT_EQ(sub_->log, "");
+    clear();
+    onRoot_->setArea({5, 0, 200, 100});
+    EXPECT_EQ(root_->log, "layer content! ");
+    EXPECT_EQ(sub_->log, "layer content ");
+}
+
+TEST_F(DisplayLayerTest, ALayerWithAnEmptyFrameIsNotLookedInto) {
+    attach();
+    const UpdateLock lock(onRoot_);
+    sub_->setAffectsParentFrame(false);
+    onRoot_->setArea({7, 7, 0, 0});
+    clear();
+    root_->validate(false);
+    EXPECT_EQ(root_->log, "layer ");
+    EXPECT_EQ(sub_->log, "");
+    EXPECT_FALSE(root_->isDirty());
+}
+
+TEST_F(DisplayLayerTest, TheFrameTakesInSublayersThatAffectIt) {
+    onSub_->setArea({90, 90, 50, 50});
+    EXPECT_EQ(root_->getLayerFrame(), R(0, 0, 140, 140));
+    sub_->setAffectsParentFrame(false);
+    root_->resetLayerFrame();
+    EXPECT_EQ(root_->getLayerFrame(), R(0, 0, 100, 100));
+    onRoot_->setVisible(false);  // visibility does not enter
+    EXPECT_EQ(root_->getLayerFrame(), R(0, 0, 100, 100));
+}
+
+TEST_F(DisplayLayerTest, CoordinatesAreRelativeToTheFrame) {
+    EXPECT_EQ(sub_->convertPointToScreen({1, 2}), DisplayLayer::Point(11, 12));
+    EXPECT_EQ(sub_->convertPointFromScreen({11, 12}), DisplayLayer::Point(1, 2));
+    EXPECT_EQ(sub_->convertRectFromScreen({20, 20, -5, -5}), R(5, 5, 5, 5));
+    EXPECT_EQ(sub_->convertRectToScreen({5, 5, 1, 1}), R(15, 15, 1, 1));
+}
+
+TEST_F(DisplayLayerTest, ALayerIsHiddenWhenNothingOnItCanBeSeen) {
+    EXPECT_FALSE(root_->isHidden());
+    onRoot_->setVisible(false);
+    EXPECT_FALSE(root_->isHidden());  // the sublayer still shows
+    onSub_->setVisible(false);
+    EXPECT_TRUE(root_->isHidden());
+    onSub_->setVisible(true);
+    root_->setHidden(true);
+    EXPECT_TRUE(root_->isHidden());
+    EXPECT_TRUE(FakeLayer().isHidden());
+}
+
+TEST_F(DisplayLayerTest, AnEmptiedLayerLeavesAndTheCollapseGoesUp) {
+    const auto wrapper = std::make_shared<FakeLayer>("wrapper");
+    const auto inner = std::make_shared<FakeLayer>("inner");
+    const auto object = std::make_shared<Spot>();
+    inner->addObject(object);
+    wrapper->store(wrapper->getSublayers().end(), inner);
+    root_->store(root_->getSublayers().end(), wrapper);
+
+    inner->removeObject(object);
+    EXPECT_EQ(inner->getSuperlayer(), nullptr);
+    EXPECT_EQ(wrapper->getSuperlayer(), nullptr);
+    EXPECT_EQ(object->getLayer(), nullptr);
+
+    clear();
+    root_->removeObject(onRoot_);
+    EXPECT_EQ(root_->log, "-" + std::to_string(onRoot_->getId()) + " ");
+    EXPECT_EQ(names(*root_), "sub ") << "a layer with sublayers stays";
+}
+
+TEST_F(DisplayLayerTest, ObjectsAreSortedByIndexAndTheDeadComeLast) {
+    const auto parent = std::make_shared<Group>();
+    std::vector<std::shared_ptr<Spot>> spots;
+    for (int i = 0; i < 4; ++i) {
+        spots.push_back(std::make_shared<Spot>());
+        parent->add(spots.back());
+    }
+    const auto layer = std::make_shared<FakeLayer>();
+    for (const int i : {2, 0, 3, 1}) {
+        layer->addObject(spots[static_cast<std::size_t>(i)]);
+    }
+    parent->erase(parent->getChildren().begin());  // takes the first off the layer, too
+    spots[0].reset();
+    for (std::size_t i = 0; i < 3; ++i) {
+        EXPECT_EQ(layer->getObjects()[i].lock(), spots[i + 1]);
+    }
+    auto dying = std::make_shared<Spot>();
+    layer->addObject(dying);
+    dying.reset();
+    layer->addObject(std::make_shared<Spot>());
+    EXPECT_TRUE(layer->getObjects().back().expired());
+    layer->clearObjects();
+    EXPECT_TRUE(layer->getObjects().empty());
+}
+
+TEST_F(DisplayLayerTest, ADisplayReachesWhatIsStoredLater) {
+    attach();
+    const auto late = std::make_shared<FakeLayer>("late");
+    root_->store(root_->getSublayers().begin(), late);
+    EXPECT_EQ(late->getDisplay(), root_->getDisplay());
+    root_->erase(root_->getSublayers().begin());
+    EXPECT_EQ(late->getDisplay(), nullptr);
+}
+
+TEST_F(DisplayLayerTest, OnlyALoneOwnerIsTheOwner) {
+    EXPECT_EQ(sub_->getOwner(), nullptr);
+    onSub_->ownLayer();
+    EXPECT_EQ(sub_->getOwner(), onSub_);
+    sub_->addObject(std::make_shared<Spot>());
+    EXPECT_EQ(sub_->getOwner(), nullptr);
+}
+
+}  // namespace
+}  // namespace orvane::display

@@ -1,0 +1,136 @@
+#include <gtest/gtest.h>
+
+#include "tests/tree/FakeLayer.h"
+
+namespace orvane::display {
+namespace {
+
+using geometry::Matrix;
+using Object = std::shared_ptr<DisplayObject>;
+using R = DisplayObject::Rect;
+
+TEST(DisplayObject, TransformationsComposeOrReplace) {
+    Spot spot;
+    spot.translate(10, 20);
+    spot.scale(2, 3);
+    EXPECT_EQ(spot.getTransformation(), Matrix(2, 0, 10, 0, 3, 20));
+    spot.setScale(4, 5);
+    EXPECT_EQ(spot.getTransformation(), Matrix(4, 0, 0, 0, 5, 0));
+    spot.applyMatrix(1, 0, 1, 0, 1, 1);
+    EXPECT_EQ(spot.getTransformation(), Matrix(4, 0, 4, 0, 5, 5));
+    spot.setMatrix(1, 2, 3, 4, 5, 6);
+    EXPECT_EQ(spot.getTransformation(), Matrix(1, 2, 3, 4, 5, 6));
+
+    // The full transformation starts at the root.
+    const auto root = std::make_shared<Group>();
+    const auto leaf = std::make_shared<Spot>();
+    root->add(leaf);
+    root->setScale(2, 2);
+    leaf->setTranslate(5, 0);
+    EXPECT_EQ(leaf->applyTransformToRect({0, 0, 1, 1}), R(10, 0, 2, 2));
+    EXPECT_EQ(Spot(R(100, 200, 10, 10)).convertRectToFrame({5, 5, -3, -4}), R(102, 201, 3, 4))
+        << "relative to the frame, and normalised";
+}
+
+TEST(DisplayObject, AFrameIsForgottenUpwardUntilOneThatIsForgotten) {
+    const auto root = std::make_shared<Group>();
+    const auto middle = std::make_shared<Group>();
+    const auto leaf = std::make_shared<Spot>();
+    root->add(middle);
+    middle->add(leaf);
+    EXPECT_EQ(root->getFrame(), R(0, 0, 10, 10));
+    leaf->setArea({0, 0, 20, 10});
+    EXPECT_EQ(root->getFrame(), R(0, 0, 20, 10));
+    root->setVisible(false);
+    EXPECT_FALSE(leaf->isVisible()) << "visibility is the whole chain's";
+    root->setVisible(true);
+    EXPECT_TRUE(leaf->isVisible());
+}
+
+TEST(DisplayObject, AnOwnerKeepsItsLayerWhenItLeaves) {
+    const auto root = std::make_shared<Group>();
+    const auto layer = std::make_shared<FakeLayer>();
+    const auto owner = std::make_shared<Spot>();
+    const auto own = std::make_shared<FakeLayer>();
+    layer->addObject(root);
+    root->add(owner);
+    owner->extractIntoLayer(own);
+    root->remove(owner);
+    EXPECT_EQ(owner->getLayer(), own);
+    EXPECT_EQ(own->getSuperlayer(), nullptr);
+    root->add(owner);
+    EXPECT_EQ(own->getSuperlayer(), layer);
+}
+
+TEST(DisplayNode, OnlyItsOwnChildrenAreFoundAndErased) {
+    const auto root = std::make_shared<Group>();
+    const Object spot = std::make_shared<Spot>();
+    root->add(std::make_shared<Spot>());
+    root->add(spot);
+    EXPECT_EQ(root->find(spot), root->getChildren().begin() + 1);
+    root->erase(root->find(spot));
+    EXPECT_EQ(root->find(spot), root->getChildren().end());
+
+    // An index in range is not enough: the element must be this container's.
+    const auto other = std::make_shared<Group>();
+    other->add(spot);
+    EXPECT_EQ(root->find(spot), root->getChildren().end());
+    EXPECT_EQ(root->erase(root->find(spot)), root->getChildren().end());
+    EXPECT_EQ(root->getChildren().size(), 1U);
+}
+
+TEST(DisplayNode, WhatCannotGoIntoATreeIsRefused) {
+    const auto root = std::make_shared<Group>();
+    const auto inner = std::make_shared<Group>();
+    root->add(inner);
+    testing::internal::CaptureStderr();
+    root->add(nullptr);
+    root->add(root);
+    inner->add(root);
+    const std::string lines = testing::internal::GetCapturedStderr();
+    EXPECT_EQ(std::count(lines.begin(), lines.end(), '\n'), 3);
+    EXPECT_EQ(root->getChildren().size(), 1U);
+    EXPECT_TRUE(inner->getChildren().empty());
+}
+
+TEST(DisplayNode, AChildOutlivesItsParent) {
+    auto root = std::make_shared<Group>();
+    const auto leaf = std::make_shared<Spot>();
+    root->add(leaf);
+    root.reset();
+    EXPECT_EQ(leaf->getParent(), nullptr);
+    EXPECT_TRUE(leaf->isVisible());
+    leaf->invalidate(true);
+}
+
+TEST(DisplayNode, AVeryDeepTreeIsBuiltMeasuredTouchedAndDestroyed) {
+    constexpr int kLevels = 10000;
+    const auto layer = std::make_shared<FakeLayer>();
+    auto root = std::make_shared<Group>();
+    layer->setDisplay(someDisplay());
+    layer->addObject(root);
+    std::shared_ptr<ContainerObject> deepest = root;
+    {
+        const UpdateLock lock(root);
+        for (int i = 0; i < kLevels; ++i) {
+            const auto level = std::make_shared<Group>();
+            deepest->add(level);
+            deepest = level;
+        }
+        deepest->add(std::make_shared<Spot>(Spot::Rect(3, 4, 5, 6)));
+    }
+    EXPECT_EQ(root->getFrame(), DisplayObject::Rect(3, 4, 5, 6));
+    int met = 0;
+    root->traverse([&](const Object&) { return ++met < 0; });
+    EXPECT_EQ(met, kLevels + 2);
+    root->validate({0, 0, 10, 10});
+    root->invalidate(true);
+    layer->removeObject(root);
+    std::weak_ptr<ContainerObject> ghost = deepest;
+    deepest.reset();
+    root.reset();
+    EXPECT_TRUE(ghost.expired());
+}
+
+}  // namespace
+}  // namespace orvane::display

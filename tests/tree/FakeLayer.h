@@ -1,0 +1,79 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "orvane/display/tree/ContainerObject.h"
+#include "orvane/display/tree/DisplayLayer.h"
+
+namespace orvane::display {
+
+// A layer with no platform behind it, which keeps a log of what the tree asks of it.
+class FakeLayer : public DisplayLayer {
+public:
+    explicit FakeLayer(std::string name = "layer") : name_(std::move(name)) {}
+
+    std::shared_ptr<platform::NSView> getAnimatableHandler() const override { return nullptr; }
+    void validateLayer() override { log += "layer "; }
+    void validateContent(bool force) override { log += force ? "content! " : "content "; }
+    void onAddObjectIntoRenderingTree(const std::shared_ptr<DisplayObject>& object) override {
+        log += "+" + std::to_string(object->getId()) + " ";
+        DisplayLayer::onAddObjectIntoRenderingTree(object);
+    }
+    void onRemoveObjectFromRenderingTree(const std::shared_ptr<DisplayObject>& object) override {
+        log += "-" + std::to_string(object->getId()) + " ";
+        DisplayLayer::onRemoveObjectFromRenderingTree(object);
+    }
+
+    const std::string& name() const { return name_; }
+
+    std::string log;
+
+private:
+    std::string name_;
+};
+
+// An object whose frame is told to it.
+class Spot : public DisplayObject {
+public:
+    explicit Spot(const Rect& area = {0, 0, 10, 10}) : area_(area) { setCulledByFrame(); }
+
+    void setArea(const Rect& area) {
+        area_ = area;
+        invalidate(true);
+    }
+    void validate(const Rect& rect) override {
+        if (getFrame().touches(rect)) {
+            ++validations;
+            DisplayObject::validate(rect);
+        }
+    }
+
+    int validations = 0;
+
+protected:
+    Rect computeFrame() override { return area_; }
+
+private:
+    Rect area_;
+};
+
+class Group : public ContainerObject {};
+
+// A layer that shows, so that validation runs: any display that is not null will do.
+inline std::shared_ptr<Display> someDisplay() {
+    static int anchor = 0;
+    return {std::make_shared<int>(), reinterpret_cast<Display*>(&anchor)};
+}
+
+inline std::string names(const DisplayLayer& layer) {
+    std::string result;
+    for (const std::shared_ptr<DisplayLayer>& sublayer : layer.getSublayers()) {
+        const auto fake = std::dynamic_pointer_cast<FakeLayer>(sublayer);
+        result += (fake ? fake->name() : "?") + " ";
+    }
+    return result;
+}
+
+}  // namespace orvane::display

@@ -1,0 +1,158 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <random>
+
+#include "tests/tree/FakeLayer.h"
+
+namespace orvane::display {
+namespace {
+
+using Object = std::shared_ptr<DisplayObject>;
+
+// After any sequence of operations both trees are consistent, and each layer's sublayers stand in
+// the drawing order of the objects that own them.
+class RandomTree : public testing::TestWithParam<unsigned> {
+protected:
+    void SetUp() override {
+        layer_->setDisplay(someDisplay());
+        layer_->addObject(root_);
+        root_->ownLayer();
+        groups_.push_back(root_);
+        all_.push_back(root_);
+    }
+
+    template <typename C>
+    auto& any(C& from) {
+        return from[random_() % from.size()];
+    }
+
+    // Between two neighbours without layers of their own, the layers of what is stored go before
+    // the nearest sublayer behind the next sibling: those that this sibling bears itself are passed
+    // over. The order of layers is not promised there.
+    static bool goesPastLayersOf(const Object& prev, const Object& next) {
+        return next && !next->getLayer() && !next->getDescendingLayers().empty() &&
+               !(prev && prev->getLayer());
+    }
+
+    void insertSomething() {
+        const std::shared_ptr<Group> into = any(groups_);
+        const auto at = static_cast<std::ptrdiff_t>(random_() % (into->getChildren().size() + 1));
+        Object element;
+        if (!outside_.empty() && random_() % 3 == 0) {
+            element = any(outside_);
+            outside_.erase(std::find(outside_.begin(), outside_.end(), element));
+        } else if (random_() % 3 == 0) {
+            const auto group = std::make_shared<Group>();
+            groups_.push_back(group);
+            element = group;
+        } else {
+            element = std::make_shared<Spot>();
+            if (random_() % 2 == 0) {
+                element->extractIntoLayer(std::make_shared<FakeLayer>());
+            }
+        }
+        if (element->findChildOf(into) || into->findChildOf(element) || into == element) {
+            outside_.push_back(element);
+            return;
+        }
+        const auto& siblings = into->getChildren();
+        const auto place = static_cast<std::size_t>(at);
+        if (goesPastLayersOf(place > 0 ? siblings[place - 1] : nullptr,
+                             place < siblings.size() ? siblings[place] : nullptr)) {
+            outside_.push_back(element);
+            return;
+        }
+        into->store(into->getChildren().begin() + at, element);
+        if (std::find(all_.begin(), all_.end(), element) == all_.end()) {
+            all_.push_back(element);
+        }
+    }
+
+    void eraseSomething() {
+        const Object victim = any(all_);
+        if (victim != root_ && victim->getParent()) {
+            victim->removeFromParent();
+            outside_.push_back(victim);
+        }
+    }
+
+    void step() {
+        switch (random_() % 5) {
+            case 0:
+            case 1:
+                return insertSomething();
+            case 2:
+                return eraseSomething();
+            case 3: {
+                const Object object = any(all_);
+                if (random_() % 4 == 0 && !goesPastLayersOf(object->prev(), object->next())) {
+                    object->extractAnimationLayer();
+                }
+                return;
+            }
+            default:
+                any(all_)->setVisible(random_() % 2 == 0);
+        }
+    }
+
+    template <typename C>
+    static void expectLinks(const std::shared_ptr<C>& node, const auto& children) {
+        std::uint64_t i = 0;
+        for (const auto& child : children) {
+            EXPECT_EQ(child->getIndex(), i++);
+            EXPECT_EQ(child->getParent(), node);
+        }
+    }
+
+    // Layers in the order in which a walk of the objects meets them, under the layer they draw on.
+    void collect(const Object& object, const std::shared_ptr<DisplayLayer>& on,
+                 std::vector<std::shared_ptr<DisplayLayer>>& order) {
+        if (const auto own = object->getLayer(); own && own != on) {
+            order.push_back(own);
+            expectOrder(object, own);
+            return;
+        }
+        if (const auto group = object->as<ContainerObject>()) {
+            expectLinks<ContainerObject>(group, group->getChildren());
+            for (const Object& child : group->getChildren()) {
+                collect(child, on, order);
+            }
+        }
+    }
+    void expectOrder(const Object& object, const std::shared_ptr<DisplayLayer>& layer) {
+        std::vector<std::shared_ptr<DisplayLayer>> expected;
+        if (const auto group = object->as<ContainerObject>()) {
+            expectLinks<ContainerObject>(group, group->getChildren());
+            for (const Object& child : group->getChildren()) {
+                collect(child, layer, expected);
+            }
+        }
+        EXPECT_EQ(layer->getSublayers(), expected) << "under object " << object->getId();
+        expectLinks<DisplayLayer>(layer, layer->getSublayers());
+    }
+
+    std::mt19937 random_{GetParam()};
+    std::shared_ptr<FakeLayer> layer_ = std::make_shared<FakeLayer>();
+    std::shared_ptr<Group> root_ = std::make_shared<Group>();
+    std::vector<std::shared_ptr<Group>> groups_;
+    std::vector<Object> all_;
+    std::vector<Object> outside_;
+};
+
+TEST_P(RandomTree, LayersFollowObjects) {
+    for (int i = 0; i < 400; ++i) {
+        step();
+        expectOrder(root_, layer_);
+        EXPECT_FALSE(layer_->isDirty() && !layer_->getSublayers().empty() &&
+                     !layer_->isValidationLocked() && !layer_->getLayerFrame().isEmpty());
+        if (HasFailure()) {
+            FAIL() << "at step " << i;
+        }
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Seeds, RandomTree, testing::Range(0U, 20U));
+
+}  // namespace
+}  // namespace orvane::display
