@@ -88,8 +88,8 @@ void DisplayEventHandler::collectListeners(const std::shared_ptr<DisplayObject>&
     };
     for (std::shared_ptr<DisplayObject> object = root; object;
          object = object->findNextInPreOrderTraversal()) {
-        const auto container = object->as<ContainerObject>();
-        if (container ? container->traverse(visit) : visit(object)) {
+        ContainerObject* const container = object->asContainer();
+        if (container != nullptr ? container->traverse(visit) : visit(object)) {
             return;
         }
     }

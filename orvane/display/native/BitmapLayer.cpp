@@ -4,6 +4,7 @@
 #include "orvane/display/native/CurrentCanvas.h"
 #include "orvane/display/native/createLayer.h"
 #include "orvane/display/tree/ContainerObject.h"
+#include "orvane/display/tree/LayerPlacement.h"
 #include "orvane/display/tree/createBitmapLayer.h"
 #include "orvane/thread/dispatch.h"
 #include "platform/coregraphics/CGContext.h"
@@ -29,45 +30,6 @@ public:
 
 private:
     platform::CGContext& canvas_;
-};
-
-// What findNearestSublayer(Backward, false) answers for the next child of a container, kept up
-// while the children are walked: asking every child anew would walk the children before it each
-// time.
-class NearestSublayerBelow {
-public:
-    explicit NearestSublayerBelow(std::shared_ptr<DisplayLayer> layer) : layer_(std::move(layer)) {}
-
-    const std::shared_ptr<DisplayLayer>& of(const DisplayObject& child) const {
-        return child.getLayer() ? forListed_ : forGuest_;
-    }
-
-    void pass(const DisplayObject& child) {
-        const std::shared_ptr<DisplayLayer> childLayer = child.getLayer();
-        if (childLayer && childLayer != layer_) {
-            forListed_ = forGuest_ = childLayer->findChildOf(layer_);
-            return;
-        }
-        if (childLayer) {
-            forGuest_ = nullptr;  // on another layer than a guest's own, which is none
-            const auto* const container = dynamic_cast<const ContainerObject*>(&child);
-            keepLast(forListed_, container ? container->getLayersFromSubtree() : LayerList());
-        } else {
-            forListed_ = nullptr;
-            keepLast(forGuest_, child.getDescendingLayers());
-        }
-    }
-
-private:
-    static void keepLast(std::shared_ptr<DisplayLayer>& nearest, const LayerList& layers) {
-        if (!layers.empty()) {
-            nearest = layers.back();
-        }
-    }
-
-    std::shared_ptr<DisplayLayer> layer_;
-    std::shared_ptr<DisplayLayer> forGuest_;   // for a child with no layer of its own
-    std::shared_ptr<DisplayLayer> forListed_;  // for a child that this layer lists
 };
 
 }  // namespace
@@ -122,7 +84,7 @@ void BitmapLayer::validateRenderingTree() {
         }
         if (const auto nearest = object->findNearestSublayer(SearchDirection::Backward, false)) {
             resolveOverlapping(nearest, object);
-        } else if (const auto container = object->as<ContainerObject>()) {
+        } else if (const ContainerObject* const container = object->asContainer()) {
             validateRenderingTree(*container);
         }
     }
@@ -130,14 +92,14 @@ void BitmapLayer::validateRenderingTree() {
 
 void BitmapLayer::validateRenderingTree(const ContainerObject& container) {
     const std::shared_ptr<DisplayLayer> self = as<DisplayLayer>();
-    NearestSublayerBelow below(self);
+    LayerPlacement::NearestBelow below(self);
     for (std::size_t i = 0; i < container.getChildren().size(); ++i) {
         const std::shared_ptr<DisplayObject> child = container.getChildren()[i];
         const std::shared_ptr<DisplayLayer> childLayer = child->getLayer();
         if (!childLayer || childLayer == self) {
             if (const std::shared_ptr<DisplayLayer> nearest = below.of(*child)) {
                 resolveOverlapping(nearest, child);
-            } else if (const auto nested = child->as<ContainerObject>()) {
+            } else if (const ContainerObject* const nested = child->asContainer()) {
                 validateRenderingTree(*nested);
             }
         }
@@ -152,9 +114,7 @@ void BitmapLayer::resolveOverlapping(const std::shared_ptr<DisplayLayer>& neares
         removeObject(object);
     } else {
         // A guest inside a listed container.
-        for (const std::shared_ptr<DisplayLayer>& layer : object->getDescendingLayers()) {
-            erase(find(layer));
-        }
+        LayerPlacement::unlink(object->getDescendingLayers(), *this);
         markDirty(object);
     }
     fresh->addObject(object);

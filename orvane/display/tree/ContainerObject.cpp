@@ -5,6 +5,7 @@
 #include "orvane/commons/reportMisuse.h"
 #include "orvane/display/tree/ChildFrames.h"
 #include "orvane/display/tree/DisplayLayer.h"
+#include "orvane/display/tree/LayerPlacement.h"
 #include "orvane/display/tree/ParentVisibilityScope.h"
 
 namespace orvane::display {
@@ -12,14 +13,6 @@ namespace orvane::display {
 namespace {
 
 using LayerPointer = std::shared_ptr<DisplayLayer>;
-
-// Inserts the layers, in order, before `place`, or at the end when that is null or not a sublayer.
-void insertLayers(DisplayLayer& into, const LayerList& layers, const LayerPointer& place) {
-    auto position = into.find(place);
-    for (const LayerPointer& layer : layers) {
-        position = into.store(position, layer) + 1;
-    }
-}
 
 }  // namespace
 
@@ -35,20 +28,7 @@ LayerList ContainerObject::getDescendingLayers() const {
 }
 
 LayerList ContainerObject::getLayersFromSubtree() const {
-    const LayerPointer ascending = getAscendingLayer();
-    LayerList result;
-    for (const std::shared_ptr<DisplayObject>& child : children()) {
-        for (LayerPointer& layer : child->getDescendingLayers()) {
-            // Those under a deeper layer follow their superlayer.
-            const LayerPointer superlayer = layer->getSuperlayer();
-            if (!superlayer || superlayer == ascending) {
-                result.push_back(std::move(layer));
-            }
-        }
-    }
-    // A sublayer that several children share is listed once.
-    result.erase(std::unique(result.begin(), result.end()), result.end());
-    return result;
+    return LayerPlacement::layersOf(*this);
 }
 
 void ContainerObject::validate(const Rect& rect) {
@@ -142,7 +122,7 @@ auto ContainerObject::store(Position position, const std::shared_ptr<DisplayObje
         childFrames_ = std::make_unique<ChildFrames>(*this);
     }
 
-    linkLayers(element, elementLayer, ascending);
+    LayerPlacement::link(element, *this, ascending);
     if (elementLayer) {
         element->invalidate(true);
     }
@@ -150,65 +130,6 @@ auto ContainerObject::store(Position position, const std::shared_ptr<DisplayObje
     // not reach this container.
     resetFrame();
     return stored;
-}
-
-// The rule: a guest joins the layer of its neighbours when they agree; a subtree that brings layers
-// has them linked under this container's layer at the place that the order of siblings dictates.
-void ContainerObject::linkLayers(const std::shared_ptr<DisplayObject>& element,
-                                 const LayerPointer& elementLayer, const LayerPointer& ascending) {
-    const std::shared_ptr<DisplayObject> next = element->next();
-    const std::shared_ptr<DisplayObject> prev = element->prev();
-    const LayerPointer nextLayer = next ? next->getLayer() : nullptr;
-    const LayerPointer prevLayer = prev ? prev->getLayer() : nullptr;
-
-    if (nextLayer && nextLayer == prevLayer) {
-        if (elementLayer) {
-            const LayerPointer nearest = next->findNearestSublayer(SearchDirection::Forward, true);
-            nextLayer->store(nextLayer->find(nearest), elementLayer);
-        } else {
-            nextLayer->addObject(element);
-        }
-        return;
-    }
-
-    if (nextLayer && prevLayer) {
-        const LayerPointer common = DisplayLayer::findCommonParent(nextLayer, prevLayer);
-        if (ascending && ascending == common) {
-            insertLayers(*ascending, element->getDescendingLayers(),
-                         nextLayer->findChildOf(ascending));
-            // Between two layers of its own level, an element that brings a layer is announced and
-            // one that does not is not: the reverse of the other rows. The split between painted
-            // and native content relies on it.
-            if (elementLayer) {
-                ascending->onAddObjectIntoRenderingTree(element);
-            }
-        } else if (common && !elementLayer) {
-            common->addObject(element);
-        } else if (common) {
-            common->store(common->find(nextLayer->findChildOf(common)), elementLayer);
-        }
-        return;
-    }
-
-    if (!ascending) {
-        return;
-    }
-    if (const LayerList layers = element->getDescendingLayers(); !layers.empty()) {
-        LayerPointer place;
-        if (nextLayer) {
-            place = nextLayer->findChildOf(ascending);
-        } else if (prevLayer) {
-            const LayerPointer below = prevLayer->findChildOf(ascending);
-            place = below ? below->next() : nullptr;
-        } else {
-            const DisplayObject& start = next ? *next : *this;
-            place = start.findNearestSublayer(SearchDirection::Forward, true);
-        }
-        insertLayers(*ascending, layers, place);
-    }
-    if (!elementLayer) {
-        ascending->onAddObjectIntoRenderingTree(element);
-    }
 }
 
 auto ContainerObject::erase(Position position) -> Position {
@@ -219,19 +140,7 @@ auto ContainerObject::erase(Position position) -> Position {
     const ValidationLock lock(ascending);
     const std::shared_ptr<DisplayObject> element = *position;
 
-    if (const LayerPointer elementLayer = element->getLayer()) {
-        // An owner keeps its layer and stays on it, ready to be stored again.
-        if (element->ownsLayer()) {
-            elementLayer->removeFromParent();
-        } else {
-            elementLayer->removeObject(element);
-        }
-    } else if (ascending) {
-        for (const LayerPointer& layer : element->getDescendingLayers()) {
-            ascending->erase(ascending->find(layer));
-        }
-        ascending->onRemoveObjectFromRenderingTree(element);
-    }
+    LayerPlacement::unlink(element, ascending);
     resetFrame();
     if (childFrames_) {
         childFrames_->remove(*element);

@@ -56,9 +56,6 @@ private:
     friend class DisplayObject;
 
     bool canStore(const std::shared_ptr<DisplayObject>& element) const;
-    void linkLayers(const std::shared_ptr<DisplayObject>& element,
-                    const std::shared_ptr<DisplayLayer>& elementLayer,
-                    const std::shared_ptr<DisplayLayer>& ascending);
 
     // Null for a container with few children.
     std::unique_ptr<ChildFrames> childFrames_;

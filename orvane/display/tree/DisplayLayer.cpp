@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "orvane/display/tree/ContainerObject.h"
+#include "orvane/display/tree/LayerPlacement.h"
 
 namespace orvane::display {
 
@@ -157,43 +158,16 @@ bool DisplayLayer::isHidden() const {
 // ---- objects ----
 
 void DisplayLayer::addObject(const std::shared_ptr<DisplayObject>& object) {
-    linkDescendingLayers(object);
+    LayerPlacement::link(object, *this);
     object->setLayer(as<DisplayLayer>());
     objects_.push_back(object);
     std::sort(objects_.begin(), objects_.end(), sort_objects);
     onAddObjectIntoRenderingTree(object);
 }
 
-// The layers that the object's subtree brings go under this layer, before the layer of the first
-// later sibling that stands on another one.
-void DisplayLayer::linkDescendingLayers(const std::shared_ptr<DisplayObject>& object) {
-    const LayerList layers = object->getDescendingLayers();
-    if (layers.empty()) {
-        return;
-    }
-    const std::shared_ptr<DisplayLayer> self = as<DisplayLayer>();
-    std::shared_ptr<DisplayLayer> place;
-    if (object->getParent()) {
-        for (std::shared_ptr<DisplayObject> sibling = object->next(); sibling;
-             sibling = sibling->next()) {
-            const std::shared_ptr<DisplayLayer> layer = sibling->getAscendingLayer();
-            if (layer && layer != self) {
-                place = layer->findChildOf(self);
-                break;
-            }
-        }
-    }
-    auto position = find(place);
-    for (const std::shared_ptr<DisplayLayer>& layer : layers) {
-        position = store(position, layer) + 1;
-    }
-}
-
 void DisplayLayer::removeObject(const std::shared_ptr<DisplayObject>& object) {
-    if (const auto container = object->as<ContainerObject>()) {
-        for (const std::shared_ptr<DisplayLayer>& layer : container->getLayersFromSubtree()) {
-            erase(find(layer));
-        }
+    if (const ContainerObject* const container = object->asContainer()) {
+        LayerPlacement::unlink(container->getLayersFromSubtree(), *this);
     }
     const auto listed = std::find_if(
         objects_.begin(), objects_.end(),

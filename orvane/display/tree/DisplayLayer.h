@@ -97,7 +97,7 @@ public:
     Rect convertRectFromScreen(const Rect& rect);
 
 protected:
-    friend class ContainerObject;
+    friend class LayerPlacement;
 
     virtual Rect computeLayerFrame();
     virtual void validateLayer() = 0;
@@ -111,7 +111,6 @@ protected:
 
 private:
     void raiseDirty();
-    void linkDescendingLayers(const std::shared_ptr<DisplayObject>& object);
 
     std::shared_ptr<Display> display_;
     Objects objects_;

@@ -6,6 +6,7 @@
 #include "orvane/display/tree/ChildFrames.h"
 #include "orvane/display/tree/ContainerObject.h"
 #include "orvane/display/tree/DisplayLayer.h"
+#include "orvane/display/tree/LayerPlacement.h"
 #include "orvane/display/tree/ParentVisibilityScope.h"
 #include "orvane/display/tree/createBitmapLayer.h"
 
@@ -246,41 +247,7 @@ std::shared_ptr<DisplayObject> DisplayObject::findNextInPreOrderTraversal() cons
 
 std::shared_ptr<DisplayLayer> DisplayObject::findNearestSublayer(SearchDirection direction,
                                                                  bool ascend) const {
-    const std::shared_ptr<DisplayLayer> ownLayer = getLayer();
-    const std::shared_ptr<DisplayLayer> own = ownLayer ? ownLayer : getAscendingLayer();
-    const ContainerObject* parent = parentOrNull();
-    if (!own || parent == nullptr) {
-        return nullptr;
-    }
-    const DisplayObject* current = this;
-    while (true) {
-        for (std::shared_ptr<DisplayObject> sibling = current->getSibling(direction); sibling;
-             sibling = sibling->getSibling(direction)) {
-            // Against this object's own layer as stored, not the one it draws on.
-            const std::shared_ptr<DisplayLayer> siblingLayer = sibling->getLayer();
-            if (siblingLayer != ownLayer) {
-                return siblingLayer ? siblingLayer->findChildOf(own) : nullptr;
-            }
-            LayerList layers;
-            if (!siblingLayer) {
-                layers = sibling->getDescendingLayers();
-            } else if (const ContainerObject* const container = sibling->asContainer()) {
-                layers = container->getLayersFromSubtree();
-            }
-            if (!layers.empty()) {
-                return direction == SearchDirection::Backward ? layers.back() : layers.front();
-            }
-        }
-        if (!ascend) {
-            return nullptr;
-        }
-        const ContainerObject* const grandparent = parent->parentOrNull();
-        if (grandparent == nullptr || grandparent->getAscendingLayer() != own) {
-            return nullptr;
-        }
-        current = parent;
-        parent = grandparent;
-    }
+    return LayerPlacement::nearestSublayer(*this, direction, ascend);
 }
 
 // ---- accessibility ----

@@ -118,6 +118,9 @@ public:
     void lockUpdate();
     void unlockUpdate();
 
+    // This object as a container, borrowed, or null when it is none. Constant time, unlike a cast.
+    ContainerObject* asContainer() const { return container_; }
+
     std::shared_ptr<AccessibilityElement> getAccessibilityElement() const;
     std::shared_ptr<AccessibilityElement> getOrCreateAccessibilityElement();
 
@@ -128,9 +131,6 @@ protected:
     // Set by kinds whose validate does nothing for a rectangle that does not touch their frame: a
     // container then need not call it.
     void setCulledByFrame() { culledByFrame_ = true; }
-
-    // This object as a container, or null; cheaper than a cast where every object of a tree is met.
-    ContainerObject* asContainer() const { return container_; }
 
     // While it lives, the children of one container need not ask all their ancestors whether they
     // can be seen. For loops over children, in which no visibility changes.

@@ -1,0 +1,202 @@
+#include "orvane/display/tree/LayerPlacement.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "orvane/display/tree/ContainerObject.h"
+#include "orvane/display/tree/DisplayLayer.h"
+
+namespace orvane::display {
+
+namespace {
+
+// Stores the layers, in order, before `place`, or at the end when that is null or not a sublayer.
+void storeLayers(DisplayLayer& into, const LayerList& layers,
+                 const std::shared_ptr<DisplayLayer>& place) {
+    auto position = into.find(place);
+    for (const std::shared_ptr<DisplayLayer>& layer : layers) {
+        position = into.store(position, layer) + 1;
+    }
+}
+
+}  // namespace
+
+// ---- queries ----
+
+LayerList LayerPlacement::layersOf(const ContainerObject& container) {
+    const Layer ascending = container.getAscendingLayer();
+    LayerList result;
+    for (const std::shared_ptr<DisplayObject>& child : container.getChildren()) {
+        for (Layer& layer : child->getDescendingLayers()) {
+            // A layer under a deeper one follows its superlayer.
+            const Layer superlayer = layer->getSuperlayer();
+            if (!superlayer || superlayer == ascending) {
+                result.push_back(std::move(layer));
+            }
+        }
+    }
+    // A sublayer that several children share is listed once.
+    result.erase(std::unique(result.begin(), result.end()), result.end());
+    return result;
+}
+
+// What one sibling contributes to the search of an object whose own layer is `searchedFor` and
+// which draws on `drawnOn`: nothing when the search goes on, otherwise its answer, which may be
+// null. The sibling's layer is compared with the object's own layer as stored, not with the one it
+// draws on.
+std::optional<LayerPlacement::Layer> LayerPlacement::answerAt(const DisplayObject& sibling,
+                                                              const Layer& searchedFor,
+                                                              const Layer& drawnOn,
+                                                              SearchDirection direction) {
+    const Layer siblingLayer = sibling.getLayer();
+    if (siblingLayer != searchedFor) {
+        return siblingLayer ? siblingLayer->findChildOf(drawnOn) : nullptr;
+    }
+    LayerList layers;
+    if (!siblingLayer) {
+        layers = sibling.getDescendingLayers();
+    } else if (const ContainerObject* const container = sibling.asContainer()) {
+        layers = container->getLayersFromSubtree();
+    }
+    if (layers.empty()) {
+        return std::nullopt;
+    }
+    return direction == SearchDirection::Backward ? layers.back() : layers.front();
+}
+
+LayerPlacement::Layer LayerPlacement::nearestSublayer(const DisplayObject& object,
+                                                      SearchDirection direction, bool ascend) {
+    const Layer own = object.getLayer();
+    const Layer drawnOn = own ? own : object.getAscendingLayer();
+    const DisplayObject* current = &object;
+    std::shared_ptr<ContainerObject> parent = object.getParent();
+    if (!drawnOn || !parent) {
+        return nullptr;
+    }
+    while (true) {
+        for (std::shared_ptr<DisplayObject> sibling = current->getSibling(direction); sibling;
+             sibling = sibling->getSibling(direction)) {
+            if (std::optional<Layer> answer = answerAt(*sibling, own, drawnOn, direction)) {
+                return *std::move(answer);
+            }
+        }
+        // The search never leaves the layer that the object draws on.
+        const std::shared_ptr<ContainerObject> grandparent = parent->getParent();
+        if (!ascend || !grandparent || grandparent->getAscendingLayer() != drawnOn) {
+            return nullptr;
+        }
+        current = parent.get();
+        parent = grandparent;
+    }
+}
+
+auto LayerPlacement::NearestBelow::of(const DisplayObject& child) const -> const Layer& {
+    return child.getLayer() ? forListed_ : forGuest_;
+}
+
+void LayerPlacement::NearestBelow::pass(const DisplayObject& child) {
+    constexpr auto kBackward = SearchDirection::Backward;
+    if (std::optional<Layer> answer = answerAt(child, nullptr, layer_, kBackward)) {
+        forGuest_ = *std::move(answer);
+    }
+    if (std::optional<Layer> answer = answerAt(child, layer_, layer_, kBackward)) {
+        forListed_ = *std::move(answer);
+    }
+}
+
+// ---- changes ----
+
+void LayerPlacement::link(const std::shared_ptr<DisplayObject>& element,
+                          const ContainerObject& parent, const Layer& ascending) {
+    const std::shared_ptr<DisplayObject> next = element->next();
+    const std::shared_ptr<DisplayObject> prev = element->prev();
+    const Layer elementLayer = element->getLayer();
+    const Layer nextLayer = next ? next->getLayer() : nullptr;
+    const Layer prevLayer = prev ? prev->getLayer() : nullptr;
+
+    if (nextLayer && nextLayer == prevLayer) {
+        if (elementLayer) {
+            const Layer nearest = next->findNearestSublayer(SearchDirection::Forward, true);
+            storeLayers(*nextLayer, {elementLayer}, nearest);
+        } else {
+            nextLayer->addObject(element);
+        }
+        return;
+    }
+
+    if (nextLayer && prevLayer) {
+        const Layer common = DisplayLayer::findCommonParent(nextLayer, prevLayer);
+        if (ascending && ascending == common) {
+            storeLayers(*ascending, element->getDescendingLayers(),
+                        nextLayer->findChildOf(ascending));
+            if (elementLayer) {
+                ascending->onAddObjectIntoRenderingTree(element);
+            }
+        } else if (common && !elementLayer) {
+            common->addObject(element);
+        } else if (common) {
+            storeLayers(*common, {elementLayer}, nextLayer->findChildOf(common));
+        }
+        return;
+    }
+
+    if (!ascending) {
+        return;
+    }
+    if (const LayerList layers = element->getDescendingLayers(); !layers.empty()) {
+        Layer place;
+        if (nextLayer) {
+            place = nextLayer->findChildOf(ascending);
+        } else if (prevLayer) {
+            const Layer below = prevLayer->findChildOf(ascending);
+            place = below ? below->next() : nullptr;
+        } else {
+            const DisplayObject& start = next ? *next : static_cast<const DisplayObject&>(parent);
+            place = start.findNearestSublayer(SearchDirection::Forward, true);
+        }
+        storeLayers(*ascending, layers, place);
+    }
+    if (!elementLayer) {
+        ascending->onAddObjectIntoRenderingTree(element);
+    }
+}
+
+void LayerPlacement::link(const std::shared_ptr<DisplayObject>& object, DisplayLayer& layer) {
+    const LayerList layers = object->getDescendingLayers();
+    if (layers.empty()) {
+        return;
+    }
+    const Layer self = layer.as<DisplayLayer>();
+    Layer place;
+    for (std::shared_ptr<DisplayObject> sibling = object->next(); sibling;
+         sibling = sibling->next()) {
+        const Layer siblingLayer = sibling->getAscendingLayer();
+        if (siblingLayer && siblingLayer != self) {
+            place = siblingLayer->findChildOf(self);
+            break;
+        }
+    }
+    storeLayers(layer, layers, place);
+}
+
+void LayerPlacement::unlink(const std::shared_ptr<DisplayObject>& element, const Layer& ascending) {
+    if (const Layer elementLayer = element->getLayer()) {
+        // An owner keeps its layer and stays on it, ready to be stored again.
+        if (element->ownsLayer()) {
+            elementLayer->removeFromParent();
+        } else {
+            elementLayer->removeObject(element);
+        }
+    } else if (ascending) {
+        unlink(element->getDescendingLayers(), *ascending);
+        ascending->onRemoveObjectFromRenderingTree(element);
+    }
+}
+
+void LayerPlacement::unlink(const LayerList& layers, DisplayLayer& from) {
+    for (const Layer& layer : layers) {
+        from.erase(from.find(layer));
+    }
+}
+
+}  // namespace orvane::display
