@@ -1,6 +1,9 @@
 #pragma once
 
-// Everything that an application uses, in one header. It names no class of the platform.
+// Everything that an application uses, in one header. It includes no header of the platform: the
+// two platform classes that it names, NSView and CAAnimation, are declared only, for the types of
+// Display::getView and of what an animation creates. An application that includes nothing else
+// cannot use them.
 
 #include "orvane/commons/ByteArray.h"
 #include "orvane/display/Display.h"

@@ -15,7 +15,7 @@ constexpr OrvaneMainClass mainClass() {
 }  // namespace orvane::runtime
 
 // Makes `type` the application that this library is: the runtime makes one object of it and calls
-// its main(), on the main thread. Stands once in a library, outside any namespace. The class is
+// its main(), on the main thread. Write it once in a library, outside any namespace. The class is
 // default-constructible and has `void main()`; the object is never destroyed. What main() throws is
 // reported, and the program goes on.
 //
@@ -32,5 +32,5 @@ constexpr OrvaneMainClass mainClass() {
     static_assert(false,                                                                          \
                   "ORVANE_MAIN_CLASS needs ORVANE_MAIN_SYMBOL, the name under which the runtime " \
                   "looks for the class: build this library with orvane_add_application() of "     \
-                  "orvane's CMake package")
+                  "orvane's CMake package");
 #endif
