@@ -40,7 +40,8 @@ NSURLSession::~NSURLSession() {
 
 std::shared_ptr<NSURLSessionDataTask> NSURLSession::dataTaskWithRequest(
     NSMutableURLRequest request, NSURLSessionDataTask::CompletionHandler handler) {
-    return std::make_shared<NSURLSessionDataTask>(thread_, std::move(request), std::move(handler));
+    return std::make_shared<NSURLSessionDataTask>(
+        thread_, URLTask{std::move(request), std::move(handler), {}});
 }
 
 void NSURLSession::invalidateAndCancel() {

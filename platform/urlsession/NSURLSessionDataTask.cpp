@@ -2,31 +2,19 @@
 
 #include <utility>
 
-#include "platform/foundation/NSData.h"
-#include "platform/urlsession/NSError.h"
-#include "platform/urlsession/NSHTTPURLResponse.h"
 #include "platform/urlsession/URLSessionThread.h"
 
 namespace orvane::platform {
 
-NSURLSessionDataTask::NSURLSessionDataTask(std::shared_ptr<URLSessionThread> thread,
-                                           NSMutableURLRequest request, CompletionHandler handler)
-    : thread_(std::move(thread)), request_(std::move(request)), handler_(std::move(handler)) {}
+NSURLSessionDataTask::NSURLSessionDataTask(std::shared_ptr<URLSessionThread> thread, URLTask task)
+    : thread_(std::move(thread)), task_(std::move(task)) {}
+
+NSURLSessionDataTask::~NSURLSessionDataTask() = default;
 
 void NSURLSessionDataTask::resume() {
-    thread_->submit(shared_from_this());
-}
-
-void NSURLSessionDataTask::setCurrentRequest(NSMutableURLRequest request) {
-    request_ = std::move(request);
-}
-
-void NSURLSessionDataTask::complete(const NSData& data, const NSHTTPURLResponse& response) const {
-    handler_(data, response, std::nullopt);
-}
-
-void NSURLSessionDataTask::fail(const NSError& error) const {
-    handler_(NSData(), std::nullopt, error);
+    if (auto task = std::exchange(task_, std::nullopt)) {
+        thread_->submit(std::move(*task));
+    }
 }
 
 }  // namespace orvane::platform

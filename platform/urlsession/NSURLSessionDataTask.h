@@ -1,51 +1,36 @@
 #pragma once
 
-#include <functional>
 #include <memory>
 #include <optional>
-#include <string>
-#include <utility>
 
 #include "orvane/commons/Export.h"
-#include "platform/urlsession/NSMutableURLRequest.h"
+#include "platform/urlsession/URLTask.h"
 
 namespace orvane::platform {
 
-class NSData;
-class NSError;
-class NSHTTPURLResponse;
 class URLSessionThread;
 
-// One request of an NSURLSession and who is told of its end.
-class ORVANE_EXPORT NSURLSessionDataTask
-    : public std::enable_shared_from_this<NSURLSessionDataTask> {
+// One request of an NSURLSession, from NSURLSession::dataTaskWithRequest. It may be released as
+// soon as it has been resumed: the session keeps what the request needs until it has ended.
+class ORVANE_EXPORT NSURLSessionDataTask {
 public:
-    // Either the data of a whole answer and its response, or an error: half a body under a good
-    // status would pass for a whole one. Called once, on the session's thread, which must not be
-    // held up; without any response of a server there is an error.
-    using CompletionHandler = std::function<void(
-        const NSData&, const std::optional<NSHTTPURLResponse>&, const std::optional<NSError>&)>;
+    // Called once for each resumed task, with the data and the response of a complete answer, or
+    // with an error and neither of them: a part of a body is never delivered. It runs on the
+    // session's thread and must not block; after the session was invalidated it runs on the thread
+    // that called resume().
+    using CompletionHandler = URLCompletionHandler;
 
-    NSURLSessionDataTask(std::shared_ptr<URLSessionThread> thread, NSMutableURLRequest request,
-                         CompletionHandler handler);
+    NSURLSessionDataTask(std::shared_ptr<URLSessionThread> thread, URLTask task);
+    ~NSURLSessionDataTask();
+    NSURLSessionDataTask(const NSURLSessionDataTask&) = delete;
+    NSURLSessionDataTask& operator=(const NSURLSessionDataTask&) = delete;
 
-    // Sends the request. Once, from any thread; the task lives on until it has ended.
+    // Sends the request. From any thread, but one thread at a time; a second call does nothing.
     void resume();
-
-    [[nodiscard]] const NSMutableURLRequest& currentRequest() const { return request_; }
-    // For the session's thread: where a redirection leads to.
-    void setCurrentRequest(NSMutableURLRequest request);
-    // As the session's configuration names it, for the server of the current request.
-    [[nodiscard]] const std::string& proxy() const { return proxy_; }
-    void setProxy(std::string proxy) { proxy_ = std::move(proxy); }
-    void complete(const NSData& data, const NSHTTPURLResponse& response) const;
-    void fail(const NSError& error) const;
 
 private:
     std::shared_ptr<URLSessionThread> thread_;
-    NSMutableURLRequest request_;
-    CompletionHandler handler_;
-    std::string proxy_;
+    std::optional<URLTask> task_;  // Empty after resume().
 };
 
 }  // namespace orvane::platform

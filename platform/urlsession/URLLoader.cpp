@@ -4,18 +4,12 @@
 #include <optional>
 #include <utility>
 
-#include "platform/urlsession/NSURLSessionDataTask.h"
-
 namespace orvane::platform {
 
 namespace {
 
 // As many as browsers follow.
 constexpr int maximumRedirections = 20;
-
-NSError errorWithText(const char* text) {
-    return NSError(NSString::initWithUTF8String(text).value_or(NSString()));
-}
 
 }  // namespace
 
@@ -31,9 +25,9 @@ URLLoader::~URLLoader() {
     cancelAll();
 }
 
-void URLLoader::add(std::shared_ptr<NSURLSessionDataTask> task) {
-    if (!task->currentRequest().URL()) {
-        task->fail(errorWithText("unsupported URL"));
+void URLLoader::add(URLTask task) {
+    if (!task.request.URL()) {
+        task.fail("unsupported URL");
         return;
     }
     waiting_.push_back(std::move(task));
@@ -52,12 +46,11 @@ void URLLoader::wake() {
 }
 
 void URLLoader::cancelAll() {
-    const NSError cancelled = errorWithText("cancelled");
     while (!running_.empty()) {
-        release(takeRunning(running_.begin()->first))->fail(cancelled);
+        release(takeRunning(running_.begin()->first)).fail("cancelled");
     }
-    for (const auto& task : std::exchange(waiting_, {})) {
-        task->fail(cancelled);
+    for (const URLTask& task : std::exchange(waiting_, {})) {
+        task.fail("cancelled");
     }
 }
 
@@ -70,7 +63,7 @@ bool URLLoader::hasTurn(const std::string& host) const {
 void URLLoader::startWaiting() {
     auto next = waiting_.begin();
     while (next != waiting_.end() && running_.size() < configuration_.maximumConnections) {
-        if (!hasTurn((*next)->currentRequest().URL()->origin())) {
+        if (!hasTurn(next->request.URL()->origin())) {
             ++next;
             continue;
         }
@@ -79,9 +72,9 @@ void URLLoader::startWaiting() {
     }
 }
 
-void URLLoader::start(std::shared_ptr<NSURLSessionDataTask> task) {
+void URLLoader::start(URLTask task) {
     auto running = std::make_unique<Running>();
-    running->host = task->currentRequest().URL()->origin();
+    running->host = task.request.URL()->origin();
     running->task = std::move(task);
     if (idle_.empty()) {
         running->handle = std::make_unique<URLHandle>(share_.get(), configuration_);
@@ -96,7 +89,7 @@ void URLLoader::start(std::shared_ptr<NSURLSessionDataTask> task) {
 void URLLoader::send(std::unique_ptr<Running> running) {
     CURL* const easy = running->handle->get();
     running->transfer.reset();
-    running->transfer = std::make_unique<URLTransfer>(*running->handle, *running->task,
+    running->transfer = std::make_unique<URLTransfer>(*running->handle, running->task,
                                                       configuration_.maximumHeaderLength, memory_);
     nextDeadline_ = std::min(nextDeadline_, running->transfer->deadline());
     running_.emplace(easy, std::move(running));
@@ -113,7 +106,7 @@ void URLLoader::ended(CURL* easy, CURLcode code) {
     auto running = takeRunning(easy);
     if (!running->transfer->end(code)) {
         const NSError error = running->transfer->error(code);
-        release(std::move(running))->fail(error);
+        release(std::move(running)).fail(error);
         return;
     }
     if (const auto target = running->transfer->redirection()) {
@@ -122,7 +115,7 @@ void URLLoader::ended(CURL* easy, CURLcode code) {
     }
     const NSHTTPURLResponse response = running->transfer->response();
     const NSData body = running->transfer->takeBody();
-    release(std::move(running))->complete(body, response);
+    release(std::move(running)).complete(body, response);
 }
 
 void URLLoader::redirect(std::unique_ptr<Running> running, const std::string& target) {
@@ -131,23 +124,22 @@ void URLLoader::redirect(std::unique_ptr<Running> running, const std::string& ta
         url = NSURL::URLWithString(*text);
     }
     if (!url) {
-        release(std::move(running))->fail(errorWithText("unsupported URL"));
+        release(std::move(running)).fail("unsupported URL");
         return;
     }
     if (++running->redirections > maximumRedirections) {
-        release(std::move(running))->fail(errorWithText("too many HTTP redirects"));
+        release(std::move(running)).fail("too many HTTP redirects");
         return;
     }
-    NSURLSessionDataTask& task = *running->task;
-    if (configuration_.proxy && url->origin() != task.currentRequest().URL()->origin()) {
-        task.setProxy(configuration_.proxy(url->absoluteString()));
+    URLTask& task = running->task;
+    if (configuration_.proxy && url->origin() != task.request.URL()->origin()) {
+        task.proxy = configuration_.proxy(url->absoluteString());
     }
-    task.setCurrentRequest(
-        task.currentRequest().redirected(running->transfer->statusCode(), std::move(url)));
+    task.request = task.request.redirected(running->transfer->statusCode(), std::move(url));
     send(std::move(running));
 }
 
-std::shared_ptr<NSURLSessionDataTask> URLLoader::release(std::unique_ptr<Running> running) {
+URLTask URLLoader::release(std::unique_ptr<Running> running) {
     const auto count = runningByHost_.find(running->host);
     if (--count->second == 0) {
         runningByHost_.erase(count);
@@ -175,7 +167,7 @@ void URLLoader::expire() {
         }
     }
     for (CURL* const easy : expired) {
-        release(takeRunning(easy))->fail(errorWithText("The request timed out."));
+        release(takeRunning(easy)).fail("The request timed out.");
     }
 }
 

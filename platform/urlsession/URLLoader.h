@@ -11,11 +11,10 @@
 #include "platform/urlsession/CurlMulti.h"
 #include "platform/urlsession/NSURLSessionConfiguration.h"
 #include "platform/urlsession/URLHandle.h"
+#include "platform/urlsession/URLTask.h"
 #include "platform/urlsession/URLTransfer.h"
 
 namespace orvane::platform {
-
-class NSURLSessionDataTask;
 
 // Carries out the tasks of one session: who runs and who waits for a turn, redirections, time-outs,
 // and what transfers share (connections, cookies, TLS sessions). One thread's own, except for
@@ -27,7 +26,7 @@ public:
     URLLoader(const URLLoader&) = delete;
     URLLoader& operator=(const URLLoader&) = delete;
 
-    void add(std::shared_ptr<NSURLSessionDataTask> task);
+    void add(URLTask task);
     // Waits until something happens and deals with it; wake() ends the wait.
     void turn();
     void wake();
@@ -42,7 +41,7 @@ private:
     };
     struct Running {
         std::unique_ptr<URLHandle> handle;
-        std::shared_ptr<NSURLSessionDataTask> task;
+        URLTask task;
         // The turn is the first host's, wherever redirections lead.
         std::string host;
         int redirections = 0;
@@ -52,13 +51,13 @@ private:
 
     void startWaiting();
     [[nodiscard]] bool hasTurn(const std::string& host) const;
-    void start(std::shared_ptr<NSURLSessionDataTask> task);
+    void start(URLTask task);
     void send(std::unique_ptr<Running> running);
     std::unique_ptr<Running> takeRunning(CURL* easy);
     void ended(CURL* easy, CURLcode code);
     void redirect(std::unique_ptr<Running> running, const std::string& target);
     // Gives the turn back.
-    std::shared_ptr<NSURLSessionDataTask> release(std::unique_ptr<Running> running);
+    URLTask release(std::unique_ptr<Running> running);
     void expire();
 
     const NSURLSessionConfiguration configuration_;
@@ -66,7 +65,7 @@ private:
     std::unique_ptr<CURLSH, ShareDeleter> share_;
     CurlMulti multi_;
     std::vector<std::unique_ptr<URLHandle>> idle_;
-    std::deque<std::shared_ptr<NSURLSessionDataTask>> waiting_;
+    std::deque<URLTask> waiting_;
     std::unordered_map<CURL*, std::unique_ptr<Running>> running_;
     std::unordered_map<std::string, std::size_t> runningByHost_;
     // No transfer times out before. Bytes that move only put it off, so it is looked at when it

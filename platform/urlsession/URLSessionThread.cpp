@@ -5,8 +5,6 @@
 #include <csignal>
 #include <utility>
 
-#include "platform/urlsession/NSURLSessionDataTask.h"
-
 namespace orvane::platform {
 
 namespace {
@@ -37,23 +35,25 @@ URLSessionThread::~URLSessionThread() {
     cancel();
 }
 
-void URLSessionThread::submit(std::shared_ptr<NSURLSessionDataTask> task) {
-    if (const auto& url = task->currentRequest().URL(); url && proxy_) {
-        task->setProxy(proxy_(url->absoluteString()));
+void URLSessionThread::submit(URLTask task) {
+    if (const auto& url = task.request.URL(); url && proxy_) {
+        task.proxy = proxy_(url->absoluteString());
     }
+    bool isAccepted = false;
     bool isToWake = false;
     {
         const std::lock_guard lock(mutex_);
-        if (!isCancelled_) {
-            // Those that follow before the thread has looked ride on the same wake, and the thread
+        isAccepted = !isCancelled_;
+        if (isAccepted) {
+            // One wake is enough until the thread has taken what was submitted, and the thread
             // itself looks before it waits.
             isToWake = submitted_.empty() && std::this_thread::get_id() != thread_.get_id();
             submitted_.push_back(std::move(task));
             start();
         }
     }
-    if (task) {
-        task->fail(NSError(NSString::initWithUTF8String("cancelled").value_or(NSString())));
+    if (!isAccepted) {
+        task.fail("cancelled");
     } else if (isToWake) {
         loader_.wake();
     }
@@ -87,14 +87,14 @@ bool URLSessionThread::hasSubmitted() {
 
 void URLSessionThread::run() {
     for (;;) {
-        std::vector<std::shared_ptr<NSURLSessionDataTask>> tasks;
+        std::vector<URLTask> tasks;
         bool isLast = false;
         {
             const std::lock_guard lock(mutex_);
             tasks.swap(submitted_);
             isLast = isCancelled_;
         }
-        for (auto& task : tasks) {
+        for (URLTask& task : tasks) {
             loader_.add(std::move(task));
         }
         if (isLast) {

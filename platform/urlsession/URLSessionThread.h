@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "platform/urlsession/URLLoader.h"
+#include "platform/urlsession/URLTask.h"
 
 namespace orvane::platform {
 
@@ -18,7 +19,7 @@ public:
     URLSessionThread& operator=(const URLSessionThread&) = delete;
 
     // From any thread. After cancel() the task fails at once, on the caller's thread.
-    void submit(std::shared_ptr<NSURLSessionDataTask> task);
+    void submit(URLTask task);
     // Ends every task with an error and waits for the thread to end.
     void cancel();
 
@@ -30,7 +31,7 @@ private:
     const std::function<std::string(const std::string&)> proxy_;
     URLLoader loader_;
     std::mutex mutex_;
-    std::vector<std::shared_ptr<NSURLSessionDataTask>> submitted_;
+    std::vector<URLTask> submitted_;
     bool isCancelled_ = false;
     std::thread thread_;
 };

@@ -5,7 +5,6 @@
 #include <string_view>
 #include <utility>
 
-#include "platform/urlsession/NSURLSessionDataTask.h"
 #include "platform/urlsession/headerNames.h"
 
 namespace orvane::platform {
@@ -79,19 +78,19 @@ std::string_view standardName(const char* name) {
 
 }  // namespace
 
-URLTransfer::URLTransfer(URLHandle& handle, const NSURLSessionDataTask& task,
-                         std::size_t maximumHeaderLength, URLBodyMemory& memory)
+URLTransfer::URLTransfer(URLHandle& handle, const URLTask& task, std::size_t maximumHeaderLength,
+                         URLBodyMemory& memory)
     : handle_(handle),
-      sentBody_(task.currentRequest().HTTPBody()),
+      sentBody_(task.request.HTTPBody()),
       timeout_(std::chrono::duration_cast<Clock::duration>(
-          std::chrono::duration<double>(task.currentRequest().timeoutInterval()))),
+          std::chrono::duration<double>(task.request.timeoutInterval()))),
       lastActivity_(Clock::now()),
       maximumHeaderLength_(maximumHeaderLength),
       memory_(memory) {
-    const NSMutableURLRequest& request = task.currentRequest();
+    const NSMutableURLRequest& request = task.request;
     setCallbacks();
     // None named: libcurl looks into the environment.
-    handle_.set(CURLOPT_PROXY, task.proxy().empty() ? nullptr : task.proxy().c_str());
+    handle_.set(CURLOPT_PROXY, task.proxy.empty() ? nullptr : task.proxy.c_str());
     setURL(request.URL()->absoluteString());
     setMethodAndBody(request);
     setFields(request);

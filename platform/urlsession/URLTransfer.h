@@ -14,10 +14,9 @@
 #include "platform/urlsession/NSHTTPURLResponse.h"
 #include "platform/urlsession/NSMutableURLRequest.h"
 #include "platform/urlsession/URLHandle.h"
+#include "platform/urlsession/URLTask.h"
 
 namespace orvane::platform {
-
-class NSURLSessionDataTask;
 
 // What the bodies on their way in may hold together. One thread's own.
 struct URLBodyMemory {
@@ -32,8 +31,8 @@ public:
     using Clock = std::chrono::steady_clock;
 
     // The handle and the memory outlive the transfer.
-    URLTransfer(URLHandle& handle, const NSURLSessionDataTask& task,
-                std::size_t maximumHeaderLength, URLBodyMemory& memory);
+    URLTransfer(URLHandle& handle, const URLTask& task, std::size_t maximumHeaderLength,
+                URLBodyMemory& memory);
     ~URLTransfer();
     URLTransfer(const URLTransfer&) = delete;
     URLTransfer& operator=(const URLTransfer&) = delete;
