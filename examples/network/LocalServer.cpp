@@ -1,12 +1,5 @@
 #include "LocalServer.h"
 
-#include <arpa/inet.h>
-#include <netinet/in.h>
-#include <sys/socket.h>
-#include <unistd.h>
-
-#include <array>
-#include <thread>
 #include <utility>
 
 namespace network {
@@ -15,62 +8,37 @@ namespace {
 
 using Files = std::map<std::string, LocalServer::File>;
 
-// The first line of a request is all that matters here; it comes in one piece.
-std::string requestedPath(int connection) {
-    std::array<char, 4096> buffer;
-    const ssize_t count = recv(connection, buffer.data(), buffer.size(), 0);
-    const std::string_view request(buffer.data(), count > 0 ? static_cast<std::size_t>(count) : 0);
-    constexpr std::string_view get = "GET ";
-    if (!request.starts_with(get)) {
-        return {};
+void answer(SoupServer*, SoupServerMessage* message, const char* path, GHashTable*,
+            gpointer served) {
+    const auto& files = *static_cast<const Files*>(served);
+    const auto found = files.find(path);
+    if (found == files.end()) {
+        soup_server_message_set_status(message, SOUP_STATUS_NOT_FOUND, nullptr);
+        return;
     }
-    return std::string(request.substr(get.size(), request.find(' ', get.size()) - get.size()));
-}
-
-void sendAll(int connection, std::string_view bytes) {
-    while (!bytes.empty()) {
-        const ssize_t count = send(connection, bytes.data(), bytes.size(), MSG_NOSIGNAL);
-        if (count <= 0) {
-            return;
-        }
-        bytes.remove_prefix(static_cast<std::size_t>(count));
-    }
-}
-
-void serve(int listener, const Files& files) {
-    for (int connection = 0; (connection = accept(listener, nullptr, nullptr)) >= 0;) {
-        const auto found = files.find(requestedPath(connection));
-        const bool isHere = found != files.end();
-        const LocalServer::File file = isHere ? found->second : LocalServer::File{"text/plain", ""};
-        sendAll(connection, (isHere ? "HTTP/1.1 200 OK" : "HTTP/1.1 404 Not Found") +
-                                std::string("\r\nConnection: close\r\nContent-Type: ") +
-                                std::string(file.type) + "\r\nContent-Length: " +
-                                std::to_string(file.bytes.size()) + "\r\n\r\n");
-        sendAll(connection, file.bytes);
-        close(connection);
-    }
+    const auto& [type, bytes] = found->second;
+    soup_server_message_set_status(message, SOUP_STATUS_OK, nullptr);
+    soup_server_message_set_response(message, type, SOUP_MEMORY_STATIC, bytes.data(), bytes.size());
 }
 
 }  // namespace
 
-LocalServer::LocalServer(Files files) {
-    const int listener = socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
-    sockaddr_in address{};
-    address.sin_family = AF_INET;
-    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-    socklen_t size = sizeof address;
-    auto* const generic = reinterpret_cast<sockaddr*>(&address);
-    if (bind(listener, generic, size) != 0 || listen(listener, SOMAXCONN) != 0 ||
-        getsockname(listener, generic, &size) != 0) {
-        close(listener);
-        return;
-    }
-    port_ = ntohs(address.sin_port);
-    std::thread([listener, served = std::move(files)] { serve(listener, served); }).detach();
+LocalServer::LocalServer(Files files)
+    : files_(std::move(files)), server_(soup_server_new(nullptr, nullptr), &g_object_unref) {
+    soup_server_add_handler(server_.get(), nullptr, answer, &files_, nullptr);
+    soup_server_listen_local(server_.get(), 0, SOUP_SERVER_LISTEN_IPV4_ONLY, nullptr);
 }
 
 std::string LocalServer::url(const std::string& path) const {
-    return port_ == 0 ? std::string() : "http://127.0.0.1:" + std::to_string(port_) + path;
+    const std::unique_ptr<GSList, void (*)(GSList*)> urls(
+        soup_server_get_uris(server_.get()), [](GSList* list) {
+            g_slist_free_full(list, [](gpointer url) { g_uri_unref(static_cast<GUri*>(url)); });
+        });
+    if (!urls) {
+        return {};
+    }
+    const int port = g_uri_get_port(static_cast<GUri*>(urls->data));
+    return "http://127.0.0.1:" + std::to_string(port) + path;
 }
 
 }  // namespace network

@@ -1,28 +1,32 @@
 #pragma once
 
+#include <libsoup/soup.h>
+
 #include <map>
+#include <memory>
 #include <string>
 #include <string_view>
 
 namespace network {
 
-// As much of a web server as the example asks for: it answers each GET on a port of the loopback
-// device, one after the other. Its thread runs until the process ends.
+// A web server on a port of the loopback device that serves files from memory. It answers on the
+// main thread, in the loop that the host runs.
 class LocalServer {
 public:
     struct File {
-        std::string_view type;
+        const char* type;
         std::string_view bytes;
     };
 
-    // The files by path; what they view outlives the process's last request.
+    // The files by path. The bytes must outlive the server.
     explicit LocalServer(std::map<std::string, File> files);
 
-    // Empty when no port could be had.
+    // Empty when the server could not start.
     [[nodiscard]] std::string url(const std::string& path) const;
 
 private:
-    int port_ = 0;
+    std::map<std::string, File> files_;
+    std::unique_ptr<SoupServer, decltype(&g_object_unref)> server_;
 };
 
 }  // namespace network
