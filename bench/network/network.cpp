@@ -38,7 +38,7 @@ void oneByOne(const std::string& url, int count) {
     const Request request = requestTo(url);
     for (int i = 0; i < count; ++i) {
         const Response response = RequestService::syncRequest(request);
-        check(response.isOk() && response.getBody().size() >= 100);
+        check(response.isOk() && response.getBody().size() >= bench::kSmallLength);
     }
 }
 
@@ -56,7 +56,7 @@ void inFlight(const std::string& url, int count) {
                                      [&](const platform::NSData& data,
                                          const std::optional<platform::NSHTTPURLResponse>&,
                                          const std::optional<platform::NSError>& error) {
-                                         check(!error && data.length() >= 100);
+                                         check(!error && data.length() >= bench::kSmallLength);
                                          startNext();
                                          if (++answered == count) {
                                              allAnswered.signal();
@@ -78,7 +78,7 @@ void toMainThread(const std::string& url, int count) {
     const std::function<void()> startNext = [&] {
         if (started++ < count) {
             RequestService::asyncRequest(request, [&](const Response& response) {
-                check(response.getBody().size() >= 100);
+                check(response.getBody().size() >= bench::kSmallLength);
                 ++answered;
                 startNext();
             });
@@ -95,6 +95,5 @@ void toMainThread(const std::string& url, int count) {
 }  // namespace
 
 int main() {
-    const bench::LocalServer server;
-    bench::runScenes(server, {oneByOne, inFlight, toMainThread});
+    bench::runScenes({oneByOne, inFlight, toMainThread});
 }

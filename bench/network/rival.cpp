@@ -42,7 +42,7 @@ public:
     void end(CURLcode code) {
         // Whoever asked for the body takes it, and the next one starts with nothing.
         const std::string body = std::move(body_);
-        if (code != CURLE_OK || body.size() < 100) {
+        if (code != CURLE_OK || body.size() < bench::kSmallLength) {
             std::abort();
         }
         answered();
@@ -223,6 +223,5 @@ void toMainThread(const std::string& url, int count) {
 
 int main() {
     curl_global_init(CURL_GLOBAL_ALL);
-    const bench::LocalServer server;
-    bench::runScenes(server, {oneByOne, inFlight, toMainThread});
+    bench::runScenes({oneByOne, inFlight, toMainThread});
 }
