@@ -2,9 +2,9 @@
 
 #include <algorithm>
 
+#include "orvane/commons/ScopedFlag.h"
 #include "platform/appkit/NSGestureRecognizer.h"
 #include "platform/appkit/NSView.h"
-#include "platform/appkit/ScopedFlag.h"
 
 namespace orvane::platform {
 
@@ -13,7 +13,7 @@ void NSGestureArena::sendEvent(const std::shared_ptr<NSView>& contentView, const
     if (delivering_) {
         return;
     }
-    const ScopedFlag delivering(delivering_);
+    const commons::ScopedFlag delivering(delivering_);
     while (!pending_.empty()) {
         const NSEvent next = pending_.front();
         pending_.pop_front();

@@ -6,11 +6,11 @@
 #include <utility>
 #include <vector>
 
+#include "orvane/commons/ScopedFlag.h"
 #include "platform/appkit/NSBackingStore.h"
 #include "platform/appkit/NSGestureArena.h"
 #include "platform/appkit/NSView.h"
 #include "platform/appkit/NSViewList.h"
-#include "platform/appkit/ScopedFlag.h"
 #include "platform/coregraphics/CGAffineTransform.h"
 #include "platform/quartzcore/CAMediaTime.h"
 #include "platform/quartzcore/CATimeline.h"
@@ -209,7 +209,7 @@ void NSWindow::displayIfNeeded() {
     if (state_->displaying) {
         return;
     }
-    const ScopedFlag displaying(state_->displaying);
+    const commons::ScopedFlag displaying(state_->displaying);
     state_->displayTime = CACurrentMediaTime();
     // What the completions change belongs to this pass and asks for no other.
     state_->scheduled = true;

@@ -12,33 +12,36 @@ using State = TouchEventListenerState;
 using Phase = TouchEventPhase;
 using R = DisplayObject::Rect;
 
-// Answers from a script, and then with its last answer; writes down all it is told.
-class Finger : public TouchEventListener {
+// A listener that answers from a list, repeating the last entry, and logs every call.
+class ScriptedListener : public TouchEventListener {
 public:
-    Finger(std::string name, std::string& log, std::vector<State> answers)
+    ScriptedListener(std::string name, std::string& log, std::vector<State> answers)
         : name_(std::move(name)), log_(log), answers_(std::move(answers)) {}
 
     State operator()(const std::shared_ptr<DisplayObject>&, const TouchEvent& event) override {
-        log_ += name_ + "bmec"[static_cast<int>(event.phase)] + " ";
+        static constexpr const char* kPhases[] = {"began", "moved", "ended", "cancelled"};
+        write(kPhases[static_cast<int>(event.phase)]);
         last = event;
-        const State answer = answers_[std::min(told_, answers_.size() - 1)];
-        ++told_;
+        const State answer = answers_[std::min(calls_, answers_.size() - 1)];
+        ++calls_;
         if (then) {
             then();
         }
         return answer;
     }
-    void reset() override { log_ += name_ + "0 "; }
-    void action() override { log_ += name_ + "! "; }
+    void reset() override { write("reset"); }
+    void action() override { write("action"); }
 
     TouchEvent last;
     std::function<void()> then;
 
 private:
+    void write(const char* what) { log_ += (log_.empty() ? "" : ", ") + name_ + " " + what; }
+
     std::string name_;
     std::string& log_;
     std::vector<State> answers_;
-    std::size_t told_ = 0;
+    std::size_t calls_ = 0;
 };
 
 class TouchDispatch : public testing::Test {
@@ -48,15 +51,15 @@ protected:
         root_->add(first_);
         root_->add(second_);
     }
-    std::shared_ptr<Finger> listen(const std::shared_ptr<DisplayObject>& object,
-                                   const std::string& name, std::vector<State> answers) {
-        fingers_.push_back(std::make_shared<Finger>(name, log_, std::move(answers)));
-        object->addListener<TouchEvent>(fingers_.back());
-        return fingers_.back();
+    std::shared_ptr<ScriptedListener> listen(const std::shared_ptr<DisplayObject>& object,
+                                             const std::string& name, std::vector<State> answers) {
+        listeners_.push_back(std::make_shared<ScriptedListener>(name, log_, std::move(answers)));
+        object->addListener<TouchEvent>(listeners_.back());
+        return listeners_.back();
     }
 
     std::string log_;
-    std::vector<std::shared_ptr<Finger>> fingers_;
+    std::vector<std::shared_ptr<ScriptedListener>> listeners_;
     std::shared_ptr<FakeLayer> layer_ = std::make_shared<FakeLayer>();
     std::shared_ptr<Group> root_ = std::make_shared<Group>();
     std::shared_ptr<Spot> first_ = std::make_shared<Spot>(R(0, 0, 10, 10));
@@ -64,64 +67,66 @@ protected:
     DisplayEventHandler handler_;
 };
 
-TEST_F(TouchDispatch, WhoClaimsTheTouchIsToldAlone) {
-    listen(root_, "a", {State::Possible, State::Began, State::Changed});
-    listen(first_, "b", {State::Possible});
+TEST_F(TouchDispatch, AListenerThatClaimsTheTouchReceivesItAlone) {
+    listen(root_, "root", {State::Possible, State::Began, State::Changed});
+    listen(first_, "first", {State::Possible});
     EXPECT_EQ(handler_.touchBegan(root_, {5, 5}), State::Possible);
     EXPECT_EQ(handler_.touchMoved({6, 5}), State::Began);
     EXPECT_EQ(handler_.touchMoved({7, 5}), State::Changed);
-    EXPECT_EQ(log_, "a0 b0 ab am am ");
+    EXPECT_EQ(log_, "root reset, first reset, root began, root moved, root moved");
     handler_.invokeActiveListenerAction();
-    EXPECT_EQ(log_, "a0 b0 ab am am a! ");
+    EXPECT_EQ(log_, "root reset, first reset, root began, root moved, root moved, root action");
 }
 
-TEST_F(TouchDispatch, WhoGivesUpHandsTheWholeGestureOn) {
-    listen(first_, "a", {State::Possible, State::Possible, State::Failed});
-    listen(second_, "b", {State::Possible, State::Began, State::Changed});
+TEST_F(TouchDispatch, AListenerThatGivesUpPassesOnTheWholeGesture) {
+    listen(first_, "first", {State::Possible, State::Possible, State::Failed});
+    listen(second_, "second", {State::Possible, State::Began, State::Changed});
     handler_.touchBegan(root_, {5, 5});
     handler_.touchMoved({6, 5});
     EXPECT_EQ(handler_.touchEnded({6, 6}), State::Changed);
-    // The second hears all from the first event; its action runs for what it claims of the past,
-    // and not for the present event, of which the platform asks.
-    EXPECT_EQ(log_, "a0 b0 ab am ae bb bm b! be ");
+    // The second listener receives all events from the first one. Its action is called for the past
+    // event that it claims, not for the present one, whose action the platform requests.
+    EXPECT_EQ(log_,
+              "first reset, second reset, first began, first moved, first ended, second began, "
+              "second moved, second action, second ended");
 }
 
-TEST_F(TouchDispatch, NobodyThereOrNobodyWilling) {
+TEST_F(TouchDispatch, FailsWithoutAWillingListener) {
     EXPECT_EQ(handler_.touchBegan(root_, {5, 5}), State::Failed);
-    listen(first_, "a", {State::Failed});
-    listen(second_, "b", {State::Failed});
+    listen(first_, "first", {State::Failed});
+    listen(second_, "second", {State::Failed});
     EXPECT_EQ(handler_.touchBegan(root_, {5, 5}), State::Failed);
     EXPECT_EQ(handler_.touchMoved({5, 5}), State::Failed);
-    EXPECT_EQ(log_, "a0 b0 ab bb ");
+    EXPECT_EQ(log_, "first reset, second reset, first began, second began");
     handler_.invokeActiveListenerAction();
 }
 
-TEST_F(TouchDispatch, EventsCarryTheGesturesPlaces) {
-    const auto a = listen(first_, "a", {State::Possible});
+TEST_F(TouchDispatch, EventsCarryTheLocationsOfTheGesture) {
+    const auto listener = listen(first_, "first", {State::Possible});
     handler_.touchBegan(root_, {1, 2});
     handler_.touchMoved({4, 4});
     handler_.touchCancelled({5, 9});
-    EXPECT_EQ(a->last.phase, Phase::Cancelled);
-    EXPECT_EQ(a->last.startLocation, TouchEvent().location + geometry::Point<double>(1, 2));
-    EXPECT_EQ(a->last.delta, geometry::Point<double>(1, 5));
+    EXPECT_EQ(listener->last.phase, Phase::Cancelled);
+    EXPECT_EQ(listener->last.startLocation, TouchEvent().location + geometry::Point<double>(1, 2));
+    EXPECT_EQ(listener->last.delta, geometry::Point<double>(1, 5));
 }
 
-TEST_F(TouchDispatch, HitsAreTheVisibleUnderThePointEdgesIncluded) {
-    listen(first_, "a", {State::Possible});
+TEST_F(TouchDispatch, HitsVisibleObjectsIncludingTheirEdges) {
+    listen(first_, "first", {State::Possible});
     second_->setArea({10, 0, 10, 10});
-    listen(second_, "b", {State::Possible});
+    listen(second_, "second", {State::Possible});
     handler_.touchBegan(root_, {10, 10});
-    EXPECT_EQ(log_, "a0 b0 ab ");
+    EXPECT_EQ(log_, "first reset, second reset, first began");
     log_.clear();
     first_->setVisible(false);
     handler_.touchBegan(root_, {10, 10});
-    EXPECT_EQ(log_, "b0 bb ");
+    EXPECT_EQ(log_, "second reset, second began");
     log_.clear();
     handler_.touchBegan(root_, {30, 10});
     EXPECT_EQ(log_, "");
 }
 
-TEST_F(TouchDispatch, TheWalkGoesOnBehindTheRootAndEndsAtAnotherLayer) {
+TEST_F(TouchDispatch, SearchesAfterTheRootUpToAnotherLayer) {
     const auto sibling = std::make_shared<Spot>();
     const auto onOther = std::make_shared<Spot>();
     const auto behind = std::make_shared<Spot>();
@@ -130,22 +135,22 @@ TEST_F(TouchDispatch, TheWalkGoesOnBehindTheRootAndEndsAtAnotherLayer) {
     for (const auto& object : {std::make_shared<Spot>(), sibling, onOther, behind}) {
         outer->add(object);
     }
-    listen(sibling, "s", {State::Possible});
-    listen(behind, "x", {State::Possible});
+    listen(sibling, "sibling", {State::Possible});
+    listen(behind, "behind", {State::Possible});
     handler_.touchBegan(outer->getChildren().front(), {5, 5});
-    EXPECT_EQ(log_, "s0 sb ");
+    EXPECT_EQ(log_, "sibling reset, sibling began");
 }
 
-TEST_F(TouchDispatch, AListenerMayStartOverOrTakeItsObjectAway) {
-    const auto a = listen(first_, "a", {State::Possible});
-    a->then = [&] {
+TEST_F(TouchDispatch, AListenerMayCauseEventsAndRemoveItsObject) {
+    const auto listener = listen(first_, "first", {State::Possible});
+    listener->then = [&] {
         EXPECT_EQ(handler_.touchCancelled({0, 0}), State::Failed);
         EXPECT_EQ(handler_.touchBegan(root_, {5, 5}), State::Failed);
         root_->remove(first_);
     };
     EXPECT_EQ(handler_.touchBegan(root_, {5, 5}), State::Possible);
     EXPECT_EQ(handler_.touchMoved({5, 6}), State::Possible);
-    EXPECT_EQ(log_, "a0 ab am ");
+    EXPECT_EQ(log_, "first reset, first began, first moved");
 }
 
 }  // namespace

@@ -10,32 +10,35 @@ using events::TouchEventPhase;
 using State = events::TouchEventListenerState;
 using platform::NSEventType;
 
-class Touched : public events::TouchEventListener {
+// A listener that records the events and counts the actions.
+class RecordingListener : public events::TouchEventListener {
 public:
-    explicit Touched(std::function<State(const TouchEvent&)> answer) : answer_(std::move(answer)) {}
+    explicit RecordingListener(std::function<State(const TouchEvent&)> answer)
+        : answer_(std::move(answer)) {}
     State operator()(const std::shared_ptr<DisplayObject>&, const TouchEvent& event) override {
-        told.push_back(event);
+        received.push_back(event);
         return answer_(event);
     }
     void action() override { ++actions; }
 
-    std::vector<TouchEvent> told;
+    std::vector<TouchEvent> received;
     int actions = 0;
 
 private:
     std::function<State(const TouchEvent&)> answer_;
 };
 
-// A square that is listened to.
+// A display with a square.
 class Gesture : public Stage {
 protected:
     void SetUp() override {
         Stage::SetUp();
         display_->add(object_);
     }
-    static std::shared_ptr<Touched> listen(const std::shared_ptr<DisplayObject>& object,
-                                           std::function<State(const TouchEvent&)> answer) {
-        auto listener = std::make_shared<Touched>(std::move(answer));
+    static std::shared_ptr<RecordingListener> listen(
+        const std::shared_ptr<DisplayObject>& object,
+        std::function<State(const TouchEvent&)> answer) {
+        auto listener = std::make_shared<RecordingListener>(std::move(answer));
         object->addListener<TouchEvent>(listener);
         return listener;
     }
@@ -54,8 +57,9 @@ protected:
     std::shared_ptr<DisplayObject> object_ = rect(50, 50, 40, 40, 0xFFFF0000);
 };
 
-TEST_F(Gesture, KeepsNothingAliveWhenItIsOver) {
-    // Each way to an end: claimed, never claimed, ended early, cut short by the object's leaving.
+TEST_F(Gesture, HoldsNothingAfterItsEnd) {
+    // Gestures that are claimed, never claimed, ended early or given up, with an object that is
+    // removed in each phase.
     for (const State answer : {State::Changed, State::Possible, State::Ended, State::Failed}) {
         for (const auto leaves :
              {TouchEventPhase::Began, TouchEventPhase::Moved, TouchEventPhase::Ended}) {
@@ -69,7 +73,7 @@ TEST_F(Gesture, KeepsNothingAliveWhenItIsOver) {
             });
             display_->add(object);
             drag();
-            EXPECT_GE(listener->told.size(), 1U);
+            EXPECT_GE(listener->received.size(), 1U);
             display_->removeAll();
             object.reset();
             EXPECT_TRUE(watched.expired())
@@ -81,22 +85,22 @@ TEST_F(Gesture, KeepsNothingAliveWhenItIsOver) {
 TEST_F(Gesture, AClaimedGestureReachesItsListenerInScreenCoordinates) {
     const auto listener = listen(object_, claim);
     drag();
-    ASSERT_EQ(listener->told.size(), 3U);
-    EXPECT_EQ(listener->told[0].location, geometry::Point<double>(60, 60));
-    EXPECT_EQ(listener->told[1].delta, geometry::Point<double>(10, 5));
-    EXPECT_EQ(listener->told[2].location, geometry::Point<double>(190, 140));
+    ASSERT_EQ(listener->received.size(), 3U);
+    EXPECT_EQ(listener->received[0].location, geometry::Point<double>(60, 60));
+    EXPECT_EQ(listener->received[1].delta, geometry::Point<double>(10, 5));
+    EXPECT_EQ(listener->received[2].location, geometry::Point<double>(190, 140));
     EXPECT_EQ(listener->actions, 3);
 
-    send(NSEventType::LeftMouseDown, 10, 10);  // beside it
+    send(NSEventType::LeftMouseDown, 10, 10);  // outside the square
     send(NSEventType::LeftMouseUp, 10, 10);
     layerOf(object_)->setTouchDisabled(true);
     drag();
-    EXPECT_EQ(listener->told.size(), 3U);
+    EXPECT_EQ(listener->received.size(), 3U);
     EXPECT_EQ(layerOf(object_)->touchBegan({1, 1}), State::Failed);
     layerOf(object_)->invokeTouchHandlerAction();
 }
 
-TEST_F(Gesture, AnInnerViewGoesFirstAndHandsOnWhatItGivesUp) {
+TEST_F(Gesture, AnInnerViewHasPrecedenceAndMayGiveUp) {
     const auto root = DisplayFactory::createContainer();
     const auto backdrop = rect(0, 0, 200, 150, 0xFFFFFFFF);
     const auto inner = rect(50, 50, 40, 40, 0xFFFF0000);
@@ -109,12 +113,12 @@ TEST_F(Gesture, AnInnerViewGoesFirstAndHandsOnWhatItGivesUp) {
         inner, [&](const TouchEvent& event) { return innerClaims ? claim(event) : State::Failed; });
     const auto onRoot = listen(backdrop, claim);
     drag();
-    EXPECT_EQ(onInner->told.size(), 3U);
-    EXPECT_TRUE(onRoot->told.empty());
+    EXPECT_EQ(onInner->received.size(), 3U);
+    EXPECT_TRUE(onRoot->received.empty());
     innerClaims = false;
     drag();
-    EXPECT_EQ(onInner->told.size(), 4U);
-    EXPECT_EQ(onRoot->told.size(), 3U);
+    EXPECT_EQ(onInner->received.size(), 4U);
+    EXPECT_EQ(onRoot->received.size(), 3U);
 }
 
 }  // namespace

@@ -23,11 +23,11 @@ protected:
     std::shared_ptr<graphics::Container> root_ = DisplayFactory::createContainer();
 };
 
-TEST_F(NativeLayerTest, ViewsStandWhereTheirLayersDoAsLongAsTheyDo) {
+TEST_F(NativeLayerTest, ViewsFollowTheFramesOfTheirLayers) {
     root_->add(rect(10.4F, 20.6F, 100, 80, 0xFFFF0000));
     const auto control = ColorControl::create({30, 40, 20.2, 10});
     root_->add(control);
-    // Without a stroke's width the bounds are the rectangle's, in whole numbers.
+    // Without a stroke the bounds are those of the rectangle, rounded to whole units.
     EXPECT_EQ(frameOf(*viewOf(root_)), R(10, 21, 100, 80));
     EXPECT_EQ(frameOf(*viewOf(control)), R(20, 19, 21, 10));  // relative to the view around it
     EXPECT_EQ(viewOf(control)->superview(), viewOf(root_).get());
@@ -44,10 +44,10 @@ TEST_F(NativeLayerTest, ViewsStandWhereTheirLayersDoAsLongAsTheyDo) {
     EXPECT_EQ(viewOf(control)->superview(), nullptr);
     EXPECT_EQ(pixel(37, 45), shown(0xFF0000));
     root_->add(control);
-    EXPECT_EQ(pixel(37, 45), 0x00FF00U) << "it comes back";
+    EXPECT_EQ(pixel(37, 45), 0x00FF00U) << "it is shown again";
 }
 
-TEST_F(NativeLayerTest, ANewViewGoesBetweenItsSiblingsAndLiftsTheLaterOnes) {
+TEST_F(NativeLayerTest, ANewViewGoesBetweenItsSiblingsAndRaisesTheLaterOnes) {
     const auto low = ColorControl::create({0, 0, 40, 40}, 0x0000FF);
     const auto high = ColorControl::create({20, 0, 40, 40}, 0xFF0000);
     root_->add(low);
@@ -61,7 +61,7 @@ TEST_F(NativeLayerTest, ANewViewGoesBetweenItsSiblingsAndLiftsTheLaterOnes) {
     EXPECT_EQ(viewOf(high)->layer()->zPosition(), 2);
 }
 
-TEST_F(NativeLayerTest, TheViewAndItsRecognizerOutliveTheLayerHarmlessly) {
+TEST_F(NativeLayerTest, TheViewMayOutliveItsLayer) {
     auto object = rect(0, 0, 50, 50, 0xFFFF0000);
     display_->add(object);
     const auto view = viewOf(object);
@@ -74,7 +74,7 @@ TEST_F(NativeLayerTest, TheViewAndItsRecognizerOutliveTheLayerHarmlessly) {
     window_.display();
 }
 
-// A container with a control among what is painted.
+// A container with a control between painted objects.
 class BitmapLayerTest : public NativeLayerTest {
 protected:
     void SetUp() override {
@@ -90,7 +90,7 @@ protected:
     std::shared_ptr<DisplayObject> top_ = rect(60, 60, 40, 40, 0xFFFFFF00);
 };
 
-TEST_F(BitmapLayerTest, WhatComesAfterAControlGetsALayerEachAboveIt) {
+TEST_F(BitmapLayerTest, EachObjectAfterAControlGetsALayerAboveIt) {
     EXPECT_EQ(behind_->getLayer(), nullptr);
     const auto layer = root_->getLayer();
     const LayerList expected{control_->getLayer(), front_->getLayer(), top_->getLayer()};
@@ -102,8 +102,8 @@ TEST_F(BitmapLayerTest, WhatComesAfterAControlGetsALayerEachAboveIt) {
     EXPECT_EQ(pixel(50, 50), shown(0x0000FF));
     EXPECT_EQ(pixel(70, 70), shown(0xFFFF00));
 
-    // A group that comes after goes as a whole, and is split on its own layer; what went stays
-    // where it went.
+    // A group after the control moves as a whole and is split on its own layer. Removing the
+    // control does not undo the split.
     const auto group = DisplayFactory::createContainer();
     group->add(ColorControl::create({0, 0, 10, 10}, 0x123456));
     group->add(rect(5, 0, 10, 10, 0xFF654321));
@@ -116,41 +116,42 @@ TEST_F(BitmapLayerTest, WhatComesAfterAControlGetsALayerEachAboveIt) {
     EXPECT_EQ(top_->getLayer(), kept);
 }
 
-// Writes down what it is told to paint anew.
-class Notes : public BitmapLayer {
+// A layer that records the damage instead of passing it to its view.
+class DamageRecorder : public BitmapLayer {
 public:
     void validateFrame(const Rect& rect) override { rects.push_back(rect); }
     std::vector<Rect> rects;
 };
 
-TEST_F(NativeLayerTest, AChangeDamagesWhereTheObjectWasAndWhereItIs) {
+TEST_F(NativeLayerTest, AChangeDamagesTheOldAndTheNewArea) {
     const auto root = DisplayFactory::createContainer();
     const auto moved = rect(10, 10, 5, 5, 0xFFFF0000);
     root->add(rect(0, 0, 100, 100, 0xFFFFFFFF));
     root->add(moved);
-    const auto notes = createLayer<Notes>();
-    root->extractIntoLayer(notes);
+    const auto recorder = createLayer<DamageRecorder>();
+    root->extractIntoLayer(recorder);
     display_->add(root);
-    EXPECT_EQ(notes->rects, (std::vector<R>{{0, 0, 100, 100}}));  // all, for the frame is new
-    root->validate({0, 0, 100, 100});                             // as painting would
+    EXPECT_EQ(recorder->rects,
+              (std::vector<R>{{0, 0, 100, 100}}));  // everything, as the frame is new
+    root->validate({0, 0, 100, 100});               // as painting would
 
-    notes->rects.clear();
+    recorder->rects.clear();
     {
         const UpdateLock lock(root);
         moved->setTranslate(20, 0);
         moved->setTranslate(30, 0);
     }
-    EXPECT_EQ(notes->rects, (std::vector<R>{{10, 10, 5, 5}, {40, 10, 5, 5}}));
+    EXPECT_EQ(recorder->rects, (std::vector<R>{{10, 10, 5, 5}, {40, 10, 5, 5}}));
 
-    notes->rects.clear();
+    recorder->rects.clear();
     root->remove(moved);
-    EXPECT_EQ(notes->rects, (std::vector<R>{{10, 10, 5, 5}}));  // only where it was
-    notes->rects.clear();
+    EXPECT_EQ(recorder->rects, (std::vector<R>{{10, 10, 5, 5}}));  // only the old area
+    recorder->rects.clear();
     root->setTranslate(1, 0);
-    EXPECT_EQ(notes->rects, (std::vector<R>{{1, 0, 100, 100}}));
+    EXPECT_EQ(recorder->rects, (std::vector<R>{{1, 0, 100, 100}}));
 }
 
-TEST_F(NativeLayerTest, WithoutAControlNothingIsSplitAndOnlyTheDamageIsPainted) {
+TEST_F(NativeLayerTest, WithoutAControlOnlyTheDamageIsPainted) {
     const auto moved = rect(40, 40, 40, 40, 0xFF0000FF);
     root_->add(rect(0, 0, 100, 100, 0xFFFF0000));
     root_->add(moved);
@@ -166,10 +167,10 @@ TEST_F(NativeLayerTest, WithoutAControlNothingIsSplitAndOnlyTheDamageIsPainted) 
     EXPECT_LT(area, 50.0 * 50);
 }
 
-TEST_F(BitmapLayerTest, FaultyValuesLeaveTheNeighboursOnScreen) {
+TEST_F(BitmapLayerTest, FaultyValuesLeaveTheNeighborsOnScreen) {
     const float huge = 1e30F;
     root_->add(rect(150, 100, 20, 20, 0xFF00FFFF));
-    const auto expectNeighbours = [&] {
+    const auto expectNeighbors = [&] {
         EXPECT_EQ(pixel(160, 110), shown(0x00FFFF));
         EXPECT_EQ(pixel(10, 30), shown(0xFF0000));
     };
@@ -177,12 +178,12 @@ TEST_F(BitmapLayerTest, FaultyValuesLeaveTheNeighboursOnScreen) {
          {std::pair{NAN, 10.0F}, {-huge, 2 * huge}, {0.0F, -50.0F}, {huge, 1.0F}}) {
         root_->store(root_->getChildren().begin(),
                      rect(position, position, size, size, 0xFFFFFFFF));
-        expectNeighbours();
+        expectNeighbors();
     }
     for (const auto& [a, d] : {std::pair{0.0F, 1.0F}, {NAN, 1.0F}, {huge, huge}, {0.0F, 0.0F}}) {
         root_->getChildren().front()->setMatrix(a, 0, 0, 0, d, 0);
         front_->setMatrix(a, 0, 0, 0, d, 0);
-        expectNeighbours();
+        expectNeighbors();
     }
 }
 

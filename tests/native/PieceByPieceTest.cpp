@@ -5,8 +5,8 @@
 namespace orvane::display {
 namespace {
 
-// After any sequence of changes, what was painted piece by piece equals the same painted from
-// nothing, pixel for pixel.
+// After any sequence of changes, the picture that was painted incrementally equals the picture
+// painted from scratch, pixel for pixel.
 class PieceByPiece : public Stage, public testing::WithParamInterface<unsigned> {
 protected:
     float any(double from, double to) {
@@ -51,8 +51,8 @@ protected:
                 polyline->set(
                     {any(0, 200), any(0, 150), any(0, 200), any(0, 150), any(0, 200), any(0, 150)},
                     oneIn(2));
-                // Without a stroke: the mitre of a sharp corner reaches beyond the bounds, which
-                // take in half the stroke's width and no more.
+                // Without a stroke: the miter of a sharp corner reaches beyond the bounds, which
+                // include half the stroke width and no more.
                 styled(polyline);
                 polyline->setStrokeWidth(0);
                 return polyline;
@@ -78,8 +78,8 @@ protected:
             shape->setStrokeDashArray({any(1, 9), any(1, 9)});
         }
         if (oneIn(4)) {
-            // Its stroke stays visible. Of one without, the canvas's own line would be drawn,
-            // whatever it was left at: that quirk is not the same from piece to piece.
+            // The stroke stays visible. A shape with a gradient and no stroke is stroked with the
+            // present values of the canvas, which depend on what was painted before.
             graphics::LinearGradient gradient;
             gradient.set({any(0, 100)}, {any(0, 100)}, {any(0, 100)}, {any(0, 100)});
             gradient.setUserSpace(oneIn(2));
@@ -104,8 +104,8 @@ protected:
         const auto prev = object->prev() ? object->prev()->getLayer() : nullptr;
         const auto next = object->next() ? object->next()->getLayer() : nullptr;
         if (!object->getLayer() && prev && next && prev != next) {
-            // Between two layers of the container's own level nobody is told of a guest: it shows
-            // when it next changes.
+            // Between two layers of the container's own level a guest is not announced: it appears
+            // at its next change.
             object->invalidate(true);
         }
     }
@@ -156,28 +156,28 @@ protected:
     std::vector<std::shared_ptr<DisplayObject>> objects_;
 };
 
-TEST_P(PieceByPiece, EqualsTheWhole) {
+TEST_P(PieceByPiece, EqualsPaintingFromScratch) {
     display_->add(root_);
     for (int round = 0; round < 40; ++round) {
         for (unsigned i = 0; i <= random_() % 4; ++i) {
             change();
         }
-        const std::vector<std::uint32_t> pieces = picture();
+        const std::vector<std::uint32_t> incremental = picture();
         if (round % 4 != 3) {
             continue;
         }
-        const std::vector<std::uint32_t> whole = pictureFromNothing();
+        const std::vector<std::uint32_t> scratch = pictureFromScratch();
         std::size_t different = 0;
         std::size_t first = 0;
-        for (std::size_t i = 0; i < whole.size(); ++i) {
-            if (pieces[i] != whole[i]) {
+        for (std::size_t i = 0; i < scratch.size(); ++i) {
+            if (incremental[i] != scratch[i]) {
                 first = different == 0 ? i : first;
                 ++different;
             }
         }
         ASSERT_EQ(different, 0U) << "in round " << round << ", the first at " << first % kWidth
-                                 << ", " << first / kWidth << std::hex << ": " << pieces[first]
-                                 << " instead of " << whole[first];
+                                 << ", " << first / kWidth << std::hex << ": " << incremental[first]
+                                 << " instead of " << scratch[first];
     }
 }
 

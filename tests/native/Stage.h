@@ -19,7 +19,7 @@
 
 namespace orvane::display {
 
-// A control for the tests: one colour, in a view of its own.
+// A control that paints its view in one color.
 class ColorControl : public native::NativeObject {
 public:
     ColorControl(const Rect& bounds, unsigned rgb) : bounds_(bounds), rgb_(rgb) {}
@@ -61,7 +61,7 @@ private:
     const unsigned rgb_;
 };
 
-// A display in a window in memory.
+// A display in an off-screen window.
 class Stage : public testing::Test {
 protected:
     static constexpr int kWidth = 200;
@@ -91,7 +91,7 @@ protected:
     static std::shared_ptr<platform::NSView> viewOf(const std::shared_ptr<DisplayObject>& o) {
         return layerOf(o)->getLayerHandler();
     }
-    // What an object's colour comes out as: a component c is painted as (c + 1) / 256.
+    // The color in which a painted object appears: a component c is painted as (c + 1) / 256.
     static unsigned shown(unsigned rgb) {
         unsigned result = 0;
         for (const unsigned shift : {0U, 8U, 16U}) {
@@ -100,7 +100,7 @@ protected:
         }
         return result;
     }
-    // 0xRRGGBB of what is on screen.
+    // The color on screen, as 0xRRGGBB.
     unsigned pixel(int x, int y) {
         window_.display();
         const auto row = static_cast<std::size_t>(y) * (window_.bytesPerRow() / 4);
@@ -116,8 +116,8 @@ protected:
         }
         return result;
     }
-    // The same views painted from nothing.
-    std::vector<std::uint32_t> pictureFromNothing() {
+    // The same views, painted from scratch.
+    std::vector<std::uint32_t> pictureFromScratch() {
         window_.setContentView(nullptr);
         window_.setContentView(view_);
         return picture();

@@ -10,7 +10,7 @@ namespace {
 
 using R = DisplayObject::Rect;
 
-// A container large enough for the grid is held against what walking its children gives.
+// A container that is large enough for the grid must give what a walk over its children gives.
 class ChildFramesTest : public testing::Test {
 protected:
     R anyRect() {
@@ -48,7 +48,7 @@ protected:
     std::vector<std::shared_ptr<Spot>> spots_;
 };
 
-TEST_F(ChildFramesTest, AnyChangesGiveWhatWalkingGives) {
+TEST_F(ChildFramesTest, EqualsAWalkAfterAnyChanges) {
     for (int step = 0; step < 3000; ++step) {
         switch (random_() % 6) {
             case 0:
@@ -90,10 +90,10 @@ TEST_F(ChildFramesTest, AnyChangesGiveWhatWalkingGives) {
     EXPECT_GT(spots_.size(), 300U);
 }
 
-TEST_F(ChildFramesTest, PaintingVisitsInDrawingOrder) {
-    class Scribe : public Spot {
+TEST_F(ChildFramesTest, VisitsChildrenInDrawingOrder) {
+    class Recorder : public Spot {
     public:
-        Scribe(const R& area, std::vector<std::uint64_t>& order) : Spot(area), order_(order) {}
+        Recorder(const R& area, std::vector<std::uint64_t>& order) : Spot(area), order_(order) {}
         void validate(const R&) override { order_.push_back(getIndex()); }
 
     private:
@@ -101,10 +101,10 @@ TEST_F(ChildFramesTest, PaintingVisitsInDrawingOrder) {
     };
     std::vector<std::uint64_t> order;
     for (int i = 0; i < 200; ++i) {
-        // Far apart first and last, so that the grid meets them out of order.
+        // Neighbors in the order are far apart, so that the grid finds them out of order.
         const double x = (i * 37) % 200 * 10.0;
         root_->store(root_->getChildren().begin() + i / 2,
-                     std::make_shared<Scribe>(R(x, i % 3 * 10, 50, 50), order));
+                     std::make_shared<Recorder>(R(x, i % 3 * 10, 50, 50), order));
     }
     root_->validate({300, 0, 100, 40});
     EXPECT_GT(order.size(), 5U);
@@ -112,7 +112,7 @@ TEST_F(ChildFramesTest, PaintingVisitsInDrawingOrder) {
     EXPECT_TRUE(std::is_sorted(order.begin(), order.end()));
 }
 
-TEST_F(ChildFramesTest, StrayFramesNeitherWidenNorHideTheOthers) {
+TEST_F(ChildFramesTest, IgnoresFramesThatAreNotNumbers) {
     const double nan = std::numeric_limits<double>::quiet_NaN();
     for (int i = 0; i < 100; ++i) {
         spots_.push_back(std::make_shared<Spot>(R(i * 10.0, 0, 5, 5)));
@@ -124,7 +124,7 @@ TEST_F(ChildFramesTest, StrayFramesNeitherWidenNorHideTheOthers) {
     EXPECT_EQ(spots_[51]->validations, 1);
 }
 
-TEST_F(ChildFramesTest, AnObjectStoredTwiceLeavesNothingBehind) {
+TEST_F(ChildFramesTest, ForgetsAnObjectThatWasStoredTwice) {
     for (int i = 0; i < 100; ++i) {
         root_->add(std::make_shared<Spot>());
     }

@@ -31,10 +31,10 @@ protected:
     std::shared_ptr<Spot> onSub_ = std::make_shared<Spot>(R(10, 10, 20, 20));
 };
 
-TEST_F(DisplayLayerTest, AChangeValidatesFromARootThatIsShown) {
+TEST_F(DisplayLayerTest, AChangeValidatesFromARootThatADisplayShows) {
     clear();
     onSub_->invalidate(true);
-    EXPECT_EQ(root_->log + sub_->log, "");  // nobody shows it
+    EXPECT_EQ(root_->log + sub_->log, "");  // no display shows it
     EXPECT_TRUE(root_->isDirty());
 
     attach();
@@ -43,12 +43,12 @@ TEST_F(DisplayLayerTest, AChangeValidatesFromARootThatIsShown) {
     EXPECT_EQ(root_->log, "layer content ");
     EXPECT_EQ(sub_->log, "layer content ");
     root_->validate(false);
-    EXPECT_EQ(sub_->log, "layer content ");  // clean: nothing
+    EXPECT_EQ(sub_->log, "layer content ");  // a clean layer
     sub_->validate(true);
     EXPECT_EQ(sub_->log, "layer content layer content ");
 }
 
-TEST_F(DisplayLayerTest, LocksHoldValidationBackUntilTheLastIsGone) {
+TEST_F(DisplayLayerTest, ValidationIsDeferredUntilTheLastUnlock) {
     attach();
     root_->lockValidation();
     root_->lockValidation();
@@ -64,7 +64,7 @@ TEST_F(DisplayLayerTest, LocksHoldValidationBackUntilTheLastIsGone) {
     EXPECT_EQ(root_->log, "");
 }
 
-TEST_F(DisplayLayerTest, AMoveForcesItsOwnContentAndAResizeTheSublayers) {
+TEST_F(DisplayLayerTest, AMoveForcesTheContentAndAResizeAlsoTheSublayers) {
     attach();
     onRoot_->setArea({5, 0, 100, 100});
     EXPECT_EQ(root_->log, "layer content! ");
@@ -75,7 +75,7 @@ TEST_F(DisplayLayerTest, AMoveForcesItsOwnContentAndAResizeTheSublayers) {
     EXPECT_EQ(sub_->log, "layer content ");
 }
 
-TEST_F(DisplayLayerTest, ALayerWithAnEmptyFrameIsNotLookedInto) {
+TEST_F(DisplayLayerTest, AnEmptyFrameEndsValidation) {
     attach();
     const UpdateLock lock(onRoot_);
     sub_->setAffectsParentFrame(false);
@@ -87,13 +87,13 @@ TEST_F(DisplayLayerTest, ALayerWithAnEmptyFrameIsNotLookedInto) {
     EXPECT_FALSE(root_->isDirty());
 }
 
-TEST_F(DisplayLayerTest, TheFrameTakesInSublayersThatAffectIt) {
+TEST_F(DisplayLayerTest, TheFrameIncludesTheSublayersThatAffectIt) {
     onSub_->setArea({90, 90, 50, 50});
     EXPECT_EQ(root_->getLayerFrame(), R(0, 0, 140, 140));
     sub_->setAffectsParentFrame(false);
     root_->resetLayerFrame();
     EXPECT_EQ(root_->getLayerFrame(), R(0, 0, 100, 100));
-    onRoot_->setVisible(false);  // visibility does not enter
+    onRoot_->setVisible(false);  // visibility does not count
     EXPECT_EQ(root_->getLayerFrame(), R(0, 0, 100, 100));
 }
 
@@ -104,10 +104,10 @@ TEST_F(DisplayLayerTest, CoordinatesAreRelativeToTheFrame) {
     EXPECT_EQ(sub_->convertRectToScreen({5, 5, 1, 1}), R(15, 15, 1, 1));
 }
 
-TEST_F(DisplayLayerTest, ALayerIsHiddenWhenNothingOnItCanBeSeen) {
+TEST_F(DisplayLayerTest, ALayerWithoutVisibleContentIsHidden) {
     EXPECT_FALSE(root_->isHidden());
     onRoot_->setVisible(false);
-    EXPECT_FALSE(root_->isHidden());  // the sublayer still shows
+    EXPECT_FALSE(root_->isHidden());  // the sublayer is visible
     onSub_->setVisible(false);
     EXPECT_TRUE(root_->isHidden());
     onSub_->setVisible(true);
@@ -116,7 +116,7 @@ TEST_F(DisplayLayerTest, ALayerIsHiddenWhenNothingOnItCanBeSeen) {
     EXPECT_TRUE(FakeLayer().isHidden());
 }
 
-TEST_F(DisplayLayerTest, AnEmptiedLayerLeavesAndTheCollapseGoesUp) {
+TEST_F(DisplayLayerTest, AnEmptiedLayerLeavesAndMayEmptyItsSuperlayer) {
     const auto wrapper = std::make_shared<FakeLayer>("wrapper");
     const auto inner = std::make_shared<FakeLayer>("inner");
     const auto object = std::make_shared<Spot>();
@@ -135,7 +135,7 @@ TEST_F(DisplayLayerTest, AnEmptiedLayerLeavesAndTheCollapseGoesUp) {
     EXPECT_EQ(names(*root_), "sub ") << "a layer with sublayers stays";
 }
 
-TEST_F(DisplayLayerTest, ObjectsAreSortedByIndexAndTheDeadComeLast) {
+TEST_F(DisplayLayerTest, ObjectsAreSortedByIndexAndExpiredOnesComeLast) {
     const auto parent = std::make_shared<Group>();
     std::vector<std::shared_ptr<Spot>> spots;
     for (int i = 0; i < 4; ++i) {
@@ -146,7 +146,7 @@ TEST_F(DisplayLayerTest, ObjectsAreSortedByIndexAndTheDeadComeLast) {
     for (const int i : {2, 0, 3, 1}) {
         layer->addObject(spots[static_cast<std::size_t>(i)]);
     }
-    parent->erase(parent->getChildren().begin());  // takes the first off the layer, too
+    parent->erase(parent->getChildren().begin());  // also removes it from the layer
     spots[0].reset();
     for (std::size_t i = 0; i < 3; ++i) {
         EXPECT_EQ(layer->getObjects()[i].lock(), spots[i + 1]);
@@ -160,7 +160,7 @@ TEST_F(DisplayLayerTest, ObjectsAreSortedByIndexAndTheDeadComeLast) {
     EXPECT_TRUE(layer->getObjects().empty());
 }
 
-TEST_F(DisplayLayerTest, ADisplayReachesWhatIsStoredLater) {
+TEST_F(DisplayLayerTest, TheDisplayIsPassedToSublayersStoredLater) {
     attach();
     const auto late = std::make_shared<FakeLayer>("late");
     root_->store(root_->getSublayers().begin(), late);
@@ -169,7 +169,7 @@ TEST_F(DisplayLayerTest, ADisplayReachesWhatIsStoredLater) {
     EXPECT_EQ(late->getDisplay(), nullptr);
 }
 
-TEST_F(DisplayLayerTest, OnlyALoneOwnerIsTheOwner) {
+TEST_F(DisplayLayerTest, OnlyAnOwnerThatIsAloneIsReported) {
     EXPECT_EQ(sub_->getOwner(), nullptr);
     onSub_->ownLayer();
     EXPECT_EQ(sub_->getOwner(), onSub_);

@@ -9,7 +9,7 @@ using geometry::Matrix;
 using Object = std::shared_ptr<DisplayObject>;
 using R = DisplayObject::Rect;
 
-TEST(DisplayObject, TransformationsComposeOrReplace) {
+TEST(DisplayObject, SettersComposeOrReplaceTheTransformation) {
     Spot spot;
     spot.translate(10, 20);
     spot.scale(2, 3);
@@ -21,7 +21,7 @@ TEST(DisplayObject, TransformationsComposeOrReplace) {
     spot.setMatrix(1, 2, 3, 4, 5, 6);
     EXPECT_EQ(spot.getTransformation(), Matrix(1, 2, 3, 4, 5, 6));
 
-    // The full transformation starts at the root.
+    // The full transformation includes that of the root.
     const auto root = std::make_shared<Group>();
     const auto leaf = std::make_shared<Spot>();
     root->add(leaf);
@@ -29,10 +29,10 @@ TEST(DisplayObject, TransformationsComposeOrReplace) {
     leaf->setTranslate(5, 0);
     EXPECT_EQ(leaf->applyTransformToRect({0, 0, 1, 1}), R(10, 0, 2, 2));
     EXPECT_EQ(Spot(R(100, 200, 10, 10)).convertRectToFrame({5, 5, -3, -4}), R(102, 201, 3, 4))
-        << "relative to the frame, and normalised";
+        << "relative to the frame, and normalized";
 }
 
-TEST(DisplayObject, AFrameIsForgottenUpwardUntilOneThatIsForgotten) {
+TEST(DisplayObject, AChangeReachesTheFramesOfAncestors) {
     const auto root = std::make_shared<Group>();
     const auto middle = std::make_shared<Group>();
     const auto leaf = std::make_shared<Spot>();
@@ -42,12 +42,12 @@ TEST(DisplayObject, AFrameIsForgottenUpwardUntilOneThatIsForgotten) {
     leaf->setArea({0, 0, 20, 10});
     EXPECT_EQ(root->getFrame(), R(0, 0, 20, 10));
     root->setVisible(false);
-    EXPECT_FALSE(leaf->isVisible()) << "visibility is the whole chain's";
+    EXPECT_FALSE(leaf->isVisible()) << "an object in a hidden container is hidden";
     root->setVisible(true);
     EXPECT_TRUE(leaf->isVisible());
 }
 
-TEST(DisplayObject, AnOwnerKeepsItsLayerWhenItLeaves) {
+TEST(DisplayObject, AnOwnerKeepsItsLayerWhenItLeavesTheTree) {
     const auto root = std::make_shared<Group>();
     const auto layer = std::make_shared<FakeLayer>();
     const auto owner = std::make_shared<Spot>();
@@ -62,7 +62,7 @@ TEST(DisplayObject, AnOwnerKeepsItsLayerWhenItLeaves) {
     EXPECT_EQ(own->getSuperlayer(), layer);
 }
 
-TEST(DisplayNode, OnlyItsOwnChildrenAreFoundAndErased) {
+TEST(DisplayNode, FindsAndErasesOnlyItsOwnChildren) {
     const auto root = std::make_shared<Group>();
     const Object spot = std::make_shared<Spot>();
     root->add(std::make_shared<Spot>());
@@ -71,7 +71,7 @@ TEST(DisplayNode, OnlyItsOwnChildrenAreFoundAndErased) {
     root->erase(root->find(spot));
     EXPECT_EQ(root->find(spot), root->getChildren().end());
 
-    // An index in range is not enough: the element must be this container's.
+    // An index in range is not enough: the element must be a child of this container.
     const auto other = std::make_shared<Group>();
     other->add(spot);
     EXPECT_EQ(root->find(spot), root->getChildren().end());
@@ -79,7 +79,7 @@ TEST(DisplayNode, OnlyItsOwnChildrenAreFoundAndErased) {
     EXPECT_EQ(root->getChildren().size(), 1U);
 }
 
-TEST(DisplayNode, WhatCannotGoIntoATreeIsRefused) {
+TEST(DisplayNode, RefusesWhatWouldMakeACycle) {
     const auto root = std::make_shared<Group>();
     const auto inner = std::make_shared<Group>();
     root->add(inner);
@@ -93,7 +93,7 @@ TEST(DisplayNode, WhatCannotGoIntoATreeIsRefused) {
     EXPECT_TRUE(inner->getChildren().empty());
 }
 
-TEST(DisplayNode, AChildOutlivesItsParent) {
+TEST(DisplayNode, AChildMayOutliveItsParent) {
     auto root = std::make_shared<Group>();
     const auto leaf = std::make_shared<Spot>();
     root->add(leaf);
@@ -103,7 +103,7 @@ TEST(DisplayNode, AChildOutlivesItsParent) {
     leaf->invalidate(true);
 }
 
-TEST(DisplayNode, AVeryDeepTreeIsBuiltMeasuredTouchedAndDestroyed) {
+TEST(DisplayNode, SupportsVeryDeepTrees) {
     constexpr int kLevels = 10000;
     const auto layer = std::make_shared<FakeLayer>();
     auto root = std::make_shared<Group>();

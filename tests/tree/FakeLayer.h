@@ -9,7 +9,7 @@
 
 namespace orvane::display {
 
-// A layer with no platform behind it, which keeps a log of what the tree asks of it.
+// A layer without a platform view, which logs the calls that it receives.
 class FakeLayer : public DisplayLayer {
 public:
     explicit FakeLayer(std::string name = "layer") : name_(std::move(name)) {}
@@ -34,7 +34,7 @@ private:
     std::string name_;
 };
 
-// An object whose frame is told to it.
+// An object whose frame is set by the test. It counts the validations that reach its frame.
 class Spot : public DisplayObject {
 public:
     explicit Spot(const Rect& area = {0, 0, 10, 10}) : area_(area) { setCulledByFrame(); }
@@ -59,14 +59,16 @@ private:
     Rect area_;
 };
 
+// A container without anything of its own.
 class Group : public ContainerObject {};
 
-// A layer that shows, so that validation runs: any display that is not null will do.
+// A stand-in for a display, so that layers validate: the model only compares it with null.
 inline std::shared_ptr<Display> someDisplay() {
     static int anchor = 0;
     return {std::make_shared<int>(), reinterpret_cast<Display*>(&anchor)};
 }
 
+// The names of the sublayers of `layer`, in order.
 inline std::string names(const DisplayLayer& layer) {
     std::string result;
     for (const std::shared_ptr<DisplayLayer>& sublayer : layer.getSublayers()) {

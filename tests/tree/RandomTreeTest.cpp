@@ -10,8 +10,8 @@ namespace {
 
 using Object = std::shared_ptr<DisplayObject>;
 
-// After any sequence of operations both trees are consistent, and each layer's sublayers stand in
-// the drawing order of the objects that own them.
+// After any sequence of operations both trees are consistent, and the sublayers of each layer are
+// in the drawing order of the objects that own them.
 class RandomTree : public testing::TestWithParam<unsigned> {
 protected:
     void SetUp() override {
@@ -27,10 +27,10 @@ protected:
         return from[random_() % from.size()];
     }
 
-    // Between two neighbours without layers of their own, the layers of what is stored go before
-    // the nearest sublayer behind the next sibling: those that this sibling bears itself are passed
-    // over. The order of layers is not promised there.
-    static bool goesPastLayersOf(const Object& prev, const Object& next) {
+    // Between two neighbors without layers of their own, the layers of a stored element go before
+    // the nearest sublayer after the next sibling. Layers inside that sibling are skipped, so the
+    // order of layers is not guaranteed there.
+    static bool skipsLayersOf(const Object& prev, const Object& next) {
         return next && !next->getLayer() && !next->getDescendingLayers().empty() &&
                !(prev && prev->getLayer());
     }
@@ -58,8 +58,8 @@ protected:
         }
         const auto& siblings = into->getChildren();
         const auto place = static_cast<std::size_t>(at);
-        if (goesPastLayersOf(place > 0 ? siblings[place - 1] : nullptr,
-                             place < siblings.size() ? siblings[place] : nullptr)) {
+        if (skipsLayersOf(place > 0 ? siblings[place - 1] : nullptr,
+                          place < siblings.size() ? siblings[place] : nullptr)) {
             outside_.push_back(element);
             return;
         }
@@ -86,7 +86,7 @@ protected:
                 return eraseSomething();
             case 3: {
                 const Object object = any(all_);
-                if (random_() % 4 == 0 && !goesPastLayersOf(object->prev(), object->next())) {
+                if (random_() % 4 == 0 && !skipsLayersOf(object->prev(), object->next())) {
                     object->extractAnimationLayer();
                 }
                 return;
@@ -105,7 +105,8 @@ protected:
         }
     }
 
-    // Layers in the order in which a walk of the objects meets them, under the layer they draw on.
+    // Appends the layers in the order in which a walk over the objects finds them. `on` is the
+    // layer that the objects draw on.
     void collect(const Object& object, const std::shared_ptr<DisplayLayer>& on,
                  std::vector<std::shared_ptr<DisplayLayer>>& order) {
         if (const auto own = object->getLayer(); own && own != on) {

@@ -2,25 +2,11 @@
 
 #include <utility>
 
+#include "orvane/commons/ScopedFlag.h"
 #include "orvane/display/tree/ContainerObject.h"
 #include "orvane/display/tree/DisplayLayer.h"
 
 namespace orvane::display::events {
-
-namespace {
-
-class NotifyingScope {
-public:
-    explicit NotifyingScope(bool& flag) : flag_(flag) { flag_ = true; }
-    ~NotifyingScope() { flag_ = false; }
-    NotifyingScope(const NotifyingScope&) = delete;
-    NotifyingScope& operator=(const NotifyingScope&) = delete;
-
-private:
-    bool& flag_;
-};
-
-}  // namespace
 
 TouchEventListenerState DisplayEventHandler::touchBegan(const std::shared_ptr<DisplayObject>& root,
                                                         const Point& location) {
@@ -32,7 +18,7 @@ TouchEventListenerState DisplayEventHandler::touchBegan(const std::shared_ptr<Di
     startLocation_ = lastLocation_ = location;
     collectListeners(root, location);
     {
-        const NotifyingScope scope(notifying_);
+        const commons::ScopedFlag notifying(notifying_);
         for (const Candidate& candidate : listeners_) {
             candidate.second->reset();
         }
@@ -54,7 +40,7 @@ TouchEventListenerState DisplayEventHandler::touchCancelled(const Point& locatio
 
 void DisplayEventHandler::invokeActiveListenerAction() {
     if (!listeners_.empty()) {
-        // Held: the action may end the layer, and this handler with it.
+        // Held: the action may destroy the layer, and this handler with it.
         const std::shared_ptr<TouchEventListener> active = listeners_.front().second;
         active->action();
     }
@@ -74,7 +60,7 @@ void DisplayEventHandler::collectListeners(const std::shared_ptr<DisplayObject>&
     const auto visit = [&](const std::shared_ptr<DisplayObject>& object) {
         const std::shared_ptr<DisplayLayer> own = object->getLayer();
         if (own && own != layer) {
-            return true;  // from here on the objects belong to another surface
+            return true;  // the objects from here on are on another surface
         }
         if (!object->isVisible() || !object->getFrame().contains(location)) {
             return false;
@@ -100,11 +86,11 @@ TouchEventListenerState DisplayEventHandler::notify(const Point& location, Touch
     if (notifying_) {
         return State::Failed;
     }
-    const NotifyingScope scope(notifying_);
+    const commons::ScopedFlag notifying(notifying_);
     events_.push_back({phase, location, startLocation_, location - lastLocation_,
                        std::chrono::system_clock::now()});
     State state = State::Failed;
-    std::size_t cursor = events_.size() - 1;  // the head has been told all before
+    std::size_t cursor = events_.size() - 1;  // the first listener received the earlier events
     while (!listeners_.empty()) {
         const auto& [object, listener] = listeners_.front();
         state = (*listener)(object, events_[cursor]);
@@ -118,7 +104,7 @@ TouchEventListenerState DisplayEventHandler::notify(const Point& location, Touch
             break;
         }
         if (state != State::Possible) {
-            listener->action();  // of the last event, the platform asks for it
+            listener->action();  // the platform requests the action of the last event
         }
     }
     if (state != State::Possible) {

@@ -9,27 +9,32 @@
 
 namespace orvane::display::events {
 
-// Touch dispatch of one native layer. At touch-down it collects the listeners of the objects under
-// the finger, in pre-order; then it offers each event of the gesture to the first of them until it
-// gives up, or claims the touch and is the only one left.
+// Dispatches the touches of one native layer, which owns it. At touch-down it collects the
+// listeners of the visible objects under the touch, in pre-order. Each event of the gesture goes to
+// the first listener. A listener that answers Failed is dropped, and the next one receives the
+// gesture from its first event. A listener that claims the gesture (any answer but Possible and
+// Failed) receives all further events, and the other listeners are dropped.
 //
-// Main thread. An event that a listener causes while it is being told one is not delivered.
+// A gesture is touchBegan, any number of touchMoved, then touchEnded or touchCancelled, then
+// releaseGesture. Each returns the state that the platform's recognizer is to take: the answer of
+// the last listener called, or Failed without one. Main thread. An event that a listener causes
+// while it handles one is not delivered and returns Failed.
 class DisplayEventHandler {
 public:
     using Point = geometry::Point<double>;
 
-    // `root` is the first object of the layer. Locations are in screen coordinates.
+    // `root` is the first object of the layer. Locations are in screen coordinates, in points.
     TouchEventListenerState touchBegan(const std::shared_ptr<DisplayObject>& root,
                                        const Point& location);
     TouchEventListenerState touchMoved(const Point& location);
     TouchEventListenerState touchEnded(const Point& location);
     TouchEventListenerState touchCancelled(const Point& location);
 
-    // The action of the listener that the gesture belongs to, if there is one.
+    // Calls the action of the first listener, if there is one.
     void invokeActiveListenerAction();
 
-    // The gesture is over and its action sent: lets go of its objects, one of which may own the
-    // layer that this belongs to.
+    // Releases the objects and listeners of a gesture that is over. One of the objects may own the
+    // layer that owns this handler.
     void releaseGesture();
 
 private:
@@ -41,10 +46,10 @@ private:
 
     Point startLocation_;
     Point lastLocation_;
-    std::list<Candidate> listeners_;  // the head is the active one
-    std::vector<TouchEvent> events_;  // of this gesture
-    bool notifying_ = false;
-    bool releasing_ = false;  // when the listener that is being told has answered
+    std::list<Candidate> listeners_;  // the first is the active one
+    std::vector<TouchEvent> events_;  // of the present gesture
+    bool notifying_ = false;          // a listener is being called
+    bool releasing_ = false;          // release the gesture when that listener has returned
 };
 
 }  // namespace orvane::display::events

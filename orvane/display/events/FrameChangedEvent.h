@@ -7,7 +7,7 @@ namespace orvane::display {
 
 class Display;
 
-// The display has a new size, in points.
+// Sent by a Display after its size changed; `frame` is the new size in points.
 struct FrameChangedEvent {
     using listener_type = notification::Listener<Display, FrameChangedEvent, void>;
 

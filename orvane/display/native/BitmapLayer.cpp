@@ -74,9 +74,9 @@ void BitmapLayer::validateLayer() {
 void BitmapLayer::validateRenderingTree() {
     overlappingLayers_.clear();
     if (getSublayers().empty()) {
-        return;  // nothing to stand above
+        return;  // without a sublayer no object is above one
     }
-    const Objects objects = getObjects();  // the split takes objects off the list
+    const Objects objects = getObjects();  // the split removes objects from the list
     for (const std::weak_ptr<DisplayObject>& entry : objects) {
         const std::shared_ptr<DisplayObject> object = entry.lock();
         if (!object) {
@@ -113,7 +113,7 @@ void BitmapLayer::resolveOverlapping(const std::shared_ptr<DisplayLayer>& neares
     if (object->getLayer() == as<DisplayLayer>()) {
         removeObject(object);
     } else {
-        // A guest inside a listed container.
+        // The object is inside a listed container and has no layer.
         LayerPlacement::unlink(object->getDescendingLayers(), *this);
         markDirty(object);
     }
@@ -141,7 +141,7 @@ void BitmapLayer::drawToBuffer(const Rect& rect, void*) {
     }
     const Rect screen = convertRectToScreen(rect);
     const GraphicsStateScope scope(*canvas);
-    // Objects are painted in screen coordinates; the canvas is in the view's.
+    // Objects paint in screen coordinates; the canvas is in view coordinates.
     canvas->translateCTM(rect.x - screen.x, rect.y - screen.y);
     updateRect(screen);
 }
@@ -162,8 +162,9 @@ void BitmapLayer::updateRect(const Rect& rect) {
             canvas.concatCTM(platform::CGAffineTransform(parent->getFullTransformation()));
             object->validate(clip);
         } else {
-            // The whole rectangle, unclipped and untransformed: for a top-level object the layer is
-            // its own, and what it reports outside its frame still belongs to the pass.
+            // A top-level object is validated with the whole rectangle, without a transformation:
+            // the layer is its own, and content that it paints outside its frame belongs to the
+            // pass, too.
             object->validate(rect);
         }
     }

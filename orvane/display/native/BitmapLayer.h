@@ -11,18 +11,21 @@ class ContainerObject;
 
 namespace orvane::display::native {
 
-// The layer that paints objects itself, through one view. A platform control lives in a view of its
-// own, so painted objects in front of a control cannot share a view with those behind it: this
-// layer moves each object that comes after a sublayer in drawing order to a new bitmap layer,
-// stacked directly above that sublayer. The split does not merge neighbours.
+// A layer that paints its objects through one view, a BitmapView. A platform control has a view of
+// its own, so painted objects in front of a control cannot share a view with those behind it.
+// Therefore the layer splits: before a validation it moves each object that comes after a sublayer
+// in drawing order to a new bitmap layer, directly above that sublayer. Neighbors are not merged,
+// and the removal of a control does not undo a split.
 class ORVANE_EXPORT BitmapLayer : public DrawableLayer {
 public:
     ~BitmapLayer() override;
 
+    // Makes the next validation check the split.
     Position store(Position position, const std::shared_ptr<DisplayLayer>& sublayer) override;
 
-    // Paints what lies in `rect`, in the view's coordinates, on the current canvas. `buffer` is for
-    // layers that paint into memory of their own; this one does not read it. Main thread.
+    // Paints what is in `rect`, in view coordinates, on the current canvas; see GetCurrentCanvas.
+    // `buffer` is for derived layers that paint into memory of their own; this class ignores it.
+    // Main thread.
     virtual void drawToBuffer(const Rect& rect, void* buffer);
 
 protected:

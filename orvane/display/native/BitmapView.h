@@ -6,11 +6,11 @@ namespace orvane::display::native {
 
 class BitmapLayer;
 
-// The view behind a bitmap layer: hands each rectangle that the platform wants painted to the
-// layer.
+// The view of a bitmap layer. The window calls drawRect for each damaged rectangle, and the view
+// has its layer paint it. Main thread.
 class BitmapView final : public platform::NSView {
 public:
-    // Borrowed; the layer clears it at its end.
+    // The layer is borrowed; its destructor sets null. Without a layer nothing is painted.
     void setOrvaneLayer(BitmapLayer* layer) { orvaneLayer_ = layer; }
 
     bool isFlipped() const override { return true; }

@@ -8,9 +8,11 @@ class CGContext;
 
 namespace orvane::display {
 
-// The canvas that drawing goes to on the calling thread, for the length of one paint pass; null
-// outside. Whoever runs a pass sets it and clears it; who paints asks for it afresh each time.
+// The canvas that objects paint on during a paint pass on the calling thread; null outside a pass.
+// The view that runs a pass sets it and clears it. Painting code queries it for each use and keeps
+// no copy.
 ORVANE_EXPORT platform::CGContext* GetCurrentCanvas();
+// Sets the canvas of the calling thread, borrowed until it is set to null.
 ORVANE_EXPORT void SetCurrentCanvas(platform::CGContext* canvas);
 
 }  // namespace orvane::display

@@ -4,7 +4,7 @@
 
 namespace orvane::display {
 
-// The display's root view: the origin of the whole world is its top left.
+// The root view of a display. Its top left corner is the origin of screen coordinates.
 class ORVANE_EXPORT DisplayView final : public platform::NSView {
 public:
     bool isFlipped() const override { return true; }

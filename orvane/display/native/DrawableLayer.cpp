@@ -34,7 +34,7 @@ void DrawableLayer::damage(DisplayObject& object) {
     if (const Rect& old = object.getValidFrame(); !old.isEmpty()) {
         validateFrame(old);
     }
-    // One that has left the tree only has a place where it was.
+    // An object that has left the tree only has an old area.
     if (object.getParent()) {
         if (const Rect& now = object.getFrame(); !now.isEmpty()) {
             validateFrame(now);

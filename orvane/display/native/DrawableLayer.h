@@ -8,28 +8,31 @@
 
 namespace orvane::display::native {
 
-// A native layer that paints objects. It keeps the set of those that changed since the last
-// validation and turns it into dirty rectangles.
+// The base of native layers that paint objects. It records the objects that changed since the last
+// validation, and at the next one turns their old and new frames into damage of the view.
 class ORVANE_EXPORT DrawableLayer : public NativeLayer {
 public:
+    // Records `object` for repainting and marks the layer dirty.
     void markDirty(const std::shared_ptr<DisplayObject>& object) override;
 
 protected:
     void validateContent(bool force) override;
 
-    // An area to be painted anew, in screen coordinates.
+    // Adds `rect`, in screen coordinates, to the damage of the view.
     virtual void validateFrame(const Rect& rect) = 0;
-    // What of an object's frame lies in `rect`, both in screen coordinates: zero when they do not
-    // touch.
+    // The part of the object's frame that is in `rect`, in screen coordinates: the area to paint.
+    // The zero rectangle when they do not touch.
     virtual Rect computeDirtyRect(const std::shared_ptr<DisplayObject>& object, const Rect& rect);
 
 private:
     void damage(DisplayObject& object);
 
-    // Strong until the next validation, so that an object removed meanwhile is still painted away.
+    // Held strongly until the next validation, so that the area of an object that was removed
+    // meanwhile is repainted.
     std::unordered_set<std::shared_ptr<DisplayObject>> dirtyObjects_;
-    // Those that this layer lists. One of them may own the layer: a strong hold would keep both
-    // alive for ever when no validation comes. One that is taken off the list is marked again.
+    // The changed objects that this layer lists are held weakly. One of them may own the layer, and
+    // a strong reference would keep both alive forever if no validation comes. An object that is
+    // removed from the layer is marked again.
     std::set<std::weak_ptr<DisplayObject>, std::owner_less<>> dirtyListed_;
 };
 

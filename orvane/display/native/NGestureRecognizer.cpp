@@ -77,11 +77,11 @@ void NGestureRecognizer::updateState(State state) {
             return setState(PlatformState::Changed);
         case State::Ended:
             setState(PlatformState::Ended);
-            return releaseTouch();  // no more events come
+            return releaseTouch();  // no more events follow
         case State::Failed:
             return setState(PlatformState::Failed);
     }
-    // Any other value that a listener makes up leaves the state alone.
+    // Any other value leaves the state unchanged.
 }
 
 }  // namespace orvane::display::native

@@ -7,11 +7,11 @@ namespace orvane::display::native {
 
 class NativeLayer;
 
-// Turns the pointer events of a layer's view into the touch entries of the layer, and the
-// listeners' answer into the recognizer's own state. Main thread.
+// The recognizer of a native layer's view: it calls the layer's touch functions for the pointer
+// events of the view, and takes the state that they return. Main thread.
 class NGestureRecognizer final : public platform::NSGestureRecognizer {
 public:
-    // Borrowed; the layer clears it at its end.
+    // The layer is borrowed; its destructor sets null. Without a layer every touch fails.
     void setLayer(NativeLayer* layer) { layer_ = layer; }
 
     void mouseDown(const platform::NSEvent& event) override;
@@ -20,7 +20,8 @@ public:
     void cancelled() override;
     void invokeAction() override;
 
-    // An inner view's recognizer goes before that of a view around it.
+    // The delegate of all these recognizers. It gives the recognizer of an inner view precedence
+    // over the recognizer of a view around it.
     static platform::NSGestureRecognizerDelegate& sharedDelegate();
 
 private:
@@ -28,7 +29,8 @@ private:
 
     geometry::Point<double> getContentHitLocation(const platform::NSEvent& event) const;
     void updateState(State state);
-    // Those that the gesture held may own the layer, and so would keep it for ever.
+    // Releases the objects of the gesture. One of them may own the layer, and holding it would keep
+    // both alive forever.
     void releaseTouch();
 
     NativeLayer* layer_ = nullptr;

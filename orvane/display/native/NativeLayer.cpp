@@ -17,7 +17,7 @@ NativeLayer::NativeLayer() = default;
 
 NativeLayer::~NativeLayer() {
     dispatch_ui([this] {
-        // Whoever still holds the view or the recognizer must not find the way back to this layer.
+        // Others may still hold the view or the recognizer; these must not refer to this layer.
         if (gestureRecognizer_) {
             gestureRecognizer_->setLayer(nullptr);
         }
@@ -51,7 +51,7 @@ std::shared_ptr<NSView> NativeLayer::getSuperlayerHandler() const {
     return superlayer ? superlayer->getLayerContentHandler() : nullptr;
 }
 
-// ---- the view in step with the layer ----
+// ---- the view ----
 
 void NativeLayer::validateLayer() {
     if (getLayerHandler()) {
@@ -63,7 +63,7 @@ void NativeLayer::placeHandler(NSView& view) {
     view.setHidden(isHidden());
     const std::shared_ptr<NSView> superview = getSuperlayerHandler();
     if (!superview) {
-        // A root: its view stands in the display's own.
+        // A root layer: its view is a subview of the display's view.
         view.setFrame(platform::CGRect(geometry::toInt(getLayerFrame())));
         onHandlerFrameChanged();
         return;
@@ -73,7 +73,7 @@ void NativeLayer::placeHandler(NSView& view) {
         view.setFrame(platform::CGRect(wanted));
         onHandlerFrameChanged();
     }
-    // Stacking is settled once, when the view first enters the view tree.
+    // The stacking order is set once, when the view enters the view tree.
     if (view.superview() == nullptr) {
         stackHandler(*superview);
     }
@@ -108,7 +108,7 @@ void NativeLayer::stackHandler(NSView& superview) {
 }
 
 void NativeLayer::validateContent(bool) {
-    // A control paints itself; this records the frames.
+    // A control paints itself; validating its object only records the frame.
     for (const std::weak_ptr<DisplayObject>& entry : getObjects()) {
         if (const std::shared_ptr<DisplayObject> object = entry.lock()) {
             object->validate({});
@@ -140,7 +140,7 @@ TouchEventListenerState NativeLayer::touchBegan(const Point& point) {
     if (!first) {
         return TouchEventListenerState::Failed;
     }
-    // Held, here and below: a listener may take the last object off this layer.
+    // Held here and in the functions below: a listener may remove the last object from this layer.
     const std::shared_ptr<NativeLayer> self = as<NativeLayer>();
     return eventHandler_.touchBegan(first, convertPointFromLayerHandler(point));
 }

@@ -13,44 +13,51 @@ namespace orvane::display::native {
 
 class NGestureRecognizer;
 
-// A layer backed by a platform view, its layer handler. It keeps the view's frame, hidden state and
-// stacking in step with the layer tree, and is where touches come in.
+// A layer that is shown by a platform view, its layer handler. It synchronizes the view's frame,
+// hidden flag and stacking order with the layer tree, and receives the touches of the view.
 //
-// The layer lives on the application's thread; views are touched only on the main thread, through
-// dispatch_ui. Call init() before use: createLayer<T>() does.
+// The layer is used on the application's thread; it accesses views only on the main thread, through
+// dispatch_ui. init() must be called before use; createLayer<T>() does.
 class ORVANE_EXPORT NativeLayer : public DisplayLayer {
 public:
     ~NativeLayer() override;
 
-    // Makes the view, and the recognizer that feeds the touch entries. Needs a working main queue.
+    // Creates the view, and the recognizer that calls the touch functions. Blocks until the main
+    // thread has done it.
     void init();
 
+    // The view that animations of this layer change.
     std::shared_ptr<platform::NSView> getAnimatableHandler() const override;
+    // The view of this layer; null before init().
     virtual std::shared_ptr<platform::NSView> getLayerHandler() const { return layerHandler_; }
-    // Where the sublayers' views go: the same view, unless the content sits inside a scrolling or
-    // clipping one.
+    // The superview of the sublayers' views: the same view, unless a derived layer has its content
+    // in a view inside it.
     virtual std::shared_ptr<platform::NSView> getLayerContentHandler() const {
         return getLayerHandler();
     }
     // The content view of the superlayer, or null.
     std::shared_ptr<platform::NSView> getSuperlayerHandler() const;
 
-    // Handler coordinates are layer coordinates, and objects live in screen coordinates: "to the
-    // handler" is "from the screen".
+    // Conversions between screen coordinates and the coordinates of the view, which are the layer
+    // coordinates.
     virtual Point convertPointToLayerHandler(const Point& point);
     virtual Point convertPointFromLayerHandler(const Point& point);
 
-    // The touch entries, in handler coordinates. While touch is disabled, or nothing is on the
-    // layer, they answer Failed and no listener is reached.
+    // The steps of a gesture, at a point in view coordinates; see DisplayEventHandler for the
+    // protocol and the result. While touch is disabled, or when the layer has no object, they
+    // return Failed and call no listener. Main thread.
     events::TouchEventListenerState touchBegan(const Point& point);
     events::TouchEventListenerState touchMoved(const Point& point);
     events::TouchEventListenerState touchEnded(const Point& point);
     events::TouchEventListenerState touchCancelled(const Point& point);
+    // Calls the action of the listener that claimed the gesture.
     void invokeTouchHandlerAction();
-    // The gesture is over; its objects are held no longer.
+    // Releases the objects of a gesture that is over.
     void releaseTouch();
+    // Disables or enables the steps above. Enabled at first.
     void setTouchDisabled(bool disabled) { touchDisabled_ = disabled; }
 
+    // Whether init() adds a recognizer to the content view.
     virtual bool isNeedsGestureRecognizer() const { return true; }
 
 protected:
@@ -60,9 +67,9 @@ protected:
     void validateContent(bool force) override;
     void onRemoveFromSuperlayer() override;
 
-    // Main thread.
+    // Creates the view of this layer. Called once, by init(), on the main thread.
     virtual std::shared_ptr<platform::NSView> createLayerHandler() = 0;
-    // The view's frame has been set. Main thread.
+    // Called after the frame of the view was set, on the main thread.
     virtual void onHandlerFrameChanged() {}
 
 private:

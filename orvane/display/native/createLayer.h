@@ -7,7 +7,8 @@
 
 namespace orvane::display {
 
-// Makes a native layer of kind T with its platform view.
+// Creates a native layer of type T together with its platform view. Blocks until the main thread
+// has created the view.
 template <std::derived_from<native::NativeLayer> T>
 std::shared_ptr<T> createLayer() {
     const std::shared_ptr<T> layer = std::make_shared<T>();

@@ -5,10 +5,11 @@
 
 namespace orvane::display {
 
-// What assistive technology is told about a display object. Made on demand by
-// DisplayObject::getOrCreateAccessibilityElement.
+// What assistive technology learns about a display object. DisplayObject creates and owns it; see
+// DisplayObject::getOrCreateAccessibilityElement. Application's thread.
 class AccessibilityElement {
 public:
+    // The name that a screen reader speaks; empty for none.
     void setLabel(std::string label) { label_ = std::move(label); }
     const std::string& getLabel() const { return label_; }
 

@@ -14,7 +14,7 @@ constexpr double kChildrenPerCell = 2;
 constexpr int kMaxCellsOfOneChild = 32;
 constexpr int kMaxSide = 1024;
 
-// The cell of a coordinate; those beyond the grid's edge belong to the outermost cells.
+// The cell of a coordinate. Coordinates beyond the edge of the grid belong to the outermost cells.
 int cellAt(double offset, double cellSize, int count) {
     return static_cast<int>(std::clamp(std::floor(offset / cellSize), 0.0, count - 1.0));
 }
@@ -37,7 +37,7 @@ void ChildFrames::add(DisplayObject& child) {
         slot = freeSlots_.back();
         freeSlots_.pop_back();
     }
-    // A slot freed while it waited in pending_ is still listed there.
+    // If the slot was freed while it was pending, it is still listed in pending_.
     entries_[slot].object = &child;
     child.frameSlot_ = slot;
     ++live_;
@@ -47,7 +47,7 @@ void ChildFrames::add(DisplayObject& child) {
 void ChildFrames::remove(DisplayObject& child) {
     std::uint32_t slot = child.frameSlot_;
     if (slot >= entries_.size() || entries_[slot].object != &child) {
-        // A child stored in two places at once carries the slot of the last one.
+        // A child that is stored twice has the slot of its last entry.
         const auto found = std::find_if(entries_.begin(), entries_.end(),
                                         [&](const Entry& each) { return each.object == &child; });
         if (found == entries_.end()) {
@@ -93,7 +93,8 @@ void ChildFrames::refreshEntry(std::uint32_t slot, bool parentVisible) {
     if (entry.object == nullptr) {
         return;
     }
-    // Also of a hidden child: its frame must be known, or forgetting it would not reach the parent.
+    // The frame of a hidden child is computed, too: resetting a frame that is not known would not
+    // reach the parent.
     const Rect frame = entry.object->getFrame();
     const Rect reached = frame.cutToReach();
     const bool counts = parentVisible && entry.object->isVisible() && !reached.isEmpty();

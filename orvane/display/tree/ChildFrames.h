@@ -11,37 +11,42 @@ namespace orvane::display {
 class ContainerObject;
 class DisplayObject;
 
-// What a container with many children keeps of their frames, so that one child's change costs one
-// child: the union of the visible ones, and a grid that finds those that touch a rectangle.
+// The frames of the children of one container with many children, kept so that a change of one
+// child costs the work for one child: the union of the frames of the visible children, and a grid
+// that finds the children that touch a rectangle.
 //
-// The container tells it of every child stored and erased, DisplayObject::resetFrame of every frame
-// forgotten; the work is done when the union or the children are asked for. A child whose frame is
-// known to its parent and unchanged is never looked at.
+// The container owns it and reports every child that it stores or erases; DisplayObject::resetFrame
+// reports every frame that is reset. The work is deferred until the union or the children are
+// queried. Children whose frames did not change are not visited.
 class ChildFrames {
 public:
     using Rect = geometry::Rect<double>;
 
-    // Containers with fewer children are walked: for them a loop is cheaper than a grid.
+    // Containers with fewer children have no ChildFrames: for them a loop is cheaper than a grid.
     static constexpr std::size_t kWorthwhile = 48;
 
     explicit ChildFrames(const ContainerObject& container);
 
+    // The container has stored `child`, which is borrowed until it is removed.
     void add(DisplayObject& child);
+    // The container is about to erase `child`.
     void remove(DisplayObject& child);
+    // The frame of `child` was reset.
     void reset(DisplayObject& child);
 
-    // The union of the visible children's frames.
+    // The union of the frames of the visible children, in screen coordinates.
     Rect unionOfFrames();
 
-    // The children that a paint of `rect` can concern, in drawing order. Null when that is most of
-    // them, and walking them all costs less. The answer is good until the next call.
+    // The children that painting `rect` (screen coordinates) can concern, in drawing order. Null
+    // when `rect` covers most of the container, where walking all children costs less. The result
+    // is valid until the next call.
     const std::vector<DisplayObject*>* touching(const Rect& rect);
 
 private:
     struct Entry {
         Rect frame;
         DisplayObject* object = nullptr;
-        std::uint64_t query = 0;  // the last query that met it
+        std::uint64_t query = 0;  // the last query that found it
         bool pending = false;
         bool counted = false;  // in the union
         enum class Place : std::uint8_t { Nowhere, Cells, Everywhere } place = Place::Nowhere;
@@ -67,7 +72,8 @@ private:
     std::vector<std::uint32_t> pending_;
     std::size_t live_ = 0;
 
-    // Edges of the union; kept as edges, so that an unchanged edge stays the same number.
+    // The edges of the union. They are kept as edges, not as a rectangle, so that an edge that did
+    // not change keeps its exact value.
     double left_ = 0, top_ = 0, right_ = 0, bottom_ = 0;
     std::size_t counted_ = 0;
     bool unionStale_ = false;
@@ -78,8 +84,8 @@ private:
     std::size_t gridBuiltFor_ = 0;
     bool gridStale_ = true;
     std::vector<std::vector<std::uint32_t>> cells_;
-    // Children that every query meets: too large for the grid, not finite, or of a kind that is to
-    // be validated wherever it is.
+    // Children that every query visits: those that are too large for the grid, that are not finite,
+    // or of a kind whose validate must run wherever the object is.
     std::vector<std::uint32_t> everywhere_;
 
     std::uint64_t query_ = 0;

@@ -35,11 +35,10 @@ void ContainerObject::validate(const Rect& rect) {
     const ParentVisibilityScope scope(*this, isVisible());
     const auto* const touched = childFrames_ ? childFrames_->touching(rect) : nullptr;
     const std::size_t count = touched != nullptr ? touched->size() : children().size();
-    // By position: this calls itself for every level of the tree, and takes as little stack as it
-    // can.
+    // By position: this function recurses for every level of the tree and must use little stack.
     for (std::size_t i = 0; i < count; ++i) {
         DisplayObject* const child = touched != nullptr ? (*touched)[i] : children()[i].get();
-        if (child->layer_.expired()) {  // one with a layer is validated by the layer
+        if (child->layer_.expired()) {  // a layer validates the objects that it lists
             child->validate(rect);
         }
     }
@@ -49,7 +48,7 @@ void ContainerObject::validate(const Rect& rect) {
 void ContainerObject::invalidate(bool mark) {
     resetFrame();
     const LayerPointer layer = getAscendingLayer();
-    const ValidationLock lock(layer);  // one whole subtree costs one update of the layer
+    const ValidationLock lock(layer);  // a whole subtree costs one layer update
     if (layer) {
         if (mark) {
             layer->markDirty(shared_from_this());
@@ -75,8 +74,8 @@ auto ContainerObject::computeFrame() -> Rect {
     const bool visible = isVisible();
     const ParentVisibilityScope scope(*this, visible);
     for (const std::shared_ptr<DisplayObject>& child : children()) {
-        // A hidden child does not count, but its frame must be known: only a known frame, when it
-        // is forgotten, resets this one, and showing the child has to.
+        // A hidden child does not count, but its frame is computed, too: resetting a frame that is
+        // not known would not reach this container, and showing the child must reset its frame.
         const Rect& frame = child->getFrame();
         if (visible && child->isVisible()) {
             result.unite(frame);
@@ -90,7 +89,7 @@ bool ContainerObject::canStore(const std::shared_ptr<DisplayObject>& element) co
     if (!element) {
         fault = "nothing is stored, there is no object";
     } else if (const ContainerObject* const container = element->asContainer()) {
-        // Only what has children, or is this container, can be an ancestor.
+        // Only this container, or a container with children, can be an ancestor.
         if (container == this || !container->children().empty()) {
             for (const ContainerObject* node = this; node != nullptr; node = node->parentOrNull()) {
                 if (node == container) {
@@ -126,8 +125,8 @@ auto ContainerObject::store(Position position, const std::shared_ptr<DisplayObje
     if (elementLayer) {
         element->invalidate(true);
     }
-    // Also for one with a layer: its own frame may not be known yet, and then forgetting it does
-    // not reach this container.
+    // Also for an element with a layer: its own frame may not be known yet, and then the reset that
+    // invalidate does would not reach this container.
     resetFrame();
     return stored;
 }

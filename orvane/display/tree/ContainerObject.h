@@ -10,9 +10,11 @@ namespace orvane::display {
 
 class ChildFrames;
 
-// A display object with children, drawn in their order. It is the seam between the two trees: every
-// insertion and removal works out where the layers of the child's subtree belong, so that the
-// layers stay in the drawing order of the objects.
+// A display object with children, which are drawn in their order, the last one on top. Every
+// insertion and removal also places the layers of the child's subtree in the layer tree, so that
+// the layers stay in the drawing order of the objects; LayerPlacement has the rules.
+//
+// Application's thread. The container owns its children.
 class ORVANE_EXPORT ContainerObject
     : public virtual DisplayObject,
       public virtual DisplayContainer<DisplayObject, ContainerObject> {
@@ -22,34 +24,43 @@ public:
     ContainerObject();
     ~ContainerObject() override;
 
+    // In drawing order. The reference is valid while the container lives.
     const Children& getChildren() const { return children(); }
 
+    // The own layer when there is one, otherwise the layers from the subtree.
     LayerList getDescendingLayers() const override;
-    // The layers that the children bring: those that hang under this container's layer, or nowhere.
+    // The layers that show the children, in drawing order: those that are sublayers of the layer
+    // that this container draws on, and those without a superlayer.
     LayerList getLayersFromSubtree() const;
 
     // Validates the children that have no layer of their own, then this object.
     void validate(const Rect& rect) override;
+    // Invalidates this container, then every descendant; together they cost one layer update.
     void invalidate(bool mark) override;
 
+    // Erases all children; costs one layer update.
     void clear() override;
-    // Inserts `element` before `position`. Erase it from its former parent first. An element that
-    // cannot go here (null, this container, one of its ancestors) is refused with a line in the
-    // log, and the position comes back.
+    // Inserts `element` before `position` and returns its position. Erase the element from its
+    // former parent first. An element that cannot be stored here (null, this container, one of its
+    // ancestors) is refused: one line is logged and `position` is returned.
     Position store(Position position, const std::shared_ptr<DisplayObject>& element) override;
+    // Removes the child at `position` and returns the position after it. A child that owns its
+    // layer keeps it, ready to be stored again; any other child is taken off its layer. The end
+    // position erases nothing.
     Position erase(Position position) override;
 
-    // The everyday forms of store and erase: on top of the other children, and out.
+    // Stores `child` on top of the other children.
     void add(const std::shared_ptr<DisplayObject>& child) { store(children().end(), child); }
+    // Erases `child`; does nothing when it is null or not a child of this container.
     void remove(const std::shared_ptr<DisplayObject>& child) { erase(find(child)); }
 
-    // Calls `visit` on this container, then on every descendant in pre-order, until one answers
-    // true; true when one did. An empty function raises std::bad_function_call.
+    // Calls `visit` on this container, then on every descendant in pre-order, until a call returns
+    // true. Returns whether one did. An empty function raises std::bad_function_call.
     bool traverse(const std::function<bool(const std::shared_ptr<DisplayObject>&)>& visit);
 
 protected:
-    // The union of the visible children's frames; the container's own transformation is in them
-    // already, since frames are in screen coordinates.
+    // The union of the frames of the visible children. Frames are in screen coordinates, so they
+    // include the container's own transformation already.
     Rect computeFrame() override;
 
 private:
@@ -57,7 +68,7 @@ private:
 
     bool canStore(const std::shared_ptr<DisplayObject>& element) const;
 
-    // Null for a container with few children.
+    // Null while the container has always had few children.
     std::unique_ptr<ChildFrames> childFrames_;
 };
 

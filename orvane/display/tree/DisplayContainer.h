@@ -8,8 +8,8 @@
 
 namespace orvane::display {
 
-// A node that owns an ordered vector of children. Parent to child is the only owning direction of a
-// tree. Nothing here locks.
+// A node that owns an ordered vector of children. A tree owns in one direction only, from parent to
+// child. Not thread-safe: a tree belongs to the application's thread.
 template <typename T, typename P>
 class DisplayContainer : public virtual DisplayNode<T, P, DisplayTraits> {
 public:
@@ -19,19 +19,20 @@ public:
 
     ~DisplayContainer() override;
 
-    // Erases the first child until none is left, through the virtual erase, so that a subclass's
-    // bookkeeping runs for each.
+    // Erases all children, the first one first, through the virtual erase, so that the bookkeeping
+    // of a subclass runs for each.
     virtual void clear();
 
-    // Inserts before `position` and links. The element's previous parent is not looked at: erase it
-    // there first. Gives the position of the element.
+    // Inserts `element`, which must not be null, before `position` and returns its position. The
+    // former parent of the element is not notified: erase the element there first.
     virtual Position store(Position position, const std::shared_ptr<T>& element);
 
-    // Unlinks and removes; gives the position after the erased element. The end position, which
-    // find answers for an element that is not here, erases nothing.
+    // Removes the child at `position` and returns the position after it. The end position, which
+    // find returns for an element that is not a child, erases nothing.
     virtual Position erase(Position position);
 
-    // Constant time; end for null and for an element that is not a child.
+    // The position of `element`; the end position for null and for an element that is not a child.
+    // Constant time.
     Position find(const std::shared_ptr<T>& element) const;
 
 protected:
@@ -125,8 +126,8 @@ void DisplayNode<T, P, Traits>::removeFromParent() {
 
 template <typename T, typename P>
 DisplayContainer<T, P>::~DisplayContainer() {
-    // A subtree that dies with this node is taken apart level by level: left to the vectors, a tree
-    // thousands of levels deep would be destroyed by as many nested calls.
+    // A subtree that dies with this node is dismantled level by level. If each vector destroyed its
+    // own elements, a tree of thousands of levels would need as many nested calls.
     Children dying = std::move(children_);
     while (!dying.empty()) {
         const std::shared_ptr<T> last = std::move(dying.back());
@@ -165,7 +166,7 @@ auto DisplayContainer<T, P>::erase(Position position) -> Position {
     if (position == children_.end()) {
         return position;
     }
-    const std::shared_ptr<T> element = *position;  // must not die inside the operation
+    const std::shared_ptr<T> element = *position;  // keeps it alive inside the operation
     const auto next = children_.erase(position);
     Node& node = *element;
     node.index_ = 0;

@@ -9,9 +9,9 @@ namespace orvane::display {
 
 namespace {
 
-// Drawing order of the objects on one layer: by index among their siblings, whatever their depth;
-// the dead last. Objects of different parents compare by their places in their own parents: that is
-// the whole rule, and the painting order of split layers rests on it.
+// The drawing order of the objects on one layer: by index among their siblings, expired entries
+// last. The rule ignores depth: objects of different parents compare by their positions in their
+// own parents. The painting order of split layers depends on it.
 bool sort_objects(const std::weak_ptr<DisplayObject>& a, const std::weak_ptr<DisplayObject>& b) {
     const std::shared_ptr<DisplayObject> first = a.lock();
     if (!first) {
@@ -83,10 +83,10 @@ void DisplayLayer::validate(bool force) {
     }
     const bool sizeChanged = frame.sizeDiffers(validFrame_);
     validateContent(frame.differs(validFrame_));
-    // By position: validating may split layers off, which become sublayers at the end of this walk.
+    // By position: validation may split off layers, which become sublayers during this loop.
     for (std::size_t i = 0; i < children().size(); ++i) {
         const std::shared_ptr<DisplayLayer> sublayer = children()[i];
-        sublayer->validate(sizeChanged);  // one that merely moved is not forced
+        sublayer->validate(sizeChanged);  // a mere move does not force sublayers
     }
     dirty_ = false;
     validFrame_ = frame;
@@ -239,7 +239,7 @@ auto DisplayLayer::erase(Position position) -> Position {
     sublayer->onRemoveFromSuperlayer();
     sublayer->setDisplay(nullptr);
     if (objects_.empty() && children().empty()) {
-        removeFromParent();  // an emptied layer leaves, and the collapse may travel upward
+        removeFromParent();  // may empty the superlayer, which then leaves, too
     } else {
         raiseDirty();
     }

@@ -16,14 +16,18 @@ class ContainerObject;
 class Display;
 class DisplayObject;
 
-// A node of the layer tree: one surface of the platform. It lists the objects it shows, has
-// sublayers in drawing order, a cached frame (the union of both, in screen coordinates), a dirty
-// state, and a count of locks that hold validation back. NativeLayer gives it a platform view.
+// A node of the layer tree: one surface of the platform. A layer lists the objects that it shows
+// and has sublayers in drawing order, a cached frame (the union of the frames of both, in screen
+// coordinates), a dirty flag, and a lock count that defers validation. NativeLayer binds it to a
+// platform view.
 //
-// An object is on a layer as a guest, held weakly here, or as its owner, which holds the layer. A
-// layer with neither objects nor sublayers leaves its superlayer by itself.
+// An object is on a layer either as a guest, which the layer holds weakly, or as its owner, which
+// holds the layer. A layer that loses its last object and sublayer removes itself from its
+// superlayer.
 //
-// All operations run on the application's thread; the lock is a deferral count and excludes nobody.
+// A change marks the layer dirty and, unless the layer is locked, its superlayers up to the root. A
+// root layer that is shown by a display then validates: it synchronizes the platform with the dirty
+// layers. All operations run on the application's thread. The lock count excludes no other thread.
 class ORVANE_EXPORT DisplayLayer : public animation::Animatable,
                                    public virtual DisplayContainer<DisplayLayer, DisplayLayer> {
 public:
@@ -37,60 +41,82 @@ public:
     DisplayLayer(const DisplayLayer&) = delete;
     DisplayLayer& operator=(const DisplayLayer&) = delete;
 
-    // An object of this layer has changed.
+    // `object`, which draws on this layer, has changed: marks the layer dirty. Drawing layers also
+    // record the object for repainting.
     virtual void markDirty(const std::shared_ptr<DisplayObject>& object);
+    // Inserts `sublayer` before `position`, passes this layer's display on to it, and marks this
+    // layer dirty. Returns the position of the sublayer.
     Position store(Position position, const std::shared_ptr<DisplayLayer>& sublayer) override;
+    // Removes the sublayer at `position` and returns the position after it. A layer that this
+    // leaves without objects and sublayers removes itself from its superlayer.
     Position erase(Position position) override;
 
+    // In drawing order, the last one on top.
     const Children& getSublayers() const { return children(); }
+    // Null for a root layer.
     std::shared_ptr<DisplayLayer> getSuperlayer() const { return getParent(); }
-    // In painting order. Expired entries stay until they are taken out; skip them.
+    // The objects listed on this layer, in painting order. Entries of destroyed objects stay in the
+    // list for a while: skip them.
     const Objects& getObjects() const { return objects_; }
 
-    // The display this layer is shown by; null while it is not in the rendering tree.
+    // The display that shows this layer; null while no display does. Display::attachLayer sets it
+    // on a root layer, store and erase on a sublayer.
     const std::shared_ptr<Display>& getDisplay() const { return display_; }
     void setDisplay(const std::shared_ptr<Display>& display) { display_ = display; }
 
-    // True when the flag is set or nothing on the layer can be seen.
+    // True when the layer's own flag is set, or when none of its objects and sublayers is visible.
     bool isHidden() const;
+    // Sets the layer's own flag.
     void setHidden(bool hidden);
 
-    // A wrapper around an object's layer that keeps a clip in force while the layer animates.
+    // Whether this layer is a wrapper around the layer of a clip container, which keeps the clip in
+    // force while the wrapped layer is animated. ClipContainer::extractAnimationLayer creates it.
     void setFake(bool fake) { fake_ = fake; }
     bool isFake() const { return fake_; }
-    // Whether this layer's frame takes part in the superlayer's.
+    // Whether this layer's frame is part of the superlayer's frame. True unless set otherwise.
     void setAffectsParentFrame(bool affects) { affectsParentFrame_ = affects; }
     bool affectsParentFrame() const { return affectsParentFrame_; }
 
+    // Lists `object` on this layer and makes the layers of its subtree sublayers of this layer.
     void addObject(const std::shared_ptr<DisplayObject>& object);
-    // The object must be listed here.
+    // Takes `object`, which must be listed here, off this layer, together with the layers of its
+    // subtree. A layer that this leaves empty removes itself from its superlayer.
     void removeObject(const std::shared_ptr<DisplayObject>& object);
+    // Removes all objects; costs one layer update.
     void clearObjects();
 
+    // Defers the updates of this layer until every lockValidation has been paired with an
+    // unlockValidation; ValidationLock pairs them. Unlocking an unlocked layer does nothing.
     void lockValidation() { ++validationLock_; }
     void unlockValidation();
     bool isValidationLocked() const { return validationLock_ != 0; }
 
+    // Marks the layer dirty without recording an object.
     void setDirty();
+    // True when the layer needs validation.
     bool isDirty() const { return dirty_; }
-    // Carries dirtiness up to the root; a root that is on a display validates.
+    // Marks the superlayers of a dirty, unlocked layer dirty, up to the root, and validates a root
+    // that is shown by a display.
     void updateState();
-    // Brings the platform in step: this layer, its content, its sublayers. Nothing for a clean
-    // layer unless forced.
+    // Synchronizes the platform with this layer, its content and its sublayers. Does nothing for a
+    // clean layer unless `force` is set.
     void validate(bool force);
 
+    // The union of the frames of the objects and of those sublayers that affect it, in screen
+    // coordinates, in points. Computed on demand.
     const Rect& getLayerFrame();
-    // Forgets the cached frame, and those of the superlayers.
+    // Resets the cached frames of this layer and its superlayers.
     void resetLayerFrame();
+    // The layer frame at the last validation.
     const Rect& getValidFrame() const { return validFrame_; }
 
-    // The object that owns this layer, when it is the only one on it.
+    // The object that owns this layer, if it is the only one listed; otherwise null.
     std::shared_ptr<DisplayObject> getOwner() const;
-    // The parent of the first live object.
+    // The parent of the first live object listed, or null.
     std::shared_ptr<ContainerObject> getObjectsParent() const;
 
-    // Layer coordinates have their origin at the layer frame's. Rectangles come back with
-    // non-negative extents.
+    // Conversions between screen coordinates and layer coordinates, whose origin is the origin of
+    // the layer frame. A resulting rectangle has a non-negative width and height.
     Point convertPointToScreen(const Point& point);
     Point convertPointFromScreen(const Point& point);
     Rect convertRectToScreen(const Rect& rect);
@@ -99,13 +125,18 @@ public:
 protected:
     friend class LayerPlacement;
 
+    // Computes the frame that getLayerFrame caches.
     virtual Rect computeLayerFrame();
+    // Synchronizes the platform's side of this layer itself: its place, stacking order, visibility.
     virtual void validateLayer() = 0;
-    // `force`: the frame has changed and everything on the layer is to be painted anew.
+    // Synchronizes what the layer shows. With `force` the layer frame has changed and everything on
+    // the layer must be repainted.
     virtual void validateContent(bool force) = 0;
+    // Called when this layer has entered or left the sublayers of another layer.
     virtual void onAddToSuperlayer() {}
     virtual void onRemoveFromSuperlayer() {}
-    // An object has come under this layer, or left it: listed, or inside a listed container.
+    // Called when an object has started or stopped drawing on this layer, either listed or inside a
+    // listed container.
     virtual void onAddObjectIntoRenderingTree(const std::shared_ptr<DisplayObject>& object);
     virtual void onRemoveObjectFromRenderingTree(const std::shared_ptr<DisplayObject>& object);
 
@@ -124,7 +155,7 @@ private:
     Rect validFrame_;
 };
 
-// Holds a layer's validation back for a scope. A null layer is fine.
+// Defers the updates of a layer for a scope. It holds the layer; the layer may be null.
 class ValidationLock {
 public:
     explicit ValidationLock(std::shared_ptr<DisplayLayer> layer) : layer_(std::move(layer)) {

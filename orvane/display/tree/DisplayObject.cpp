@@ -83,7 +83,7 @@ auto DisplayObject::getFrame() -> const Rect& {
 }
 
 void DisplayObject::resetFrame() {
-    // Upward until a frame that is forgotten already: what is above it has been told then.
+    // The walk ends at a frame that is reset already: the frames above it were reset with it.
     for (DisplayObject* object = this; object != nullptr && !object->frameDirty_;) {
         object->frameDirty_ = true;
         if (const std::shared_ptr<DisplayLayer> layer = object->getLayer()) {
@@ -135,8 +135,8 @@ bool DisplayObject::isVisible() const {
     if (parent == nullptr) {
         return true;
     }
-    return ParentVisibilityScope::standsFor(parent) ? ParentVisibilityScope::isParentVisible()
-                                                    : parent->isVisible();
+    return ParentVisibilityScope::caches(parent) ? ParentVisibilityScope::isParentVisible()
+                                                 : parent->isVisible();
 }
 
 void DisplayObject::lockUpdate() {
@@ -183,7 +183,8 @@ LayerList DisplayObject::getDescendingLayers() const {
 }
 
 void DisplayObject::setLayer(const std::shared_ptr<DisplayLayer>& layer) {
-    // The owned layer must not die before layer_ has moved on: its end may look at this object.
+    // The owned layer must not be destroyed before layer_ has its new value: its destructor may
+    // read this object.
     const std::shared_ptr<DisplayLayer> left = ownsLayer() ? std::move(ownedLayer_) : nullptr;
     layer_ = layer;
 }
@@ -220,8 +221,8 @@ std::shared_ptr<DisplayLayer> DisplayObject::extractIntoLayer(
         ownLayer();
         return result;
     }
-    // Out and in again: the parent's store then sees an object with a layer and links that layer
-    // into the layer tree at the place that the siblings dictate.
+    // The object is erased and stored again: the parent's store then handles an object with a layer
+    // and links that layer into the layer tree at the place that the siblings dictate.
     const auto index = static_cast<std::ptrdiff_t>(getIndex());
     parent->erase(parent->find(self));
     result->addObject(self);
@@ -230,7 +231,7 @@ std::shared_ptr<DisplayLayer> DisplayObject::extractIntoLayer(
     return result;
 }
 
-// ---- neighbours ----
+// ---- neighbors ----
 
 std::shared_ptr<DisplayObject> DisplayObject::getSibling(SearchDirection direction) const {
     return direction == SearchDirection::Backward ? prev() : next();

@@ -17,18 +17,20 @@ class AccessibilityElement;
 class ContainerObject;
 class DisplayLayer;
 
+// Layers in drawing order.
 using LayerList = std::vector<std::shared_ptr<DisplayLayer>>;
 
-// Where a search among siblings goes. Any value but Backward counts as forward.
+// The direction of a search among siblings. Any value but Backward counts as forward.
 enum class SearchDirection { Backward = 0, Forward = 1 };
 
 // A node of the object tree: anything on screen. It holds a transformation relative to its parent,
-// a cached frame, a visibility flag and its attachment to a layer. It paints nothing itself: it
-// finds the layer that it lives on and tells that layer when it has changed.
+// a cached frame, a visibility flag and its attachment to a layer. It paints nothing: it finds the
+// layer that it draws on and notifies that layer of its changes. Applications create the concrete
+// kinds through DisplayFactory and show them by adding them to a container or to the display.
 //
-// Frames are in root (screen) coordinates, in points. Objects are made, changed and destroyed on
-// one thread, the application's; nothing here locks. No operation throws or reports: a missing
-// layer or parent is answered with null, an empty list or silence.
+// Frames are in screen coordinates, in points. Objects are created, changed and destroyed on one
+// thread, the application's; nothing here is synchronized. No operation throws or reports a
+// failure: without a layer or a parent it returns null or an empty list, or does nothing.
 class ORVANE_EXPORT DisplayObject : public virtual DisplayNode<DisplayObject, ContainerObject>,
                                     public virtual notification::Notifier<DisplayObject> {
 public:
@@ -39,101 +41,122 @@ public:
     DisplayObject(const DisplayObject&) = delete;
     DisplayObject& operator=(const DisplayObject&) = delete;
 
+    // The name of the object's kind, for logs.
     virtual std::string getDescription() const { return "DisplayObject"; }
 
-    // The layer this object draws on: its own, or the nearest ancestor's.
+    // The layer that this object draws on: its own, or that of the nearest ancestor that has one;
+    // null when neither exists.
     virtual std::shared_ptr<DisplayLayer> getAscendingLayer() const;
 
-    // The layers that stand for this object's subtree under the layer it draws on, in drawing
-    // order.
+    // The layers that show this object's subtree, as far as they are direct sublayers of the layer
+    // that the object draws on or have no superlayer: the own layer alone when there is one.
     virtual LayerList getDescendingLayers() const;
 
-    // Moves the object to a layer of its own and gives the layer to animate.
+    // Moves the object to a layer of its own, if it does not own one yet, and returns the layer to
+    // animate. Null when there is none to animate.
     virtual std::shared_ptr<DisplayLayer> extractAnimationLayer();
 
-    // Own flag and all ancestors'.
+    // True when this object and all its ancestors have their visibility flag set.
     virtual bool isVisible() const;
 
-    // Called on the paint path with the dirty rectangle in screen coordinates. Here it only
-    // refreshes the frame and remembers it as the valid one.
+    // Paints the part of the object that is in `rect`, in screen coordinates, on the current
+    // canvas. Called by the layer or the container in a paint pass, on the main thread. This base
+    // only records the frame as the valid frame.
     virtual void validate(const Rect& rect);
 
-    // The object has changed: resets the cached frames upward and tells the layer. With `mark`, a
-    // drawing layer records this object for repainting; without, the layer is only flagged.
+    // Must be called after every change of what the object shows: resets the frames of the object
+    // and its ancestors, and marks the layer that it draws on dirty. With `mark`, a drawing layer
+    // also records this object for repainting.
     virtual void invalidate(bool mark);
 
-    // From coordinates relative to the frame's origin to screen coordinates; the result has
-    // non-negative extents.
+    // Converts `rect` from coordinates relative to the frame's origin to screen coordinates. The
+    // result has a non-negative width and height.
     virtual Rect convertRectToFrame(const Rect& rect);
 
+    // Called after every change of the transformation.
     virtual void onTransformChanged();
 
+    // Unique within the process.
     std::uint64_t getId() const { return id_; }
 
-    // The transformation, by composition (scale, translate, applyMatrix) or replaced whole
-    // (setScale, setTranslate, setMatrix). The six numbers are in the order of Matrix's fields.
+    // Change the transformation: scale, translate and applyMatrix compose with the present one (the
+    // argument is applied first), setMatrix replaces it, and setScale and setTranslate call the
+    // functions of Matrix with these names. The six numbers are in the order of Matrix's fields.
     void scale(float sx, float sy);
     void translate(float tx, float ty);
     void setScale(float sx, float sy);
     void setTranslate(float tx, float ty);
     void setMatrix(float a, float b, float c, float d, float e, float f);
     void applyMatrix(float a, float b, float c, float d, float e, float f);
+    // From this object's coordinates to its parent's.
     const geometry::Matrix& getTransformation() const { return transformation_; }
-    // From this object's coordinates to the screen's.
+    // From this object's coordinates to screen coordinates.
     geometry::Matrix getFullTransformation() const;
+    // The bounding box, in screen coordinates, of a rectangle in this object's coordinates.
     Rect applyTransformToRect(const Rect& rect) const;
 
-    // The area on screen, computed when it is asked for after a change.
+    // The area on screen, in screen coordinates. Computed on demand after a change.
     const Rect& getFrame();
-    // The frame at the last validate: what must be repainted to erase the object.
+    // The frame at the last validate: the area to repaint to erase the object.
     const Rect& getValidFrame() const { return validFrame_; }
-    // Forgets the frame, and those of the ancestors. Stops at the first that is forgotten already.
+    // Resets the cached frames of this object and its ancestors, up to the first that is reset
+    // already.
     void resetFrame();
 
+    // The layer that lists this object, or null: most objects draw on an ancestor's.
     std::shared_ptr<DisplayLayer> getLayer() const { return layer_.lock(); }
-    // Moving off an owned layer drops the ownership, which may destroy the layer.
+    // Called by DisplayLayer::addObject and removeObject. Leaving an owned layer ends the
+    // ownership, which may destroy the layer.
     void setLayer(const std::shared_ptr<DisplayLayer>& layer);
+    // Whether this object keeps the layer that lists it alive.
     bool ownsLayer() const;
+    // Makes this object the owner of the layer that lists it.
     void ownLayer();
+    // Takes this object off the layer that lists it, if there is one.
     void removeFromLayer();
 
-    // Gives this object a layer of its own, `layer` or a fresh bitmap layer, keeping its place
-    // among its siblings. Gives the layer it has when it owns one already.
+    // Moves this object to a layer of its own, `layer` or, for null, a new bitmap layer; it keeps
+    // its place among its siblings. Returns the layer. An object that owns its layer keeps it, and
+    // that layer is returned.
     std::shared_ptr<DisplayLayer> extractIntoLayer(const std::shared_ptr<DisplayLayer>& layer);
 
+    // The next or the previous sibling, or null.
     std::shared_ptr<DisplayObject> getSibling(SearchDirection direction) const;
 
-    // Among the sublayers of the layer this object draws on, the nearest to this object in drawing
-    // order. With `ascend` the search goes on among the ancestors' siblings; it never leaves the
-    // layer.
+    // The sublayer of the layer that this object draws on that is nearest to this object in drawing
+    // order, searched among the siblings in `direction`, and, with `ascend`, also among those of
+    // the ancestors that draw on the same layer. Null when there is none.
     std::shared_ptr<DisplayLayer> findNearestSublayer(SearchDirection direction, bool ascend) const;
 
-    // The next sibling, else the next sibling of the nearest ancestor that has one. Never descends.
+    // The next sibling, or the next sibling of the nearest ancestor that has one, or null. It does
+    // not descend into children.
     std::shared_ptr<DisplayObject> findNextInPreOrderTraversal() const;
 
+    // Sets the visibility flag. A hidden container hides everything in it.
     void setVisible(bool visible);
 
-    // Holds back and lets go the layer's updates, so that many changes cost one. Pair them while
-    // the object stays attached; UpdateLock does.
+    // Defer the updates of the layer that this object draws on, so that many changes cost one.
+    // Every lockUpdate must be paired with an unlockUpdate while the object draws on the same
+    // layer; UpdateLock is the safe form.
     void lockUpdate();
     void unlockUpdate();
 
     // This object as a container, borrowed, or null when it is none. Constant time, unlike a cast.
     ContainerObject* asContainer() const { return container_; }
 
+    // What assistive technology learns about this object: null until it was created here.
     std::shared_ptr<AccessibilityElement> getAccessibilityElement() const;
     std::shared_ptr<AccessibilityElement> getOrCreateAccessibilityElement();
 
 protected:
-    // The area on screen, from the object's present state.
+    // Computes the frame that getFrame caches.
     virtual Rect computeFrame() = 0;
 
-    // Set by kinds whose validate does nothing for a rectangle that does not touch their frame: a
-    // container then need not call it.
+    // Called in the constructors of kinds whose validate does nothing for a rectangle that does not
+    // touch their frame. Containers then omit the call.
     void setCulledByFrame() { culledByFrame_ = true; }
 
-    // While it lives, the children of one container need not ask all their ancestors whether they
-    // can be seen. For loops over children, in which no visibility changes.
+    // Caches the visibility of one container while its children are visited.
     class ParentVisibilityScope;
 
 private:
@@ -156,10 +179,12 @@ private:
     std::shared_ptr<AccessibilityElement> accessibilityElement_;
 };
 
-// Holds back the updates of an object's layer for a scope: the changes made in it cost one update.
-// It holds on to the layer, so the count stays balanced when the object moves meanwhile.
+// Defers the updates of the layer that an object draws on for a scope: the changes in the scope
+// cost one update. It holds the layer, so the lock stays balanced when the object moves to another
+// layer meanwhile.
 class ORVANE_EXPORT UpdateLock {
 public:
+    // `object` may be null.
     explicit UpdateLock(const std::shared_ptr<DisplayObject>& object);
     ~UpdateLock();
     UpdateLock(const UpdateLock&) = delete;

@@ -7,7 +7,7 @@ namespace orvane::display {
 
 class DisplayObject;
 
-// Keeps objects alive, and nothing else: for those that are off the tree for a while.
+// Owns objects that are in no tree at the moment. It does nothing else.
 class DisplayObjectStore {
 public:
     virtual ~DisplayObjectStore() = default;

@@ -1,8 +1,8 @@
 #pragma once
 
-namespace orvane::platform {
+namespace orvane::commons {
 
-// True for a scope, however that is left.
+// Sets a flag for a scope and clears it at the end, also when an exception leaves the scope.
 class ScopedFlag {
 public:
     explicit ScopedFlag(bool& flag) : flag_(flag) { flag_ = true; }
@@ -14,4 +14,4 @@ private:
     bool& flag_;
 };
 
-}  // namespace orvane::platform
+}  // namespace orvane::commons
