@@ -20,15 +20,6 @@ std::int64_t floorDivide(std::int64_t value, std::int64_t by) {
     return value / by - (value % by < 0 ? 1 : 0);
 }
 
-NSBackingRect tilesOf(const NSBackingRect& rect) {
-    constexpr std::int64_t size = NSBackingStore::tileSize;
-    if (rect.isEmpty()) {
-        return {};
-    }
-    return {floorDivide(rect.left, size), floorDivide(rect.top, size),
-            floorDivide(rect.right - 1, size) + 1, floorDivide(rect.bottom - 1, size) + 1};
-}
-
 NSBackingRect tileRect(std::int64_t column, std::int64_t line) {
     constexpr std::int64_t size = NSBackingStore::tileSize;
     return {column * size, line * size, (column + 1) * size, (line + 1) * size};
@@ -50,6 +41,15 @@ private:
 
 NSBackingStore::NSBackingStore(double scale) : scale_(scale) {}
 NSBackingStore::~NSBackingStore() = default;
+
+NSBackingRect NSBackingStore::tilesAround(const NSBackingRect& rect) {
+    constexpr std::int64_t size = tileSize;
+    if (rect.isEmpty()) {
+        return {};
+    }
+    return {floorDivide(rect.left, size), floorDivide(rect.top, size),
+            floorDivide(rect.right - 1, size) + 1, floorDivide(rect.bottom - 1, size) + 1};
+}
 
 std::uint32_t* NSBackingStore::row(std::int64_t y) const {
     return pixels_.get() + static_cast<std::size_t>((y - area_.top) * area_.width());
@@ -77,7 +77,7 @@ bool NSBackingStore::setArea(const NSBackingRect& area) {
     }
     area_ = pixels_ ? area : NSBackingRect{};
     damage_.setBounds(area_);
-    grid_ = tilesOf(area_);
+    grid_ = tilesAround(area_);
     serials_.assign(static_cast<std::size_t>(grid_.area()), 0);
     if (!pixels_) {
         return area.isEmpty();
@@ -94,7 +94,7 @@ bool NSBackingStore::setArea(const NSBackingRect& area) {
         std::copy_n(old.row(y) + (kept.left - old.area_.left), kept.width(),
                     row(y) + (kept.left - area_.left));
     }
-    const NSBackingRect keptTiles = tilesOf(kept);
+    const NSBackingRect keptTiles = tilesAround(kept);
     for (std::int64_t line = keptTiles.top; line < keptTiles.bottom; ++line) {
         for (std::int64_t column = keptTiles.left; column < keptTiles.right; ++column) {
             // A tile that the edge of the area cuts elsewhere now has pixels of another extent.
@@ -116,7 +116,7 @@ std::span<const NSBackingRect> NSBackingStore::paint(NSView& view) {
     damage_.take(painted_);
     for (const NSBackingRect& rect : painted_) {
         paintRect(view, rect);
-        const NSBackingRect tiles = tilesOf(rect);
+        const NSBackingRect tiles = tilesAround(rect);
         for (std::int64_t line = tiles.top; line < tiles.bottom; ++line) {
             for (std::int64_t column = tiles.left; column < tiles.right; ++column) {
                 serialAt(column, line) = nextSerial();
@@ -143,7 +143,7 @@ void NSBackingStore::paintRect(NSView& view, const NSBackingRect& rect) {
 
 void NSBackingStore::forEachTile(const NSBackingRect& rect,
                                  const std::function<void(const Tile&)>& visit) const {
-    const NSBackingRect tiles = tilesOf(rect.intersection(area_));
+    const NSBackingRect tiles = tilesAround(rect.intersection(area_));
     for (std::int64_t line = tiles.top; line < tiles.bottom; ++line) {
         for (std::int64_t column = tiles.left; column < tiles.right; ++column) {
             const auto index = static_cast<std::size_t>((line - grid_.top) * grid_.width() +

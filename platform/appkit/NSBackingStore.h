@@ -59,6 +59,8 @@ public:
         return static_cast<std::size_t>(area_.width()) * sizeof(std::uint32_t);
     }
 
+    // Returns the columns and rows of tiles that meet `rect` (in the view's pixels).
+    static NSBackingRect tilesAround(const NSBackingRect& rect);
     // The tiles that meet `rect` (the view's pixels), row by row.
     void forEachTile(const NSBackingRect& rect,
                      const std::function<void(const Tile&)>& visit) const;

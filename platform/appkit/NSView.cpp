@@ -39,6 +39,7 @@ CGAffineTransform modelTransform(const CALayer& layer) {
 
 NSView::NSView() : layer_(std::make_shared<CALayer>()) {
     layer_->setDelegate(this);
+    indexInList_.fill(kNotListed);
 }
 
 NSView::~NSView() {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <memory>
 #include <vector>
@@ -17,6 +18,11 @@ class NSWindow;
 
 enum class NSWindowOrderingMode { Below = -1, Out = 0, Above = 1 };
 enum class NSViewLayerContentsRedrawPolicy { Never = 0, OnSetNeedsDisplay = 1 };
+
+// The lists in which a window keeps its views: with changes that were not reported yet, superviews
+// whose drawing order changed, views with damage, and views whose layers have animations.
+enum class NSViewListKind { Changed, Reordered, Damaged, Animated };
+constexpr std::size_t kNSViewListKinds = 4;
 
 // What a window keeps with each view that it shows (a widget, a place in its image). The view owns
 // it; it goes when the view leaves the window.
@@ -129,7 +135,7 @@ private:
     void tellMovedToWindow();
     void subviewOrderChanged();
 
-    static constexpr std::size_t notListed = static_cast<std::size_t>(-1);
+    static constexpr std::size_t kNotListed = static_cast<std::size_t>(-1);
 
     NSView* superview_ = nullptr;
     NSWindow* window_ = nullptr;
@@ -147,7 +153,8 @@ private:
 
     // The window's bookkeeping: the changes that it has not seen, and the places in its lists.
     unsigned changes_ = 0;
-    std::size_t listed_[4] = {notListed, notListed, notListed, notListed};
+    // By NSViewListKind; kNotListed where the view is not in the list.
+    std::array<std::size_t, kNSViewListKinds> indexInList_;
 };
 
 }  // namespace orvane::platform

@@ -1,49 +1,57 @@
 #pragma once
 
 #include <cstddef>
+#include <memory>
 #include <vector>
 
 #include "platform/appkit/NSView.h"
 
 namespace orvane::platform {
 
-// One of a window's lists of views, for example of those to be painted. A view knows its place in
-// it, so that coming and going cost the same however long the list is. The order is of no meaning.
+// One of a window's lists of views. Each view records its index in each list, so adding and
+// removing take constant time. The order has no meaning.
 class NSViewList {
 public:
-    // The slot is this list's own in NSView::listed_.
-    explicit NSViewList(std::size_t slot) : slot_(slot) {}
+    // A window has at most one list of each kind.
+    explicit NSViewList(NSViewListKind kind) : kind_(kind) {}
 
     bool isEmpty() const { return views_.empty(); }
     const std::vector<NSView*>& views() const { return views_; }
 
+    // Does nothing if the view is in the list already.
     void add(NSView& view) {
-        if (view.listed_[slot_] == NSView::notListed) {
-            view.listed_[slot_] = views_.size();
+        if (indexIn(view) == NSView::kNotListed) {
+            indexIn(view) = views_.size();
             views_.push_back(&view);
         }
     }
+    // Does nothing if the view is not in the list.
     void remove(NSView& view) {
-        const std::size_t place = view.listed_[slot_];
-        if (place != NSView::notListed) {
-            views_[place] = views_.back();
-            views_[place]->listed_[slot_] = place;
+        const std::size_t index = indexIn(view);
+        if (index != NSView::kNotListed) {
+            views_[index] = views_.back();
+            indexIn(*views_[index]) = index;
             views_.pop_back();
-            view.listed_[slot_] = NSView::notListed;
+            indexIn(view) = NSView::kNotListed;
         }
     }
-    // Empties the list into `out`, which keeps the views alive while they are worked on.
+    // Empties the list into `out`, whose references keep the views alive while the caller works on
+    // them.
     void take(std::vector<std::shared_ptr<NSView>>& out) {
         out.clear();
         for (NSView* view : views_) {
-            view->listed_[slot_] = NSView::notListed;
+            indexIn(*view) = NSView::kNotListed;
             out.push_back(view->shared_from_this());
         }
         views_.clear();
     }
 
 private:
-    std::size_t slot_;
+    std::size_t& indexIn(NSView& view) const {
+        return view.indexInList_[static_cast<std::size_t>(kind_)];
+    }
+
+    NSViewListKind kind_;
     std::vector<NSView*> views_;
 };
 

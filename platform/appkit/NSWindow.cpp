@@ -1,12 +1,12 @@
 #include "platform/appkit/NSWindow.h"
 
 #include <algorithm>
-#include <cmath>
 #include <optional>
 #include <utility>
 #include <vector>
 
 #include "orvane/commons/ScopedFlag.h"
+#include "platform/appkit/NSBackingPolicy.h"
 #include "platform/appkit/NSBackingStore.h"
 #include "platform/appkit/NSGestureArena.h"
 #include "platform/appkit/NSView.h"
@@ -25,44 +25,16 @@ constexpr unsigned visibilityStale = 1U << 30;
 constexpr unsigned affectsVisibility =
     visibilityStale | kNSViewGeometryChanged | kNSViewHiddenChanged;
 
-// A view is stored whole, wherever it stands, up to so many times the window's pixels; moving about
-// then never paints. Of larger views only what can be seen is stored, with a margin.
-constexpr double wholeViewShare = 2;
-constexpr double wholeViewPixels = 512 * 512;
-constexpr std::int64_t longestSide = 16384;
-constexpr std::int64_t largestArea = std::int64_t{64} << 20;
-
-// Grown to whole tiles and one more all round, so that a large view that moves a little keeps its
-// store.
-NSBackingRect withMargin(const NSBackingRect& rect) {
-    constexpr std::int64_t size = NSBackingStore::tileSize;
-    const auto down = [](std::int64_t value) {
-        return (value / size - (value % size < 0 ? 1 : 0)) * size;
-    };
-    return {down(rect.left) - size, down(rect.top) - size, down(rect.right - 1) + 2 * size,
-            down(rect.bottom - 1) + 2 * size};
-}
-
-NSBackingRect cutToLimits(NSBackingRect rect) {
-    rect.right = std::min(rect.right, rect.left + longestSide);
-    rect.bottom = std::min(rect.bottom, rect.top + longestSide);
-    if (rect.area() > largestArea) {
-        rect.bottom = rect.top + largestArea / rect.width();
-    }
-    return rect;
-}
-
 }  // namespace
 
 struct NSWindow::State {
     std::shared_ptr<NSView> contentView;
-    // Views with changes that were not reported, superviews whose order was touched, views with
-    // damage, views whose layers have animations.
-    NSViewList changed{0};
-    NSViewList reordered{1};
-    NSViewList damaged{2};
-    NSViewList animated{3};
-    // Views left, or the window itself is another: nothing else may tell of it.
+    NSViewList changed{NSViewListKind::Changed};
+    NSViewList reordered{NSViewListKind::Reordered};
+    NSViewList damaged{NSViewListKind::Damaged};
+    NSViewList animated{NSViewListKind::Animated};
+    // Set when views were removed or the window's size or scale changed; the lists above do not
+    // record that.
     bool mustPresent = false;
     bool scheduled = false;
     bool displaying = false;
@@ -259,6 +231,7 @@ void NSWindow::reportChanges() {
             didChangeView(*view, changes);
         }
     }
+    const NSBackingPolicy policy(contentSize(), backingScaleFactor());
     for (const std::shared_ptr<NSView>& root : roots) {
         if (root->window_ != this || root->isHiddenOrHasHiddenAncestor()) {
             continue;
@@ -268,14 +241,15 @@ void NSWindow::reportChanges() {
             superviewToWindow = superviewToWindow.concat(
                 above->layer_->affineTransform(above->layer_->presentation(state_->displayTime)));
         }
-        updateStoredAreas(*root, superviewToWindow);
+        updateStoredAreas(*root, superviewToWindow, policy);
     }
     roots.clear();
     views.clear();
 }
 
-void NSWindow::updateStoredAreas(NSView& view, const CGAffineTransform& superviewToWindow) {
-    // What is hidden keeps what it has, and is looked at when it shows.
+void NSWindow::updateStoredAreas(NSView& view, const CGAffineTransform& superviewToWindow,
+                                 const NSBackingPolicy& policy) {
+    // A hidden view keeps what it has until it is shown again.
     if (view.hidden_) {
         return;
     }
@@ -283,45 +257,26 @@ void NSWindow::updateStoredAreas(NSView& view, const CGAffineTransform& supervie
         view.layer_->affineTransform(view.layer_->presentation(state_->displayTime))
             .concat(superviewToWindow);
     if (view.paints() && !showsNatively(view)) {
-        updateStoredArea(view, toWindow);
+        updateStoredArea(view, toWindow, policy);
     }
     for (const std::shared_ptr<NSView>& subview : view.subviews_) {
-        updateStoredAreas(*subview, toWindow);
+        updateStoredAreas(*subview, toWindow, policy);
     }
 }
 
-void NSWindow::updateStoredArea(NSView& view, const CGAffineTransform& toWindow) {
-    const double scale = backingScaleFactor();
-    if (view.store_ && view.store_->scale() != scale) {
+void NSWindow::updateStoredArea(NSView& view, const CGAffineTransform& toWindow,
+                                const NSBackingPolicy& policy) {
+    if (view.store_ && view.store_->scale() != backingScaleFactor()) {
         view.store_.reset();
     }
-    const std::optional<CGAffineTransform> fromWindow = toWindow.invert();
-    if (!fromWindow) {
-        return;
+    // A view that cannot be drawn keeps what it has.
+    if (const std::optional<CGAffineTransform> fromWindow = toWindow.invert()) {
+        const NSBackingRect stored = view.store_ ? view.store_->area() : NSBackingRect{};
+        storeArea(view, policy.areaToStore(view.frame_.size, *fromWindow, stored));
     }
-    const CGSize windowSize = contentSize();
-    const CGSize size = view.frame_.size;
-    const NSBackingRect whole = NSBackingRect::around({{0, 0}, size}, scale);
-    const NSBackingRect seen =
-        NSBackingRect::around(fromWindow->apply(CGRect{{0, 0}, windowSize}), scale)
-            .intersection(whole);
-    if (seen.isEmpty() && !view.store_) {
-        return;
-    }
-    NSBackingRect area = whole;
-    const double pixels = size.width * size.height * scale * scale;
-    const double windowPixels = windowSize.width * windowSize.height * scale * scale;
-    if (!(pixels <= std::max(windowPixels * wholeViewShare, wholeViewPixels)) ||
-        std::max(whole.width(), whole.height()) > longestSide) {
-        area = cutToLimits(withMargin(seen).intersection(whole));
-        if (seen.isEmpty()) {
-            area = {};
-        } else if (view.store_ && view.store_->area().contains(seen) &&
-                   whole.contains(view.store_->area()) &&
-                   view.store_->area().area() <= 2 * area.area()) {
-            area = view.store_->area();
-        }
-    }
+}
+
+void NSWindow::storeArea(NSView& view, const NSBackingRect& area) {
     if (area.isEmpty()) {
         if (view.store_) {
             view.store_.reset();
@@ -331,7 +286,7 @@ void NSWindow::updateStoredArea(NSView& view, const CGAffineTransform& toWindow)
         return;
     }
     if (!view.store_) {
-        view.store_ = std::make_shared<NSBackingStore>(scale);
+        view.store_ = std::make_shared<NSBackingStore>(backingScaleFactor());
     }
     if (view.store_->area() != area) {
         view.store_->setArea(area);

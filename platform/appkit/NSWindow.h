@@ -9,6 +9,7 @@
 
 namespace orvane::platform {
 
+class NSBackingPolicy;
 class NSView;
 struct CGAffineTransform;
 struct NSEvent;
@@ -119,8 +120,13 @@ private:
 
     void setNeedsPass();
     void reportChanges();
-    void updateStoredAreas(NSView& view, const CGAffineTransform& superviewToWindow);
-    void updateStoredArea(NSView& view, const CGAffineTransform& toWindow);
+    // Fits what is stored of a view and of its subviews to what can be seen of them.
+    void updateStoredAreas(NSView& view, const CGAffineTransform& superviewToWindow,
+                           const NSBackingPolicy& policy);
+    void updateStoredArea(NSView& view, const CGAffineTransform& toWindow,
+                          const NSBackingPolicy& policy);
+    // An empty area drops the store.
+    void storeArea(NSView& view, const NSBackingRect& area);
     void paintDamage();
 
     std::unique_ptr<State> state_;

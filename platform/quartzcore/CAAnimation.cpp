@@ -2,6 +2,8 @@
 
 #include <cmath>
 
+#include "platform/quartzcore/CALayer.h"
+
 namespace orvane::platform {
 
 double CAAnimation::endTime() const {
@@ -19,5 +21,7 @@ double CAAnimation::phase(double time) const {
     const double passes = elapsed / duration_;
     return passes - std::floor(passes);
 }
+
+void CAAnimation::applyToOutgoing(double, const CALayer&, CALayerPresentation&) const {}
 
 }  // namespace orvane::platform

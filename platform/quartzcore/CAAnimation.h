@@ -42,6 +42,11 @@ public:
     virtual std::unique_ptr<CAAnimation> copy() const = 0;
     // Changes what `layer` shows in a pass's `phase`.
     virtual void apply(double phase, const CALayer& layer, CALayerPresentation& shown) const = 0;
+    // Returns the second layer that the animation changes while it runs; null for none.
+    virtual std::shared_ptr<CALayer> outgoingLayer() const { return nullptr; }
+    // Changes what the second layer shows. `incoming` is the layer that the animation was added to.
+    virtual void applyToOutgoing(double phase, const CALayer& incoming,
+                                 CALayerPresentation& shown) const;
 
 protected:
     CAAnimation() = default;

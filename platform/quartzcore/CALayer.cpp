@@ -9,7 +9,6 @@
 #include "platform/quartzcore/CAMediaTime.h"
 #include "platform/quartzcore/CATimeline.h"
 #include "platform/quartzcore/CATransactionGroup.h"
-#include "platform/quartzcore/CATransition.h"
 
 namespace orvane::platform {
 
@@ -107,11 +106,9 @@ void CALayer::addAnimation(const CAAnimation& animation, const std::string& key)
         layer.changed(kCALayerAnimationsChanged);
     };
     start(*this, {key, copy, CATransactionGroup::current()});
-    if (const auto* transition = dynamic_cast<const CATransition*>(copy.get())) {
-        const std::shared_ptr<CALayer> outgoing = transition->outgoingLayer();
-        if (outgoing && outgoing.get() != this) {
-            start(*outgoing, {{}, copy, nullptr, true, weak_from_this()});
-        }
+    const std::shared_ptr<CALayer> outgoing = copy->outgoingLayer();
+    if (outgoing && outgoing.get() != this) {
+        start(*outgoing, {{}, copy, nullptr, true, weak_from_this()});
     }
 }
 
@@ -148,8 +145,7 @@ void CALayer::removeRunning(std::size_t index) {
 }
 
 void CALayer::stopOutgoing(const CAAnimation& animation) {
-    const auto* transition = dynamic_cast<const CATransition*>(&animation);
-    const std::shared_ptr<CALayer> outgoing = transition ? transition->outgoingLayer() : nullptr;
+    const std::shared_ptr<CALayer> outgoing = animation.outgoingLayer();
     if (!outgoing) {
         return;
     }
@@ -223,8 +219,7 @@ CALayerPresentation CALayer::presentation(double time) const {
         if (!running.isOutgoing) {
             running.animation->apply(phase, *this, shown);
         } else if (const std::shared_ptr<CALayer> incoming = running.incoming.lock()) {
-            static_cast<const CATransition&>(*running.animation)
-                .applyOutgoing(phase, incoming->size().width, shown);
+            running.animation->applyToOutgoing(phase, *incoming, shown);
         }
     }
     // Not a number is no opacity that anything could be drawn with.

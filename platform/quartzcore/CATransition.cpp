@@ -33,9 +33,10 @@ void CATransition::apply(double phase, const CALayer& layer, CALayerPresentation
     shown.fadesFrom = outgoing_.lock().get();
 }
 
-void CATransition::applyOutgoing(double phase, double width, CALayerPresentation& shown) const {
+void CATransition::applyToOutgoing(double phase, const CALayer& incoming,
+                                   CALayerPresentation& shown) const {
     if (type_ == CATransitionType::Push) {
-        shown.position.x -= side(width) * progress(phase);
+        shown.position.x -= side(incoming.size().width) * progress(phase);
         return;
     }
     shown.opacity *= 1 - progress(phase);

@@ -23,12 +23,12 @@ public:
     void setEndProgress(double progress) { endProgress_ = progress; }
     // Not owned, and no harm if it goes first. Null takes it back.
     void setOutgoingLayer(CALayer* layer);
-    std::shared_ptr<CALayer> outgoingLayer() const { return outgoing_.lock(); }
+    std::shared_ptr<CALayer> outgoingLayer() const override { return outgoing_.lock(); }
 
     std::unique_ptr<CAAnimation> copy() const override;
     void apply(double phase, const CALayer& layer, CALayerPresentation& shown) const override;
-    // The other side of it: what the outgoing layer shows when the incoming one is so wide.
-    void applyOutgoing(double phase, double width, CALayerPresentation& shown) const;
+    void applyToOutgoing(double phase, const CALayer& incoming,
+                         CALayerPresentation& shown) const override;
 
 private:
     double progress(double phase) const;

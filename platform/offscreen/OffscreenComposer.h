@@ -1,0 +1,43 @@
+#pragma once
+
+#include "platform/appkit/NSBackingRect.h"
+#include "platform/offscreen/OffscreenTarget.h"
+
+namespace orvane::platform {
+
+class NSBackingStore;
+class NSView;
+struct OffscreenPlace;
+
+// Draws a tree of placed views (OffscreenPlace) on pixels, from the views' backing stores.
+//
+// What it draws of a view does not depend on the rectangle that is being composed, so an image that
+// is composed in pieces equals one that is composed at once, bit for bit.
+class OffscreenComposer {
+public:
+    // `scale` is the number of the views' pixels per point.
+    OffscreenComposer(double scale, bool isFading) : scale_(scale), isFading_(isFading) {}
+
+    // Replaces a part of the window's image by what the views show there; transparent pixels where
+    // there is no view. `root` may be null.
+    void compose(OffscreenTarget& image, NSView* root, const NSBackingRect& rect) const;
+
+private:
+    void drawView(OffscreenTarget& target, NSView& view, const NSBackingRect& rect) const;
+    void drawSubviews(OffscreenTarget& target, const OffscreenPlace& place,
+                      const NSBackingRect& rect) const;
+    // The same while views of the window are in a cross-fade.
+    void drawFadingSubviews(OffscreenTarget& target, const OffscreenPlace& place,
+                            const NSBackingRect& rect) const;
+    void drawFade(OffscreenTarget& target, NSView& outgoing, NSView& incoming,
+                  const NSBackingRect& rect) const;
+    void drawContents(OffscreenTarget& target, const NSView& view, double alpha,
+                      const NSBackingRect& rect) const;
+    // Prepares the stored pixels for drawing under the view's transform.
+    void prepareContents(OffscreenPlace& place) const;
+
+    double scale_;
+    bool isFading_;
+};
+
+}  // namespace orvane::platform

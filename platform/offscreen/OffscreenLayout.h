@@ -1,0 +1,54 @@
+#pragma once
+
+#include "platform/appkit/NSBackingRect.h"
+#include "platform/coregraphics/CGAffineTransform.h"
+
+namespace orvane::platform {
+
+class NSView;
+class OffscreenDamage;
+
+// Computes where the views of an off-screen window are in its image.
+//
+// A change marks the views concerned. update() then places the marked views and everything that
+// moves with them, and damages their old and new places.
+class OffscreenLayout {
+public:
+    // The damage is borrowed and must outlive this object.
+    explicit OffscreenLayout(OffscreenDamage& damage) : damage_(damage) {}
+
+    // The image was replaced: every view will be placed again. `scale` is the number of pixels per
+    // point.
+    void setImage(const NSBackingRect& bounds, double scale);
+
+    void add(NSView& view);
+    // Called while the view still has its superview.
+    void remove(NSView& view);
+    // The view moved, or its visibility or opacity changed.
+    void mark(NSView& view);
+    // The view's background changed.
+    void markRecolored(NSView& view);
+    // The set or the order of the subviews changed.
+    void markSubviews(NSView& view);
+
+    // Places what is marked, as the views are shown at a media time.
+    void update(NSView& root, double time);
+    // Whether any view is in a cross-fade.
+    bool isFading() const { return fading_ > 0; }
+
+private:
+    // `isShown` is false if an ancestor hides the subtree. `isMoved` is true if the superview was
+    // moved, or its visibility or opacity changed.
+    void placeMarked(NSView& view, const CGAffineTransform& superview, bool isShown, bool isMoved);
+    // Places the view itself. Returns true if its subviews must be placed, too.
+    bool place(const NSView& view, const CGAffineTransform& superview, bool isShown, bool isMoved);
+
+    OffscreenDamage& damage_;
+    NSBackingRect bounds_;
+    double scale_ = 1;
+    double time_ = 0;
+    bool isNew_ = true;  // every view must be placed
+    int fading_ = 0;     // the number of views in a cross-fade
+};
+
+}  // namespace orvane::platform

@@ -1,0 +1,61 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <vector>
+
+#include "platform/appkit/NSBackingRect.h"
+#include "platform/appkit/NSView.h"
+#include "platform/coregraphics/CGAffineTransform.h"
+#include "platform/coregraphics/CGGeometry.h"
+#include "platform/raster/PixmanImage.h"
+
+namespace orvane::platform {
+
+class CALayer;
+
+// What an off-screen window keeps with each of its views: where the view is in the window's image.
+// OffscreenLayout writes it and OffscreenComposer reads it.
+struct OffscreenPlace final : NSViewRealization {
+    // The place of a view that is in an off-screen window.
+    static OffscreenPlace& of(const NSView& view) {
+        return static_cast<OffscreenPlace&>(*view.realization());
+    }
+
+    // Map a rectangle of the view to the image: the whole pixels that it touches. The first takes
+    // points, the second the view's pixels. `scale` is the number of pixels per point.
+    NSBackingRect boxInImage(const CGRect& box, double scale) const;
+    NSBackingRect pixelsInImage(const NSBackingRect& rect, double scale) const;
+
+    CGAffineTransform toImage;  // from the view's points to the image's pixels
+    bool isShown = false;       // neither the view nor an ancestor is hidden or fully transparent
+    double opacity = 1;
+    const CALayer* fadesFrom = nullptr;
+    // Set when the view is only moved: its pixels are copied unchanged, to the nearest whole pixel.
+    bool isPixelAligned = false;
+    std::int64_t originX = 0;
+    std::int64_t originY = 0;
+
+    NSBackingRect own;  // what the view itself draws, in the image; empty if it draws nothing
+    NSBackingRect all;  // including the subviews
+    // Where the subviews and their subviews draw, in drawing order. A compact copy, because with
+    // many views most of the work is to find the few that meet a damaged rectangle.
+    struct Box {
+        std::int32_t left, top, right, bottom;
+        NSView* view;
+    };
+    std::vector<Box> boxes;
+
+    std::size_t rank = 0;  // one-based index among the siblings in drawing order; 0 if unknown
+    bool isMarked = false;
+    bool isRecolored = false;
+    bool hasMarkedBelow = false;
+
+    // The pixels of the backing store, prepared for drawing under a transform or with an opacity.
+    PixmanImage contents;
+    const std::uint32_t* pixels = nullptr;
+    NSBackingRect area;
+    bool isPrepared = false;
+};
+
+}  // namespace orvane::platform
