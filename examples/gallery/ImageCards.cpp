@@ -6,8 +6,6 @@
 
 namespace gallery {
 
-using orvane::display::graphics::Image;
-
 namespace {
 
 std::string pathOf(const std::string& name) {
