@@ -1,5 +1,6 @@
-// What a frame costs beside the painting itself, at 1920x1080: one view whose drawRect does nothing,
-// K damaged rectangles, 1,000 more views that stay as they are; then N views that turn and move.
+// What a frame costs beside the painting itself, at 1920x1080: one view whose drawRect does
+// nothing, K damaged rectangles, 1,000 more views that stay as they are; then N views that turn and
+// move.
 #include <memory>
 #include <random>
 #include <string>
@@ -51,7 +52,8 @@ void animate(int count) {
         const bench::Place place = bench::place(i);
         const auto view = std::make_shared<EmptyView>(CGRect{{place.x, place.y}, {20, 20}});
         view->layer()->setBackgroundColor({1, 0, 0, 1});
-        CAKeyframeAnimation animation(i % 2 == 0 ? "transform.rotation" : "transform.translation.x");
+        CAKeyframeAnimation animation(i % 2 == 0 ? "transform.rotation"
+                                                 : "transform.translation.x");
         animation.setValues(std::vector<double>{0, 50});
         animation.setDuration(1000);
         view->layer()->addAnimation(animation, "key");

@@ -62,7 +62,8 @@ TEST(Accessibility, FindsEachVisibleLabelledObjectAtItsPlace) {
     const auto display = Display::instance();
     display->getView()->setFrame({{0, 0}, {300, 200}});
     window.window().setContentView(display->getView());
-    window.window().setAccessibilityLabels([&] { return embedding::accessibilityLabels(*display); });
+    window.window().setAccessibilityLabels(
+        [&] { return embedding::accessibilityLabels(*display); });
 
     const auto group = DisplayFactory::createContainer();
     group->add(makeRect(10, 10, "first"));
