@@ -1,4 +1,4 @@
-#include "orvane/system/ScreenType.h"
+#include "orvane/system/ScreenTypeView.h"
 #include "orvane/system/screenView.h"
 #include "orvane/system/system.h"
 #include "platform/appkit/NSView.h"

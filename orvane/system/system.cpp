@@ -21,8 +21,8 @@ std::string getTemporaryDirectory() {
 }
 
 std::string pathToFile(const std::string& first, const std::string& second) {
-    // Not opened at its end: what is written overlays what the stream holds. Callers pass a pattern
-    // as `second` and rely on its tail staying.
+    // The stream is not opened at its end, so `first` overwrites the beginning of `second`. Callers
+    // pass a pattern as `second` and rely on its tail.
     std::stringstream stream(second);
     stream << first;
     const std::string path = stream.str();
@@ -33,8 +33,8 @@ std::string pathToFile(const std::string& first, const std::string& second) {
 }
 
 bool createDirectory(const std::string& path) {
-    // mkdir answers 0 or -1, so this is true whatever happens: a start must not depend on whether
-    // it is the first one.
+    // mkdir returns 0 or -1, so the result is always true: starting the runtime must not depend on
+    // whether an earlier start has created the folders.
     return mkdir(path.c_str(), 0777) < 2;
 }
 

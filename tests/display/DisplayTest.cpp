@@ -1,4 +1,4 @@
-#include "orvane/system/ScreenType.h"
+#include "orvane/system/ScreenTypeView.h"
 #include "platform/quartzcore/CAMediaTime.h"
 #include "tests/native/Stage.h"
 

@@ -13,7 +13,7 @@ namespace system = orvane::system;
 using orvane::tests::TemporaryFolder;
 using orvane::tests::TemporaryUser;
 
-// In a process of its own: a log file would appear in its folder before any code of ours runs.
+// Runs in a process of its own, because the logging library would create its file before main().
 TEST(Logging, NeverCreatesAFile) {
     const TemporaryFolder folder;
     const std::string self = fs::read_symlink("/proc/self/exe");
@@ -23,7 +23,7 @@ TEST(Logging, NeverCreatesAFile) {
     EXPECT_TRUE(fs::is_empty(folder.path()));
 }
 
-TEST(System, StartingTwiceLeavesTheFoldersAsTheyWere) {
+TEST(System, ASecondStartKeepsTheFolders) {
     const TemporaryUser user;
     const fs::path base = user.data() / "Orvane/AppData";
     system::initSystem();
