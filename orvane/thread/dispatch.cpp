@@ -38,8 +38,8 @@ void dispatch_ui_sync(const std::function<void()>& block) {
 
 void dispatch_ui_async(std::function<void()> block) {
     if (orvane::platform::isMainThread()) {
-        // At once, not later: callers on the main thread count on the block having run when this
-        // returns.
+        // Deliberately a direct call: callers on the main thread rely on the block having run when
+        // this function returns.
         block();
     } else {
         orvane::platform::dispatchMainAsync(std::move(block));
