@@ -9,7 +9,7 @@ struct FFIClosureData {
 
     ffi_cif cif{};
     ffi_closure* closure = nullptr;
-    // The cif points into it.
+    // Read by the cif: must live as long as it does.
     std::vector<ffi_type*> arguments;
     void* function = nullptr;
 };

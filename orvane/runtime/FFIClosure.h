@@ -7,7 +7,8 @@
 
 namespace orvane::runtime {
 
-// A type in the signature of a native call. Any other value stands for Void.
+// A type in the signature of a native call. The numbers are part of the interface: callers pass
+// them as integers. Any other number means Void.
 enum class FFIType : unsigned int {
     Void = 0,
     Pointer = 1,
@@ -26,23 +27,25 @@ enum class FFIType : unsigned int {
 
 struct FFIClosureData;
 
-// An object that native code can call as a plain function. A subclass says what the call does; the
-// signature is chosen at run time. The function may be called on any thread for as long as the
-// object lives, and lands in handler() on that thread.
+// Makes an object callable as a plain C function whose signature is chosen at run time. A subclass
+// implements handler(). Any thread may call the function while the object lives; handler() runs on
+// that thread. The object can be neither copied nor moved, because the function contains its
+// address.
 class ORVANE_EXPORT FFIClosure {
 public:
     FFIClosure(FFIType result, const std::vector<FFIType>& arguments);
     virtual ~FFIClosure();
 
-    // The function's address is tied to the object's.
     FFIClosure(const FFIClosure&) = delete;
     FFIClosure& operator=(const FFIClosure&) = delete;
 
-    // `arguments` are pointers to the values. `result` is where the value goes; an integer narrower
-    // than a machine word is written as a whole word.
+    // Handles a call of the function. `arguments` contains a pointer to each argument's value.
+    // `result` points to the memory for the result; an integer result that is narrower than a
+    // machine word must be written as a whole word (libffi's rule).
     virtual void handler(void* result, void** arguments) = 0;
 
-    // Null when the system gives no executable memory.
+    // Returns the function, valid until this object is destroyed. Null if the system provides no
+    // executable memory.
     [[nodiscard]] void* getFunctionPtr() const;
 
 private:

@@ -17,8 +17,8 @@ Runtime* Runtime::GetInstance() {
 void Runtime::DeleteInstance() {
     const std::lock_guard lock(initMutex_);
     if (instance_ && instance_->thread_.get_id() != std::this_thread::get_id()) {
-        // reset() clears the pointer first. The lock is held until the thread has ended, so that a
-        // caller of GetInstance never has two of them.
+        // reset() clears the pointer before it destroys the object. The lock is held until the
+        // thread has ended, so there are never two instances with a running thread.
         instance_.reset();
     }
 }
@@ -31,7 +31,7 @@ Runtime::Runtime() {
 Runtime::~Runtime() {
     run({}, 0);
     if (thread_.get_id() == std::this_thread::get_id()) {
-        // A task ended the process, and this is its exit handler: the task never returns.
+        // A task has called exit(), and this is an exit handler: the task never returns.
         thread_.detach();
     } else if (thread_.joinable()) {
         thread_.join();
@@ -54,22 +54,21 @@ void Runtime::run(std::function<void()> task, unsigned int delay) {
     const std::lock_guard lock(mutex_);
     const TimePoint key = now() + std::chrono::microseconds(std::int64_t{delay} * 1000);
     const auto entry = tasks_.emplace(key, std::move(task));
-    // Otherwise the thread's wait already ends no later than an earlier entry.
+    // If the new task is not the first, the thread's wait already ends no later than that one.
     if (entry == tasks_.begin()) {
         condition_.notify_one();
     }
 }
 
-// Both hooks are for platforms whose threads need preparing.
 void Runtime::initThread() {}
 void Runtime::cleanupThread() {}
 
-// One task a turn, and a wait after each, even with others overdue: that wait returns at once. A
-// wake-up that finds nothing due turns the loop, which is the predicate of the wait.
+// Runs one task per iteration, with a wait after each, even if others are overdue: that wait
+// returns at once. The wait has no predicate; an iteration that finds nothing due waits again.
 void Runtime::loop() {
     initThread();
     for (;;) {
-        // Outlives the wait below: what a task captured is released only when the next one is due.
+        // Destroyed after the wait below, so the captures of a task live until the next one is due.
         std::function<void()> current;
         {
             const std::lock_guard lock(mutex_);
@@ -89,7 +88,7 @@ void Runtime::loop() {
         if (tasks_.empty()) {
             condition_.wait(lock);
         } else {
-            // The key stays where it is meanwhile: only this thread removes entries.
+            // The key, passed by reference, stays valid: only this thread removes entries.
             condition_.wait_until(lock, tasks_.begin()->first);
         }
     }

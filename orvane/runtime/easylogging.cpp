@@ -1,3 +1,3 @@
-// The logging library is shipped as source. Here it becomes a hidden part of this library, so that
-// an application may bring its own.
+// The logging library is distributed as source. It is compiled into this library with hidden
+// symbols, so that an application may link a copy of its own.
 #include <easylogging++.cc>

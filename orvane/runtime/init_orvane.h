@@ -2,7 +2,7 @@
 
 #include "orvane/commons/Export.h"
 
-// Sets up the log: the logger "default", to standard output and never to a file. The first of the
-// three calls that start the runtime; a host goes on with orvane::Runtime::GetInstance() and
-// initSwift(). Calling it again changes nothing.
+// Configures the logger "default": standard output, never a file. A host calls this function first,
+// then orvane::Runtime::GetInstance() and initSwift(); embedding::Session makes all three calls.
+// A second call has no further effect.
 extern "C" ORVANE_EXPORT void init_orvane();

@@ -4,6 +4,7 @@
 #include <exception>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "orvane/runtime/Runtime.h"
 #include "platform/foundation/NSFileManager.h"
@@ -15,7 +16,8 @@ namespace orvane {
 
 namespace {
 
-// The module of an application library's file name, or nothing when it names none.
+// Returns the module name in an application library's file name, or nothing if the file is not an
+// application library.
 std::optional<std::string> moduleOf(const std::string& name) {
     const std::string stem = platform::stringByDeletingPathExtension(name);
     if (platform::pathExtension(name) != "dylib" || !stem.starts_with("lib") || stem.size() < 4) {
@@ -24,25 +26,27 @@ std::optional<std::string> moduleOf(const std::string& name) {
     return stem.substr(3);
 }
 
-// The runtime name under which a module's class Main is exported. Its number counts characters, so
-// the bytes that continue one in UTF-8 do not count.
+// Returns the symbol under which a module's class Main is exported. The number in it counts
+// characters: in UTF-8, continuation bytes do not count.
 std::string classNameOf(const std::string& module) {
     const auto length = std::count_if(module.begin(), module.end(),
                                       [](char byte) { return (byte & 0xC0) != 0x80; });
     return "_TtC" + std::to_string(length) + module + "4Main";
 }
 
-// Local mode alone, as the interface has it, is refused here: the binding must be said too. The
-// library stays mapped after its last dlclose, since the listeners, callbacks and tasks that an
-// application leaves behind are its code.
+// The interface asks for RTLD_LOCAL alone, but dlopen requires a binding mode as well.
+// RTLD_NODELETE keeps the library mapped after its last dlclose, because the listeners, callbacks
+// and tasks that an application leaves behind are its code.
 constexpr int openMode = RTLD_LOCAL | RTLD_NOW | RTLD_NODELETE;
 
 }  // namespace
 
 void Runtime::loadSwiftLibrary(const std::string& directory) {
-    // Never cleared once the walk has begun: an application's failure is reported even when a later
-    // one starts.
+    // Never cleared: the failure of one application is reported even if a later one starts.
     std::string lastError;
+    // One line for each library without the class. Logged only if no application was found, because
+    // libraries that are not applications may be in the directory for the use of others.
+    std::vector<std::string> missingClasses;
     bool found = false;
     for (const std::string& name :
          platform::NSFileManager::defaultManager().contentsOfDirectoryAtPath(directory)) {
@@ -56,10 +60,11 @@ void Runtime::loadSwiftLibrary(const std::string& directory) {
             lastError = dlerror();
             continue;
         }
-        const auto main = platform::Class::getClass(library, classNameOf(*module));
+        const std::string className = classNameOf(*module);
+        const auto main = platform::Class::getClass(library, className);
         if (!main) {
-            // Left open, and not an error: a library that is no application may lie here for
-            // others.
+            // Not an error, and the library stays open.
+            missingClasses.push_back("'" + name + "' exports no usable symbol '" + className + "'");
             continue;
         }
         try {
@@ -80,6 +85,9 @@ void Runtime::loadSwiftLibrary(const std::string& directory) {
     hasApplication_ = hasApplication_ || found;
     if (!found) {
         platform::NSLog("Can't load swift library: '%s' %s", directory.c_str(), lastError.c_str());
+        for (const std::string& line : missingClasses) {
+            platform::NSLog("%s", line.c_str());
+        }
     } else if (!lastError.empty()) {
         platform::NSLog("Runtime error: %s", lastError.c_str());
     }

@@ -1,6 +1,6 @@
-// What lives as long as the process and must go in a stated order when it ends. The order is that
-// of this file, turned round, which only one source file can promise; a static that joins them
-// belongs here, wherever its class stands.
+// The static objects whose destruction at the end of the process must happen in a fixed order. That
+// order is the reverse of the order in this file: C++ defines it only within one source file. A
+// static object that belongs to this order is defined here, wherever its class is.
 
 #include <easylogging++.h>
 
@@ -12,7 +12,7 @@
 #include "orvane/runtime/Runtime.h"
 #include "platform/dispatch/dispatch.h"
 
-// Made first and released last: everything below may still log.
+// Created first and destroyed last: the destructors of everything below may log.
 INITIALIZE_EASYLOGGINGPP
 
 namespace orvane {
@@ -21,8 +21,8 @@ std::shared_ptr<display::Display> display::Display::s_instance;
 
 namespace {
 
-// Read by nobody: the search for applications knows the extension itself. It stands for the place
-// in the order.
+// Read by nothing: the loader of application libraries has its own constant. It is kept because its
+// place in the order is fixed.
 [[maybe_unused]] const std::string sharedExtension = ".dylib";
 
 }  // namespace
@@ -32,8 +32,8 @@ std::mutex Runtime::initMutex_;
 
 namespace {
 
-// Released before all others, so that the tasks' thread, which the release of the runtime waits
-// for, does not itself wait for a main queue that nobody drains.
+// Destroyed before all others. Destroying the runtime joins the thread of its timed tasks, which
+// must not wait for a main queue that nothing drains any more.
 struct MainQueueCloser {
     ~MainQueueCloser() { platform::closeMainQueue(); }
 };

@@ -35,7 +35,7 @@ void expectToArrive(const std::vector<FFIType>& types, Arguments... passed) {
     EXPECT_EQ(closure.arrived, std::tuple(passed...));
 }
 
-TEST(FFIClosure, EveryTypeArrivesAsItWasPassed) {
+TEST(FFIClosure, PassesAnArgumentOfEveryType) {
     int marker = 0;
     expectToArrive({FFIType::Pointer, FFIType::Float, FFIType::Double, FFIType::Int8,
                     FFIType::UInt8, FFIType::Int16, FFIType::UInt16, FFIType::Int32,

@@ -13,7 +13,7 @@ namespace fs = std::filesystem;
 using orvane::tests::TemporaryFolder;
 using orvane::tests::TemporaryUser;
 
-// A folder of application libraries, started by a runtime of its own.
+// A folder of application libraries, which a runtime of its own starts.
 class Applications {
 public:
     Applications() = default;
@@ -26,13 +26,14 @@ public:
         return folder_.path() / file;
     }
 
-    // Puts one of the built libraries in, under a file name.
+    // Copies one of the built libraries into the folder, under the given file name.
     void put(const std::string& library, const std::string& file) const {
         fs::copy_file(fs::path(ORVANE_TEST_APPLICATIONS) / ("lib" + library + ".dylib"),
                       pathOf(file));
     }
 
-    // What comes out on standard error; log lines without what stands before their text.
+    // Starts the applications and returns the output on standard error, without the prefixes of log
+    // lines.
     [[nodiscard]] std::string start() const {
         testing::internal::CaptureStderr();
         orvane::Runtime::GetInstance()->initSwift(directory());
@@ -42,7 +43,7 @@ public:
     [[nodiscard]] std::string cannotLoad(const std::string& error) const {
         return "Can't load swift library: '" + directory() + "' " + error + "\n";
     }
-    // What the loader says of a file that it refuses.
+    // Returns the loader's message for a file that it refuses.
     [[nodiscard]] std::string loaderError(const std::string& file) const {
         EXPECT_EQ(dlopen(pathOf(file).c_str(), RTLD_NOW | RTLD_LOCAL), nullptr);
         return dlerror();
@@ -53,7 +54,7 @@ private:
     TemporaryFolder folder_;
 };
 
-TEST(LoadSwiftLibrary, StartsEveryApplicationAndReportsTheLastFailureAfterTheWalk) {
+TEST(LoadSwiftLibrary, StartsEveryApplicationAndReportsTheLastFailureAtTheEnd) {
     const struct {
         std::vector<std::string> libraries;
         const char* output;
@@ -63,7 +64,7 @@ TEST(LoadSwiftLibrary, StartsEveryApplicationAndReportsTheLastFailureAfterTheWal
         {{"ThrowsCString"}, "main of ThrowsCString\nRuntime error: a C string\n"},
         {{"ThrowsString"}, "main of ThrowsString\nRuntime error: a string\n"},
         {{"ThrowsOther"}, "main of ThrowsOther\nRuntime error: unknown exception\n"},
-        // The success of a later one does not take the failure back.
+        // A later success does not clear an earlier failure.
         {{"ThrowsCString", "ThrowsString", "WrittenInC"},
          "main of ThrowsCString\nmain of ThrowsString\nmain in C\nRuntime error: a string\n"},
     };
@@ -76,16 +77,30 @@ TEST(LoadSwiftLibrary, StartsEveryApplicationAndReportsTheLastFailureAfterTheWal
     }
 }
 
-TEST(LoadSwiftLibrary, ALibraryWithoutTheClassIsNoError) {
-    // No record of that name; one of a newer version; one without its second operation.
-    for (const char* file : {"libOther.dylib", "libNewer.dylib", "libHollow.dylib"}) {
+TEST(LoadSwiftLibrary, NamesTheMissingClassOfALibraryOnlyIfThereIsNoApplication) {
+    const struct {
+        const char* problem;
+        const char* module;
+        const char* symbol;
+    } cases[] = {
+        {"no such symbol", "Other", "_TtC5Other4Main"},
+        {"the length counts characters", "Ähnlich", "_TtC7Ähnlich4Main"},
+        {"a record of a newer version", "Newer", "_TtC5Newer4Main"},
+        {"a record without its second function", "Hollow", "_TtC6Hollow4Main"},
+    };
+    for (const auto& each : cases) {
         const Applications applications;
+        const std::string file = "lib" + std::string(each.module) + ".dylib";
         applications.put("WrittenInC", file);
-        EXPECT_EQ(applications.start(), applications.cannotLoad("")) << file;
+        EXPECT_EQ(applications.start(), applications.cannotLoad("") + "'" + file +
+                                            "' exports no usable symbol '" + each.symbol + "'\n")
+            << each.problem;
+        applications.put("Plain", "libPlain.dylib");
+        EXPECT_EQ(applications.start(), "main of Plain\n") << each.problem;
     }
 }
 
-TEST(LoadSwiftLibrary, AFileThatTheLoaderRefusesIsReportedWhateverElseStarts) {
+TEST(LoadSwiftLibrary, ReportsAFileThatTheLoaderRefusesEvenIfAnotherStarts) {
     const Applications applications;
     std::ofstream(applications.pathOf("libNoElf.dylib")) << "no library at all";
     EXPECT_EQ(applications.start(),

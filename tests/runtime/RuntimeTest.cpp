@@ -22,7 +22,7 @@ class RuntimeTest : public testing::Test {
 protected:
     ~RuntimeTest() override { Runtime::DeleteInstance(); }
 
-    // Runs the work as a task and waits for it: what it queues, it queues while the thread is busy.
+    // Runs the work as a task and waits for it. Tasks that the work queues meet a busy thread.
     static void inTask(const std::function<void()>& work) {
         DispatchSemaphore done(0);
         Runtime::GetInstance()->run(
@@ -38,7 +38,7 @@ private:
     TemporaryUser user_;
 };
 
-TEST_F(RuntimeTest, ThreadsMeetOneInstanceAndEachOfTheirTasksRunsOnce) {
+TEST_F(RuntimeTest, AllThreadsShareOneInstanceThatRunsEachTaskOnce) {
     Runtime::DeleteInstance();
     std::array<Runtime*, 4> instances{};
     std::atomic<int> count = 0;
@@ -60,7 +60,7 @@ TEST_F(RuntimeTest, ThreadsMeetOneInstanceAndEachOfTheirTasksRunsOnce) {
     EXPECT_EQ(count, 800);
 }
 
-TEST_F(RuntimeTest, TasksRunByTimeAndThenInTheOrderOfQueueing) {
+TEST_F(RuntimeTest, RunsTasksByTimeAndThenInTheOrderOfQueueing) {
     std::vector<int> order;
     DispatchSemaphore done(0);
     inTask([&] {
@@ -79,7 +79,7 @@ TEST_F(RuntimeTest, TasksRunByTimeAndThenInTheOrderOfQueueing) {
     EXPECT_EQ(order, (std::vector{0, 1, 2, 3}));
 }
 
-TEST_F(RuntimeTest, ATaskAloneDoesNotRunBeforeItsTime) {
+TEST_F(RuntimeTest, DoesNotRunATaskBeforeItsTime) {
     const auto queued = Clock::now();
     Clock::time_point ran;
     DispatchSemaphore done(0);
@@ -93,7 +93,7 @@ TEST_F(RuntimeTest, ATaskAloneDoesNotRunBeforeItsTime) {
     EXPECT_GE(ran - queued, std::chrono::milliseconds(19));
 }
 
-TEST_F(RuntimeTest, AnEarlierTaskWakesTheThreadAndTheLongestDelayDoesNotWrap) {
+TEST_F(RuntimeTest, AnEarlierTaskWakesTheThreadAndTheLongestDelayDoesNotOverflow) {
     std::atomic<bool> ran = false;
     Runtime::GetInstance()->run([&] { ran = true; }, 4294967295U);
     inTask([] {});
@@ -101,7 +101,7 @@ TEST_F(RuntimeTest, AnEarlierTaskWakesTheThreadAndTheLongestDelayDoesNotWrap) {
     EXPECT_FALSE(ran);
 }
 
-TEST_F(RuntimeTest, DeletingRunsWhatIsDueAndDropsTheRest) {
+TEST_F(RuntimeTest, DeletingRunsDueTasksAndDropsTheOthers) {
     std::vector<int> order;
     const auto token = std::make_shared<int>();
     inTask([&] {

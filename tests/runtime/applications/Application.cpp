@@ -1,5 +1,5 @@
-// An application that says that its main was called and then fails as the build tells it to:
-// ORVANE_TEST_FAILURE is the statement.
+// An application that prints a line when its main is called and then fails: ORVANE_TEST_FAILURE,
+// which the build defines, is the failing statement.
 
 #include <cstdio>
 #include <stdexcept>

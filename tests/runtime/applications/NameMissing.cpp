@@ -1,4 +1,4 @@
-// Does not compile: nobody says under which name to export the class.
+// Does not compile: ORVANE_MAIN_SYMBOL, the name of the exported symbol, is not defined.
 
 #include "orvane/runtime/Main.h"
 

@@ -1,4 +1,4 @@
-/* An application without a line of C++, under three names. The last two are not as they should be. */
+/* An application written in C, which exports three records. The last two are not valid. */
 
 #include <stdio.h>
 
@@ -11,7 +11,7 @@ static void* make(void) {
 }
 
 static void sendMain(void* receiver) {
-    fputs(receiver == &object ? "main in C\n" : "main of a stranger\n", stderr);
+    fputs(receiver == &object ? "main in C\n" : "main of another object\n", stderr);
 }
 
 #define EXPORT __attribute__((visibility("default")))
