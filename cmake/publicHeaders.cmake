@@ -91,7 +91,7 @@ set(orvane_public_headers
     orvane/embedding/childrenOf.h
     orvane/embedding/preOrder.h
     orvane/runtime/init_orvane.h
-    orvane/system/ScreenType.h
+    orvane/system/ScreenTypeView.h
     platform/appkit/NSAccessibilityLabel.h
     platform/appkit/NSBackingRect.h
     platform/appkit/NSEvent.h

@@ -6,8 +6,6 @@
 
 #include "host/EventScript.h"
 #include "host/Options.h"
-#include "orvane/display/Display.h"
-#include "orvane/embedding/accessibilityLabels.h"
 
 namespace orvane::host {
 
@@ -25,10 +23,9 @@ GTKHost::GTKHost(const Options& options, const EventScript& script)
       loop_(g_main_loop_new(nullptr, FALSE), &g_main_loop_unref),
       content_(options.size, options.scale),
       signals_([this] { quit(); }),
-      session_(content_, options.resources) {
+      session_(content_, options.directory, options.resources) {
     content_.setResizeHandler([this](platform::CGSize size) { session_.resize(size); });
-    content_.setAccessibilityLabels(
-        [] { return embedding::accessibilityLabels(*display::Display::instance()); });
+    content_.setAccessibilityLabels([this] { return session_.accessibilityLabels(); });
     window_.set_title("Orvane");
     window_.set_child(content_.widget());
     window_.signal_close_request().connect(
@@ -44,7 +41,7 @@ GTKHost::~GTKHost() {
 }
 
 ExitCode GTKHost::run() {
-    if (!session_.start(options_.directory)) {
+    if (!session_.start()) {
         return ExitCode::NoApplication;
     }
     window_.signal_map().connect([this] { begin(); });

@@ -45,7 +45,7 @@ OffscreenHost::OffscreenHost(const Options& options, const EventScript& script)
               onTerminate_();
           }
       }),
-      session_(window_, options.resources) {
+      session_(window_, options.directory, options.resources) {
     if (options.endsByItself() && !options.at) {
         clock_.emplace();
         start_ = platform::CACurrentMediaTime();
@@ -53,7 +53,7 @@ OffscreenHost::OffscreenHost(const Options& options, const EventScript& script)
 }
 
 ExitCode OffscreenHost::run() {
-    if (!session_.start(options_.directory)) {
+    if (!session_.start()) {
         return ExitCode::NoApplication;
     }
     if (!options_.frames.empty()) {

@@ -1,14 +1,14 @@
 #pragma once
 
-#include "orvane/system/ScreenType.h"
+#include "orvane/system/ScreenTypeView.h"
 #include "platform/appkit/NSView.h"
 
 namespace orvane::embedding {
 
-// The view around the display's view: it knows which way the screen lies.
+// The superview of the display's view, created by Session. Its size decides whether the
+// applications see a portrait or a landscape screen; a square screen is landscape.
 class HostView final : public platform::NSView, public system::ScreenTypeView {
 public:
-    // A square screen counts as landscape.
     int screenType() const override {
         const platform::CGSize size = frame().size;
         return size.height > size.width ? portrait : landscape;

@@ -3,26 +3,45 @@
 #include <glib.h>
 
 #include <atomic>
+#include <filesystem>
+#include <system_error>
 #include <thread>
+#include <utility>
 
 #include "orvane/display/Display.h"
 #include "orvane/display/native/DisplayView.h"
 #include "orvane/embedding/HostView.h"
+#include "orvane/embedding/accessibilityLabels.h"
 #include "orvane/runtime/Runtime.h"
 #include "orvane/runtime/init_orvane.h"
 #include "platform/appkit/NSWindow.h"
 #include "platform/foundation/NSUserDefaults.h"
+#include "platform/urlsession/NSURLSession.h"
 
 namespace orvane::embedding {
 
 using display::Display;
 
-Session::Session(platform::NSWindow& window, const std::string& resources) : window_(window) {
+namespace {
+
+// Must be called before the display is created, because the display loads its fonts then.
+void chooseResources(const std::string& applications, const std::string& resources) {
+    constexpr const char* key = "Resource Folder";
+    auto& defaults = platform::NSUserDefaults::standardUserDefaults();
     if (!resources.empty()) {
-        // Before the display is made: it loads its fonts from there.
-        platform::NSUserDefaults::standardUserDefaults().setVolatileObjectForKey(resources,
-                                                                                 "Resource Folder");
+        defaults.setVolatileObjectForKey(resources, key);
+    } else if (!defaults.objectForKey(key)) {
+        std::error_code error;
+        const auto folder = std::filesystem::absolute(applications, error);
+        defaults.setVolatileObjectForKey(error ? applications : folder.string(), key);
     }
+}
+
+}  // namespace
+
+Session::Session(platform::NSWindow& window, std::string applications, const std::string& resources)
+    : window_(window), applications_(std::move(applications)) {
+    chooseResources(applications_, resources);
     init_orvane();
     Runtime::GetInstance();
     view_ = std::make_shared<HostView>();
@@ -32,8 +51,11 @@ Session::Session(platform::NSWindow& window, const std::string& resources) : win
 }
 
 Session::~Session() {
+    // On a thread of its own, because the requests' callbacks and the timed tasks may be waiting
+    // for the main queue.
     std::atomic<bool> ended = false;
     std::thread ending([&ended] {
+        platform::NSURLSession::sharedSession().invalidateAndCancel();
         Runtime::GetInstance()->stop();
         ended = true;
         g_main_context_wakeup(nullptr);
@@ -49,15 +71,19 @@ Session::~Session() {
     Display::reset();
 }
 
-bool Session::start(const std::string& directory) {
+bool Session::start() {
     Runtime* const runtime = Runtime::GetInstance();
-    runtime->initSwift(directory);
+    runtime->initSwift(applications_);
     return runtime->hasApplication();
 }
 
 void Session::resize(platform::CGSize size) {
     layOut(size);
     Display::instance()->frameChanged({size.width, size.height});
+}
+
+std::vector<platform::NSAccessibilityLabel> Session::accessibilityLabels() const {
+    return embedding::accessibilityLabels(*Display::instance());
 }
 
 void Session::layOut(platform::CGSize size) {

@@ -11,7 +11,10 @@ class Display;
 
 namespace orvane::embedding {
 
-// The labels of the visible objects on a display, with their frames, in drawing order.
+// Returns the accessibility label of each visible object on the display that has one, with the
+// object's frame in points of the display, in drawing order. A window exposes them to assistive
+// technology: pass this function's result to GTKWindow::setAccessibilityLabels. It visits every
+// object. Main thread only.
 ORVANE_EXPORT std::vector<platform::NSAccessibilityLabel> accessibilityLabels(
     const display::Display& display);
 

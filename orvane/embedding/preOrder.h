@@ -6,8 +6,9 @@
 
 namespace orvane::embedding {
 
-// Visits a forest in pre-order, with the depth of each node, the roots' being 1. `childrenOf` gives
-// a node's children as a vector of shared pointers. Trees may be deeper than a stack.
+// Visits every node of a forest in pre-order. `visit` receives the node and its depth, which is 1
+// for the roots; `childrenOf` returns a node's children as a vector of shared pointers. The walk
+// does not recurse, so a tree may be deeper than the call stack.
 template <typename Node, typename ChildrenOf, typename Visit>
 void preOrder(const std::vector<std::shared_ptr<Node>>& roots, ChildrenOf childrenOf, Visit visit) {
     std::vector<std::pair<std::shared_ptr<Node>, int>> pending;
