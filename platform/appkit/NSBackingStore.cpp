@@ -5,6 +5,7 @@
 
 #include "platform/appkit/NSGraphicsContext.h"
 #include "platform/appkit/NSView.h"
+#include "platform/coregraphics/floorDivide.h"
 #include "platform/raster/CGBitmapContext.h"
 
 namespace orvane::platform {
@@ -14,10 +15,6 @@ namespace {
 std::uint64_t nextSerial() {
     static std::uint64_t last = 0;
     return ++last;
-}
-
-std::int64_t floorDivide(std::int64_t value, std::int64_t by) {
-    return value / by - (value % by < 0 ? 1 : 0);
 }
 
 NSBackingRect tileRect(std::int64_t column, std::int64_t line) {

@@ -12,25 +12,6 @@ namespace orvane::platform {
 
 namespace {
 
-bool isFinite(const CGRect& rect) {
-    // An infinite or missing number spoils the sum; so does a far edge that overflows.
-    return std::isfinite(rect.origin.x + rect.size.width) &&
-           std::isfinite(rect.origin.y + rect.size.height) && std::isfinite(rect.origin.x) &&
-           std::isfinite(rect.origin.y);
-}
-
-CGRect normalized(CGRect rect) {
-    if (rect.size.width < 0) {
-        rect.origin.x += rect.size.width;
-        rect.size.width = -rect.size.width;
-    }
-    if (rect.size.height < 0) {
-        rect.origin.y += rect.size.height;
-        rect.size.height = -rect.size.height;
-    }
-    return rect;
-}
-
 CGAffineTransform modelTransform(const CALayer& layer) {
     return layer.affineTransform({layer.position(), layer.anchorPoint(), layer.transform()});
 }
@@ -263,7 +244,7 @@ void NSView::setNeedsDisplayInRect(const CGRect& rect) {
     if (isFinite(rect)) {
         // One pixel around for what reaches beyond its own frame: antialiased edges, and frames
         // that were rounded on their way.
-        NSBackingRect damaged = NSBackingRect::around(normalized(rect), store_->scale());
+        NSBackingRect damaged = NSBackingRect::around(standardized(rect), store_->scale());
         damaged = {damaged.left - 1, damaged.top - 1, damaged.right + 1, damaged.bottom + 1};
         store_->damage().add(damaged);
     } else {

@@ -40,30 +40,37 @@ CGAffineTransform CGAffineTransform::concat(const CGAffineTransform& after) cons
             tx * after.b + ty * after.d + after.ty};
 }
 
+bool CGAffineTransform::isDrawable() const {
+    constexpr double kSmallest = 1e-12;
+    constexpr double kLargest = 1e12;
+    constexpr double kFlattest = 1e-12;  // the ratio of the two axes
+    const double size = norm();
+    // These comparisons are false for NaN.
+    return size >= kSmallest && size <= kLargest &&
+           std::abs(determinant()) >= size * size * kFlattest && std::isfinite(tx) &&
+           std::isfinite(ty);
+}
+
 std::optional<CGAffineTransform> CGAffineTransform::invert() const {
-    const double determinant = a * d - b * c;
-    const CGAffineTransform inverse{d / determinant,
-                                    -b / determinant,
-                                    -c / determinant,
-                                    a / determinant,
-                                    (c * ty - d * tx) / determinant,
-                                    (b * tx - a * ty) / determinant};
-    // Division by next to nothing overflows, and so does everything computed from it.
-    const double size = std::abs(inverse.a) + std::abs(inverse.b) + std::abs(inverse.c) +
-                        std::abs(inverse.d) + std::abs(inverse.tx) + std::abs(inverse.ty);
-    if (!std::isfinite(size) || !std::isfinite(determinant)) {
+    if (!isDrawable()) {
+        return std::nullopt;
+    }
+    const double area = determinant();
+    const CGAffineTransform inverse{d / area,
+                                    -b / area,
+                                    -c / area,
+                                    a / area,
+                                    (c * ty - d * tx) / area,
+                                    (b * tx - a * ty) / area};
+    if (!std::isfinite(inverse.tx) || !std::isfinite(inverse.ty)) {
         return std::nullopt;
     }
     return inverse;
 }
 
-CGPoint CGAffineTransform::apply(CGPoint point) const {
-    return {a * point.x + c * point.y + tx, b * point.x + d * point.y + ty};
-}
-
 CGRect CGAffineTransform::apply(const CGRect& rect) const {
     const CGPoint origin = apply(rect.origin);
-    // Each axis of the rectangle reaches from the mapped origin to one side or the other.
+    // Each side of the rectangle extends from the mapped origin in one direction or the other.
     const double acrossX = a * rect.size.width;
     const double acrossY = b * rect.size.width;
     const double downX = c * rect.size.height;

@@ -1,14 +1,19 @@
 #pragma once
 
+#include <algorithm>
+#include <cmath>
 #include <optional>
 
+#include "orvane/commons/Export.h"
 #include "platform/coregraphics/CGGeometry.h"
 
 namespace orvane::platform {
 
-// x' = a x + c y + tx, y' = b x + d y + ty. The operations compose before the transform, as the
-// drawing operations of the same name do: t.rotate(r) rotates first, then applies t.
-struct CGAffineTransform {
+// An affine transformation: x' = a x + c y + tx, y' = b x + d y + ty.
+//
+// translate, scale and rotate return a transformation that applies the named operation first and
+// this transformation second, like the drawing operations of the same name.
+struct ORVANE_EXPORT CGAffineTransform {
     double a = 1, b = 0, c = 0, d = 1, tx = 0, ty = 0;
 
     static CGAffineTransform makeTranslation(double tx, double ty);
@@ -18,13 +23,26 @@ struct CGAffineTransform {
     CGAffineTransform translate(double tx, double ty) const;
     CGAffineTransform scale(double sx, double sy) const;
     CGAffineTransform rotate(double radians) const;
-    // This transform first, then `after`.
+    // Applies this transformation first, then `after`.
     CGAffineTransform concat(const CGAffineTransform& after) const;
-    // None for one that cannot be undone: scale 0, or numbers that are not finite.
+
+    // The largest absolute value among a, b, c and d.
+    double norm() const { return std::max({std::abs(a), std::abs(b), std::abs(c), std::abs(d)}); }
+    double determinant() const { return a * d - b * c; }
+    // Without the translation.
+    CGAffineTransform linear() const { return {a, b, c, d, 0, 0}; }
+
+    // Whether content can be drawn under this transformation: all numbers are finite, and the
+    // result is neither singular nor so close to singular that nothing visible remains. Every
+    // canvas and window draws nothing under any other transformation.
+    bool isDrawable() const;
+    // The inverse; none unless the transformation is drawable.
     std::optional<CGAffineTransform> invert() const;
 
-    CGPoint apply(CGPoint point) const;
-    // The box around the mapped corners.
+    constexpr CGPoint apply(CGPoint point) const {
+        return {a * point.x + c * point.y + tx, b * point.x + d * point.y + ty};
+    }
+    // The smallest axis-aligned box around the mapped rectangle.
     CGRect apply(const CGRect& rect) const;
 
     friend constexpr bool operator==(const CGAffineTransform&, const CGAffineTransform&) = default;

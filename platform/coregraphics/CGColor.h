@@ -1,5 +1,8 @@
 #pragma once
 
+#include <algorithm>
+#include <cmath>
+
 namespace orvane::platform {
 
 // Straight (not premultiplied) components from 0 to 1.
@@ -10,5 +13,10 @@ struct CGColor {
     double alpha = 1;
     friend constexpr bool operator==(const CGColor&, const CGColor&) = default;
 };
+
+// A component limited to its range; NaN counts as 0.
+inline double limitedComponent(double value) {
+    return std::isnan(value) ? 0 : std::clamp(value, 0.0, 1.0);
+}
 
 }  // namespace orvane::platform

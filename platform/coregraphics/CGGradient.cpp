@@ -1,17 +1,8 @@
 #include "platform/coregraphics/CGGradient.h"
 
 #include <algorithm>
-#include <cmath>
 
 namespace orvane::platform {
-
-namespace {
-
-double component(double value) {
-    return std::isnan(value) ? 0 : std::clamp(value, 0.0, 1.0);
-}
-
-}  // namespace
 
 std::shared_ptr<const CGGradient> CGGradient::createWithColorComponents(
     std::span<const double> components, std::span<const double> locations) {
@@ -21,17 +12,18 @@ std::shared_ptr<const CGGradient> CGGradient::createWithColorComponents(
     gradient->stops_.reserve(count);
     // Colours behind the last location share what is left of the axis; without any location the
     // first colour stands at 0, so one interval fewer is shared out.
-    const double last = located > 0 ? component(locations[located - 1]) : 0;
+    const double last = located > 0 ? limitedComponent(locations[located - 1]) : 0;
     const std::size_t first = located > 0 ? located - 1 : 0;
     const double intervals =
         static_cast<double>(std::max<std::size_t>(count, first + 2) - 1 - first);
     for (std::size_t i = 0; i < count; ++i) {
         const double location =
-            i < located ? component(locations[i])
+            i < located ? limitedComponent(locations[i])
                         : last + (1 - last) * static_cast<double>(i - first) / intervals;
         const double* c = components.data() + i * 4;
-        gradient->stops_.push_back(
-            {location, {component(c[0]), component(c[1]), component(c[2]), component(c[3])}});
+        gradient->stops_.push_back({location,
+                                    {limitedComponent(c[0]), limitedComponent(c[1]),
+                                     limitedComponent(c[2]), limitedComponent(c[3])}});
     }
     // Locations may come in any order; equal ones keep theirs and make a hard edge.
     std::ranges::stable_sort(gradient->stops_, {}, &Stop::location);

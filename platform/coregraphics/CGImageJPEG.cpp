@@ -55,12 +55,8 @@ void onProgress(j_common_ptr info) {
     }
 }
 
-// Whether so many bytes can hold so many pixels at all: a block of 8 by 8 takes at least a bit, and
-// one of colour can stand for 4 by 4 of those.
-bool canHold(std::size_t bytes, std::int64_t pixels) {
-    constexpr std::int64_t kPixelsPerByte = 64 * 16 * 8;
-    return pixels / kPixelsPerByte <= static_cast<std::int64_t>(bytes);
-}
+// A block of 8 by 8 samples takes at least one bit, and a color sample covers up to 4 by 4 pixels.
+constexpr std::int64_t kPixelsPerByte = 64 * 16 * 8;
 
 std::uint32_t opaque(std::uint32_t r, std::uint32_t g, std::uint32_t b) {
     return 0xff000000u | r << 16 | g << 8 | b;
@@ -90,7 +86,8 @@ public:
         info_.progress = &progress_;
         jpeg_read_header(&info_, TRUE);
         if (!isSensibleImageSize(info_.image_width, info_.image_height) ||
-            !canHold(bytes.size(), std::int64_t{info_.image_width} * info_.image_height)) {
+            !canHold(bytes.size(), std::int64_t{info_.image_width} * info_.image_height,
+                     kPixelsPerByte)) {
             return false;
         }
         const bool isFourColours =

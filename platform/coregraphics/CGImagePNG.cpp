@@ -35,12 +35,8 @@ private:
     png_image image_{};
 };
 
-// Whether so many bytes can hold so many pixels at all: the compression gets at most about a
-// thousand bytes out of one, and a pixel is at least one bit.
-bool canHold(std::size_t bytes, std::int64_t pixels) {
-    constexpr std::int64_t kPixelsPerByte = 1032 * 8;
-    return pixels / kPixelsPerByte <= static_cast<std::int64_t>(bytes);
-}
+// Deflate yields at most 1032 bytes for one, and a pixel takes at least one bit.
+constexpr std::int64_t kPixelsPerByte = 1032 * 8;
 
 // The format ends with this chunk, its checksum included; a file cut short lacks it.
 bool hasEnd(std::span<const unsigned char> bytes) {
@@ -56,7 +52,8 @@ std::shared_ptr<const CGImage> CGImage::createWithPNGDataProvider(const CGDataPr
     PngImage png;
     if (png_image_begin_read_from_memory(png.get(), bytes.data(), bytes.size()) == 0 ||
         !isSensibleImageSize(png->width, png->height) ||
-        !canHold(bytes.size(), std::int64_t{png->width} * png->height) || !hasEnd(bytes)) {
+        !canHold(bytes.size(), std::int64_t{png->width} * png->height, kPixelsPerByte) ||
+        !hasEnd(bytes)) {
         return nullptr;
     }
     png->format = kWordFormat;

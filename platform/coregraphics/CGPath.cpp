@@ -10,17 +10,6 @@ namespace orvane::platform {
 
 namespace {
 
-// Negative sizes reach the other way from the origin.
-CGRect standardised(const CGRect& r) {
-    return {{std::min(r.origin.x, r.origin.x + r.size.width),
-             std::min(r.origin.y, r.origin.y + r.size.height)},
-            {std::abs(r.size.width), std::abs(r.size.height)}};
-}
-
-CGPoint map(const CGAffineTransform& t, double x, double y) {
-    return {t.a * x + t.c * y + t.tx, t.b * x + t.d * y + t.ty};
-}
-
 // Gathers the box of what it is fed; curves count where they run, not where their control points
 // stand.
 class BoundsSink {
@@ -137,14 +126,14 @@ void CGPath::addLines(std::span<const CGPoint> points) {
 
 void CGPath::addRect(const CGRect& rect) {
     if (isEmpty()) {
-        writable().form = Outline::Rect{standardised(rect)};
+        writable().form = Outline::Rect{standardized(rect)};
     } else {
-        emitRect(writable().segments(), standardised(rect));
+        emitRect(writable().segments(), standardized(rect));
     }
 }
 
 void CGPath::addRoundedRect(const CGRect& rect, double cornerWidth, double cornerHeight) {
-    const CGRect r = standardised(rect);
+    const CGRect r = standardized(rect);
     // Written so that a corner that is not a number stays one, and the outline is nowhere.
     const double half[] = {r.size.width / 2, r.size.height / 2};
     const double wanted[] = {std::abs(cornerWidth), std::abs(cornerHeight)};
@@ -161,9 +150,9 @@ void CGPath::addRoundedRect(const CGRect& rect, double cornerWidth, double corne
 
 void CGPath::addEllipseInRect(const CGRect& rect) {
     if (isEmpty()) {
-        writable().form = Outline::Ellipse{standardised(rect)};
+        writable().form = Outline::Ellipse{standardized(rect)};
     } else {
-        emitEllipse(writable().segments(), standardised(rect));
+        emitEllipse(writable().segments(), standardized(rect));
     }
 }
 
@@ -177,7 +166,7 @@ void CGPath::addRelativeArc(const CGAffineTransform& matrix, double x, double y,
         delta = kept;
     }
     const auto on = [&](double cosine, double sine) {
-        return map(matrix, x + radius * cosine, y + radius * sine);
+        return matrix.apply(CGPoint{x + radius * cosine, y + radius * sine});
     };
     Segments& segments = writable().segments();
     const CGPoint start = on(std::cos(startAngle), std::sin(startAngle));

@@ -5,15 +5,6 @@
 
 namespace orvane::platform {
 
-namespace {
-
-bool isFinite(const CGRect& r) {
-    return std::isfinite(r.origin.x) && std::isfinite(r.origin.y) &&
-           std::isfinite(r.origin.x + r.size.width) && std::isfinite(r.origin.y + r.size.height);
-}
-
-}  // namespace
-
 void Segments::append(CGPoint p) {
     points.push_back(p);
     min = {std::min(min.x, p.x), std::min(min.y, p.y)};

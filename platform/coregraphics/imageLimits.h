@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 
 namespace orvane::platform {
@@ -12,6 +13,12 @@ inline constexpr std::int64_t kMostPixels = std::int64_t{1} << 26;
 constexpr bool isSensibleImageSize(std::int64_t width, std::int64_t height) {
     return width > 0 && height > 0 && width <= kLargestSide && height <= kLargestSide &&
            width * height <= kMostPixels;
+}
+
+// Whether a compressed file of this size can contain this many pixels, if the best compression that
+// its format allows stores `pixelsPerByte` pixels in a byte.
+constexpr bool canHold(std::size_t bytes, std::int64_t pixels, std::int64_t pixelsPerByte) {
+    return pixels / pixelsPerByte <= static_cast<std::int64_t>(bytes);
 }
 
 }  // namespace orvane::platform

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "platform/coregraphics/CairoCanvas.h"
+#include "platform/coregraphics/floorDivide.h"
 #include "platform/coretext/FontMap.h"
 #include "platform/coretext/RunFont.h"
 #include "platform/coretext/cairoText.h"
@@ -128,9 +129,11 @@ void paintMasked(cairo_t* cairo, const RunFont& font, const cairo_matrix_t& matr
     forEachGlyph(matrix, glyphs, piece, [&](auto glyph, double x, double y) {
         const int phasesX = static_cast<int>(std::floor(x * GlyphCache::kPhases + 0.5));
         const int phasesY = static_cast<int>(std::floor(y * GlyphCache::kPhases + 0.5));
-        // Shifting rounds down, also below zero.
-        static_assert(GlyphCache::kPhases == 4);
-        painter.add(strike.coverage(glyph, phasesX & 3, phasesY & 3), phasesX >> 2, phasesY >> 2);
+        const Pixel pixel{floorDivide(phasesX, GlyphCache::kPhases),
+                          floorDivide(phasesY, GlyphCache::kPhases)};
+        painter.add(strike.coverage(glyph, phasesX - pixel.x * GlyphCache::kPhases,
+                                    phasesY - pixel.y * GlyphCache::kPhases),
+                    pixel.x, pixel.y);
     });
     painter.paint();
 }

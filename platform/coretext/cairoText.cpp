@@ -31,7 +31,7 @@ void fillAlike(cairo_t* target, cairo_t* path, Pixel origin) {
         static_cast<int>(std::ceil(std::min(right, clipRight - origin.x) / kSide));
     const int tileBottom =
         static_cast<int>(std::ceil(std::min(bottom, clipBottom - origin.y) / kSide));
-    const std::unique_ptr<cairo_path_t, CairoRelease> outline(cairo_copy_path(path));
+    const CairoPath outline(cairo_copy_path(path));
     for (int row = firstTile(top, clipTop - origin.y); row < tileBottom; ++row) {
         for (int column = firstTile(left, clipLeft - origin.x); column < tileRight; ++column) {
             const CairoSurface mask(cairo_image_surface_create(CAIRO_FORMAT_A8, kSide, kSide));

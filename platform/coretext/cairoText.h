@@ -1,9 +1,8 @@
 #pragma once
 
-#include <cairo.h>
-
 #include <cstdint>
-#include <memory>
+
+#include "platform/coregraphics/CairoHandles.h"
 
 namespace orvane::platform {
 
@@ -11,14 +10,6 @@ class RunFont;
 
 // The raster library's objects with their release, and what both painters of glyphs ask of it.
 // Internal to this room.
-
-struct CairoRelease {
-    void operator()(cairo_t* cairo) const { cairo_destroy(cairo); }
-    void operator()(cairo_surface_t* surface) const { cairo_surface_destroy(surface); }
-    void operator()(cairo_path_t* path) const { cairo_path_destroy(path); }
-};
-using CairoContext = std::unique_ptr<cairo_t, CairoRelease>;
-using CairoSurface = std::unique_ptr<cairo_surface_t, CairoRelease>;
 
 // The whole pixel that a point lies in.
 struct Pixel {

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "platform/appkit/NSBackingStore.h"
+#include "platform/coregraphics/floorDivide.h"
 
 namespace orvane::platform {
 
@@ -43,10 +44,6 @@ Glib::RefPtr<Gdk::Texture> makeTexture(const NSBackingStore& store, const NSBack
                                       bytes, width * sizeof(std::uint32_t));
 }
 
-constexpr int floorDivide(int value, int divisor) {
-    return value / divisor - (value % divisor < 0 ? 1 : 0);
-}
-
 }  // namespace
 
 void GTKTiles::update(const NSBackingStore* store, std::span<const NSBackingRect> rects) {
@@ -69,8 +66,9 @@ void GTKTiles::update(const NSBackingStore* store, std::span<const NSBackingRect
 
 void GTKTiles::updateRect(const NSBackingStore& store, const NSBackingRect& rect) {
     store.forEachTile(rect, [&](const NSBackingStore::Tile& current) {
-        const Place place{floorDivide(current.rect.top, NSBackingStore::tileSize),
-                          floorDivide(current.rect.left, NSBackingStore::tileSize)};
+        const Place place{
+            static_cast<int>(floorDivide(current.rect.top, NSBackingStore::tileSize)),
+            static_cast<int>(floorDivide(current.rect.left, NSBackingStore::tileSize))};
         if (current.serial == 0) {
             tiles_.erase(place);
             return;

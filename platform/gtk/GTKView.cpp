@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <cmath>
 #include <numbers>
+#include <optional>
 #include <vector>
 
 #include "platform/gtk/GTKControl.h"
@@ -17,14 +18,13 @@ namespace orvane::platform {
 
 namespace {
 
-// Whether the compositor can show something under this transform. It counts in single precision,
-// and its canvas does not survive a transform that cannot be inverted.
+// Whether the compositor can show something under this transformation: GTK stores it and its
+// inverse in single precision.
 bool canShow(const CGAffineTransform& t) {
     constexpr double largest = 1e6;
-    constexpr double smallestArea = 1e-12;
-    const auto isWithin = [](double value) { return std::abs(value) <= largest; };  // not so a NaN
-    return isWithin(t.a) && isWithin(t.b) && isWithin(t.c) && isWithin(t.d) && isWithin(t.tx) &&
-           isWithin(t.ty) && std::abs(t.a * t.d - t.b * t.c) >= smallestArea;
+    const std::optional<CGAffineTransform> inverse = t.invert();
+    return inverse &&
+           std::max({t.norm(), std::abs(t.tx), std::abs(t.ty), inverse->norm()}) <= largest;
 }
 
 float toDegrees(double radians) {

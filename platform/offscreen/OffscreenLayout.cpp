@@ -18,9 +18,8 @@ constexpr double kLongestStep = 8192;
 
 // Whether a view with this transform shows anything, and the inverse fits Pixman's coordinates.
 bool isPlaceable(const CGAffineTransform& t) {
-    const std::optional<CGAffineTransform> back = t.invert();
-    return back && std::max({std::abs(back->a), std::abs(back->b), std::abs(back->c),
-                             std::abs(back->d)}) < kLongestStep;
+    const std::optional<CGAffineTransform> inverse = t.invert();
+    return inverse && inverse->norm() < kLongestStep;
 }
 
 }  // namespace

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstring>
 
 #include "platform/raster/Mask.h"
 
@@ -114,15 +113,7 @@ void AlignedBox::paint(const Bitmap& bitmap, const PixelRect& clip, std::uint32_
 void AlignedBox::multiply(std::uint8_t* coverage, const PixelRect& area) const {
     // Outside the box nothing is covered.
     const PixelRect inside = area.intersected(bounds());
-    for (int y = area.top; y < area.bottom; ++y) {
-        std::uint8_t* row = coverage + (y - area.top) * Mask::kSide;
-        if (inside.isEmpty() || y < inside.top || y >= inside.bottom) {
-            std::memset(row, 0, static_cast<std::size_t>(area.width()));
-        } else {
-            std::fill(row, row + (inside.left - area.left), std::uint8_t{0});
-            std::fill(row + (inside.right - area.left), row + area.width(), std::uint8_t{0});
-        }
-    }
+    Mask::clearOutside(coverage, area, inside);
     forEachCell(inside, [&](const PixelRect& cell, std::uint32_t cellCoverage) {
         for (int y = cell.top; y < cell.bottom; ++y) {
             std::uint8_t* row = coverage + (y - area.top) * Mask::kSide - area.left;

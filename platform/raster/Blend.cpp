@@ -1,15 +1,8 @@
 #include "platform/raster/Blend.h"
 
-#include <algorithm>
-#include <cmath>
-
 namespace orvane::platform {
 
 namespace {
-
-double component(double value) {
-    return std::isnan(value) ? 0 : std::clamp(value, 0.0, 1.0);
-}
 
 std::uint32_t toByte(double value) {
     return static_cast<std::uint32_t>(value * 255 + 0.5);
@@ -18,9 +11,10 @@ std::uint32_t toByte(double value) {
 }  // namespace
 
 std::uint32_t premultiplied(const CGColor& color) {
-    const double alpha = component(color.alpha);
-    return toByte(alpha) << 24 | toByte(component(color.red) * alpha) << 16 |
-           toByte(component(color.green) * alpha) << 8 | toByte(component(color.blue) * alpha);
+    const double alpha = limitedComponent(color.alpha);
+    return toByte(alpha) << 24 | toByte(limitedComponent(color.red) * alpha) << 16 |
+           toByte(limitedComponent(color.green) * alpha) << 8 |
+           toByte(limitedComponent(color.blue) * alpha);
 }
 
 void blendCoverage(std::uint32_t* row, const std::uint8_t* coverage, int count,

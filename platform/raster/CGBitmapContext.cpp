@@ -114,7 +114,7 @@ private:
 
 void CGBitmapContext::Rasteriser::drawGradient(const CGGradient& gradient, CGPoint start,
                                                CGPoint end, unsigned options) {
-    if (gradient.stops().empty() || !isInvertible(state().ctm)) {
+    if (gradient.stops().empty() || !state().ctm.isDrawable()) {
         return;
     }
     painter_.paint(GradientSource(gradient, state().ctm, start, end, options), currentClip());
@@ -127,7 +127,7 @@ void CGBitmapContext::Rasteriser::drawImage(const CGRect& rect, const CGImage& i
         rect.size.width / image.width(), 0, 0, -rect.size.height / image.height(), rect.origin.x,
         rect.origin.y + rect.size.height};
     const CGAffineTransform toPixels = toRect.concat(s.ctm);
-    if (!isInvertible(s.ctm) || !isInvertible(toPixels)) {
+    if (!s.ctm.isDrawable() || !toPixels.isDrawable()) {
         return;
     }
     const Clip clip = currentClip();

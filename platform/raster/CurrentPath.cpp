@@ -12,17 +12,14 @@ public:
     TransformedSink(Segments& segments, const CGAffineTransform& transform)
         : segments_(segments), transform_(transform) {}
 
-    void moveTo(CGPoint p) { segments_.moveTo(map(p)); }
-    void lineTo(CGPoint p) { segments_.lineTo(map(p)); }
-    void curveTo(CGPoint c1, CGPoint c2, CGPoint p) { segments_.curveTo(map(c1), map(c2), map(p)); }
+    void moveTo(CGPoint p) { segments_.moveTo(transform_.apply(p)); }
+    void lineTo(CGPoint p) { segments_.lineTo(transform_.apply(p)); }
+    void curveTo(CGPoint c1, CGPoint c2, CGPoint p) {
+        segments_.curveTo(transform_.apply(c1), transform_.apply(c2), transform_.apply(p));
+    }
     void close() { segments_.close(); }
 
 private:
-    CGPoint map(CGPoint p) const {
-        return {transform_.a * p.x + transform_.c * p.y + transform_.tx,
-                transform_.b * p.x + transform_.d * p.y + transform_.ty};
-    }
-
     Segments& segments_;
     const CGAffineTransform& transform_;
 };

@@ -14,40 +14,30 @@ namespace orvane::platform {
 
 namespace {
 
-// The drawable's box in pixels, a pixel wider all round for antialiasing, cut to the raster
-// library's range; nothing when a corner is nowhere.
-PixelRect pixelBox(const CGRect& box, const CGAffineTransform& t) {
+// The drawable's box in pixels, one pixel larger on each side for antialiasing, cut to the range of
+// the raster library. Empty when a corner is not a number.
+PixelRect pixelBox(const CGRect& box, const CGAffineTransform& toPixels) {
     static constexpr double kReach = 1 << 22;
-    const double xs[] = {box.origin.x, box.origin.x + box.size.width};
-    const double ys[] = {box.origin.y, box.origin.y + box.size.height};
-    CGPoint min{kReach, kReach};
-    CGPoint max{-kReach, -kReach};
-    for (const double x : xs) {
-        for (const double y : ys) {
-            const CGPoint p{t.a * x + t.c * y + t.tx, t.b * x + t.d * y + t.ty};
-            if (std::isnan(p.x) || std::isnan(p.y)) {
-                return {};
-            }
-            min = {std::min(min.x, p.x), std::min(min.y, p.y)};
-            max = {std::max(max.x, p.x), std::max(max.y, p.y)};
-        }
+    const CGRect mapped = toPixels.apply(box);
+    const double right = mapped.origin.x + mapped.size.width;
+    const double bottom = mapped.origin.y + mapped.size.height;
+    if (std::isnan(right) || std::isnan(bottom)) {
+        return {};
     }
     const auto pixel = [](double value) {
         return static_cast<int>(std::clamp(value, -kReach, kReach));
     };
-    return {pixel(std::floor(min.x)) - 1, pixel(std::floor(min.y)) - 1, pixel(std::ceil(max.x)) + 1,
-            pixel(std::ceil(max.y)) + 1};
+    return {pixel(std::floor(mapped.origin.x)) - 1, pixel(std::floor(mapped.origin.y)) - 1,
+            pixel(std::ceil(right)) + 1, pixel(std::ceil(bottom)) + 1};
 }
 
 }  // namespace
 
-DrawablePainter::Context DrawablePainter::makeContext(const Bitmap& bitmap) {
-    cairo_surface_t* const surface = cairo_image_surface_create_for_data(
+CairoContext DrawablePainter::makeContext(const Bitmap& bitmap) {
+    const CairoSurface surface(cairo_image_surface_create_for_data(
         reinterpret_cast<unsigned char*>(bitmap.pixels), CAIRO_FORMAT_ARGB32, bitmap.width,
-        bitmap.height, static_cast<int>(bitmap.stride * 4));
-    Context context(cairo_create(surface));
-    cairo_surface_destroy(surface);  // the context holds it
-    return context;
+        bitmap.height, static_cast<int>(bitmap.stride * 4)));
+    return CairoContext(cairo_create(surface.get()));  // holds the surface
 }
 
 void DrawablePainter::paintOn(cairo_t* cairo, const CGDrawable& drawable,
@@ -71,7 +61,7 @@ void DrawablePainter::paintOn(cairo_t* cairo, const CGDrawable& drawable,
 void DrawablePainter::paint(const CGDrawable& drawable, const CGAffineTransform& toPixels,
                             const CGColor& fillColor, const CGColor& strokeColor,
                             const Clip& clip) {
-    if (!isInvertible(toPixels)) {
+    if (!toPixels.isDrawable()) {
         return;
     }
     const PixelRect area = clip.bounds.intersected(pixelBox(drawable.inkBounds(), toPixels));
@@ -92,7 +82,7 @@ void DrawablePainter::paint(const CGDrawable& drawable, const CGAffineTransform&
     CGAffineTransform toLayer = toPixels;
     toLayer.tx -= area.left;
     toLayer.ty -= area.top;
-    const Context context = makeContext(layer);
+    const CairoContext context = makeContext(layer);
     paintOn(context.get(), drawable, toLayer, fillColor, strokeColor, layer.bounds());
     painter_.paint(BitmapSource(layer.pixels, layer.stride, area.left, area.top),
                    {area, clip.shapes});

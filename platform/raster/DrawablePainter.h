@@ -1,11 +1,8 @@
 #pragma once
 
-#include <cairo.h>
-
-#include <memory>
-
 #include "platform/coregraphics/CGAffineTransform.h"
 #include "platform/coregraphics/CGColor.h"
+#include "platform/coregraphics/CairoHandles.h"
 #include "platform/raster/BitmapPainter.h"
 
 namespace orvane::platform {
@@ -24,18 +21,13 @@ public:
                const CGColor& fillColor, const CGColor& strokeColor, const Clip& clip);
 
 private:
-    struct Release {
-        void operator()(cairo_t* cairo) const { cairo_destroy(cairo); }
-    };
-    using Context = std::unique_ptr<cairo_t, Release>;
-
-    static Context makeContext(const Bitmap& bitmap);
+    static CairoContext makeContext(const Bitmap& bitmap);
     static void paintOn(cairo_t* cairo, const CGDrawable& drawable,
                         const CGAffineTransform& toPixels, const CGColor& fillColor,
                         const CGColor& strokeColor, const PixelRect& area);
 
     BitmapPainter& painter_;
-    Context context_;
+    CairoContext context_;
 };
 
 }  // namespace orvane::platform

@@ -104,9 +104,9 @@ GradientSource::GradientSource(const CGGradient& gradient, const CGAffineTransfo
     // The canvas moving by whole pixels must not change a colour: the start stands on a grid fine
     // enough to be exact, and colours depend on the way from there.
     const auto place = [](double v) { return roundedTo(kPlacesPerPixel, v); };
-    start_ = {place(t.a * start.x + t.c * start.y + t.tx),
-              place(t.b * start.x + t.d * start.y + t.ty)};
-    const double determinant = t.a * t.d - t.b * t.c;
+    const CGPoint mapped = t.apply(start);
+    start_ = {place(mapped.x), place(mapped.y)};
+    const double determinant = t.determinant();
     perColumn_ = (t.d * dx - t.b * dy) / determinant / square;
     perRow_ = (t.a * dy - t.c * dx) / determinant / square;
 }

@@ -42,7 +42,7 @@ bool setFilter(pixman_image_t* image, double perPixelX, double perPixelY) {
 }  // namespace
 
 ImageSource::ImageSource(const CGImage& image, const CGAffineTransform& t) {
-    const double determinant = t.a * t.d - t.b * t.c;
+    const double determinant = t.determinant();
     // The inverse, from the canvas's pixels to the bitmap's. Its translation is told from whole
     // pixels near where the bitmap's corner lands: the library's numbers are small.
     const double a = t.d / determinant;

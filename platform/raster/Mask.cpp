@@ -120,6 +120,18 @@ void Mask::multiply(std::uint8_t* coverage, int left, int top, const PixelRect& 
     }
 }
 
+void Mask::clearOutside(std::uint8_t* coverage, const PixelRect& area, const PixelRect& inside) {
+    for (int y = area.top; y < area.bottom; ++y) {
+        std::uint8_t* row = coverage + (y - area.top) * kSide;
+        if (inside.isEmpty() || y < inside.top || y >= inside.bottom) {
+            std::fill_n(row, area.width(), std::uint8_t{0});
+        } else {
+            std::fill(row, row + (inside.left - area.left), std::uint8_t{0});
+            std::fill(row + (inside.right - area.left), row + area.width(), std::uint8_t{0});
+        }
+    }
+}
+
 std::size_t Mask::byteCount() const {
     return rows_.capacity() * sizeof(Row) + spans_.capacity() * sizeof(Span) + bytes_.capacity();
 }

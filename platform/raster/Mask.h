@@ -29,6 +29,10 @@ public:
     // apart; area lies inside the mask, whose corner stands at left, top.
     void multiply(std::uint8_t* coverage, int left, int top, const PixelRect& area) const;
 
+    // Sets the bytes of `area` that lie outside `inside` to 0. Rows are kSide bytes apart.
+    static void clearOutside(std::uint8_t* coverage, const PixelRect& area,
+                             const PixelRect& inside);
+
     // Memory beyond the object itself.
     std::size_t byteCount() const;
 

@@ -21,27 +21,22 @@ public:
         : cairo_(cairo), transform_(transform) {}
 
     void moveTo(CGPoint p) {
-        const CGPoint q = map(p);
+        const CGPoint q = transform_.apply(p);
         cairo_move_to(cairo_, q.x, q.y);
     }
     void lineTo(CGPoint p) {
-        const CGPoint q = map(p);
+        const CGPoint q = transform_.apply(p);
         cairo_line_to(cairo_, q.x, q.y);
     }
     void curveTo(CGPoint c1, CGPoint c2, CGPoint p) {
-        const CGPoint q1 = map(c1);
-        const CGPoint q2 = map(c2);
-        const CGPoint q3 = map(p);
+        const CGPoint q1 = transform_.apply(c1);
+        const CGPoint q2 = transform_.apply(c2);
+        const CGPoint q3 = transform_.apply(p);
         cairo_curve_to(cairo_, q1.x, q1.y, q2.x, q2.y, q3.x, q3.y);
     }
     void close() { cairo_close_path(cairo_); }
 
 private:
-    CGPoint map(CGPoint p) const {
-        return {transform_.a * p.x + transform_.c * p.y + transform_.tx,
-                transform_.b * p.x + transform_.d * p.y + transform_.ty};
-    }
-
     cairo_t* cairo_;
     const CGAffineTransform& transform_;
 };

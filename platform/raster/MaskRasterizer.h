@@ -1,10 +1,7 @@
 #pragma once
 
-#include <cairo.h>
-
-#include <memory>
-
 #include "platform/coregraphics/CGPath.h"
+#include "platform/coregraphics/CairoHandles.h"
 #include "platform/raster/Mask.h"
 #include "platform/raster/StrokeStyle.h"
 
@@ -35,18 +32,13 @@ public:
     Mask rasterise(const Request& request);
 
 private:
-    struct Release {
-        void operator()(cairo_t* cairo) const { cairo_destroy(cairo); }
-        void operator()(cairo_surface_t* surface) const { cairo_surface_destroy(surface); }
-    };
-
     void reset();
     void draw(const Request& request);
     void drawPartial(const Request& request);
     void setPen(const Request& request, double distance);
 
-    std::unique_ptr<cairo_surface_t, Release> surface_;
-    std::unique_ptr<cairo_t, Release> cairo_;
+    CairoSurface surface_;
+    CairoContext cairo_;
 };
 
 }  // namespace orvane::platform

@@ -78,21 +78,18 @@ OutlineClipper::OutlineClipper(const CGAffineTransform& transform, double width,
       max_{width + reach + kMargin, height + reach + kMargin},
       exactLengths_(exactLengths) {}
 
-CGPoint OutlineClipper::map(CGPoint p) const {
-    return {transform_.a * p.x + transform_.c * p.y + transform_.tx,
-            transform_.b * p.x + transform_.d * p.y + transform_.ty};
-}
-
 void OutlineClipper::moveTo(CGPoint p) {
-    subpaths_.emplace_back().points.push_back(map(p));
+    subpaths_.emplace_back().points.push_back(transform_.apply(p));
 }
 
 void OutlineClipper::lineTo(CGPoint p) {
-    subpaths_.back().points.push_back(map(p));
+    subpaths_.back().points.push_back(transform_.apply(p));
 }
 
 void OutlineClipper::curveTo(CGPoint c1, CGPoint c2, CGPoint p) {
-    flatten({subpaths_.back().points.back(), map(c1), map(c2), map(p)}, 0);
+    flatten({subpaths_.back().points.back(), transform_.apply(c1), transform_.apply(c2),
+             transform_.apply(p)},
+            0);
 }
 
 void OutlineClipper::close() {
@@ -184,7 +181,7 @@ void OutlineClipper::appendRuns(const Subpath& subpath, const CGAffineTransform&
         }
         first = (first + 1) % count;
     }
-    const double determinant = pen.a * pen.d - pen.b * pen.c;
+    const double determinant = pen.determinant();
     const auto length = [&](CGPoint p, CGPoint q) {
         const double x = q.x - p.x;
         const double y = q.y - p.y;

@@ -46,7 +46,6 @@ private:
         CGPoint p0, p1, p2, p3;
     };
 
-    CGPoint map(CGPoint p) const;
     bool isOutOfSight(const Curve& curve) const;
     void flatten(const Curve& curve, int depth);
     void appendRuns(const Subpath& subpath, const CGAffineTransform& pen,

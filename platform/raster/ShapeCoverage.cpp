@@ -5,6 +5,7 @@
 #include <numbers>
 
 #include "platform/coregraphics/Outline.h"
+#include "platform/coregraphics/floorDivide.h"
 #include "platform/raster/places.h"
 
 namespace orvane::platform {
@@ -28,17 +29,9 @@ constexpr double kShortestDashPeriod = 0.25;
 
 enum PlainKind : std::uint32_t { kNotPlain, kPlainRect, kPlainEllipse, kPlainRoundedRect };
 
-double norm(const CGAffineTransform& t) {
-    return std::max({std::abs(t.a), std::abs(t.b), std::abs(t.c), std::abs(t.d)});
-}
-
-CGPoint map(const CGAffineTransform& t, CGPoint p) {
-    return {t.a * p.x + t.c * p.y + t.tx, t.b * p.x + t.d * p.y + t.ty};
-}
-
 // Whether the axes stay axes, give or take what turning by a right angle leaves.
 bool keepsAxes(const CGAffineTransform& t) {
-    const double tolerance = norm(t) * 1e-12;
+    const double tolerance = t.norm() * 1e-12;
     return (std::abs(t.b) <= tolerance && std::abs(t.c) <= tolerance) ||
            (std::abs(t.a) <= tolerance && std::abs(t.d) <= tolerance);
 }
@@ -51,7 +44,7 @@ CGPoint penExtent(const CGAffineTransform& pen, double half) {
 
 // A dash that makes sense, or none.
 StrokeStyle sensible(const StrokeStyle& stroke, const CGAffineTransform& pen) {
-    StrokeStyle result{std::min(stroke.width, kWidestPen / norm(pen)), 0, {}};
+    StrokeStyle result{std::min(stroke.width, kWidestPen / pen.norm()), 0, {}};
     double period = 0;
     for (const double length : stroke.dash) {
         if (!(length >= 0)) {
@@ -62,7 +55,7 @@ StrokeStyle sensible(const StrokeStyle& stroke, const CGAffineTransform& pen) {
     if (stroke.dash.size() % 2 == 1) {
         period *= 2;
     }
-    if (!std::isfinite(period) || period * norm(pen) < kShortestDashPeriod) {
+    if (!std::isfinite(period) || period * pen.norm() < kShortestDashPeriod) {
         return result;
     }
     result.dash = stroke.dash;
@@ -93,29 +86,17 @@ int toBitmap(std::int64_t pixel) {
     return static_cast<int>(std::clamp(pixel, -kReach, kReach));
 }
 
-std::int64_t floorDivide(std::int64_t value, std::int64_t divisor) {
-    return value / divisor - (value % divisor < 0 ? 1 : 0);
-}
-
 }  // namespace
-
-bool isInvertible(const CGAffineTransform& t) {
-    const double size = norm(t);
-    const double determinant = t.a * t.d - t.b * t.c;
-    // Written so that anything that is not a number fails.
-    return size >= 1e-12 && size <= 1e12 && std::abs(determinant) >= size * size * 1e-12 &&
-           std::isfinite(t.tx) && std::isfinite(t.ty);
-}
 
 ShapeCoverage::ShapeCoverage(const std::shared_ptr<const Outline>& outline,
                              const CGAffineTransform& toPixels, const CGAffineTransform& pen,
                              Coverage coverage, const StrokeStyle& stroke, bool isLasting) {
-    if (outline->isEmpty() || !outline->isFinite() || !isInvertible(toPixels)) {
+    if (outline->isEmpty() || !outline->isFinite() || !toPixels.isDrawable()) {
         return;
     }
     StrokeStyle style;
     if (coverage == Coverage::Stroke) {
-        if (!isInvertible(pen) || !(stroke.width * norm(pen) >= kThinnestPen)) {
+        if (!pen.isDrawable() || !(stroke.width * pen.norm() >= kThinnestPen)) {
             return;
         }
         style = sensible(stroke, pen);
@@ -135,8 +116,8 @@ bool ShapeCoverage::makeBox(const Outline& outline, const CGAffineTransform& toP
     const CGPoint half = isStroke ? penExtent(pen, stroke.width / 2) : CGPoint{};
     if (const auto* rect = std::get_if<Outline::Rect>(&outline.form)) {
         const auto [origin, size] = rect->rect;
-        const CGPoint p = map(toPixels, origin);
-        const CGPoint q = map(toPixels, {origin.x + size.width, origin.y + size.height});
+        const CGPoint p = toPixels.apply(origin);
+        const CGPoint q = toPixels.apply(CGPoint{origin.x + size.width, origin.y + size.height});
         const CGPoint min{std::min(p.x, q.x), std::min(p.y, q.y)};
         const CGPoint max{std::max(p.x, q.x), std::max(p.y, q.y)};
         AlignedBox box({min.x - half.x, min.y - half.y}, {max.x + half.x, max.y + half.y});
@@ -152,8 +133,8 @@ bool ShapeCoverage::makeBox(const Outline& outline, const CGAffineTransform& toP
         segments->verbs[1] != Segments::Verb::Line) {
         return false;
     }
-    const CGPoint p = map(toPixels, segments->points[0]);
-    const CGPoint q = map(toPixels, segments->points[1]);
+    const CGPoint p = toPixels.apply(segments->points[0]);
+    const CGPoint q = toPixels.apply(segments->points[1]);
     if (p.x == q.x) {
         form_ = AlignedBox({p.x - half.x, p.y}, {q.x + half.x, q.y});
     } else if (p.y == q.y) {
@@ -191,17 +172,14 @@ void ShapeCoverage::makeMasked(const std::shared_ptr<const Outline>& outline,
     }
 
     // The box around what the outline covers, seen from where its origin lands.
-    const CGAffineTransform linear{toPixels.a, toPixels.b, toPixels.c, toPixels.d, 0, 0};
-    const double right = box.origin.x + box.size.width;
-    const double bottom = box.origin.y + box.size.height;
-    const CGPoint corners[] = {map(linear, box.origin), map(linear, {right, box.origin.y}),
-                               map(linear, {right, bottom}), map(linear, {box.origin.x, bottom})};
-    const auto [minX, maxX] = std::ranges::minmax(corners, {}, &CGPoint::x);
-    const auto [minY, maxY] = std::ranges::minmax(corners, {}, &CGPoint::y);
+    const CGAffineTransform linear = toPixels.linear();
+    const CGRect extent = linear.apply(box);
+    const CGPoint min = extent.origin;
+    const CGPoint max{min.x + extent.size.width, min.y + extent.size.height};
     CGPoint reach;
     if (coverage == Coverage::Stroke) {
         reach = penExtent(pen, stroke.width / 2 * joinReach(*outline));
-        masked.pen = {pen.a, pen.b, pen.c, pen.d, 0, 0};
+        masked.pen = pen.linear();
         // Keys have no pen of their own.
         isLasting = isLasting && masked.pen == linear;
         key.lineWidth = stroke.width;
@@ -210,14 +188,15 @@ void ShapeCoverage::makeMasked(const std::shared_ptr<const Outline>& outline,
         masked.reach = std::max(reach.x, reach.y);
     }
 
-    const CGPoint place = map(toPixels, origin);
-    const double farthest = std::max({std::abs(place.x), std::abs(place.y), std::abs(minX.x),
-                                      std::abs(maxX.x), std::abs(minY.y), std::abs(maxY.y)});
+    const CGPoint place = toPixels.apply(origin);
+    // A sum, because it is NaN if one of its terms is.
+    const double farthest = std::abs(place.x) + std::abs(place.y) + std::abs(min.x) +
+                            std::abs(max.x) + std::abs(min.y) + std::abs(max.y);
     if (!(farthest < kFarthest)) {
         return;
     }
     const bool isShared = (key.kind == kPlainEllipse || key.kind == kPlainRoundedRect) &&
-                          maxX.x - minX.x <= kSharedExtent && maxY.y - minY.y <= kSharedExtent;
+                          max.x - min.x <= kSharedExtent && max.y - min.y <= kSharedExtent;
     const double places = isShared ? kSharedPlacesPerPixel : kPlacesPerPixel;
     const double placedX = roundedTo(places, place.x);
     const double placedY = roundedTo(places, place.y);
@@ -231,10 +210,10 @@ void ShapeCoverage::makeMasked(const std::shared_ptr<const Outline>& outline,
     // The rasteriser rounds to 256ths of a pixel; leave room for that.
     constexpr double kRounding = 1.0 / 128;
     const auto floorOf = [](double v) { return static_cast<std::int64_t>(std::floor(v)); };
-    masked.left = floorOf(minX.x + key.transform.tx - reach.x - kRounding);
-    masked.top = floorOf(minY.y + key.transform.ty - reach.y - kRounding);
-    masked.right = floorOf(maxX.x + key.transform.tx + reach.x + kRounding) + 1;
-    masked.bottom = floorOf(maxY.y + key.transform.ty + reach.y + kRounding) + 1;
+    masked.left = floorOf(min.x + key.transform.tx - reach.x - kRounding);
+    masked.top = floorOf(min.y + key.transform.ty - reach.y - kRounding);
+    masked.right = floorOf(max.x + key.transform.tx + reach.x + kRounding) + 1;
+    masked.bottom = floorOf(max.y + key.transform.ty + reach.y + kRounding) + 1;
     key.left = masked.left;
     key.top = masked.top;
     masked.isLasting = isLasting;
@@ -298,7 +277,9 @@ void ShapeCoverage::forEachTile(const PixelRect& area, Visit visit) const {
         visitMask(masked.key, bounds_);
         return;
     }
-    const auto firstTile = [](std::int64_t pixel) { return floorDivide(pixel, Mask::kSide); };
+    const auto firstTile = [](std::int64_t pixel) {
+        return floorDivide<std::int64_t>(pixel, Mask::kSide);
+    };
     const std::int64_t left = firstTile(area.left - masked.originX);
     const std::int64_t top = firstTile(area.top - masked.originY);
     const std::int64_t right = firstTile(area.right - 1 - masked.originX);
@@ -335,15 +316,7 @@ void ShapeCoverage::multiply(std::uint8_t* coverage, const PixelRect& area) cons
         return;
     }
     const PixelRect inside = area.intersected(bounds_);
-    for (int y = area.top; y < area.bottom; ++y) {
-        std::uint8_t* row = coverage + (y - area.top) * Mask::kSide;
-        if (inside.isEmpty() || y < inside.top || y >= inside.bottom) {
-            std::fill_n(row, area.width(), std::uint8_t{0});
-        } else {
-            std::fill(row, row + (inside.left - area.left), std::uint8_t{0});
-            std::fill(row + (inside.right - area.left), row + area.width(), std::uint8_t{0});
-        }
-    }
+    Mask::clearOutside(coverage, area, inside);
     if (inside.isEmpty()) {
         return;
     }

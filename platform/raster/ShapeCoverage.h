@@ -12,10 +12,6 @@
 
 namespace orvane::platform {
 
-// Whether a transformation can be drawn with: finite, and neither singular nor so nearly that what
-// it leaves could be seen.
-bool isInvertible(const CGAffineTransform& transform);
-
 // The coverage of one outline under one transformation, filled or stroked: which pixels it touches,
 // and how to paint them. It is the same whatever part of it is asked for: masks are rasterised
 // whole, large ones tile by tile along a grid that begins where the shape does.
