@@ -1,7 +1,6 @@
 #include "platform/offscreen/OffscreenLayout.h"
 
 #include <algorithm>
-#include <cmath>
 #include <memory>
 #include <optional>
 
