@@ -3,8 +3,8 @@ set -euo pipefail
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 cd "$root"
 
-# build PRESET: configures once, then builds what changed.
+# build PRESET [TARGET...]: configures once, then builds what changed of the targets, or of everything.
 build() {
-    [ -f "build/$1/build.ninja" ] || cmake --preset "$1" "${@:2}" >/dev/null
-    cmake --build --preset "$1"
+    [ -f "build/$1/build.ninja" ] || cmake --preset "$1" >/dev/null
+    cmake --build --preset "$1" ${2:+--target "${@:2}"}
 }
