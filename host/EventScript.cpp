@@ -67,11 +67,11 @@ std::variant<EventScript, EventScript::Error> EventScript::load(const std::strin
         const auto event = parseEvent(words);
         if (!event) {
             return Error{path + ":" + std::to_string(number) +
-                         ": want SECONDS down|move|up X Y, not '" + line + "'"};
+                         ": expected SECONDS down|move|up X Y, not '" + line + "'"};
         }
         script.events_.push_back(*event);
     }
-    // Reading to the end leaves eof; a file that cannot be opened, or is a folder, does not.
+    // Reading to the end sets eof; a file that cannot be opened, or is a directory, does not.
     if (!file.eof()) {
         return Error{path + ": " + std::strerror(errno)};
     }

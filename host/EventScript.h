@@ -8,19 +8,19 @@
 
 namespace orvane::host {
 
-// The pointer events of a file, to be played to a window: a line is `SECONDS down|move|up X Y`, the
-// place in points of the window's content, y down; # starts a comment. Events come in order of
-// time, those of one time in the order of the file.
+// The pointer events of a file. A line is `SECONDS down|move|up X Y`; the position is in points of
+// the window's content, with y pointing down; # starts a comment. The events are sorted by time;
+// events of the same time keep the order of the file.
 class EventScript {
 public:
-    // What is wrong with the file, its line named.
+    // What is wrong with the file; the message names the line.
     struct Error {
         std::string message;
     };
 
     static std::variant<EventScript, Error> load(const std::string& path);
 
-    // The timestamp of an event is its time since the start of the run.
+    // The timestamp of an event is in seconds since the start of the run.
     const std::vector<platform::NSEvent>& events() const { return events_; }
 
 private:

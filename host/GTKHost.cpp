@@ -31,7 +31,7 @@ GTKHost::GTKHost(const Options& options, const EventScript& script)
     window_.signal_close_request().connect(
         [this] {
             quit();
-            return true;  // the window goes with this object
+            return true;  // this object destroys the window
         },
         false);
 }
@@ -51,15 +51,15 @@ ExitCode GTKHost::run() {
 }
 
 void GTKHost::begin() {
-    // Where the desktop puts it, the first control would have it, and look edited.
+    // The desktop gives the focus to the first control, which would look as if it were edited.
     window_.unset_focus();
-    // Time counts from when there is a window to see.
+    // Time starts when the window is visible.
     playback_.emplace(script_, content_, [this] {
         if (!options_.at) {
             becomeDue();
         }
     });
-    if (!options_.endsByItself()) {
+    if (!options_.endsAfterOutput()) {
         return;
     }
     if (options_.at) {
@@ -75,7 +75,7 @@ void GTKHost::becomeDue() {
 }
 
 void GTKHost::frameShown() {
-    // Only here it is sure that nothing waits to be drawn.
+    // Only after a frame is it certain that nothing waits to be drawn.
     if (due_ && (!content_.needsDisplay() || content_.isAnimating())) {
         due_ = false;
         exitCode_ = writeOutput(

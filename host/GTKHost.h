@@ -18,11 +18,11 @@ namespace orvane::host {
 class EventScript;
 struct Options;
 
-// Runs the applications in a window on the desktop, until it is closed or what was asked for is
-// written. connect() must have succeeded.
+// Runs the applications in a window on the desktop, until the window is closed or the output that
+// was asked for is written. Call connect() first. Main thread only.
 class GTKHost {
 public:
-    // Whether there is a desktop to show a window on. Nothing else needs one.
+    // Initializes GTK. Returns false if there is no display.
     static bool connect();
 
     GTKHost(const Options& options, const EventScript& script);
@@ -34,8 +34,9 @@ public:
 
 private:
     void begin();
-    // The moment has come to write what was asked for: with the next frame.
+    // Writes the output with the next frame.
     void becomeDue();
+    // Called after each frame.
     void frameShown();
     void quit() { g_main_loop_quit(loop_.get()); }
 

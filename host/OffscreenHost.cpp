@@ -20,12 +20,12 @@ namespace orvane::host {
 
 namespace {
 
-// An application that gives itself new work for ever is not waited for longer than this.
-constexpr std::chrono::seconds longestSettling{2};
+// The limit for an application that keeps giving itself new work.
+constexpr std::chrono::seconds kLongestSettling{2};
 
-// Refreshes of the display a second, and the most that are played between two events.
-constexpr double refreshRate = 60;
-constexpr double mostRefreshes = 10000;
+// The refreshes of the display per second, and the most that are played between two events.
+constexpr double kRefreshRate = 60;
+constexpr double kMostRefreshes = 10000;
 
 std::string framePath(const std::string& directory, long number) {
     char name[32];
@@ -46,7 +46,7 @@ OffscreenHost::OffscreenHost(const Options& options, const EventScript& script)
           }
       }),
       session_(window_, options.directory, options.resources) {
-    if (options.endsByItself() && !options.at) {
+    if (options.endsAfterOutput() || options.at) {
         clock_.emplace();
         start_ = platform::CACurrentMediaTime();
     }
@@ -59,14 +59,24 @@ ExitCode OffscreenHost::run() {
     if (!options_.frames.empty()) {
         return writeFrames();
     }
-    return clock_ ? runVirtually() : runInRealTime();
+    if (options_.at) {
+        return writeMoment(*options_.at);
+    }
+    if (options_.endsAfterOutput()) {
+        settle();
+        play(std::numeric_limits<double>::infinity());
+        return write();
+    }
+    return runUntilTerminated();
 }
 
-ExitCode OffscreenHost::runVirtually() {
+ExitCode OffscreenHost::writeMoment(double time) {
+    realStart_ = std::chrono::steady_clock::now();
     settle();
-    play(std::numeric_limits<double>::infinity());
-    return terminated_ ? ExitCode::Done
-                       : writeOutput(options_, [this](const auto& path) { return writePNG(path); });
+    play(time);
+    advanceTo(time);
+    settle();
+    return write();
 }
 
 ExitCode OffscreenHost::writeFrames() {
@@ -77,44 +87,52 @@ ExitCode OffscreenHost::writeFrames() {
         advanceTo(time);
         settle();
         if (const std::string path = framePath(options_.frames, frame); !writePNG(path)) {
-            complain("can't write " + path);
+            complain("cannot write " + path);
             return ExitCode::CannotDo;
         }
     }
+    return write();
+}
+
+ExitCode OffscreenHost::runUntilTerminated() {
+    const std::unique_ptr<GMainLoop, decltype(&g_main_loop_unref)> loop(
+        g_main_loop_new(nullptr, FALSE), &g_main_loop_unref);
+    const Playback playback(script_, window_, [] {});
+    if (!terminated_) {
+        onTerminate_ = [&loop] { g_main_loop_quit(loop.get()); };
+        g_main_loop_run(loop.get());
+        onTerminate_ = nullptr;
+    }
+    return ExitCode::Done;
+}
+
+ExitCode OffscreenHost::write() {
     return terminated_ ? ExitCode::Done
                        : writeOutput(options_, [this](const auto& path) { return writePNG(path); });
 }
 
-ExitCode OffscreenHost::runInRealTime() {
-    const std::unique_ptr<GMainLoop, decltype(&g_main_loop_unref)> loop(
-        g_main_loop_new(nullptr, FALSE), &g_main_loop_unref);
-    const auto quit = [&loop] { g_main_loop_quit(loop.get()); };
-    if (terminated_) {
-        return ExitCode::Done;
-    }
-    onTerminate_ = quit;
-    const Playback playback(script_, window_, [] {});
-    std::optional<Timer> end;
-    if (options_.at) {
-        end.emplace(*options_.at, quit);
-    }
-    g_main_loop_run(loop.get());
-    onTerminate_ = nullptr;
-    if (terminated_) {
-        return ExitCode::Done;
-    }
-    settle();
-    return writeOutput(options_, [this](const auto& path) { return writePNG(path); });
-}
-
 void OffscreenHost::advanceTo(double time) {
-    const double step = std::max(1 / refreshRate, (time - time_) / mostRefreshes);
+    const double step = std::max(1 / kRefreshRate, (time - time_) / kMostRefreshes);
     for (double next = time_ + step; next < time && !terminated_; next += step) {
+        waitUntil(next);
         clock_->advanceTo(start_ + next);
         settle();
     }
+    waitUntil(time);
     clock_->advanceTo(start_ + time);
     time_ = time;
+}
+
+void OffscreenHost::waitUntil(double time) {
+    if (!options_.at) {
+        return;
+    }
+    const std::chrono::duration<double> passed = std::chrono::steady_clock::now() - realStart_;
+    bool due = false;
+    const Timer timer(time - passed.count(), [&due] { due = true; });
+    while (!due && !terminated_) {
+        g_main_context_iteration(nullptr, TRUE);
+    }
 }
 
 void OffscreenHost::play(double until) {
@@ -132,7 +150,7 @@ void OffscreenHost::play(double until) {
 }
 
 void OffscreenHost::settle() {
-    const auto deadline = std::chrono::steady_clock::now() + longestSettling;
+    const auto deadline = std::chrono::steady_clock::now() + kLongestSettling;
     do {
         while (!terminated_ && std::chrono::steady_clock::now() < deadline &&
                g_main_context_iteration(nullptr, FALSE) != FALSE) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <functional>
 #include <optional>
 
@@ -14,11 +15,13 @@ namespace orvane::host {
 class EventScript;
 struct Options;
 
-// Runs the applications with nothing to see: their display is rendered in memory.
+// Runs the applications without a window: their display is rendered in memory. Main thread only.
 //
-// Where the run ends by itself, with no moment named, it is as fast as the machine and the same
-// each time: media time is virtual, stands still while something is left to do, and goes from event
-// to event and from frame to frame. Otherwise time is the world's.
+// A run that ends after its output has a virtual media clock: it does not advance while work is
+// left to do, and it steps from event to event and from refresh to refresh. The same run therefore
+// writes the same pictures each time. With --at, no step begins before its time has passed in
+// reality too, so that timed tasks and servers have as much time as they would have in a window. A
+// run without output plays the events in real time and ends with a signal.
 class OffscreenHost {
 public:
     OffscreenHost(const Options& options, const EventScript& script);
@@ -26,24 +29,28 @@ public:
     ExitCode run();
 
 private:
-    ExitCode runVirtually();
+    ExitCode writeMoment(double time);
     ExitCode writeFrames();
-    ExitCode runInRealTime();
+    ExitCode runUntilTerminated();
+    ExitCode write();
 
-    // Virtual time; moments are seconds since the beginning of the run.
-    // Lets time pass up to a moment, a refresh of the display at a time.
+    // The following take times in seconds since the start of the run.
+    // Advances the virtual clock, one refresh of the display at a time.
     void advanceTo(double time);
-    // Sends the events up to a moment, each at its own.
+    // Sends the events up to and including `until`, each at its own time.
     void play(double until);
-    // Runs what waits on the main queue and paints, until nothing of either is left.
+    // Runs the main loop until the time has passed in reality.
+    void waitUntil(double time);
+    // Runs the tasks of the main queue and paints, until there is nothing left of either.
     void settle();
     bool writePNG(const std::string& path) { return window_.writePNG(path); }
 
     const Options& options_;
     const EventScript& script_;
     std::optional<platform::CAVirtualClock> clock_;
-    double start_ = 0;  // the virtual clock's at the beginning of the run
-    double time_ = 0;   // since then
+    double start_ = 0;  // media time
+    double time_ = 0;   // of the virtual clock, since the start
+    std::chrono::steady_clock::time_point realStart_;
     platform::OffscreenWindow window_;
     bool terminated_ = false;
     std::function<void()> onTerminate_;

@@ -15,30 +15,32 @@ const char* const usage =
     R"(Usage: orvane-host [options] DIRECTORY
 Starts every application library in DIRECTORY and shows what it displays.
 
-  --offscreen        show nothing: render in memory. So it is by itself where there is no display;
-                     what would be seen is then written to orvane.png, unless an option says else
+  --offscreen        render in memory and open no window. Chosen automatically when there is no
+                     display; the picture is then written to orvane.png unless another option
+                     says what to write
   --size WxH         size of the window's content in points (1280x800)
-  --scale S          pixels a point (the display's own; 1 off-screen)
+  --scale S          pixels per point (the display's own; 1 off-screen)
   --resources DIR    the resource folder, for this run only
   --snapshot FILE    write what is on screen to a PNG file, then exit
   --dump-tree        print the object tree and the layer tree, then exit
-  --at SECONDS       when to do so (as soon as the application's main has returned, all events are
-                     played and nothing is left to paint)
+  --at SECONDS       when to write and print (as soon as the application's main has returned, all
+                     events are played and nothing is left to paint). Off-screen, animations are
+                     shown as they are at exactly this time
   --events FILE      play pointer events; a line is SECONDS down|move|up X Y, # starts a comment
   --frames DIR       off-screen: write every frame of an animation as a numbered PNG, then exit
-  --fps N            frames a second (60)
+  --fps N            frames per second (60)
   --seconds S        how much time the frames cover (1)
-  --help             print this
+  --help             print this text
   --version          print the version
 
-Exits with 0 when it did what was asked, 1 when no application could be started, 2 when what was
-asked cannot be done.
+The exit code is 0 if the host did what was asked, 1 if no application could be started, and 2 if
+what was asked cannot be done.
 )";
 
 namespace {
 
-// More pixels than this no picture can have: the canvas library counts in 15 bits.
-constexpr double longestSide = 32767;
+// The most pixels of a picture's side: the canvas library counts in 15 bits.
+constexpr double kLongestSide = 32767;
 
 enum OptionCode {
     Offscreen = 1,
@@ -80,9 +82,9 @@ std::optional<platform::CGSize> parseSize(std::string_view text) {
     }
     const auto width = parseNumber(text.substr(0, cross));
     const auto height = parseNumber(text.substr(cross + 1));
-    // A window is made of whole points.
+    // The size of a window is in whole points.
     const auto isSide = [](const std::optional<double>& side) {
-        return side && *side >= 1 && *side <= longestSide && *side == std::floor(*side);
+        return side && *side >= 1 && *side <= kLongestSide && *side == std::floor(*side);
     };
     if (!isSide(width) || !isSide(height)) {
         return {};
@@ -95,8 +97,8 @@ std::optional<double> parsePositive(std::string_view text) {
     return number && *number > 0 ? number : std::nullopt;
 }
 
-// What is wrong with the value of the option just read; empty for nothing.
-std::string take(Options& options, int code, const char* value) {
+// Stores the value of an option. Returns what is wrong with the value; empty if nothing is.
+std::string store(Options& options, int code, const char* value) {
     switch (code) {
         case Offscreen:
             options.offscreen = true;
@@ -104,7 +106,7 @@ std::string take(Options& options, int code, const char* value) {
         case Size: {
             const auto size = parseSize(value);
             if (!size) {
-                return "--size wants WxH in whole points, like 1280x800";
+                return "--size needs WxH in whole points, such as 1280x800";
             }
             options.size = *size;
             break;
@@ -112,7 +114,7 @@ std::string take(Options& options, int code, const char* value) {
         case Scale:
             options.scale = parsePositive(value);
             if (!options.scale) {
-                return "--scale wants a number above 0";
+                return "--scale needs a number above 0";
             }
             break;
         case Resources:
@@ -124,7 +126,7 @@ std::string take(Options& options, int code, const char* value) {
         case At:
             options.at = parseNumber(value);
             if (!options.at || *options.at < 0) {
-                return "--at wants seconds, 0 or more";
+                return "--at needs a number of seconds, 0 or more";
             }
             break;
         case Events:
@@ -140,7 +142,7 @@ std::string take(Options& options, int code, const char* value) {
         case Seconds: {
             const auto number = parsePositive(value);
             if (!number) {
-                return std::string(code == Fps ? "--fps" : "--seconds") + " wants a number above 0";
+                return std::string(code == Fps ? "--fps" : "--seconds") + " needs a number above 0";
             }
             (code == Fps ? options.fps : options.seconds) = *number;
             break;
@@ -157,14 +159,14 @@ std::string take(Options& options, int code, const char* value) {
     return {};
 }
 
-// What options, each good by itself, cannot be together; empty for nothing.
+// Returns which options, each valid on its own, contradict one another; empty if none do.
 std::string findContradiction(const Options& options) {
     const double scale = options.scale.value_or(1);
-    if (options.size.width * scale > longestSide || options.size.height * scale > longestSide) {
+    if (options.size.width * scale > kLongestSide || options.size.height * scale > kLongestSide) {
         return "--size times --scale is more than 32767 pixels";
     }
     if (!options.frames.empty() && (!options.snapshot.empty() || options.at)) {
-        return "--frames writes pictures of its own: it goes with neither --snapshot nor --at";
+        return "--frames cannot be combined with --snapshot or --at";
     }
     if (options.fps * options.seconds > 1e6) {
         return "--fps times --seconds is more than a million frames";
@@ -176,20 +178,20 @@ std::string findContradiction(const Options& options) {
 
 std::variant<Options, UsageError> parseOptions(int argc, char** argv) {
     Options options;
-    opterr = 0;  // getopt's own messages: ours name the option as it was typed
+    opterr = 0;  // Replace getopt's messages by ours, which name the option as it was typed.
     optind = 1;
-    // The leading colon tells a missing value from an unknown option.
+    // The leading colon distinguishes a missing value from an unknown option.
     for (int code; (code = getopt_long(argc, argv, ":", longOptions.data(), nullptr)) != -1;) {
-        // A short option may stand in the middle of a word, which optind has not passed yet.
+        // A short option may be in the middle of a word that optind has not passed yet.
         const std::string typed =
             optopt >= ' ' ? std::string{'-', static_cast<char>(optopt)} : argv[optind - 1];
         if (code == '?') {
-            return UsageError{"bad option " + typed};
+            return UsageError{"unknown option " + typed};
         }
         if (code == ':' || (optarg != nullptr && *optarg == '\0')) {
-            return UsageError{typed + " wants a value"};
+            return UsageError{typed + " needs a value"};
         }
-        if (std::string error = take(options, code, optarg); !error.empty()) {
+        if (std::string error = store(options, code, optarg); !error.empty()) {
             return UsageError{std::move(error) + ", not '" + optarg + "'"};
         }
     }
@@ -197,10 +199,10 @@ std::variant<Options, UsageError> parseOptions(int argc, char** argv) {
         return options;
     }
     if (optind == argc) {
-        return UsageError{"which DIRECTORY? See orvane-host --help"};
+        return UsageError{"DIRECTORY is missing; see orvane-host --help"};
     }
     if (optind + 1 < argc) {
-        return UsageError{std::string("one DIRECTORY only, not '") + argv[optind + 1] + "' too"};
+        return UsageError{std::string("more than one DIRECTORY: '") + argv[optind + 1] + "'"};
     }
     options.directory = argv[optind];
     if (std::string error = findContradiction(options); !error.empty()) {

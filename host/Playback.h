@@ -16,11 +16,12 @@ namespace orvane::host {
 
 class EventScript;
 
-// Plays a script to a window in real time, from GLib's default main context. Main thread only.
+// Sends the events of a script to a window in real time, from GLib's default main context. Main
+// thread only.
 class Playback {
 public:
-    // Begins at once. `onFinished` is called from the loop after the last event, also of an empty
-    // script. Both references must outlive this.
+    // Starts immediately. `onFinished` is called from the loop after the last event, and also if
+    // the script is empty. Both references must outlive this object.
     Playback(const EventScript& script, platform::NSWindow& window,
              std::function<void()> onFinished);
 

@@ -16,7 +16,7 @@ namespace {
 
 volatile std::sig_atomic_t signalDescriptor = -1;
 
-// Only what a signal handler may do: wakes the main context through the descriptor.
+// Wakes the main context through the descriptor, which a signal handler is allowed to do.
 void onSignal(int) {
     const int error = errno;
     const std::uint64_t one = 1;

@@ -5,8 +5,8 @@
 namespace orvane::host {
 
 // Turns the first SIGINT or SIGTERM into a call on the main thread, from GLib's default main
-// context, whichever loop iterates it. A second one takes the system's way: whatever keeps the
-// first from being answered, an endless `main` say, does not keep the process alive. One at a time.
+// context. A second signal ends the process, so that an application whose main() never returns
+// cannot keep it alive. Create one object at a time.
 class TerminationSignals {
 public:
     explicit TerminationSignals(std::function<void()> onTerminate);

@@ -11,8 +11,8 @@ namespace orvane::host {
 namespace {
 
 unsigned int toMilliseconds(double seconds) {
-    constexpr double longest = G_MAXUINT;
-    return static_cast<unsigned int>(std::clamp(std::ceil(seconds * 1000), 0.0, longest));
+    constexpr double kLongest = G_MAXUINT;
+    return static_cast<unsigned int>(std::clamp(std::ceil(seconds * 1000), 0.0, kLongest));
 }
 
 }  // namespace

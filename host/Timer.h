@@ -4,8 +4,8 @@
 
 namespace orvane::host {
 
-// Calls back once, from GLib's default main context, unless it is destroyed before. Main thread
-// only.
+// Calls a function once, from GLib's default main context, unless it is destroyed before. Main
+// thread only.
 class Timer {
 public:
     Timer(double seconds, std::function<void()> callback);

@@ -28,7 +28,7 @@ using display::DisplayLayer;
 using display::DisplayObject;
 using LayerNumbers = std::map<const DisplayLayer*, int>;
 
-// The name of an object's class, without its namespaces.
+// Returns the name of a class without its namespaces.
 std::string className(const std::type_info& type) {
     const std::unique_ptr<char, decltype(&std::free)> demangled(
         abi::__cxa_demangle(type.name(), nullptr, nullptr, nullptr), &std::free);

@@ -8,10 +8,11 @@ class Display;
 
 namespace orvane::host {
 
-// Prints what stands on a display: the object tree, then the layer tree, each line below and
-// right of its parent's. Layers are numbered from 1 in the order of their tree. An object's line
-// has its kind, id, frame, visibility and the number of the layer it is on; a layer's has its kind,
-// number, frame and visibility, then the frame and the z position of its view.
+// Prints the object tree of a display, then its layer tree, in pre-order; each line is indented by
+// its depth. Layers are numbered from 1 in the order of their tree. The line of an object contains
+// its kind, id, frame (in screen coordinates), visibility and the number of its layer. The line of
+// a layer contains its kind, number, frame (in screen coordinates) and visibility, then the frame
+// of its view (in the superview's coordinates) and the view's z position.
 void dumpTree(std::ostream& out, const display::Display& display);
 
 }  // namespace orvane::host

@@ -3,47 +3,48 @@
 #include <algorithm>
 #include <filesystem>
 #include <iostream>
+#include <optional>
 #include <string>
 #include <system_error>
 #include <variant>
 
 #include "host/EventScript.h"
-#include "host/GTKHost.h"
 #include "host/OffscreenHost.h"
 #include "host/Options.h"
 #include "host/output.h"
+#include "host/runInWindow.h"
 
 namespace {
 
 using namespace orvane::host;
 
-// Trees are painted and hit-tested by recursion, and an application's may be deep. The main
-// thread's stack grows up to the limit in force when it grows.
+// Painting and hit testing recurse, and an application's trees may be deep. The main thread's stack
+// grows up to the limit that is in force at that time.
 void raiseStackLimit() {
-    constexpr rlim_t wanted = rlim_t{64} << 20;
+    constexpr rlim_t kWanted = rlim_t{64} << 20;
     rlimit limit{};
     if (getrlimit(RLIMIT_STACK, &limit) == 0 && limit.rlim_cur != RLIM_INFINITY &&
-        limit.rlim_cur < wanted) {
-        limit.rlim_cur = std::min(wanted, limit.rlim_max);
+        limit.rlim_cur < kWanted) {
+        limit.rlim_cur = std::min(kWanted, limit.rlim_max);
         setrlimit(RLIMIT_STACK, &limit);
     }
 }
 
-// Whether the folder can be listed; complains otherwise.
+// Returns whether the directory can be listed; complains otherwise.
 bool isReadableDirectory(const std::string& path) {
     std::error_code error;
     const std::filesystem::directory_iterator listing(path, error);
     if (error) {
-        complain("can't read directory " + path + ": " + error.message());
+        complain("cannot read directory " + path + ": " + error.message());
     }
     return !error;
 }
 
-bool makeDirectory(const std::string& path) {
+bool createDirectory(const std::string& path) {
     std::error_code error;
     std::filesystem::create_directories(path, error);
     if (error) {
-        complain("can't make directory " + path + ": " + error.message());
+        complain("cannot create directory " + path + ": " + error.message());
     }
     return !error;
 }
@@ -51,13 +52,12 @@ bool makeDirectory(const std::string& path) {
 bool checkDirectories(const Options& options) {
     return isReadableDirectory(options.directory) &&
            (options.resources.empty() || isReadableDirectory(options.resources)) &&
-           (options.frames.empty() || makeDirectory(options.frames));
+           (options.frames.empty() || createDirectory(options.frames));
 }
 
-// Where nothing can be seen and nothing was asked for, the picture goes to a file.
-ExitCode runWithoutDisplay(Options options, const EventScript& script) {
-    complain("no display: rendering off-screen");
-    if (options.endsByItself()) {
+// Without a window, a run that was not told what to write writes its picture to a file.
+ExitCode runWithoutWindow(Options options, const EventScript& script) {
+    if (options.endsAfterOutput()) {
         return OffscreenHost(options, script).run();
     }
     options.snapshot = std::filesystem::absolute("orvane.png").string();
@@ -84,10 +84,10 @@ ExitCode runHost(const Options& options) {
     if (options.offscreen || !options.frames.empty()) {
         return OffscreenHost(options, script).run();
     }
-    if (GTKHost::connect()) {
-        return GTKHost(options, script).run();
+    if (const std::optional<ExitCode> exitCode = runInWindow(options, script)) {
+        return *exitCode;
     }
-    return runWithoutDisplay(options, script);
+    return runWithoutWindow(options, script);
 }
 
 }  // namespace

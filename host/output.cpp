@@ -19,7 +19,7 @@ ExitCode writeOutput(const Options& options,
         std::cout.flush();
     }
     if (!options.snapshot.empty() && !writePNG(options.snapshot)) {
-        complain("can't write " + options.snapshot);
+        complain("cannot write " + options.snapshot);
         return ExitCode::CannotDo;
     }
     return ExitCode::Done;

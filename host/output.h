@@ -7,14 +7,14 @@ namespace orvane::host {
 
 struct Options;
 
-// How a run ends: the program's exit code.
+// The exit code of the program.
 enum class ExitCode { Done = 0, NoApplication = 1, CannotDo = 2 };
 
-// One line on standard error, for the person who started the program.
+// Prints one line to standard error, for the person who started the program.
 void complain(const std::string& message);
 
-// Writes what was asked for of the present moment: the trees to standard output, the picture, by
-// `writePNG`, to its file.
+// Writes the output that was asked for: prints the trees, and has `writePNG` write the picture to
+// its file.
 ExitCode writeOutput(const Options& options,
                      const std::function<bool(const std::string& path)>& writePNG);
 

@@ -7,7 +7,8 @@
 
 namespace orvane::host {
 
-// The whole text as a finite decimal number, whatever the locale; empty for anything else.
+// Parses the whole text as a finite decimal number, independently of the locale. Returns empty for
+// any other text.
 inline std::optional<double> parseNumber(std::string_view text) {
     double number = 0;
     const char* const end = text.data() + text.size();

@@ -22,7 +22,7 @@ TEST_F(GTKHost, ShowsWhatTheOffscreenHostRenders) {
     }
 }
 
-TEST_F(GTKHost, TellsTheDisplayOfAResize) {
+TEST_F(GTKHost, ReportsAResizeToTheDisplay) {
     HostProcess host({"--size", "600x400", probe});
     ASSERT_TRUE(host.awaitOutput("started 600x400"));
     XWindow().resize(300, 700);
@@ -31,11 +31,11 @@ TEST_F(GTKHost, TellsTheDisplayOfAResize) {
     EXPECT_EQ(host.finish().exitCode, 0);
 }
 
-TEST_F(GTKHost, EndsCleanlyWhenItsWindowIsClosedOrASignalComes) {
-    HostProcess signalled({probe});
-    ASSERT_TRUE(signalled.awaitOutput("started "));
-    signalled.sendSignal(SIGINT);
-    EXPECT_EQ(signalled.finish().exitCode, 0);
+TEST_F(GTKHost, EndsCleanlyWhenItsWindowIsClosedOrItIsSignaled) {
+    HostProcess signaled({probe});
+    ASSERT_TRUE(signaled.awaitOutput("started "));
+    signaled.sendSignal(SIGINT);
+    EXPECT_EQ(signaled.finish().exitCode, 0);
     HostProcess closed({probe});
     XWindow().close();
     const auto result = closed.finish();

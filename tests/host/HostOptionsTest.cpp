@@ -4,19 +4,19 @@ namespace orvane::tests {
 
 using HostOptions = HostTest;
 
-TEST_F(HostOptions, AreRefusedInOneLineThatNamesThem) {
+TEST_F(HostOptions, InvalidOptionsAreNamedInOneLine) {
     const std::string unreadable = write("file", "");
     const struct {
         std::vector<std::string> arguments;
-        std::string told;
+        std::string named;
     } cases[] = {
         {{}, "DIRECTORY"},
         {{probe, "other"}, "'other'"},
         {{"--wat", probe}, "--wat"},
         {{"-xy", probe}, "-x"},
         {{"--offscreen=1", probe}, "--offscreen=1"},
-        {{"--snapshot"}, "--snapshot wants a value"},
-        {{"--snapshot=", probe}, "--snapshot= wants a value"},
+        {{"--snapshot"}, "--snapshot needs a value"},
+        {{"--snapshot=", probe}, "--snapshot= needs a value"},
         {{"--size", "1280", probe}, "'1280'"},
         {{"--size", "0x10", probe}, "'0x10'"},
         {{"--size", "10x1e9", probe}, "'10x1e9'"},
@@ -35,15 +35,15 @@ TEST_F(HostOptions, AreRefusedInOneLineThatNamesThem) {
         {{"--offscreen", "--events", probe, probe}, probe},
         {{"--offscreen", "--snapshot", "/no/such/folder/a.png", probe}, "/no/such/folder/a.png"},
     };
-    for (const auto& [arguments, told] : cases) {
+    for (const auto& [arguments, named] : cases) {
         const auto result = run(arguments);
-        EXPECT_EQ(result.exitCode, 2) << told;
-        EXPECT_NE(result.errors.find(told), std::string::npos) << told << ": " << result.errors;
+        EXPECT_EQ(result.exitCode, 2) << named;
+        EXPECT_NE(result.errors.find(named), std::string::npos) << named << ": " << result.errors;
         EXPECT_EQ(std::ranges::count(result.errors, '\n'), 1) << result.errors;
     }
 }
 
-TEST_F(HostOptions, NameTheLineOfABadEvent) {
+TEST_F(HostOptions, AnInvalidEventIsReportedWithItsLine) {
     for (const std::string line :
          {"0 down 1", "0 click 1 2", "x down 1 2", "-1 up 1 2", "0 down 1 2 3", "0 down 1 inf"}) {
         const std::string events = write("events", "# a comment\n\n0 down 1 2  # fine\n" + line);
@@ -53,7 +53,7 @@ TEST_F(HostOptions, NameTheLineOfABadEvent) {
     }
 }
 
-TEST_F(HostOptions, TellWhatTheyAre) {
+TEST_F(HostOptions, HelpListsEveryOption) {
     const std::string help = runWell({"--help"});
     for (const char* const option :
          {"--offscreen", "--size", "--scale", "--resources", "--snapshot", "--dump-tree", "--at",
@@ -63,7 +63,7 @@ TEST_F(HostOptions, TellWhatTheyAre) {
     EXPECT_EQ(runWell({"--version"}), "orvane-host " ORVANE_TEST_VERSION "\n");
 }
 
-TEST_F(HostOptions, WantAnApplicationToStart) {
+TEST_F(HostOptions, ADirectoryWithoutApplicationsIsReported) {
     const std::string empty = file("empty");
     std::filesystem::create_directory(empty);
     const auto result = run({"--offscreen", empty});

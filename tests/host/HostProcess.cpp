@@ -21,7 +21,7 @@ HostProcess::HostProcess(const std::vector<std::string>& arguments,
                                                                    G_SUBPROCESS_FLAGS_STDERR_PIPE),
                                      nullptr));
     if (!process_) {
-        throw std::runtime_error("can't start " ORVANE_TEST_HOST);
+        throw std::runtime_error("cannot start " ORVANE_TEST_HOST);
     }
 }
 
@@ -47,7 +47,7 @@ HostProcess::Result HostProcess::finish() {
     char* errors = nullptr;
     if (!g_subprocess_communicate_utf8(process_.get(), nullptr, nullptr, &output, &errors,
                                        nullptr)) {
-        throw std::runtime_error("can't read what " ORVANE_TEST_HOST " says");
+        throw std::runtime_error("cannot read the output of " ORVANE_TEST_HOST);
     }
     Result result{-1, output, errors};
     if (g_subprocess_get_if_exited(process_.get()) != FALSE) {

@@ -13,7 +13,7 @@
 
 namespace orvane::tests {
 
-// The folder of the application that the tests start, and a place for what they write.
+// Runs the host with the probe application, and provides a folder for files.
 class HostTest : public ::testing::Test {
 protected:
     static constexpr const char* probe = ORVANE_TEST_APPLICATIONS "/probe";
@@ -28,14 +28,14 @@ protected:
                                    const std::vector<std::string>& changes = {}) {
         return HostProcess(arguments, changes).finish();
     }
-    // Runs the host to its good end, and gives what it said.
+    // Runs the host, expects that it succeeds, and returns its output.
     static std::string runWell(const std::vector<std::string>& arguments,
                                const std::vector<std::string>& changes = {}) {
         const auto result = run(arguments, changes);
         EXPECT_EQ(result.exitCode, 0) << result.errors;
         return result.output;
     }
-    // What a run with a snapshot shows.
+    // Returns the snapshot of a run.
     Picture snapshot(std::vector<std::string> arguments,
                      const std::vector<std::string>& changes = {},
                      const std::string& application = probe) const {

@@ -4,7 +4,7 @@ namespace orvane::tests {
 
 namespace {
 
-// What the example's two cards that ask for something show on a display of 1280x800, in pixels.
+// Counts the pixels that the example's two cards with requests show on a display of 1280x800.
 struct Shown {
     explicit Shown(const Picture& screen) {
         const Picture loaded = Picture::read(ORVANE_NETWORK_EXAMPLE_PICTURE);
@@ -22,9 +22,9 @@ struct Shown {
         }
     }
 
-    int picture = 0;   // those that are the loaded picture's, where it belongs
-    int text = 0;      // where the text belongs, not white
-    int failures = 0;  // red, in the line below
+    int picture = 0;   // pixels of the loaded picture at its place
+    int text = 0;      // pixels that are not white at the place of the text
+    int failures = 0;  // red pixels in the line below
 };
 
 }  // namespace
@@ -32,18 +32,18 @@ struct Shown {
 using NetworkExample = HostTest;
 
 TEST_F(NetworkExample, ShowsWhatItLoadsOrThatTheServerIsGone) {
-    // With the system's data: the desktop's settings, which name proxies, are among them.
+    // Without XDG_DATA_DIRS the system's data are used: they contain the desktop's proxy settings.
     const struct {
         std::vector<std::string> changes;
         std::string expected;
     } cases[] = {
         {{"-u", "XDG_DATA_DIRS"}, "the picture, the text"},
-        // All that is asked for goes by way of a proxy, which is not there.
+        // All requests go to a proxy that does not exist.
         {{"-u", "XDG_DATA_DIRS", "-u", "no_proxy", "http_proxy=http://127.0.0.1:1"}, "failures"},
     };
     for (const auto& [changes, expected] : cases) {
         std::string seen;
-        // Answers take their time: what is not there yet is looked for again, later.
+        // A slow machine needs more time for the answers.
         for (const char* moment : {"0.5", "2", "8", "20"}) {
             const Shown shown(
                 snapshot({"--offscreen", "--at", moment}, changes, ORVANE_NETWORK_EXAMPLE));

@@ -8,7 +8,7 @@
 
 namespace orvane::tests {
 
-// The pixels of a PNG file, one 0xRRGGBBAA a pixel; no pixels when it cannot be read.
+// The pixels of a PNG file as 0xRRGGBBAA. Empty if the file cannot be read.
 struct Picture {
     int width = 0;
     int height = 0;
@@ -20,7 +20,7 @@ struct Picture {
         if (png_image_begin_read_from_file(&image, path.c_str()) == 0) {
             return {};
         }
-        // In the order of bytes that makes them numbers.
+        // This order of bytes makes 0xRRGGBBAA on a little-endian machine.
         image.format = PNG_FORMAT_ABGR;
         Picture picture{static_cast<int>(image.width), static_cast<int>(image.height), {}};
         picture.pixels.resize(PNG_IMAGE_SIZE(image) / sizeof picture.pixels[0]);

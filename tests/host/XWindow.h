@@ -6,13 +6,13 @@ struct _XDisplay;
 
 namespace orvane::tests {
 
-// The window of the host that is running, seen from outside. Waits until it is there.
+// The window of the running host, controlled from outside. The constructor waits for the window.
 class XWindow {
 public:
     XWindow();
 
     void resize(unsigned width, unsigned height) const;
-    // Asks it to close, as a window manager does.
+    // Requests that it closes, as a window manager does.
     void close() const;
 
 private:

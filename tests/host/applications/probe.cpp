@@ -32,7 +32,7 @@ struct SizePrinter : FrameChangedEvent::listener_type {
     }
 };
 
-// For ever, and each time by way of the main thread: a host that ends must not wait for itself.
+// Runs forever, and uses the main thread each time: a host that ends must not wait for itself.
 void knock() {
     orvane::thread::dispatch_main([] {});
     orvane::Runtime::GetInstance()->run(knock, 1);
@@ -40,8 +40,8 @@ void knock() {
 
 }  // namespace
 
-// Two squares of 100: a red one that can be dragged, and a blue one, which turns green after
-// PROBE_DELAY milliseconds and moves 100 points in PROBE_MOVE seconds, where these are set.
+// Two squares of 100 points: a red one that can be dragged, and a blue one, which turns green after
+// PROBE_DELAY milliseconds and moves 100 points in PROBE_MOVE seconds, if these are set.
 struct Probe {
     std::shared_ptr<Drag> drag = std::make_shared<Drag>();
     std::shared_ptr<SizePrinter> printer = std::make_shared<SizePrinter>();
