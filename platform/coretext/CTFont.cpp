@@ -24,7 +24,7 @@ double usableSize(double size) {
 
 }  // namespace
 
-CTFont::CTFont(const std::string& name, double size) : size_(usableSize(size)) {
+CTFont::CTFont(const std::string& name, double size) : size_(size) {
     FontMap::Locked map;
     const FontFace& face = map->resolve(name);
     postScriptName_ = face.postScriptName;
@@ -41,9 +41,11 @@ CTFont::~CTFont() {
 }
 
 std::shared_ptr<const CTFont> CTFont::createWithName(const std::string& name, double size) {
+    // Fonts are shared by size: a NaN would be found neither equal nor different.
+    const double usable = usableSize(size);
     FontMap::Locked map;
-    return map->sharedFont(name, size,
-                           [&] { return std::shared_ptr<const CTFont>(new CTFont(name, size)); });
+    return map->sharedFont(name, usable,
+                           [&] { return std::shared_ptr<const CTFont>(new CTFont(name, usable)); });
 }
 
 }  // namespace orvane::platform

@@ -23,7 +23,9 @@ public:
     Ramp(std::span<const CGGradient::Stop> stops, unsigned options)
         : stops_(stops), options_(options) {}
 
-    std::uint32_t at(double t) {
+    std::uint32_t at(double position) {
+        // Colors are constant beyond the axis. A far position on a tiny axis is infinite or NaN.
+        const double t = std::min(kBehindTheEnd, std::max(-1.0, position));
         if (!(t >= from_ && t < to_)) {
             enter(t);
         }

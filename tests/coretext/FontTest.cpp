@@ -45,6 +45,13 @@ TEST_F(FontTest, GivesTheMetricsOfTheFontInUserUnits) {
     }
 }
 
+TEST_F(FontTest, AnInvalidSizeIsTheDefaultAndDoesNotAffectOtherSizes) {
+    const char* const name = "A name that no other test uses";
+    const auto invalid = CTFont::createWithName(name, std::nan(""));
+    EXPECT_EQ(invalid->size(), CTFont::kDefaultSize);
+    EXPECT_EQ(CTFont::createWithName(name, 40)->size(), 40);
+}
+
 TEST_F(FontTest, RefusesWhatIsNoWholeFont) {
     std::ifstream in(testFont("DejaVuSerif.ttf"), std::ios::binary);
     const std::string good(std::istreambuf_iterator<char>(in), {});
