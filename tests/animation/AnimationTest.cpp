@@ -24,7 +24,7 @@ using platform::CATransform3D;
 using platform::CATransform3DIdentity;
 using platform::CGPoint;
 
-// A target with a view of its own, or with none.
+// A target with a given view, or without a view.
 class Target : public Animatable {
 public:
     explicit Target(std::shared_ptr<platform::NSView> view) : view_(std::move(view)) {}
@@ -34,12 +34,13 @@ private:
     std::shared_ptr<platform::NSView> view_;
 };
 
-// One target of 100 x 50 points at 30, 40, on a clock that stands until it is advanced.
+// A target of 100 x 50 points at 30, 40, with a clock that moves only when the test advances it.
 class AnimationTest : public testing::Test {
 protected:
     AnimationTest() { view_->setFrame({{30, 40}, {100, 50}}); }
     ~AnimationTest() override {
-        // Nothing may report to a test that is over. An end can end another of its key.
+        // No callback may reach a test that has ended. The end of an animation can end another one
+        // with the same key, so the clock advances twice.
         view_->layer()->removeAllAnimations();
         clock_.advanceBy(0);
         clock_.advanceBy(0);
@@ -70,11 +71,11 @@ protected:
 
 using ValueAnimationTest = AnimationTest;
 
-TEST_F(ValueAnimationTest, LeadsEachAttributeThroughItsKeyFrames) {
+TEST_F(ValueAnimationTest, AnimatesEachAttributeThroughItsKeyFrames) {
     constexpr float quarter = std::numbers::pi_v<float> / 2;
     struct Case {
         AttributeName attribute;
-        std::vector<float> values;  // what a quarter of the way shows is asked for
+        std::vector<float> values;  // the expectations hold at a quarter of the duration
         platform::CGAffineTransform transform;
         double opacity = 1;
     };
@@ -85,15 +86,15 @@ TEST_F(ValueAnimationTest, LeadsEachAttributeThroughItsKeyFrames) {
         {AttributeName::Opacity, {1, 0.5F, 0}, {}, 0.75},
         {AttributeName::Translation, {0, 0, 8, 6, 100, 100}, {1, 0, 0, 1, 4, 3}},
         {AttributeName::Rotation, {0, quarter, 0}, {s, s, -s, s, 0, 0}},
-        // A quarter turn given as matrices turns; it does not shrink on the way.
+        // Matrices of a quarter turn are interpolated as a rotation, without shrinking.
         {AttributeName::Affine,
          {1, 0, 0, 1, 0, 0, 0, 1, -1, 0, 0, 0, 1, 0, 0, 1, 0, 0},
          {s, s, -s, s, 0, 0}},
-        // One key frame and a tail that makes no second one.
+        // One key frame and an incomplete second one.
         {AttributeName::Translation, {5, 6, 7}, {1, 0, 0, 1, 5, 6}},
-        // Seven numbers are three key frames.
+        // Seven numbers make three key frames.
         {AttributeName::Translation, {0, 0, 8, 6, 0, 0, 50}, {1, 0, 0, 1, 4, 3}},
-        // No whole key frame, no attribute.
+        // No complete key frame, or no attribute.
         {AttributeName::Affine, {0, 0, 0, 0, 0}, {}},
         {AttributeName::Opacity, {}, {}},
         {static_cast<AttributeName>(6), {5, 6, 7}, {}},
@@ -119,13 +120,13 @@ TEST_F(ValueAnimationTest, LeadsEachAttributeThroughItsKeyFrames) {
     }
 }
 
-TEST_F(ValueAnimationTest, WritesTheLastKeyFrameOfATransformToTheLayerAtOnce) {
+TEST_F(ValueAnimationTest, WritesTheLastTransformToTheLayerAtOnce) {
     const auto translation = makeAnimation(AttributeName::Translation, {10, 2, 20, 4});
     translation->setDelay(2);
     translation->run();
     EXPECT_EQ(view_->layer()->transform(), CATransform3D::makeTranslation(20, 4, 1));
     clock_.advanceBy(1.9);
-    EXPECT_EQ(shownTransform().tx, 20) << "the model shows during the delay";
+    EXPECT_EQ(shownTransform().tx, 20) << "the layer's own value shows during the delay";
     clock_.advanceBy(0.6);
     EXPECT_NEAR(shownTransform().tx, 15, 1e-4);
 
@@ -137,10 +138,10 @@ TEST_F(ValueAnimationTest, WritesTheLastKeyFrameOfATransformToTheLayerAtOnce) {
     EXPECT_EQ(view_->layer()->transform(), CATransform3DIdentity);
 }
 
-TEST_F(ValueAnimationTest, RepeatsAsOftenAsItIsTold) {
+TEST_F(ValueAnimationTest, RepeatsByItsRepeatCount) {
     struct Case {
         std::int32_t count;
-        double end;  // seconds after it began; 0 for never
+        double end;  // seconds after the start; 0 means never
     };
     for (const auto& [count, end] : {Case{1, 1}, {0, 1}, {3, 3}, {-1, 0}, {-7, 0}}) {
         SCOPED_TRACE(count);
@@ -155,15 +156,15 @@ TEST_F(ValueAnimationTest, RepeatsAsOftenAsItIsTold) {
         EXPECT_EQ(log_, end > 0 ? "key " : "");
         target_->removeAnimation("key");
         clock_.advanceBy(0);
-        EXPECT_EQ(log_, "key ") << "cancelling ends it, and only once";
+        EXPECT_EQ(log_, "key ") << "cancelling completes it exactly once";
     }
 }
 
-TEST_F(ValueAnimationTest, TurnsAboutItsAnchorPointAndPutsItBackBeforeTheCallback) {
+TEST_F(ValueAnimationTest, RestoresTheAnchorPointBeforeTheCallback) {
     struct Case {
         bool x, y;
         CGPoint position, anchorPoint;  // while it runs
-        CGPoint after;                  // position, having been moved by 1, 1 meanwhile
+        CGPoint after;                  // position at the end, moved by 1, 1 meanwhile
     };
     for (const Case& c : {Case{true, true, {80, 90}, {0.5, 1}, {30, 40}},
                           Case{true, false, {80, 40}, {0.5, 0}, {30, 41}},
@@ -188,7 +189,7 @@ TEST_F(ValueAnimationTest, TurnsAboutItsAnchorPointAndPutsItBackBeforeTheCallbac
         animation->run();
         EXPECT_EQ(view_->layer()->position(), c.position);
         EXPECT_EQ(view_->layer()->anchorPoint(), c.anchorPoint);
-        // The layer stands where it stood, and turns about the anchor.
+        // The layer keeps its place; it rotates about the anchor point.
         const auto place = view_->layer()->affineTransform(shown());
         EXPECT_NEAR(place.tx, 30, 1e-9);
         EXPECT_NEAR(place.ty, 40, 1e-9);
@@ -200,9 +201,9 @@ TEST_F(ValueAnimationTest, TurnsAboutItsAnchorPointAndPutsItBackBeforeTheCallbac
     }
 }
 
-TEST_F(ValueAnimationTest, ASecondRunTakesThePlaceOfTheFirstAndBothComplete) {
-    // It saves what the first has set. The end of the first takes their key off, and with it the
-    // second.
+TEST_F(ValueAnimationTest, ASecondRunReplacesTheFirstAndBothComplete) {
+    // The second run saves what the first one has set. The end of the first run removes their key,
+    // which ends the second run.
     const auto animation = makeAnimation(AttributeName::Rotation, {0, 1});
     animation->setAnchorPointX(0.5F);
     animation->run();
@@ -229,7 +230,7 @@ TEST_F(ValueAnimationTest, DoesNothingWithoutATargetOrAView) {
         clock_.advanceBy(2);
         EXPECT_EQ(log_, "");
     }
-    targets[1]->removeAnimation("key");  // no more than nothing
+    targets[1]->removeAnimation("key");  // has no effect
     target_->removeAnimation("unknown");
 }
 
@@ -241,24 +242,24 @@ TEST_F(ValueAnimationTest, ACallbackMayDoAnything) {
         const char* log;
     };
     const Case cases[] = {
-        {"starts another", [&](ValueAnimation&) { other->run(); }, "beside other "},
+        {"starts another", [&](ValueAnimation&) { other->run(); }, "parallel other "},
         {"sets another callback in its own place",
-         [&](ValueAnimation& animation) { animation.setCompletionCallback({}); }, "beside "},
-        {"cancels", [&](ValueAnimation&) { target_->removeAnimation("beside"); }, "beside "},
-        {"throws", [](ValueAnimation&) { throw std::runtime_error("on purpose"); }, "beside "},
+         [&](ValueAnimation& animation) { animation.setCompletionCallback({}); }, "parallel "},
+        {"cancels", [&](ValueAnimation&) { target_->removeAnimation("parallel"); }, "parallel "},
+        {"throws", [](ValueAnimation&) { throw std::runtime_error("on purpose"); }, "parallel "},
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(c.what);
         log_.clear();
         const auto animation = makeAnimation(AttributeName::TranslationX, {0, 1}, "first");
         std::size_t calls = 0;
-        // Captures that the callback still uses after it was replaced.
+        // The callback uses its captures after it was replaced.
         animation->setCompletionCallback([&, keep = std::string(1000, 'x'), raw = animation.get()] {
             c.callback(*raw);
             calls += keep.size() / 1000;
         });
         animation->run();
-        makeAnimation(AttributeName::TranslationY, {0, 1}, "beside")->run();
+        makeAnimation(AttributeName::TranslationY, {0, 1}, "parallel")->run();
         for (int i = 0; i < 5; ++i) {
             clock_.advanceBy(1);
         }
@@ -269,8 +270,8 @@ TEST_F(ValueAnimationTest, ACallbackMayDoAnything) {
     }
 }
 
-TEST_F(ValueAnimationTest, RunFromItsOwnCallbackItIsTakenOffAtOnceAndCompletes) {
-    // The key is taken off after the callback, whoever holds it by then.
+TEST_F(ValueAnimationTest, ARunFromItsOwnCallbackIsRemovedAtOnceAndCompletes) {
+    // After the callback the key is removed, with the run that has the key by then.
     const auto animation = makeAnimation(AttributeName::Opacity, {1, 0});
     animation->setCompletionCallback([this, weak = std::weak_ptr(animation)] {
         log_ += "end ";
@@ -300,7 +301,7 @@ protected:
         group_->add(animation);
         return animation;
     }
-    // What completed, in order, since the last call.
+    // Advances the clock and returns the keys of what has completed since the last call, in order.
     std::string after(double seconds) {
         clock_.advanceBy(seconds);
         return std::exchange(log_, "");
@@ -309,7 +310,7 @@ protected:
     std::shared_ptr<GroupAnimation> group_ = std::make_shared<GroupAnimation>("group");
 };
 
-TEST_F(GroupAnimationTest, CompletesAfterAllThatAnimateALayer) {
+TEST_F(GroupAnimationTest, CompletesAfterAllItsLayerAnimations) {
     add("long", 3);
     add("short", 1);
     add("late", 1)->setDelay(1.5F);
@@ -326,17 +327,19 @@ TEST_F(GroupAnimationTest, CompletesAfterAllThatAnimateALayer) {
     EXPECT_EQ(after(0), "cancelled ");
     makeAnimation(AttributeName::TranslationX, {0, 1}, "replaced")->run();
     EXPECT_EQ(after(0), "replaced ");
-    EXPECT_EQ(after(0), "replaced ") << "the end of the one takes their key off the other";
+    EXPECT_EQ(after(0), "replaced ") << "the end of one run removes the key of the other";
     EXPECT_EQ(after(1.6), "late ");
     clock_.advanceBy(0.5);
-    EXPECT_EQ(after(0), "long group ") << "without the frames";
+    EXPECT_EQ(after(0), "long group ") << "the group does not wait for frame animations";
     EXPECT_EQ(after(10), "frames ");
 }
 
-TEST_F(GroupAnimationTest, NeedsAnAnimationAndATargetAndGivesItToNobody) {
-    group_->add(nullptr);
+TEST_F(GroupAnimationTest, NeedsAnimationsAndATargetThatItDoesNotPassOn) {
     group_->run();
     EXPECT_EQ(after(2), "") << "an empty group never ends";
+    group_->add(nullptr);
+    group_->run();
+    EXPECT_EQ(after(0), "group ") << "a null pointer makes it a group that ends at once";
     EXPECT_EQ(group_->createNativeAnimation(), nullptr);
 
     const auto child = add("child", 1);
@@ -353,7 +356,7 @@ TEST_F(GroupAnimationTest, NeedsAnAnimationAndATargetAndGivesItToNobody) {
     }
 }
 
-TEST_F(GroupAnimationTest, GroupsNestAndTheTransactionIsClosedWhateverAChildDoes) {
+TEST_F(GroupAnimationTest, GroupsNestAndCloseTheirTransactionsWhenAChildThrows) {
     class Failing : public Animation {
     public:
         Failing() : Animation("failing") {}
@@ -368,7 +371,7 @@ TEST_F(GroupAnimationTest, GroupsNestAndTheTransactionIsClosedWhateverAChildDoes
     outer->add(std::make_shared<Failing>());
     EXPECT_THROW(outer->run(), std::runtime_error);
 
-    // Would keep the groups open if their transactions still were.
+    // This endless run would keep the groups from completing if their transactions were open.
     const auto later = makeAnimation(AttributeName::TranslationX, {0, 1}, "later");
     later->setRepeatCount(-1);
     later->run();

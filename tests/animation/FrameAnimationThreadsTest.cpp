@@ -1,10 +1,13 @@
 #include <gtest/gtest.h>
 
+#include <pthread.h>
+
 #include <algorithm>
 #include <atomic>
 #include <chrono>
 #include <cstdlib>
 #include <memory>
+#include <string>
 #include <vector>
 
 #include "orvane/display/animation/FrameAnimation.h"
@@ -17,9 +20,9 @@ using namespace std::chrono_literals;
 
 namespace {
 
-constexpr float completion = 2;  // stands for it in a log, above all phases
+constexpr float kCompletion = 2;  // marks the completion in a log; larger than any phase
 
-// What one run has called, on the main thread.
+// The calls of one run.
 struct Log {
     std::vector<float> phases;
     bool offMainThread = false;
@@ -32,48 +35,65 @@ struct Log {
 
 }  // namespace
 
-// Links with threads of their own: frames and completion come in on the main thread only, in order,
-// and the animation dies there.
+// Each run has a link with a thread of its own. Frames and completions arrive in order, on the main
+// thread only, and the animations are destroyed there.
 TEST(FrameAnimationThreads, RunsOnLinksOfManyThreads) {
     platform::CVDisplayLink::setRefreshRate(1000);
     constexpr int runs = 16;
     std::vector<Log> logs(runs);
     std::vector<std::weak_ptr<FrameAnimation>> animations;
-    std::atomic<int> diedElsewhere = 0;
-    struct Sentry {
+    std::atomic<int> destroyedElsewhere = 0;
+    struct ThreadCheck {
         std::atomic<int>& counter;
-        ~Sentry() { counter += platform::isMainThread() ? 0 : 1; }
+        ~ThreadCheck() { counter += platform::isMainThread() ? 0 : 1; }
     };
     for (Log& log : logs) {
-        const auto sentry = std::make_shared<Sentry>(diedElsewhere);
+        const auto threadCheck = std::make_shared<ThreadCheck>(destroyedElsewhere);
         const auto animation = std::make_shared<FrameAnimation>(
-            "frames", [&log, sentry](float phase) { log.call(phase); });
+            "frames", [&log, threadCheck](float phase) { log.call(phase); });
         animation->setDuration(0.02F);
-        animation->setCompletionCallback([&log] { log.call(completion); });
+        animation->setCompletionCallback([&log] { log.call(kCompletion); });
         animation->run();
         animations.push_back(animation);
     }
-    const auto allGone = [&animations] {
+    const auto allReleased = [&animations] {
         return std::all_of(animations.begin(), animations.end(),
                            [](const auto& animation) { return animation.expired(); });
     };
     const auto deadline = std::chrono::steady_clock::now() + 30s;
-    while (!allGone() && std::chrono::steady_clock::now() < deadline) {
+    while (!allReleased() && std::chrono::steady_clock::now() < deadline) {
         platform::drainMainQueue(10ms);
     }
-    ASSERT_TRUE(allGone());
-    EXPECT_EQ(diedElsewhere, 0);
+    ASSERT_TRUE(allReleased());
+    EXPECT_EQ(destroyedElsewhere, 0);
     for (const Log& log : logs) {
         EXPECT_FALSE(log.offMainThread);
         ASSERT_GE(log.phases.size(), 2U);
         EXPECT_EQ(log.phases[log.phases.size() - 2], 1.0F);
-        EXPECT_EQ(log.phases.back(), completion);
+        EXPECT_EQ(log.phases.back(), kCompletion);
         EXPECT_TRUE(std::is_sorted(log.phases.begin(), log.phases.end()));
     }
 }
 
-// The process ends while an endless animation runs: its callback is not called any more, on
-// whatever thread, once the main queue is closed.
+// A link whose thread cannot be started logs an error and does not keep the animation alive.
+TEST(FrameAnimationThreads, AFailedStartIsLoggedAndReleasesTheAnimation) {
+    pthread_attr_t attributes;
+    pthread_getattr_default_np(&attributes);
+    pthread_attr_t impossible = attributes;
+    pthread_attr_setstacksize(&impossible, std::size_t{1} << 48);  // larger than the address space
+    const auto animation = std::make_shared<FrameAnimation>("frames", [](float) {});
+    animation->setDuration(1);
+    testing::internal::CaptureStderr();
+    ASSERT_EQ(pthread_setattr_default_np(&impossible), 0);
+    animation->run();
+    pthread_setattr_default_np(&attributes);
+    EXPECT_NE(testing::internal::GetCapturedStderr().find("DisplayLink started with error:-6660"),
+              std::string::npos);
+    EXPECT_EQ(animation.use_count(), 1);
+}
+
+// The process ends while an endless animation runs: after the main queue is closed no thread calls
+// the callback.
 TEST(FrameAnimationThreads, AnEndlessRunDoesNotOutliveTheMainQueue) {
     GTEST_FLAG_SET(death_test_style, "threadsafe");
     const auto endWhileRunning = [] {

@@ -23,13 +23,19 @@ void FrameAnimation::run() {
     if (const CVDisplayLink::Return error = CVDisplayLink::createWithMainDisplay(link)) {
         platform::NSLog("DisplayLink created with error:%d", error);
     }
-    // The callback owns the link that calls it, and the delegate: tick lets both go. A null link
-    // takes all this and does nothing.
+    // The link's callback owns the link and the delegate; tick releases both. A null link accepts
+    // all of these calls and does nothing.
     link.setOutputCallback(
         [delegate, owned = link](CVDisplayLink&, const auto& outputTime) mutable {
             return FrameAnimationDelegate::tick(owned, outputTime, delegate);
         });
-    link.start();
+    const CVDisplayLink::Return error = link.start();
+    if (link && error != platform::kCVReturnSuccess) {
+        platform::NSLog("DisplayLink started with error:%d", error);
+        // The link owns its callback, which owns the link: a run that does not begin would never
+        // release either.
+        link.setOutputCallback([](CVDisplayLink&, const auto&) { return 0; });
+    }
 }
 
 void FrameAnimation::callFrameCallback(float phase) const {

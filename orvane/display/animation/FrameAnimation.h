@@ -11,29 +11,38 @@ namespace orvane::display::animation {
 
 class FrameAnimationDelegate;
 
-// Calls the application once for each refresh of the display with how much of the pass has gone by,
-// from 0 up to 1. The last call of a run is exactly 1, and the completion callback follows it.
-// Calls begin when the delay has passed.
+// Calls a function of the application at each refresh of the display with the phase of the pass,
+// from 0 up to 1. The phase of the last call of a run is exactly 1; the completion callback follows
+// it. The calls begin when the delay has passed.
 //
-// The callback is called on the main thread, must be set before run(), and keeps its state from
-// frame to frame. Delay, duration and repeat count must not change during a run. A run needs a
-// duration above zero and no target. One with a repeat count below 1 is endless: it cannot be
-// stopped, Animatable::removeAnimation does not reach it, and the animation, with what its callback
-// holds, stays until the process ends.
+// The function is called on the main thread, must be set before run(), and keeps its state from
+// frame to frame. A run needs a duration above zero and no target. Changes to delay, duration and
+// repeat count apply from the next run on.
+//
+// A run with a repeat count below 1 is endless: it cannot be stopped, Animatable::removeAnimation
+// does not reach it, and the animation and everything that its function holds stay alive until the
+// process ends.
 class ORVANE_EXPORT FrameAnimation : public virtual Animation {
 public:
+    // Receives the phase of the pass, 0 to 1.
     using FrameCallback = std::function<void(float phase)>;
 
+    // `key` names the animation; a frame animation is not registered under it. `callback` is called
+    // at each frame.
     explicit FrameAnimation(const std::string& key, const FrameCallback& callback = {})
         : Animation(key), frameCallback_(std::make_shared<FrameCallback>(callback)) {}
     ~FrameAnimation() override;
 
-    // An empty one fails at the first frame. A callback may set another for the frames to come.
+    // Sets the function that is called at each frame. It may be called from that function, for the
+    // frames that follow. An empty function throws std::bad_function_call at the first frame, which
+    // is logged.
     void setFrameCallback(const FrameCallback& callback) {
         frameCallback_ = std::make_shared<FrameCallback>(callback);
     }
 
+    // Returns null: a frame animation does not run on a layer.
     std::shared_ptr<platform::CAAnimation> createNativeAnimation() override;
+    // Starts a run with a display link of its own. Does nothing unless the duration is above zero.
     void run() override;
 
 private:

@@ -13,7 +13,10 @@
 namespace orvane::display::animation {
 
 FrameAnimationDelegate::FrameAnimationDelegate(std::shared_ptr<FrameAnimation> frameAnimation)
-    : frameAnimation_(std::move(frameAnimation)) {}
+    : frameAnimation_(std::move(frameAnimation)),
+      delay_(frameAnimation_->getDelay()),
+      duration_(frameAnimation_->getDuration()),
+      repeatCount_(frameAnimation_->getRepeatCount()) {}
 
 int FrameAnimationDelegate::tick(platform::CVDisplayLink& link,
                                  const platform::CVTimeStamp& outputTime,
@@ -24,7 +27,7 @@ int FrameAnimationDelegate::tick(platform::CVDisplayLink& link,
     if (delegate->startTimestamp() == 0) {
         delegate->setStartTimestamp(outputTime.hostTime);
     }
-    // Whole milliseconds: the grain of a frame animation's time.
+    // The time of a frame animation has a resolution of one millisecond.
     const std::uint64_t milliseconds = (outputTime.hostTime - delegate->startTimestamp()) / 1000000;
     const auto time = static_cast<float>(static_cast<double>(milliseconds) / 1000.0);
     thread::dispatch_main([&delegate, time] { delegate->renderLogged(time); });
@@ -33,8 +36,8 @@ int FrameAnimationDelegate::tick(platform::CVDisplayLink& link,
     }
     link.stop();
     link.release();
-    // Behind the last render, and on the main thread: the animation and the application's callbacks
-    // may go with it.
+    // The delegate is released after the last render and on the main thread, because the animation
+    // and the application's callbacks may be destroyed with it.
     thread::dispatch_main([&delegate] { delegate.reset(); });
     return 0;
 }
@@ -50,7 +53,7 @@ void FrameAnimationDelegate::renderLogged(float time) const noexcept {
 }
 
 void FrameAnimationDelegate::render(float time) const {
-    if (time < frameAnimation_->getDelay()) {
+    if (time < delay_) {
         return;
     }
     if (!isStopAnimation(time)) {
@@ -60,7 +63,7 @@ void FrameAnimationDelegate::render(float time) const {
     try {
         frameAnimation_->callFrameCallback(1.0F);
     } catch (...) {
-        // The completion is due even so: the application may be waiting for it.
+        // The completion is called all the same: the application may wait for it.
         frameAnimation_->onCompleted();
         throw;
     }
@@ -73,12 +76,11 @@ float FrameAnimationDelegate::animationTime(float time) const {
 }
 
 float FrameAnimationDelegate::durationTime(float time) const {
-    return (time - frameAnimation_->getDelay()) / std::max(frameAnimation_->getDuration(), 1e-6F);
+    return (time - delay_) / std::max(duration_, 1e-6F);
 }
 
 bool FrameAnimationDelegate::isStopAnimation(float time) const {
-    return frameAnimation_->getRepeatCount() >= 1 &&
-           durationTime(time) >= static_cast<float>(frameAnimation_->getRepeatCount());
+    return repeatCount_ >= 1 && durationTime(time) >= static_cast<float>(repeatCount_);
 }
 
 }  // namespace orvane::display::animation

@@ -12,41 +12,47 @@ namespace orvane::display::animation {
 
 class FrameAnimation;
 
-// One run of a frame animation, which it keeps alive: turns the ticks of a display link into
-// phases. All times are seconds since the first tick.
+// One run of a frame animation: it turns the ticks of a display link into phases. It keeps the
+// animation alive. All times are seconds since the first tick.
 //
-// tick belongs to the link's thread and render to the main thread; the other operations only read
-// the animation's timing, which stands still during a run.
+// The link calls tick on its own thread; render is called on the main thread. The timing is copied
+// when the run begins: the application may give the animation another timing and run it again from
+// the completion callback, while the tick that ended this run is still in progress.
 class FrameAnimationDelegate {
 public:
     explicit FrameAnimationDelegate(std::shared_ptr<FrameAnimation> frameAnimation);
 
-    // The output callback of the link; 0 always. Has the frame rendered on the main thread, and
-    // waits for it. At the end of the run both references are let go, the delegate's on the main
-    // thread; after that, as with a null delegate, it does nothing.
+    // The output callback of the link; always returns 0. Has the frame rendered on the main thread
+    // and waits for it. At the end of the run it releases the link and the delegate, the delegate
+    // on the main thread. After that, and with a null delegate, it does nothing.
     static int tick(platform::CVDisplayLink& link, const platform::CVTimeStamp& outputTime,
                     std::shared_ptr<FrameAnimationDelegate>& delegate);
 
-    // Calls the application, unless the delay has not passed: with the phase, or with 1 when the
-    // run is over and then the animation's completion. What they throw comes out here.
+    // Calls the application's function with the phase, unless the delay has not passed. When the
+    // run is over it calls it with 1 and then the animation's completion. Exceptions of the
+    // application reach the caller.
     void render(float time) const;
 
-    // The share of the pass that has gone by.
+    // The part of the current pass that has passed, from 0 up to 1.
     float animationTime(float time) const;
-    // The number of passes that have gone by, fraction included; below zero during the delay.
+    // The number of passes that have passed, with its fraction; below zero during the delay.
     float durationTime(float time) const;
-    // Never for a repeat count below 1: unlike a value animation's, a zero repeats for ever.
+    // Whether the run is over. A run with a repeat count below 1 is never over: unlike a value
+    // animation, a frame animation with a count of zero repeats forever.
     bool isStopAnimation(float time) const;
 
-    // The first tick's time, in nanoseconds; 0 before it.
+    // The time of the first tick, in nanoseconds; 0 before it.
     std::uint64_t startTimestamp() const { return startTimestamp_; }
     void setStartTimestamp(std::uint64_t timestamp) { startTimestamp_ = timestamp; }
 
 private:
-    // render, with what it throws logged: the run goes on, and so does the link's thread.
+    // Calls render and logs what it throws: the run and the link's thread continue.
     void renderLogged(float time) const noexcept;
 
     std::shared_ptr<FrameAnimation> frameAnimation_;
+    const float delay_;
+    const float duration_;
+    const std::int32_t repeatCount_;
     std::uint64_t startTimestamp_ = 0;
 };
 

@@ -9,9 +9,7 @@ GroupAnimation::GroupAnimation(const std::string& key) : Animation(key) {}
 GroupAnimation::~GroupAnimation() = default;
 
 void GroupAnimation::add(const std::shared_ptr<Animation>& animation) {
-    if (animation) {
-        animations_.push_back(animation);
-    }
+    animations_.push_back(animation);
 }
 
 void GroupAnimation::run() {
@@ -24,7 +22,9 @@ void GroupAnimation::run() {
     }
     const AnimationTransaction transaction(handler, shared_from_this());
     for (const std::shared_ptr<Animation>& animation : animations_) {
-        animation->run();
+        if (animation) {
+            animation->run();
+        }
     }
 }
 

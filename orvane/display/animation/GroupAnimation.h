@@ -9,22 +9,26 @@
 
 namespace orvane::display::animation {
 
-// Several animations under one completion: they are run together, and when those of them that
-// animate a layer are over, so is the group. Their own callbacks are called as ever. A
-// FrameAnimation in a group is started with the others but not waited for.
+// Runs several animations with one completion. The group's completion callback follows when all of
+// its animations that run on a layer have ended; their own callbacks are called as usual. A
+// FrameAnimation in a group is started with the others, but the group does not wait for it.
 //
-// The group needs a target with a view, though it animates nothing itself, and gives it to nobody:
-// each animation must have its own. An empty group does nothing and never completes. Delay,
-// duration and repeat count of the group mean nothing.
+// The group needs a target with a view, although it animates nothing itself, and does not pass it
+// on: each animation needs a target of its own. An empty group does nothing and never completes.
+// The group's own delay, duration and repeat count have no effect.
 class ORVANE_EXPORT GroupAnimation : public virtual Animation {
 public:
+    // `key` names the group; see Animation.
     explicit GroupAnimation(const std::string& key);
     ~GroupAnimation() override;
 
-    // Shared from now on. The animations are run in the order in which they were added.
+    // Appends an animation, which the group shares. run() starts the animations in this order. A
+    // null pointer is appended, too: a group of null pointers completes at once.
     void add(const std::shared_ptr<Animation>& animation);
 
+    // Starts all animations.
     void run() override;
+    // Returns null: a group has no animation of its own on the layer.
     std::shared_ptr<platform::CAAnimation> createNativeAnimation() override;
 
 private:
