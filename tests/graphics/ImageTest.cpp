@@ -17,7 +17,7 @@ using quartz::QuartzUtils;
 using Box = geometry::Rect<double>;
 using std::string;
 
-// A grey picture of 3 by 2 pixels.
+// A gray picture of 3 by 2 pixels.
 const string kJpeg =
     "/9j/4AAQSkZJRgABAQAAAQABAAD/2wBDABALDA4MChAODQ4SERATGCgaGBYWGDEjJR0oOjM9PDkzODdASFxOQERXRTc4"
     "UG1RV19iZ2hnPk1xeXBkeFxlZ2P/wAALCAACAAMBAREA/8QAFAABAAAAAAAAAAAAAAAAAAAABv/EABQQAQAAAAAAAAAA"
@@ -37,7 +37,7 @@ protected:
         return platform::NSData::dataWithBytes(bytes.data(), bytes.size()).base64EncodedString();
     }
 
-    // What a loader prints.
+    // Returns what a loader prints.
     template <typename Load>
     static string printedBy(Load load) {
         std::fflush(stdout);
@@ -57,10 +57,10 @@ protected:
     std::shared_ptr<Image> image_;
 };
 
-TEST_F(ImageTest, LoadsByEveryRoad) {
+TEST_F(ImageTest, LoadsFromEachSource) {
     const string raw(4 * 3 * 4, '\x7f');
     const string png = "data:image/png;base64," + base64(png_);
-    const string jpeg = "data:what;x=y;base64," + kJpeg;  // the type is passed over
+    const string jpeg = "data:what;x=y;base64," + kJpeg;  // the type is ignored
     const string broken = "data:;base64,\n" + kJpeg + "\n";
     const std::tuple<const char*, std::function<void()>, Box> cases[] = {
         {"a file", [&] { image_->setPath(file_); }, {0, 0, 4, 3}},
@@ -79,45 +79,61 @@ TEST_F(ImageTest, LoadsByEveryRoad) {
     }
 }
 
-TEST_F(ImageTest, AFailureIsOneLineAndLeavesTheImageEmptyWithItsOldBounds) {
+TEST_F(ImageTest, AFailureSaysWhyAndKeepsOnlyTheBounds) {
     const auto bytes = [](const string& loader, int length) {
         return "ERROR: QuartzImage::" + loader + " image is not created with content of " +
                std::to_string(length) + " bytes\n";
     };
+    const string unknown = "There is neither a PNG nor a JPEG picture in ";
+    const string damaged = " picture in the content is damaged or too large";
     const string text = testing::TempDir() + "orvane-image-test.txt";
     std::ofstream(text) << "neither PNG nor JPEG";
     const string half = base64(png_.substr(0, png_.size() / 2));
-    const std::tuple<std::function<void()>, string> cases[] = {
-        {[&] { image_->setContent(""); }, bytes("setContent", 0)},
-        {[&] { image_->setContent("no picture"); }, bytes("setContent", 10)},
-        {[&] { image_->setRawData("", 4, 4); }, bytes("setRawData", 0)},
-        {[&] { image_->setRawData("abcd", 0, 1); }, bytes("setRawData", 4)},
-        {[&] { image_->setRawData("abcd", -1, -1); }, bytes("setRawData", 4)},
-        {[&] { image_->setRawData("abcd", 2000000000, 2000000000); }, bytes("setRawData", 4)},
+    const std::tuple<std::function<void()>, string, string> cases[] = {
+        {[&] { image_->setContent(""); }, bytes("setContent", 0), ""},
+        {[&] { image_->setContent("no picture"); }, bytes("setContent", 10), unknown},
+        {[&] { image_->setContent("\xff\xd8\xff"); }, bytes("setContent", 3), "JPEG" + damaged},
+        {[&] { image_->setRawData("", 4, 4); }, bytes("setRawData", 0), ""},
+        {[&] { image_->setRawData("abcd", 0, 1); }, bytes("setRawData", 4), ""},
+        {[&] { image_->setRawData("abcd", -1, -1); }, bytes("setRawData", 4), ""},
+        {[&] { image_->setRawData("abcd", 2000000000, 2000000000); }, bytes("setRawData", 4), ""},
     };
-    const auto expectFailure = [&](const std::function<void()>& load, const string& message) {
+    const auto expectFailure = [&](const std::function<void()>& load, const string& message,
+                                   const string& reason) {
         image_->setContent(png_);
         ASSERT_FALSE(isEmpty());
+        testing::internal::CaptureStderr();
         EXPECT_EQ(printedBy(load), message);
+        const string log = testing::internal::GetCapturedStderr();
+        EXPECT_TRUE(reason.empty() ? log.empty() : log.find(reason) != string::npos) << log;
         EXPECT_TRUE(isEmpty()) << message;
         EXPECT_EQ(image_->getBounds(), Box(0, 0, 4, 3));
     };
-    for (const auto& [load, message] : cases) {
-        expectFailure(load, message);
+    for (const auto& [load, message, reason] : cases) {
+        expectFailure(load, message, reason);
     }
-    for (const string& address :
-         {string(), string("data:"), string("data:;base64,"), string("data:;base64,AAA"),
-          string("data:image/png,%89PNG"), "data:;base64," + half,
-          // Anywhere but at the start it is part of a file's name.
-          "xdata:;base64," + kJpeg, string("/no/such/file.png"), string("/dev/zero"), text}) {
-        expectFailure([&] { image_->setPath(address); },
-                      "ERROR: QuartzImage::setPath '" + address + "'. file not found\n");
+    const string incomplete = "needs \";base64,\" and complete base64 data";
+    const std::pair<string, string> addresses[] = {
+        {"", ""},
+        {"/no/such/file.png", ""},
+        {"/dev/zero", ""},
+        {"xdata:;base64," + kJpeg, ""},  // "data:" is part of a file name unless it comes first
+        {text, unknown + "'" + text + "'"},
+        {"data:", incomplete},
+        {"data:;base64,AAA", incomplete},
+        {"data:image/png,%89PNG", incomplete},
+        {"data:;base64,", unknown + "a data address"},
+        {"data:;base64," + half, "PNG picture in a data address is damaged"},
+    };
+    for (const auto& [address, reason] : addresses) {
+        expectFailure([&, path = address] { image_->setPath(path); },
+                      "ERROR: QuartzImage::setPath '" + address + "'. file not found\n", reason);
     }
     std::filesystem::remove(text);
 }
 
-// The fuzzers' corpus of addresses. What is named broken is no picture.
-TEST_F(ImageTest, TakesDataAddressesThatAreHostile) {
+// Loads the addresses of the fuzzers' corpus. Files named "broken..." do not contain a picture.
+TEST_F(ImageTest, SurvivesHostileDataAddresses) {
     int count = 0;
     for (const auto& entry :
          std::filesystem::directory_iterator(string(ORVANE_TEST_CORPUS) + "/data-address")) {
@@ -133,7 +149,7 @@ TEST_F(ImageTest, TakesDataAddressesThatAreHostile) {
     EXPECT_GT(count, 8);
 }
 
-TEST(QuartzUtilsTest, DecodesBase64FromAPlaceOn) {
+TEST(QuartzUtilsTest, DecodesBase64FromAnOffset) {
     const std::tuple<string, std::size_t, std::optional<string>> cases[] = {
         {"QUJD", 0, "ABC"},
         {"QUI=", 0, "AB"},

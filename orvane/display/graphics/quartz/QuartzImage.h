@@ -13,8 +13,9 @@ class CGImage;
 
 namespace orvane::display::graphics::quartz {
 
-// An image has no picture or exactly one. Every loader drops the old one first; one that fails
-// leaves nothing to paint, the bounds of the old bitmap, and no repaint.
+// An image on the canvas; it has one picture or none. Every loader first drops the old picture. A
+// loader that fails leaves nothing to paint, keeps the bounds of the old picture, and does not
+// repaint.
 class QuartzImage : public virtual Image, public virtual QuartzDrawable {
 public:
     std::string getDescription() const override { return "QuartzImage"; }
@@ -29,6 +30,7 @@ public:
     void setContent(const std::string& bytes) override;
     void setRawData(const std::string& bytes, int width, int height) override;
 
+    // Drops the picture; keeps the bounds and does not repaint.
     void releaseImage();
 
     geometry::Rect<double> getBounds() override { return bounds_; }
@@ -37,8 +39,12 @@ protected:
     void doValidate(const geometry::Rect<double>& rect) override;
 
 private:
-    // True when there is a picture now. A null provider has none.
-    bool setDataProvider(const platform::CGDataProvider* provider);
+    // These functions return whether there is a picture now. `source` says in the log where bytes
+    // that are not a picture come from.
+    bool decodeFile(const std::string& path);
+    bool decodeAddress(const std::string& address);
+    bool decode(const platform::CGDataProvider& provider, const std::string& source);
+    bool setDataProvider(const platform::CGDataProvider& provider);
     bool setRawDataProvider(const platform::CGDataProvider& provider, int width, int height);
     bool postProcessImage();
 
