@@ -8,7 +8,7 @@
 namespace orvane::display::geometry {
 namespace {
 
-using R = Rect<double>;
+using Box = Rect<double>;
 
 struct PlatformRect {
     struct {
@@ -22,10 +22,10 @@ struct PlatformTransform {
     double a, b, c, d, tx, ty;
 };
 
-TEST(Geometry, PlatformShapesKeepTheirNumbers) {
-    const auto rect = static_cast<PlatformRect>(R(1, 2, -3, 4));
+TEST(Geometry, ConversionsFromAndToThePlatformKeepAllNumbers) {
+    const auto rect = static_cast<PlatformRect>(Box(1, 2, -3, 4));
     EXPECT_EQ(rect.size.width, -3);
-    EXPECT_EQ(R(rect), R(1, 2, -3, 4));
+    EXPECT_EQ(Box(rect), Box(1, 2, -3, 4));
 
     const Matrix matrix(1, 2, 3, 4, 5, 6);
     const auto transform = static_cast<PlatformTransform>(matrix);
@@ -36,24 +36,24 @@ TEST(Geometry, PlatformShapesKeepTheirNumbers) {
     EXPECT_EQ(Matrix(transform), matrix);
 }
 
-TEST(Geometry, RoundingOfEachKind) {
+TEST(Geometry, RoundsPositionsToNearestAndSizesUp) {
     EXPECT_EQ(toInt(Point<double>(2.5, 3.5)), Point<double>(2, 4));
     EXPECT_EQ(toInt(Size<double>(2.1, 3.0)), Size<double>(3, 3));
     EXPECT_TRUE(std::signbit(toInt(Size<double>(-0.5, 0)).width));
-    EXPECT_EQ(toInt(R(10.4, 10.6, -3.2, 5.0)), R(7, 11, 3, 5));
-    // The far edge falls short: position and size are rounded on their own.
-    EXPECT_EQ(toInt(R(0.4, 0, 2, 1)), R(0, 0, 2, 1));
+    EXPECT_EQ(toInt(Box(10.4, 10.6, -3.2, 5.0)), Box(7, 11, 3, 5));
+    // The right edge is short: position and size are rounded separately.
+    EXPECT_EQ(toInt(Box(0.4, 0, 2, 1)), Box(0, 0, 2, 1));
     EXPECT_DOUBLE_EQ(toRadians(180), 3.141592653589793);
 }
 
-TEST(Geometry, ProductAppliesTheRightFactorFirst) {
+TEST(Geometry, AProductAppliesTheRightFactorFirst) {
     Matrix move(9, 9, 9, 9, 9, 9), stretch(9, 9, 9, 9, 9, 9);
-    move.setTranslate(10, 0);  // what was there is replaced
+    move.setTranslate(10, 0);  // replaces all elements
     stretch.setScale(2, 3);
     EXPECT_EQ((move * stretch).mapPoint({1, 1}), Point<double>(12, 3));
     EXPECT_EQ((stretch * move).mapPoint({1, 1}), Point<double>(22, 3));
 
-    // Identity factors give bit-for-bit copies, whatever the other holds.
+    // A product with the identity is an exact copy, even of infinite elements.
     const Matrix wild(INFINITY, 0, INFINITY, 0, 1, 0);
     EXPECT_EQ(wild * Matrix::s_identity, wild);
     EXPECT_EQ(Matrix::s_identity * wild, wild);
@@ -61,12 +61,12 @@ TEST(Geometry, ProductAppliesTheRightFactorFirst) {
     Matrix none(9, 9, 9, 9, 9, 9);
     none.setScale(1, 1);
     EXPECT_TRUE(none.isIdentity());
-    // A rectangle becomes the box around it.
-    EXPECT_EQ(Matrix(0, -1, 0, 1, 0, 0).mapRect({0, 0, 10, 2}), R(-2, 0, 2, 10));
-    EXPECT_EQ(Matrix(1, -1, 0, 1, 1, 0).mapRect({0, 0, 10, 2}), R(-2, 0, 12, 12));
+    // A rectangle is mapped to the box around its image.
+    EXPECT_EQ(Matrix(0, -1, 0, 1, 0, 0).mapRect({0, 0, 10, 2}), Box(-2, 0, 2, 10));
+    EXPECT_EQ(Matrix(1, -1, 0, 1, 1, 0).mapRect({0, 0, 10, 2}), Box(-2, 0, 12, 12));
 }
 
-TEST(Geometry, InverseUndoesAndASingularMatrixHasTheIdentity) {
+TEST(Geometry, TheInverseUndoesAndThatOfASingularMatrixIsTheIdentity) {
     const Matrix matrix(2, 1, 5, -1, 3, 7);
     const Point<double> point = (matrix.inverse() * matrix).mapPoint({3, 4});
     EXPECT_NEAR(point.x, 3, 1e-12);
@@ -76,17 +76,17 @@ TEST(Geometry, InverseUndoesAndASingularMatrixHasTheIdentity) {
     EXPECT_NE(broken, broken);
 }
 
-TEST(Geometry, UnionTakesEveryRectangleThatHasAnExtentAndIsOne) {
+TEST(Geometry, AUnionSkipsEmptyAndInvalidRectangles) {
     const struct {
-        R sum, added, expected;
+        Box sum, added, expected;
     } cases[] = {
-        {{}, {5, 5, 0, 0}, {5, 5, 0, 0}},      // still empty
-        {{}, {10, 10, 0, 4}, {10, 10, 0, 4}},  // one side is enough
+        {{}, {5, 5, 0, 0}, {5, 5, 0, 0}},      // the union is still empty
+        {{}, {10, 10, 0, 4}, {10, 10, 0, 4}},  // not empty: it has a height
         {{10, 10, 0, 4}, {0, 12, 2, 4}, {0, 10, 10, 6}},
         {{0, 10, 10, 6}, {-100, -100, 0, 0}, {0, 10, 10, 6}},
         {{0, 0, 10, 10}, {NAN, 0, 5, 5}, {0, 0, 10, 10}},
-        {{0, 0, 10, 10}, {0, 0, INFINITY, 5}, {0, 0, R::reach, 10}},
-        {{}, {-1e300, 0, 2e300, 1}, {-R::reach, 0, 2 * R::reach, 1}},
+        {{0, 0, 10, 10}, {0, 0, INFINITY, 5}, {0, 0, Box::kReach, 10}},
+        {{}, {-1e300, 0, 2e300, 1}, {-Box::kReach, 0, 2 * Box::kReach, 1}},
     };
     for (auto [sum, added, expected] : cases) {
         sum.unite(added);
@@ -95,12 +95,12 @@ TEST(Geometry, UnionTakesEveryRectangleThatHasAnExtentAndIsOne) {
     }
 }
 
-TEST(Geometry, RectanglesThatShareAnEdgeTouch) {
-    const R box(0, 0, 10, 10);
-    EXPECT_EQ(box.intersection({10, 2, 5, 5}), R(10, 2, 0, 5));
+TEST(Geometry, RectanglesWithACommonEdgeTouch) {
+    const Box box(0, 0, 10, 10);
+    EXPECT_EQ(box.intersection({10, 2, 5, 5}), Box(10, 2, 0, 5));
     EXPECT_FALSE(box.intersection({10, 2, 5, 5}).isEmpty());
     EXPECT_TRUE(box.intersection({10, 10, 5, 5}).isEmpty());
-    EXPECT_EQ(box.intersection({11, 0, 5, 5}), R());
+    EXPECT_EQ(box.intersection({11, 0, 5, 5}), Box());
     EXPECT_TRUE(box.contains({10, 10}));
     EXPECT_FALSE(box.contains({10.001, 10}));
 }

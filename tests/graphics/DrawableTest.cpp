@@ -1,4 +1,4 @@
-// The model of what is drawn, without a canvas.
+// Tests of the model of drawables, without a canvas.
 
 #include <gtest/gtest.h>
 
@@ -13,7 +13,8 @@ namespace orvane::display::graphics {
 namespace {
 
 using Box = geometry::Rect<double>;
-// An object whose bracket leaves no trace.
+
+// An object whose canvas operations do nothing.
 template <typename Base>
 class Bare : public virtual Base {
 protected:
@@ -47,7 +48,7 @@ protected:
     void doValidate(const Box&) override { ++painted; }
 };
 
-// A group with a shape in it, on a layer of the group's own.
+// A group that contains a shape and has a layer of its own.
 class ModelDrawable : public testing::Test {
 protected:
     void SetUp() override {
@@ -70,7 +71,7 @@ TEST_F(ModelDrawable, IsPaintedOnlyWhereItTouchesTheDirtyRectangle) {
         {"inside", {0, 0, 10, 10}, {2, 2, 1, 1}, true},
         {"edge shared", {0, 0, 10, 10}, {10, 0, 5, 10}, true},
         {"corner shared", {0, 0, 10, 10}, {10, 10, 5, 5}, false},
-        {"beside", {0, 0, 10, 10}, {11, 0, 5, 10}, false},
+        {"apart", {0, 0, 10, 10}, {11, 0, 5, 10}, false},
         {"frame without width", {5, 0, 0, 10}, {0, 0, 10, 10}, true},
         {"frame without extent", {5, 5, 0, 0}, {0, 0, 10, 10}, false},
     };
@@ -95,7 +96,7 @@ TEST_F(ModelDrawable, IsVisibleByItsFillOrItsStrokeUnderVisibleAncestors) {
     }
 }
 
-TEST_F(ModelDrawable, BoundsHoldTheStrokeInWholeNumbers) {
+TEST_F(ModelDrawable, BoundsIncludeTheStrokeAndAreIntegers) {
     const struct {
         Box box;
         float width;
@@ -105,16 +106,16 @@ TEST_F(ModelDrawable, BoundsHoldTheStrokeInWholeNumbers) {
         {{0, 0, 10, 10}, 1, {-1, -1, 12, 12}},
         {{0, 0, 10, 10}, 2, {-1, -1, 12, 12}},
         {{0, 0, 10, 10}, 3, {-2, -2, 14, 14}},
-        // A negative pad turns the box inside out; it comes back with positive extents.
+        // A negative width turns the box inside out; the result is normalized.
         {{0, 0, 10, 10}, -20, {0, 0, 10, 10}},
-        // Position to the nearest, ties to even; size upward.
+        // The position is rounded to nearest, ties to even; the size is rounded up.
         {{2.5, 3.5, 4.2, 5}, 0, {2, 4, 5, 5}},
         {{10.4, 10.6, -3.2, 5}, 0, {7, 11, 4, 5}},
     };
     for (const auto& c : cases) {
         const auto shape = std::make_shared<CountingShape>();
         shape->box = c.box;
-        shape->strokeVisible = false;  // the room is kept all the same
+        shape->strokeVisible = false;  // an invisible stroke counts, too
         shape->setStrokeWidth(c.width);
         EXPECT_EQ(shape->getBounds(), c.bounds) << c.box.x << " with width " << c.width;
         shape->setMatrix(0, -2, 100, 1, 0, 0);  // a quarter turn, twice as wide, moved
@@ -123,7 +124,7 @@ TEST_F(ModelDrawable, BoundsHoldTheStrokeInWholeNumbers) {
     }
 }
 
-TEST_F(ModelDrawable, AClipsFrameIsTheBoundsSeenThroughTheParentAlone) {
+TEST_F(ModelDrawable, TheFrameOfAClipIsItsBoundsTransformedByItsParent) {
     const auto clip = std::make_shared<Clip>();
     const auto layer = std::make_shared<MarkingLayer>();
     layer->addObject(clip);
@@ -135,7 +136,8 @@ TEST_F(ModelDrawable, AClipsFrameIsTheBoundsSeenThroughTheParentAlone) {
     shape_->setTranslate(500, 500);
     clip->add(shape_);
     clip->setScale(7, 7);
-    EXPECT_EQ(clip->getFrame(), Box(1, 2, 30, 40)) << "neither children nor own transformation";
+    EXPECT_EQ(clip->getFrame(), Box(1, 2, 30, 40))
+        << "neither children nor its own transformation count";
 
     auto parent = std::make_shared<Group>();
     group_->add(parent);
@@ -144,12 +146,12 @@ TEST_F(ModelDrawable, AClipsFrameIsTheBoundsSeenThroughTheParentAlone) {
     group_->setScale(2, 2);
     EXPECT_EQ(clip->getFrame(), Box(202, 4, 60, 80));
     group_->clear();
-    parent.reset();  // it expires without having erased the clip
+    parent.reset();  // the parent is destroyed without having erased the clip
     clip->resetFrame();
     EXPECT_EQ(clip->getFrame(), Box(1, 2, 30, 40));
 }
 
-TEST_F(ModelDrawable, ExtractingAClipWrapsItsLayerOnceInItsPlace) {
+TEST_F(ModelDrawable, ExtractingAClipWrapsItsLayerOnceAtItsPlace) {
     std::vector<std::shared_ptr<Clip>> clips;
     for (int i = 0; i < 3; ++i) {
         clips.push_back(std::make_shared<Clip>());
@@ -169,7 +171,7 @@ TEST_F(ModelDrawable, ExtractingAClipWrapsItsLayerOnceInItsPlace) {
         EXPECT_EQ(clips[1]->extractAnimationLayer(), wrapper);
     }
     const auto alone = std::make_shared<Clip>();
-    EXPECT_EQ(alone->extractAnimationLayer(), nullptr) << "nothing there can hold a wrapper";
+    EXPECT_EQ(alone->extractAnimationLayer(), nullptr) << "there is no superlayer for a wrapper";
     EXPECT_TRUE(alone->ownsLayer());
 }
 

@@ -6,7 +6,7 @@
 
 namespace orvane::display {
 
-// Counts what has asked for a repaint.
+// A layer that counts requests for a repaint.
 class MarkingLayer : public FakeLayer {
 public:
     void markDirty(const std::shared_ptr<DisplayObject>& object) override {
@@ -14,7 +14,7 @@ public:
         FakeLayer::markDirty(object);
     }
 
-    // Since the last call.
+    // Returns the number of requests since the last call.
     int takeMarks() { return std::exchange(marks_, 0); }
 
 private:

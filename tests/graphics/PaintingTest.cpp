@@ -4,6 +4,7 @@
 #include <functional>
 
 #include "orvane/orvane.h"
+#include "platform/raster/CGBitmapContext.h"
 #include "tests/graphics/MarkingLayer.h"
 #include "tests/graphics/painted.h"
 
@@ -20,14 +21,14 @@ const string kThinStroke = "setLineWidth(0) setRGBStrokeColor(0 0 0 1) ";
 const string kTenByTen = "addPath(M 0 0 L 10 0 L 10 10 L 0 10 Z) ";
 constexpr int kNone = -1;
 
-// The calls that an object makes, parted by blanks.
+// Returns the canvas calls of an object, separated by blanks.
 string paint(DisplayObject& object) {
     string calls = painted(object);
     std::ranges::replace(calls, '\n', ' ');
     return calls.substr(0, calls.size() - (calls.empty() ? 0 : 1));
 }
 
-// The calls inside the bracket of an object that is not transformed.
+// Returns the calls inside the bracket of an object without a transformation.
 string painting(DisplayObject& object) {
     const string calls = paint(object);
     EXPECT_TRUE(calls.starts_with(kOpen) && calls.ends_with(kClose)) << calls;
@@ -47,7 +48,7 @@ LinearGradient redToBlue() {
     return gradient;
 }
 
-// A square on a layer that counts what asks for a repaint.
+// A square on a layer that counts requests for a repaint.
 class Painting : public testing::Test {
 protected:
     void SetUp() override {
@@ -60,7 +61,7 @@ protected:
     std::shared_ptr<Rect> rect_ = DisplayFactory::createRect();
 };
 
-TEST_F(Painting, ChildrenNestAndAClipComesBeforeTheTransformation) {
+TEST_F(Painting, BracketsNestAndAClipPrecedesTheTransformation) {
     const auto clip = DisplayFactory::createClipContainer(false);
     const auto group = DisplayFactory::createContainer();
     clip->setBounds({5, 5, 30, 20});
@@ -81,12 +82,12 @@ TEST_F(Painting, ChildrenNestAndAClipComesBeforeTheTransformation) {
                   kOpen + kThinStroke + "addPath(M 1 2 L 3 4) drawPath(2)" + kClose + kClose +
                   kClose);
     EXPECT_EQ(clip->getValidFrame(), Box(5, 5, 30, 20));
-    // Outside a pass there is no canvas.
+    // Outside a paint pass there is no canvas.
     ASSERT_EQ(GetCurrentCanvas(), nullptr);
     clip->validate({6, 6, 1, 1});
 }
 
-TEST_F(Painting, EachKindHasItsOutline) {
+TEST_F(Painting, DrawsTheOutlineOfEachKind) {
     const auto rect = DisplayFactory::createRect();
     const auto circle = DisplayFactory::createCircle();
     const auto ellipse = DisplayFactory::createEllipse();
@@ -99,12 +100,12 @@ TEST_F(Painting, EachKindHasItsOutline) {
     polyline->set({0, 0, 10, 0, 10, 10, 99}, true);
     const std::tuple<std::shared_ptr<DisplayObject>, Box, string> kinds[] = {
         {rect, {1, 2, 3, 4}, "M 1 2 L 4 2 L 4 6 L 1 6 Z"},
-        // The point is the corner of the box, not the centre.
+        // The point is the corner of the box, not the center.
         {circle,
          {10, 20, 10, 10},
          "M 20 25 C 20 27.7614 17.7614 30 15 30 C 12.2386 30 10 27.7614 10 25 "
          "C 10 22.2386 12.2386 20 15 20 C 17.7614 20 20 22.2386 20 25 Z"},
-        // The box's whole sides, not radii.
+        // The sizes are the whole sides of the box, not radii.
         {ellipse,
          {10, 20, 30, 40},
          "M 40 40 C 40 51.0457 33.2843 60 25 60 C 16.7157 60 10 51.0457 10 40 "
@@ -161,7 +162,7 @@ TEST_F(Painting, EveryGeometrySetterRebuildsAndRepaints) {
         EXPECT_EQ(layer_->takeMarks(), 1);
         EXPECT_EQ(step.object->getFrame(), step.frame) << &step - steps;
     }
-    // One radius alone calls for rounded corners, which come out sharp with the other one at 0.
+    // One radius alone makes a rounded rectangle; with the other one at 0 its corners are sharp.
     rect->setRx(1);
     EXPECT_EQ(outline(*rect), "M 1 2 L 4 2 L 4 6 L 1 6 Z");
     rect->setRy(2);
@@ -169,7 +170,7 @@ TEST_F(Painting, EveryGeometrySetterRebuildsAndRepaints) {
     EXPECT_EQ(layer_->takeMarks(), 2);
 }
 
-TEST_F(Painting, APathDrawsInAbsoluteCoordinatesBetweenStartAndFinish) {
+TEST_F(Painting, APathUsesAbsoluteCoordinatesAndItsBoundsFollowFinish) {
     const auto path = DisplayFactory::createPath();
     layer_->addObject(path);
     layer_->takeMarks();
@@ -188,17 +189,17 @@ TEST_F(Painting, APathDrawsInAbsoluteCoordinatesBetweenStartAndFinish) {
     EXPECT_EQ(bounds.width, 60);
     path->start();
     path->finish();
-    EXPECT_EQ(path->getInnerBounds(), bounds) << "with nothing drawn, the former outline's";
+    EXPECT_EQ(path->getInnerBounds(), bounds) << "an empty outline keeps the previous bounds";
     EXPECT_EQ(outline(*path), "");
 
     path->start();
-    path->arc(100, 50, 20, 10, 90, 0, 180);  // turned, the long axis stands upright
+    path->arc(100, 50, 20, 10, 90, 0, 180);  // rotated: the long axis is vertical
     path->finish();
     EXPECT_TRUE(outline(*path).starts_with("M 100 70 ")) << outline(*path);
-    EXPECT_EQ(path->getBounds(), Box(90, 30, 10, 40)) << "the side that the sweep runs through";
+    EXPECT_EQ(path->getBounds(), Box(90, 30, 10, 40)) << "the half that the arc passes through";
 }
 
-TEST_F(Painting, SolidFillAndStrokeInEachCombination) {
+TEST_F(Painting, DrawsSolidFillAndStrokeInEachCombination) {
     EXPECT_EQ(painting(*rect_), kBlackFill + kThinStroke + kTenByTen + "drawPath(3)");
     rect_->setFillColor(127, 63, 31, 255);
     rect_->setStrokeColor(255, 127, 63, 31);
@@ -211,7 +212,7 @@ TEST_F(Painting, SolidFillAndStrokeInEachCombination) {
                   kTenByTen + "drawPath(3)");
     rect_->setStrokeDashArray({});
     rect_->setStrokeWidth(0);
-    rect_->setFillColor(0);  // visible all the same
+    rect_->setFillColor(0);  // still visible
     rect_->setStrokeColor(0x1F7F3FFF);
     EXPECT_EQ(painting(*rect_),
               "setRGBFillColor(0.00390625 0.00390625 0.00390625 0.00390625) setLineWidth(0) "
@@ -221,13 +222,13 @@ TEST_F(Painting, SolidFillAndStrokeInEachCombination) {
     rect_->setStrokeColor(0, 0, 0, kNone);
     EXPECT_EQ(painting(*rect_), "setRGBFillColor(0.5 0.5 0.5 1) " + kTenByTen + "drawPath(0)");
     rect_->setFillColor(0, 0, 0, kNone);
-    EXPECT_EQ(paint(*rect_), "") << "nothing of it could be seen";
+    EXPECT_EQ(paint(*rect_), "") << "invisible objects are not painted";
     rect_->setStrokeColor(0xFF7F7F7F);
     EXPECT_EQ(painting(*rect_),
               "setLineWidth(0) setRGBStrokeColor(0.5 0.5 0.5 1) " + kTenByTen + "drawPath(2)");
 }
 
-TEST_F(Painting, PatternsAndStrokeGradientsChangeNeitherTheLookNorTheDirtyState) {
+TEST_F(Painting, IgnoresPatternsAndStrokeGradients) {
     rect_->setPattern({});
     rect_->setStrokeColor(redToBlue());
     EXPECT_EQ(layer_->takeMarks(), 0);
@@ -240,23 +241,23 @@ TEST_F(Painting, PatternsAndStrokeGradientsChangeNeitherTheLookNorTheDirtyState)
     EXPECT_EQ(layer_->takeMarks(), 5);
 }
 
-TEST_F(Painting, AGradientClipsToTheOutlineAndAColourEndsIt) {
+TEST_F(Painting, AGradientClipsToTheOutlineUntilAColorReplacesIt) {
     LinearGradient gradient = redToBlue();
     gradient.set({1}, {2}, {3}, {4});
     rect_->setFillColor(gradient);
-    gradient.setX1({99});  // a copy was taken
+    gradient.setX1({99});  // changes only the original; a copy is painted
     const string filled = kTenByTen +
                           "clip() drawLinearGradient([1 0.00390625 0.00390625 1; 0.00390625 "
                           "0.00390625 1 0.00390625], [0; 1], 1 2, 3 4, 3) ";
     EXPECT_EQ(painting(*rect_), filled + kThinStroke + kTenByTen + "drawPath(2)");
     rect_->setStrokeColor(0, 0, 0, kNone);
-    EXPECT_EQ(painting(*rect_), filled + kTenByTen + "drawPath(2)") << "stroked all the same";
+    EXPECT_EQ(painting(*rect_), filled + kTenByTen + "drawPath(2)") << "it is stroked even so";
     rect_->setFillColor(0xFF7F7F7F);
     EXPECT_EQ(painting(*rect_), "setRGBFillColor(0.5 0.5 0.5 1) " + kTenByTen + "drawPath(0)");
 }
 
-TEST_F(Painting, AGradientsAxisIsResolvedAgainstTheBoundsWithTheStroke) {
-    // An axis of its own holds in user space, unless it is the default one.
+TEST_F(Painting, AGradientAxisInFractionsRefersToTheBoundsWithTheStroke) {
+    // In user space an axis is in object coordinates, except for the default axis.
     const struct {
         float x1, y1, x2, y2;
         bool userSpace;
@@ -280,7 +281,25 @@ TEST_F(Painting, AGradientsAxisIsResolvedAgainstTheBoundsWithTheStroke) {
     }
 }
 
-TEST_F(Painting, TheFillRuleChoosesTheModeAndAsksForNoRepaint) {
+TEST_F(Painting, AGradientAxisInFractionsIsRoundedToFloat) {
+    LinearGradient gradient = redToBlue();
+    gradient.set({0.1F}, {0.2F}, {0.3F}, {0.7F});
+    gradient.setUserSpace(false);
+    rect_->setFillColor(gradient);
+    EXPECT_NE(painted(*rect_, 12).find(", 1 2, 3 7, 3)"), string::npos) << painted(*rect_, 12);
+}
+
+TEST_F(Painting, BeyondATinyGradientAxisIsItsLastColor) {
+    LinearGradient gradient = redToBlue();
+    gradient.set({0}, {0}, {1e-38F}, {0});
+    rect_->setFillColor(gradient);
+    rect_->setScale(100, 100);
+    platform::CGBitmapContext canvas(1000, 1);
+    paintOn(canvas, *rect_, {0, 0, 1000, 1});
+    EXPECT_EQ(canvas.pixels()[999], 0x01000001U) << "blue with an alpha of 1/256, premultiplied";
+}
+
+TEST_F(Painting, TheFillRuleChoosesTheModeWithoutARepaint) {
     using FillRule = PathFillStyleable::FillRule;
     const auto polyline = DisplayFactory::createPolyline();
     layer_->addObject(polyline);

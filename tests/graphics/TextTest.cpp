@@ -15,7 +15,7 @@ using Box = geometry::Rect<double>;
 using std::string;
 using Segment = Text::Segment;
 
-// What the font says of "abc" at 16 units: an advance of 30.0 or so, ascent 14.85, descent 3.77.
+// Metrics of the test font at a size of 16: ascent 14.85, descent 3.77.
 constexpr double kAscent = 16.0 * 1901 / 2048;
 constexpr double kHeight = 16.0 * (1901 + 483) / 2048;
 constexpr double kDescent = 4;  // rounded up
@@ -44,7 +44,7 @@ protected:
         result.textSize = size;
         return result;
     }
-    // Whether an object's calls hold all of these parts.
+    // Whether the canvas calls of an object contain all of these parts.
     static testing::AssertionResult paints(DisplayObject& object, std::vector<string> parts) {
         const string calls = painted(object);
         for (const string& part : parts) {
@@ -63,7 +63,7 @@ string concat(const Parts&... parts) {
     return text.str();
 }
 
-TEST_F(TextTest, StandsAtItsPointByAlignmentAndBaseline) {
+TEST_F(TextTest, AlignmentAndBaselineDetermineThePosition) {
     const double width = widthOf("abc");
     ASSERT_GT(width, 20);
     const struct {
@@ -89,7 +89,7 @@ TEST_F(TextTest, StandsAtItsPointByAlignmentAndBaseline) {
         EXPECT_TRUE(paints(*text, {concat("translateCTM(", each.left, ", ", each.baselineY, ")")}));
     }
 
-    // Rounded up.
+    // The origin is rounded up.
     quartz::TextWrapper wrapper;
     wrapper.setFontName("DejaVuSans");
     wrapper.setFontSize(16);
@@ -100,7 +100,7 @@ TEST_F(TextTest, StandsAtItsPointByAlignmentAndBaseline) {
     EXPECT_EQ(wrapper.getBounds().y, std::nearbyint(21 + kDescent - kHeight));
 }
 
-TEST_F(TextTest, PaintsTheSameCallsInTheSameOrder) {
+TEST_F(TextTest, PaintsInAFixedOrderOfCalls) {
     const auto text = makeText("a\nb");
     text->setX(3);
     text->setY(20);
@@ -122,7 +122,7 @@ TEST_F(TextTest, PaintsTheSameCallsInTheSameOrder) {
                        " underline]"}));
 }
 
-TEST_F(TextTest, ContentDropsNewlinesAndEndsAtAZero) {
+TEST_F(TextTest, ContentDropsNewlinesAndEndsAtAZeroByte) {
     using namespace std::string_literals;
     EXPECT_EQ(widthOf("a\nb"), widthOf("ab"));
     EXPECT_EQ(widthOf("ab\0cdef"s), widthOf("ab"));
@@ -133,7 +133,7 @@ TEST_F(TextTest, ContentDropsNewlinesAndEndsAtAZero) {
     EXPECT_EQ(wrapper.getText(), "a\nb");
 }
 
-TEST_F(TextTest, ColoursSetBeforeTheContentShow) {
+TEST_F(TextTest, ColorsSetBeforeTheContentAreUsed) {
     const auto text = DisplayFactory::createText(false);
     text->setFillColor(0xFF0000FF);
     for (const char* const content : {"x", "", "y"}) {
@@ -142,7 +142,7 @@ TEST_F(TextTest, ColoursSetBeforeTheContentShow) {
     }
 }
 
-TEST_F(TextTest, SegmentsOfAPlainTextShareTheStyleOfTheFirst) {
+TEST_F(TextTest, AllSegmentsOfAPlainTextHaveTheStyleOfTheFirst) {
     Segment first = segment("on", 20);
     first.x = 7.0F;
     first.fillColor = {255, 0, 0, 255};
@@ -157,15 +157,27 @@ TEST_F(TextTest, SegmentsOfAPlainTextShareTheStyleOfTheFirst) {
                                "size 20 color 1 0.00390625 0.00390625 1 underline]"}));
     const string calls = painted(*text);
 
-    // Nothing at all keeps every style.
+    // An empty vector keeps every style.
     text->setContent(std::vector<Segment>());
     EXPECT_EQ(text->getTextBounds().width, 0);
     text->setContent("one");
-    text->setX(7);  // the place of a measured text comes from its rounded extent
+    text->setX(7);  // an empty text has another rounded origin: set it again
     EXPECT_EQ(painted(*text), calls);
 }
 
-TEST_F(TextTest, WrapsAtItsWidthBelowItsPoint) {
+TEST_F(TextTest, IgnoresSizesThatAreZeroOrNotFinite) {
+    const double width = widthOf("abc");
+    for (const float size : {0.F, 1e-39F, std::nanf(""), INFINITY, -INFINITY}) {
+        const auto text = makeText();
+        text->setTextSize(size);
+        EXPECT_EQ(text->getTextBounds().width, width) << size;
+        const auto attributed = withFont(DisplayFactory::createAttributedText(), "");
+        attributed->setContent({segment("abc", size)});
+        EXPECT_EQ(attributed->getBounds().width, width) << size;
+    }
+}
+
+TEST_F(TextTest, WrapsAtItsWidthBelowItsPosition) {
     const auto text = makeText("aaa bbb\nccc", true);  // the newline is dropped: "aaa bbbccc"
     text->setWidth(70);
     text->setX(5.5F);
@@ -173,7 +185,7 @@ TEST_F(TextTest, WrapsAtItsWidthBelowItsPoint) {
     EXPECT_NEAR(text->getBounds().height, 2 * kHeight, 0.01);
     const Box bounds(5.5, 9.25, 70, text->getBounds().height);  // not rounded
     EXPECT_EQ(text->getBounds(), bounds);
-    // The alignments of one line play no part.
+    // The alignments of texts of one line have no effect.
     text->setTextAlign(TextAlign::End);
     text->setAlignmentBaseline(AlignmentBaseline::Top);
     EXPECT_EQ(text->getBounds(), bounds);
@@ -188,7 +200,7 @@ TEST_F(TextTest, WrapsAtItsWidthBelowItsPoint) {
     EXPECT_EQ(text->getTextBounds(), geometry::Size<double>());
 }
 
-TEST_F(TextTest, WhatATextCannotDoThrowsAString) {
+TEST_F(TextTest, UnsupportedStylesThrowAString) {
     const auto text = makeText();
     const std::pair<std::function<void()>, string> cases[] = {
         {[&] { text->setFillColor(LinearGradient()); },
@@ -207,7 +219,7 @@ TEST_F(TextTest, WhatATextCannotDoThrowsAString) {
             EXPECT_EQ(thrown, message);
         }
     }
-    // And these are accepted and change nothing.
+    // Other styles are accepted and change nothing.
     const string before = painted(*text);
     const Box bounds = text->getBounds();
     text->setStrokeWidth(10);
@@ -227,7 +239,7 @@ protected:
         (platform::registerTestFonts(), withFont(DisplayFactory::createAttributedText(), ""));
 };
 
-TEST_F(AttributedTextTest, ASegmentWithAPositionBeginsABlockThere) {
+TEST_F(AttributedTextTest, ASegmentWithAPositionBeginsABlock) {
     auto second = segment("second");
     second.x = 40.0F;
     second.y = 60.0F;
@@ -238,8 +250,9 @@ TEST_F(AttributedTextTest, ASegmentWithAPositionBeginsABlockThere) {
     text_->setY(7);
     text_->setContent({segment("first "), segment("goes on"), second, third});
     const Box bounds = text_->getBounds();
-    EXPECT_EQ(bounds.y, std::floor(7 - kAscent)) << "the first baseline stands at y";
-    EXPECT_EQ(bounds.y + bounds.height, std::ceil(7 + 90 + kHeight)) << "the third hangs from y";
+    EXPECT_EQ(bounds.y, std::floor(7 - kAscent)) << "the first baseline lies at y";
+    EXPECT_EQ(bounds.y + bounds.height, std::ceil(7 + 90 + kHeight))
+        << "the top of the third block lies at y";
     EXPECT_TRUE(paints(*text_, {"\"first goes on\"",
                                 concat("translateCTM(45, ", 7 + 60 - kAscent + kHeight, ")")}));
     third.alignmentBaseline = AlignmentBaseline::Middle;
@@ -247,7 +260,7 @@ TEST_F(AttributedTextTest, ASegmentWithAPositionBeginsABlockThere) {
     EXPECT_EQ(text_->getBounds().y, std::floor(7 + 90 - kHeight / 2));
 }
 
-TEST_F(AttributedTextTest, AlignsInItsWidthOrAtItsX) {
+TEST_F(AttributedTextTest, AlignsWithinItsWidthOrAtItsX) {
     const double width = widthOf("abc");
     for (const auto& [align, share] :
          {std::pair{TextAlign::Start, 0.0}, {TextAlign::Center, 0.5}, {TextAlign::End, 1.0}}) {
@@ -265,7 +278,7 @@ TEST_F(AttributedTextTest, AlignsInItsWidthOrAtItsX) {
 
 TEST_F(AttributedTextTest, FindsTheCharacterUnderAPoint) {
     EXPECT_EQ(text_->getIndexByPoint({0, 0}), 0u) << "empty";
-    auto below = segment("\u05d0\u05d1");  // read from the right
+    auto below = segment("\u05d0\u05d1");  // written from right to left
     below.y = 50.0F;
     text_->setX(10);
     text_->setY(20);

@@ -9,6 +9,7 @@
 
 namespace orvane::display {
 
+// Paints the part of an object inside `rect` on a canvas.
 inline void paintOn(platform::CGContext& canvas, DisplayObject& object,
                     const geometry::Rect<double>& rect) {
     SetCurrentCanvas(&canvas);
@@ -16,11 +17,12 @@ inline void paintOn(platform::CGContext& canvas, DisplayObject& object,
     SetCurrentCanvas(nullptr);
 }
 
-// The calls that an object makes on its canvas in a pass over everything, one a line.
-inline std::string painted(DisplayObject& object) {
+// Returns the canvas calls of an object in a paint pass over everything, one per line.
+inline std::string painted(DisplayObject& object, int precision = 6) {
     platform::CGRecordingContext canvas;
     paintOn(canvas, object, {-1e6, -1e6, 2e6, 2e6});
     std::ostringstream text;
+    text.precision(precision);
     for (const auto& call : canvas.calls()) {
         text << call << '\n';
     }

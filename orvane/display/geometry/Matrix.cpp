@@ -1,14 +1,13 @@
 #include "orvane/display/geometry/Matrix.h"
 
-#include <cmath>
+#include <algorithm>
 #include <cstdio>
-#include <limits>
 
 namespace orvane::display::geometry {
 
 Matrix Matrix::operator*(const Matrix& b) const {
-    // Exact copies when either is the identity: multiplying through would turn an infinite
-    // translation into NaN.
+    // Return an exact copy when either factor is the identity: a multiplication would turn an
+    // infinite translation into NaN.
     if (isIdentity()) {
         return b;
     }
@@ -21,7 +20,7 @@ Matrix Matrix::operator*(const Matrix& b) const {
 
 Matrix Matrix::inverse() const {
     const double det = m00 * m11 - m01 * m10;
-    if (std::abs(det) < std::numeric_limits<double>::min()) {
+    if (isZero(det)) {
         return s_identity;
     }
     return {m11 / det,  -m01 / det, (m01 * m12 - m11 * m02) / det,

@@ -7,19 +7,24 @@
 
 namespace orvane::display::geometry {
 
-// An affine transform, stored row by row with an implied last row 0, 0, 1. It maps column vectors:
-// x' = m00 x + m01 y + m02, y' = m10 x + m11 y + m12. A*B applies B first.
+// An affine transformation, stored by rows; the last row 0, 0, 1 is implied. It maps column
+// vectors: x' = m00 x + m01 y + m02 and y' = m10 x + m11 y + m12. The product A * B applies B
+// first.
 struct ORVANE_EXPORT Matrix {
     double m00 = 1, m01 = 0, m02 = 0;
     double m10 = 0, m11 = 1, m12 = 0;
 
+    // The identity.
     static const Matrix s_identity;
 
+    // The identity.
     constexpr Matrix() = default;
+    // The six elements, row by row.
     constexpr Matrix(double m00_, double m01_, double m02_, double m10_, double m11_, double m12_)
         : m00(m00_), m01(m01_), m02(m02_), m10(m10_), m11(m11_), m12(m12_) {}
 
-    // From and to the platform's transform, whose fields run column by column: a, b, c, d, tx, ty.
+    // Converts from the platform's transformation, which stores its elements by columns: a, b, c,
+    // d, tx, ty.
     template <typename M>
     requires requires(const M& m) {
         m.a;
@@ -31,6 +36,7 @@ struct ORVANE_EXPORT Matrix {
     }
     constexpr explicit Matrix(const M& m)
         : m00(m.a), m01(m.c), m02(m.tx), m10(m.b), m11(m.d), m12(m.ty) {}
+    // Converts to the platform's transformation.
     template <typename M>
     requires(requires(M m) {
         m.a;
@@ -51,24 +57,29 @@ struct ORVANE_EXPORT Matrix {
         return m;
     }
 
-    // Exact, with no tolerance; a matrix with a NaN differs from itself.
+    // Compares exactly, without a tolerance. A matrix with a NaN differs from itself.
     friend constexpr bool operator==(const Matrix&, const Matrix&) = default;
 
+    // The product: `other` is applied first.
     Matrix operator*(const Matrix& other) const;
+    // Whether this is exactly the identity.
     constexpr bool isIdentity() const { return *this == Matrix(); }
 
-    // A singular matrix has the identity as its inverse.
+    // Returns the inverse; the identity for a singular matrix.
     Matrix inverse() const;
+    // Sets the identity.
     void reset() { *this = s_identity; }
 
-    // Both replace the whole matrix; they never compose.
+    // Replaces the matrix by a scaling. It does not compose with what was there.
     void setScale(double sx, double sy) { *this = {sx, 0, 0, 0, sy, 0}; }
+    // Replaces the matrix by a translation. It does not compose with what was there.
     void setTranslate(double tx, double ty) { *this = {1, 0, tx, 0, 1, ty}; }
 
+    // Returns the image of a point.
     constexpr Point<double> mapPoint(const Point<double>& p) const {
         return {m00 * p.x + m01 * p.y + m02, m10 * p.x + m11 * p.y + m12};
     }
-    // The bounding box of the four mapped corners.
+    // Returns the bounding box of the images of the four corners.
     Rect<double> mapRect(const Rect<double>& r) const;
 
     // Writes the three rows to standard output, for debugging.

@@ -4,22 +4,26 @@
 
 namespace orvane::display::geometry {
 
-// A place, in points of the screen's logical space, y down.
+// A position in points of a coordinate space with y pointing down. The user of a point says which
+// space it belongs to.
 template <typename T>
 struct Point {
     T x{};
     T y{};
 
+    // The origin.
     constexpr Point() = default;
+    // The position x_, y_.
     constexpr Point(T x_, T y_) : x(x_), y(y_) {}
 
-    // From and to any structure with x and y, such as the platform's point.
+    // Converts from any structure with the members x and y, such as the platform's point.
     template <typename P>
     requires requires(const P& p) {
         p.x;
         p.y;
     }
     constexpr explicit Point(const P& p) : x(p.x), y(p.y) {}
+    // Converts to such a structure.
     template <typename P>
     requires(requires(P p) {
         p.x;

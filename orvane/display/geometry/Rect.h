@@ -7,14 +7,15 @@
 
 #include "orvane/display/geometry/Point.h"
 #include "orvane/display/geometry/Size.h"
+#include "orvane/display/geometry/isZero.h"
 
 namespace orvane::display::geometry {
 
-// A position and a size, origin at the top left. The far edges are x + width and y + height and are
-// not stored. Nothing normalises a rectangle but what says so.
+// A rectangle: the position of its top left corner and its size. Its right and bottom edges are x +
+// width and y + height. A size may be negative; only the functions that say so normalize it.
 //
-// The rules that the display tree rests on stand here once: emptiness, the union of frames, the
-// intersection with a dirty rectangle, the normalising of negative extents.
+// This class is the only place for the rules that the display tree depends on: emptiness, the union
+// of frames, the intersection with a dirty rectangle, and normalization.
 template <typename T>
 struct Rect : Point<T>, Size<T> {
     using Point<T>::x;
@@ -22,17 +23,19 @@ struct Rect : Point<T>, Size<T> {
     using Size<T>::width;
     using Size<T>::height;
 
-    // Below this an extent counts as none, and two frames' numbers as equal: the smallest normal
-    // double.
-    static constexpr T eps = std::numeric_limits<T>::min();
+    // The smallest normal number. Numbers that differ by less count as equal.
+    static constexpr T kEpsilon = std::numeric_limits<T>::min();
 
+    // All zero.
     constexpr Rect() = default;
+    // Position and size as four numbers.
     constexpr Rect(T x_, T y_, T width_, T height_) : Point<T>(x_, y_), Size<T>(width_, height_) {}
+    // Position and size.
     constexpr Rect(const Point<T>& position, const Size<T>& size)
         : Point<T>(position), Size<T>(size) {}
 
-    // From and to any structure with an origin and a size, such as the platform's rectangle. The
-    // fields are copied as they stand, negative sizes included.
+    // Converts from any structure with an origin and a size, such as the platform's rectangle. The
+    // numbers are copied unchanged, negative sizes included.
     template <typename R>
     requires requires(const R& r) {
         r.origin.x;
@@ -40,6 +43,7 @@ struct Rect : Point<T>, Size<T> {
     }
     constexpr explicit Rect(const R& r)
         : Point<T>(r.origin.x, r.origin.y), Size<T>(r.size.width, r.size.height) {}
+    // Converts to such a structure.
     template <typename R>
     requires(requires(R r) {
         r.origin.x;
@@ -54,22 +58,28 @@ struct Rect : Point<T>, Size<T> {
         return r;
     }
 
+    // The top left corner.
     constexpr const Point<T>& position() const { return *this; }
+    // The width and the height.
     constexpr const Size<T>& size() const { return *this; }
 
-    // True when width and height are both next to nothing. One side alone does not make a rectangle
-    // empty: a line's frame still takes part in unions and painting.
-    bool isEmpty() const { return std::abs(width) < eps && std::abs(height) < eps; }
+    // Whether both width and height are zero; see isZero. A rectangle that is empty in one
+    // direction only is not empty: the frame of a horizontal line takes part in unions and
+    // painting.
+    bool isEmpty() const { return isZero(width) && isZero(height); }
 
+    // Whether the width or the height differs by kEpsilon or more.
     bool sizeDiffers(const Rect& other) const {
-        return std::abs(width - other.width) >= eps || std::abs(height - other.height) >= eps;
+        return std::abs(width - other.width) >= kEpsilon ||
+               std::abs(height - other.height) >= kEpsilon;
     }
-    // True when any of the four numbers differs by eps or more.
+    // Whether any of the four numbers differs by kEpsilon or more.
     bool differs(const Rect& other) const {
-        return std::abs(x - other.x) >= eps || std::abs(y - other.y) >= eps || sizeDiffers(other);
+        return std::abs(x - other.x) >= kEpsilon || std::abs(y - other.y) >= kEpsilon ||
+               sizeDiffers(other);
     }
 
-    // The same area with non-negative extents.
+    // Returns the same area with a width and height that are not negative.
     constexpr Rect normalized() const {
         Rect r = *this;
         if (r.width < 0) {
@@ -83,22 +93,23 @@ struct Rect : Point<T>, Size<T> {
         return r;
     }
 
+    // Returns the rectangle moved by an offset.
     constexpr Rect movedBy(const Point<T>& offset) const {
         return {x + offset.x, y + offset.y, width, height};
     }
 
-    // How far from the origin a union of frames can reach. Beyond it a double no longer holds the
-    // fractions of a point that painting needs, so one stray object would blur or lose its
-    // neighbours.
-    static constexpr T reach = T(1e9);
+    // How far from the origin a union of frames can extend, in points. At larger coordinates a
+    // double does not have the fractions of a point that painting needs, so that one stray object
+    // would blur or remove its neighbors.
+    static constexpr T kReach = T(1e9);
 
-    // Whether every edge lies within reach; false for NaN.
+    // Whether every edge lies within the reach. False for a rectangle with a NaN.
     bool isWithinReach() const {
-        return std::abs(x) <= reach && std::abs(y) <= reach && std::abs(x + width) <= reach &&
-               std::abs(y + height) <= reach;
+        return std::abs(x) <= kReach && std::abs(y) <= kReach && std::abs(x + width) <= kReach &&
+               std::abs(y + height) <= kReach;
     }
 
-    // The part within reach; the zero rectangle for one with a NaN.
+    // Returns the part within the reach; the zero rectangle for one with a NaN.
     Rect cutToReach() const {
         if (isWithinReach()) {
             return *this;
@@ -108,14 +119,14 @@ struct Rect : Point<T>, Size<T> {
         if (std::isnan(x) || std::isnan(y) || std::isnan(right) || std::isnan(bottom)) {
             return {};
         }
-        const T left = std::clamp(x, -reach, reach);
-        const T top = std::clamp(y, -reach, reach);
-        return {left, top, std::clamp(right, -reach, reach) - left,
-                std::clamp(bottom, -reach, reach) - top};
+        const T left = std::clamp(x, -kReach, kReach);
+        const T top = std::clamp(y, -kReach, kReach);
+        return {left, top, std::clamp(right, -kReach, kReach) - left,
+                std::clamp(bottom, -kReach, kReach) - top};
     }
 
-    // Takes `added` into this union: an empty rectangle adds nothing, and an empty union is
-    // replaced.
+    // Extends this rectangle to the union with `added`. An empty `added` has no effect; an empty
+    // union is replaced by `added`. `added` is first cut to the reach.
     void unite(const Rect& added) {
         const Rect other = added.cutToReach();
         if (isEmpty()) {
@@ -133,13 +144,14 @@ struct Rect : Point<T>, Size<T> {
         height = bottom - y;
     }
 
-    // True unless a gap lies between the two; rectangles that share an edge do touch.
+    // Whether no gap lies between the two rectangles. Rectangles that share an edge touch.
     constexpr bool touches(const Rect& other) const {
         return !(x > other.x + other.width || other.x > x + width || y > other.y + other.height ||
                  other.y > y + height);
     }
 
-    // The zero rectangle when the two do not touch; a shared edge gives zero width or height.
+    // Returns the common part: the zero rectangle when the two do not touch, a rectangle of zero
+    // width or height when they share an edge.
     constexpr Rect intersection(const Rect& other) const {
         if (!touches(other)) {
             return {};
@@ -151,7 +163,7 @@ struct Rect : Point<T>, Size<T> {
             .normalized();
     }
 
-    // Edges are inside.
+    // Whether a point lies inside. The edges belong to the rectangle.
     constexpr bool contains(const Point<T>& p) const {
         return p.x >= x && p.y >= y && x + width >= p.x && y + height >= p.y;
     }

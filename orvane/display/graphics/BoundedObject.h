@@ -5,11 +5,12 @@
 
 namespace orvane::display::graphics {
 
-// An object whose frame follows from a rectangle that it reports. T is Drawable or ContainerObject.
+// An object that reports a rectangle, its bounds, from which its frame follows. T is Drawable or
+// ContainerObject.
 template <typename T>
 class ORVANE_EXPORT BoundedObject : public virtual T {
 public:
-    // In the object's own coordinates.
+    // The rectangle that the object occupies, in object coordinates.
     virtual geometry::Rect<double> getBounds() = 0;
 
 protected:

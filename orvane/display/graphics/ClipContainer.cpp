@@ -17,8 +17,8 @@ std::shared_ptr<DisplayLayer> ClipContainer::extractAnimationLayer() {
         return superlayer;
     }
 
-    // One validation for the exchange: without the lock the removal alone would repaint everything
-    // that the layer covered.
+    // The lock makes one validation of the exchange. Without it, the removal alone would repaint
+    // everything that the layer covered.
     const ValidationLock lock(superlayer);
     const std::uint64_t index = layer->getIndex();
     layer->removeFromParent();
@@ -27,7 +27,7 @@ std::shared_ptr<DisplayLayer> ClipContainer::extractAnimationLayer() {
     wrapper->setFake(true);
     wrapper->store(wrapper->getSublayers().end(), layer);
 
-    // The same place, so that the order of painting stays.
+    // The wrapper takes the layer's place, so that the painting order does not change.
     const auto& siblings = superlayer->getSublayers();
     superlayer->store(siblings.begin() + static_cast<std::ptrdiff_t>(index), wrapper);
     return wrapper;

@@ -4,14 +4,14 @@
 
 namespace orvane::display::graphics {
 
-// A group that clips its children to its bounds. The clip stands in the coordinates of the parent:
-// the group's own transformation moves its children, never its clip and never its frame. An
-// application scrolls or turns what is inside the window that way.
+// A group that clips its children to its bounds. The clip is in the parent's coordinates: the
+// group's own transformation moves its children but neither its clip nor its frame. Applications
+// use this to scroll or rotate the content behind a fixed window.
 class ORVANE_EXPORT ClipContainer : public virtual SizedContainer {
 public:
-    // Moves the group to a layer of its own and wraps that in a fake layer, which keeps the clip in
-    // force while the inner layer animates. Gives the wrapper, the same one each time; empty when
-    // the group's layer has no superlayer to hold a wrapper.
+    // Moves the group to a layer of its own and wraps that layer in a fake layer, which keeps the
+    // clip in place while the inner layer is animated. Returns the wrapper, which is the same one
+    // each time; null when the group's layer has no superlayer that could hold a wrapper.
     std::shared_ptr<DisplayLayer> extractAnimationLayer() override;
 
 protected:

@@ -5,10 +5,10 @@
 
 namespace orvane::display::graphics {
 
-// A group with no extent of its own: its frame is the union of its children's.
+// A group without an extent of its own: its frame is the union of its children's frames.
 class ORVANE_EXPORT Container : public virtual Drawable, public virtual ContainerObject {
 public:
-    // The bracket, not the bare walk over the children, which the bracket runs inside.
+    // Paints the children inside the group's own bracket of canvas operations; see Drawable.
     void validate(const geometry::Rect<double>& rect) override;
 
 protected:

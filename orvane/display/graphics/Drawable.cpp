@@ -4,8 +4,8 @@ namespace orvane::display::graphics {
 
 namespace {
 
-// Out of line: validate calls itself through the groups, and the temporaries of the arithmetic
-// would stand on the stack once for every level of a deep tree.
+// Not inlined: validate is called recursively through groups, and the temporaries of this
+// computation would take stack space at every level of a deep tree.
 [[gnu::noinline]] geometry::Rect<double> intersection(const geometry::Rect<double>& a,
                                                       const geometry::Rect<double>& b) {
     return a.intersection(b);
@@ -19,8 +19,8 @@ Drawable::Drawable() {
 
 void Drawable::validate(const geometry::Rect<double>& rect) {
     const geometry::Rect<double> dirty = intersection(rect, getFrame());
-    // Empty in one direction only goes on: the frame of a horizontal or vertical line has no width
-    // or no height, and must be painted.
+    // A rectangle that is empty in one direction only is painted: the frame of a horizontal or
+    // vertical line has no width or no height.
     if (dirty.isEmpty() || !isVisible()) {
         return;
     }

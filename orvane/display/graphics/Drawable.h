@@ -4,28 +4,32 @@
 
 namespace orvane::display::graphics {
 
-// A display object that draws itself on a canvas. The paint pass of a layer reaches it through
-// validate, on the thread of that pass; validate turns the one call into a fixed bracket of canvas
-// operations around the object's own painting. What the operations of the bracket do to a canvas is
-// left to the canvas-bound kinds; the model names none.
+// A display object that paints itself on a canvas. The paint pass of a layer calls validate, on the
+// thread of the pass; validate encloses the object's own painting in a fixed bracket of canvas
+// operations. Subclasses that are bound to a canvas implement these operations; the model names no
+// canvas.
 class ORVANE_EXPORT Drawable : public virtual DisplayObject {
 public:
+    // An object that is painted only where its frame meets the dirty rectangle.
     Drawable();
 
-    // Paints what of the object lies in `rect`, the dirty rectangle of the pass in screen
-    // coordinates. An object that is hidden, or whose frame does not touch the rectangle, is
-    // skipped before any canvas operation. Each storeState is matched by exactly one restoreState.
+    // Paints the part of the object that lies in `rect`, the dirty rectangle of the pass, in screen
+    // coordinates. An object that is hidden or whose frame does not touch the rectangle is skipped
+    // before any canvas operation. Every storeState is followed by exactly one restoreState.
     void validate(const geometry::Rect<double>& rect) override;
 
 protected:
+    // Saves the state of the canvas.
     virtual void storeState() = 0;
-    // Narrows the clip, in the coordinates of the parent: it comes before applyTransform. The
-    // argument is the dirty part of the object's frame, in screen coordinates.
+    // Restricts the clip. It is called before applyTransform, so the clip is in the parent's
+    // coordinates. `rect` is the dirty part of the object's frame, in screen coordinates.
     virtual void clipRect(const geometry::Rect<double>& rect);
+    // Applies the object's transformation to the canvas.
     virtual void applyTransform() = 0;
-    // The object's own painting, in its own coordinates. The brackets of a group's children nest
-    // here.
+    // Paints the object itself, in object coordinates. The brackets of a group's children are
+    // nested here.
     virtual void doValidate(const geometry::Rect<double>& rect);
+    // Restores the state that storeState saved.
     virtual void restoreState() = 0;
 };
 

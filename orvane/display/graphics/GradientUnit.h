@@ -2,8 +2,8 @@
 
 namespace orvane::display::graphics {
 
-// One coordinate of a gradient's or a pattern's axis. Painting reads `value` alone; `flag` is
-// carried for the applications that pass it.
+// One coordinate of the axis of a gradient or a pattern. Painting uses only `value`. Nothing reads
+// `flag`; it exists because applications pass it.
 struct GradientUnit {
     float value = 0;
     bool flag = true;

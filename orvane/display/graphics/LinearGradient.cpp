@@ -1,16 +1,8 @@
 #include "orvane/display/graphics/LinearGradient.h"
 
-#include <cmath>
-#include <limits>
+#include "orvane/display/geometry/isZero.h"
 
 namespace orvane::display::graphics {
-
-void LinearGradient::set(GradientUnit x1, GradientUnit y1, GradientUnit x2, GradientUnit y2) {
-    x1_ = x1;
-    y1_ = y1;
-    x2_ = x2;
-    y2_ = y2;
-}
 
 void LinearGradient::addColor(unsigned argb, float position) {
     colors_.push_back(argb);
@@ -18,8 +10,9 @@ void LinearGradient::addColor(unsigned argb, float position) {
 }
 
 bool LinearGradient::isDefaultBounds() const {
-    const auto isZero = [](float v) { return std::abs(v) < std::numeric_limits<float>::min(); };
-    return isZero(x1_.value) && isZero(y1_.value) && isZero(x2_.value - 1) && isZero(y2_.value);
+    using geometry::isZero;
+    return isZero(getX1().value) && isZero(getY1().value) && isZero(getX2().value - 1) &&
+           isZero(getY2().value);
 }
 
 }  // namespace orvane::display::graphics

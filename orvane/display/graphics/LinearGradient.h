@@ -3,13 +3,16 @@
 #include <vector>
 
 #include "orvane/commons/Export.h"
-#include "orvane/display/graphics/GradientUnit.h"
+#include "orvane/display/graphics/GradientAxis.h"
 
 namespace orvane::display::graphics {
 
-// Colours that run along an axis: a value that an application fills in and hands to setFillColor,
-// which copies it. Painting extends the first and the last colour beyond the axis.
-class ORVANE_EXPORT LinearGradient {
+// Colors along an axis. An application fills in this value and passes it to setFillColor, which
+// copies it. The first and the last color continue beyond the ends of the axis.
+//
+// The axis is in object coordinates when hasBounds() returns true, otherwise in fractions of the
+// object's bounds.
+class ORVANE_EXPORT LinearGradient : public GradientAxis {
 public:
     LinearGradient() = default;
     virtual ~LinearGradient() = default;
@@ -18,39 +21,29 @@ public:
     LinearGradient(LinearGradient&&) = default;
     LinearGradient& operator=(LinearGradient&&) = default;
 
-    // The end points of the axis: in the object's coordinates when hasBounds answers true,
-    // otherwise fractions of the object's bounds.
-    void set(GradientUnit x1, GradientUnit y1, GradientUnit x2, GradientUnit y2);
-    void setX1(GradientUnit unit) { x1_ = unit; }
-    void setY1(GradientUnit unit) { y1_ = unit; }
-    void setX2(GradientUnit unit) { x2_ = unit; }
-    void setY2(GradientUnit unit) { y2_ = unit; }
-    GradientUnit getX1() const { return x1_; }
-    GradientUnit getY1() const { return y1_; }
-    GradientUnit getX2() const { return x2_; }
-    GradientUnit getY2() const { return y2_; }
-
-    // Colours are ARGB, alpha in bits 24 to 31; positions run from 0 to 1 along the axis. Give a
-    // position with every colour, or with none.
+    // Appends an ARGB color (alpha in bits 24 to 31) without a position. The colors of a gradient
+    // either all have a position or none of them has one.
     void addColor(unsigned argb) { colors_.push_back(argb); }
+    // Appends an ARGB color at a position from 0 to 1 along the axis.
     void addColor(unsigned argb, float position);
+    // The colors in the order in which they were added.
     const std::vector<unsigned>& getColors() const { return colors_; }
+    // The positions that were given, in the same order.
     const std::vector<float>& getPositions() const { return positions_; }
 
+    // Sets whether the axis is in object coordinates (the default) or in fractions of the object's
+    // bounds.
     void setUserSpace(bool userSpace) { userSpace_ = userSpace; }
+    // The value that setUserSpace set.
     bool isUserSpace() const { return userSpace_; }
 
-    // Whether the axis is 0, 0 to 1, 0: horizontally across the whole object.
+    // Whether the axis runs from 0, 0 to 1, 0: horizontally across the whole object.
     bool isDefaultBounds() const;
-    // Whether the axis stands in the object's coordinates. The default axis never does, not even in
-    // user space: applications rely on it meaning the whole object.
+    // Whether the axis is in object coordinates. The default axis never is, not even in user space:
+    // applications rely on it to mean the whole object.
     bool hasBounds() const { return userSpace_ && !isDefaultBounds(); }
 
 private:
-    GradientUnit x1_;
-    GradientUnit y1_;
-    GradientUnit x2_;
-    GradientUnit y2_;
     std::vector<unsigned> colors_;
     std::vector<float> positions_;
     bool userSpace_ = true;

@@ -5,26 +5,31 @@
 
 namespace orvane::display::graphics {
 
-// A free outline, drawn between start and finish. Coordinates are absolute: the flag that the
-// drawing operations end with is accepted and has no effect.
+// An outline of lines and curves, which is drawn between start and finish. All coordinates are
+// object coordinates and absolute; the `flag` of the drawing functions has no effect. Angles are in
+// degrees.
 class ORVANE_EXPORT Path : public virtual Shape, public virtual PathFillStyleable {
 public:
-    // Begins a new outline. The bounds stay those of the former one until finish.
+    // Begins a new outline. The bounds remain those of the previous outline until finish is called.
     virtual void start() = 0;
-    // Takes the new outline's bounds and repaints. Nothing repaints before.
+    // Updates the bounds and repaints the object. Nothing is repainted before.
     virtual void finish() = 0;
 
+    // Begins a new part of the outline at a point.
     virtual void move(float x, float y, bool flag) = 0;
+    // Draws a line to a point.
     virtual void line(float x, float y, bool flag) = 0;
-    // The end point comes before the control points.
+    // Draws a cubic curve to x, y with two control points. The end point comes first.
     virtual void cubicCurve(float x, float y, float c1x, float c1y, float c2x, float c2y,
                             bool flag) = 0;
+    // Draws a quadratic curve to x, y with one control point. The end point comes first.
     virtual void quadCurve(float x, float y, float cx, float cy, bool flag) = 0;
-    // A piece of the ellipse with the centre x, y and the radii rx, ry, turned by `rotation`, from
-    // the angle `start` over the signed sweep `delta`. In degrees; the angles are those of the
-    // circle before it is stretched.
+    // Draws an arc of the ellipse with the center x, y and the radii rx, ry, which is turned by
+    // `rotation`. The arc begins at the angle `start` and extends over `delta`, which may be
+    // negative. Both are angles on the circle before it is stretched to the ellipse.
     virtual void arc(float x, float y, float rx, float ry, float rotation, float start,
                      float delta) = 0;
+    // Draws a line to the beginning of the current part and closes it.
     virtual void close() = 0;
 };
 

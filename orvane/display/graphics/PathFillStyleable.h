@@ -4,13 +4,14 @@
 
 namespace orvane::display::graphics {
 
-// What can be filled and has an outline that may cross itself.
+// The fill of an object whose outline may cross itself.
 class ORVANE_EXPORT PathFillStyleable : public virtual FillStyleable {
 public:
-    // Which points are inside of an outline that crosses itself.
+    // Decides which points are inside an outline that crosses itself.
     enum class FillRule { NonZero = 0, EvenOdd = 1 };
 
-    // Takes effect with the next repaint and asks for none: set it before the outline.
+    // Sets the rule, which is NonZero at first. It does not repaint the object: set it before the
+    // outline.
     virtual void setFillRule(FillRule rule) = 0;
 };
 

@@ -7,10 +7,11 @@
 
 namespace orvane::display::graphics {
 
-// Straight lines through points; closed, a polygon. An open one is filled as if it were closed.
+// Straight lines through points in object coordinates: a polygon when it is closed. An open
+// polyline is filled as if it were closed.
 class ORVANE_EXPORT Polyline : public virtual Shape, public virtual PathFillStyleable {
 public:
-    // x, y, x, y; an odd last number is ignored.
+    // Sets the points as x, y, x, y ...; an odd last number is ignored. Repaints the polyline.
     virtual void set(const std::vector<float>& points, bool closed) = 0;
 };
 

@@ -7,18 +7,20 @@
 
 namespace orvane::display::graphics {
 
-// An outline that is filled and stroked. Its setters change it at once and repaint it: nothing
-// batches but an update lock.
+// An outline that is filled and stroked. A new shape has a black fill and a black stroke of width
+// 0, which paints nothing. Every setter changes the shape and repaints it at once; an UpdateLock
+// combines the repaints of several setters.
 class ORVANE_EXPORT Shape : public virtual BoundedObject<Drawable>,
                             public virtual FillStyleable,
                             public virtual StrokeStyleable {
 public:
-    // The outline's box with room for the stroke, in whole numbers.
+    // The box of the outline, widened for the stroke and rounded to integers, in object
+    // coordinates.
     geometry::Rect<double> getBounds() override;
-    // The outline's box alone.
+    // The box of the outline alone, in object coordinates.
     virtual geometry::Rect<double> getInnerBounds() = 0;
 
-    // Also asks for a fill or a stroke that can be seen.
+    // Whether the shape is shown and has a visible fill or stroke.
     bool isVisible() const override;
 
     void onFillChanged() override;

@@ -6,11 +6,11 @@
 
 namespace orvane::display::graphics {
 
-// A group whose extent is its stored bounds, whatever its children are.
+// A group whose extent is the bounds that the application sets, independent of its children.
 class ORVANE_EXPORT SizedContainer : public virtual Drawable,
                                      public virtual SizedObject<ContainerObject> {
 public:
-    // The bracket, not the bare walk over the children, which the bracket runs inside.
+    // Paints the children inside the group's own bracket of canvas operations; see Drawable.
     void validate(const geometry::Rect<double>& rect) override;
 
 protected:

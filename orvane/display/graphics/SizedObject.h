@@ -4,12 +4,14 @@
 
 namespace orvane::display::graphics {
 
-// A bounded object whose rectangle is stored, and set by the application. All zero at first.
+// An object whose bounds the application sets. They are all zero at first.
 template <typename T>
 class ORVANE_EXPORT SizedObject : public virtual BoundedObject<T> {
 public:
     geometry::Rect<double> getBounds() override { return bounds_; }
 
+    // Sets the bounds, in object coordinates (in the parent's coordinates for a ClipContainer), and
+    // repaints the object.
     void setBounds(const geometry::Rect<double>& bounds) {
         bounds_ = bounds;
         this->invalidate(true);

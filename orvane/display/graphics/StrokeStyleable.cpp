@@ -1,7 +1,8 @@
 #include "orvane/display/graphics/StrokeStyleable.h"
 
 #include <cmath>
-#include <limits>
+
+#include "orvane/display/geometry/isZero.h"
 
 namespace orvane::display::graphics {
 
@@ -22,10 +23,10 @@ void StrokeStyleable::setStrokeDashArray(const std::vector<float>& lengths) {
 
 geometry::Rect<double> StrokeStyleable::calculateBoundsWithStroke(
     const geometry::Rect<double>& rect) const {
-    // A line of width 1 reserves a whole unit on each side by a rule of its own: on whole
-    // coordinates it covers half a unit of either neighbour, and the frames of applications are
-    // built on it.
-    const bool isOne = std::abs(strokeWidth_ - 1.0F) < std::numeric_limits<float>::min();
+    // A stroke of width 1 reserves a whole unit on each side, unlike other widths: on integer
+    // coordinates it covers half a unit on either side, and the frames of applications depend on
+    // this rule.
+    const bool isOne = geometry::isZero(strokeWidth_ - 1.0F);
     const float pad = isOne ? strokeWidth_ : std::ceil(0.5F * strokeWidth_);
     const float both = 2 * pad;
     return geometry::Rect<double>(rect.x - double{pad}, rect.y - double{pad},

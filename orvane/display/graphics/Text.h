@@ -11,7 +11,12 @@
 
 namespace orvane::display::graphics {
 
-// A run of text at a point. Content is UTF-8; what is not valid shows as replacement characters.
+// A text at a point, of one line or of lines that wrap at a width; DisplayFactory::createText makes
+// either. The content is UTF-8; invalid bytes show as replacement characters. A new text is black,
+// 12 units large, in a default font. Gradients, patterns and italics throw a character string ("...
+// not implemented").
+//
+// Line breaks in the content are dropped, in wrapped texts too: only AttributedText keeps them.
 class ORVANE_EXPORT Text : public virtual Shape, public virtual TextStyleable {
 public:
     // A piece of content with a style of its own.
@@ -19,41 +24,52 @@ public:
         std::string font;
         std::string content;
         float textSize = 12;
-        // Absent counts as 0.
+        // The position; an absent coordinate counts as 0.
         std::optional<float> x;
         std::optional<float> y;
-        // Red, green, blue, alpha.
+        // Red, green, blue, alpha. The stroke color of a text is never painted.
         std::array<unsigned char, 4> fillColor{0, 0, 0, 255};
         std::array<unsigned char, 4> strokeColor{0, 0, 0, 255};
         TextAlign textAlign = TextAlign::Start;
         AlignmentBaseline alignmentBaseline = AlignmentBaseline::Baseline;
-        // 1 underlines, 2 strikes through, 3 does both, any other value neither.
+        // 1 underlines, 2 strikes through, 3 does both, any other value does neither.
         int decoration = 0;
 
+        // Whether `decoration` underlines.
         bool isUnderlined() const { return decoration == 1 || decoration == 3; }
+        // Whether `decoration` strikes through.
         bool isStruckThrough() const { return decoration == 2 || decoration == 3; }
+        // The fill color with alpha in bits 24 to 31, then red, green and blue.
         unsigned fillArgb() const { return toArgb(fillColor); }
+        // The stroke color in the same form.
         unsigned strokeArgb() const { return toArgb(strokeColor); }
 
     private:
         static unsigned toArgb(const std::array<unsigned char, 4>& rgba);
     };
 
+    // Sets the x of the text's position, in object coordinates; setTextAlign says which part of the
+    // text lies there.
     virtual void setX(float x) = 0;
+    // Sets the y of the text's position, in object coordinates; setAlignmentBaseline says which
+    // part of the text lies there. In a wrapped text it is always the top.
     virtual void setY(float y) = 0;
+    // Sets the text. It ends at the first zero byte.
     virtual void setContent(const std::string& content) = 0;
-    // The size of the text as it was last measured, in user units.
+    // Returns the size of the laid out text, in object coordinates. It is current after every
+    // setter.
     virtual geometry::Size<double> getTextBounds() = 0;
 
-    // For kinds that wrap; the others ignore both.
+    // Ignored: createText decides whether a text wraps.
     virtual void setMultiline(bool) {}
+    // Sets the width at which lines wrap, in object coordinates. Ignored by a text of one line.
     virtual void setWidth(float) {}
 
-    // The content of all segments in the style of the first. Nothing at all empties the text and
-    // keeps its style.
+    // Sets the content of all segments in the style and at the position of the first one. An empty
+    // vector empties the text and keeps its style.
     virtual void setContent(const std::vector<Segment>& segments);
 
-    // The number of the character under a point, for kinds that know their characters; 0 elsewhere.
+    // Returns the index of the character at a point, for AttributedText; other texts return 0.
     virtual unsigned long getIndexByPoint(const geometry::Point<double>&) { return 0; }
 
     geometry::Rect<double> getInnerBounds() override { return {}; }

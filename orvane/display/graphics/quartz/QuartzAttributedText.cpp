@@ -4,6 +4,7 @@
 #include <cmath>
 #include <limits>
 
+#include "orvane/display/graphics/quartz/isUsableTextSize.h"
 #include "platform/coregraphics/CGContext.h"
 #include "platform/coretext/CFMutableAttributedString.h"
 #include "platform/coretext/CTFont.h"
@@ -15,7 +16,7 @@ namespace orvane::display::graphics::quartz {
 
 using geometry::Point;
 
-// A part of the text that stands at a position of its own.
+// A part of the text with a position of its own.
 struct QuartzAttributedText::Block {
     geometry::Rect<double> box;  // relative to the text's position
     std::shared_ptr<const platform::CTFrame> frame;
@@ -24,10 +25,6 @@ struct QuartzAttributedText::Block {
 };
 
 namespace {
-
-platform::CGColor cgColor(const Color& color) {
-    return {color.r, color.g, color.b, color.a};
-}
 
 platform::CTTextAlignment paragraphAlignment(TextAlign align) {
     switch (align) {
@@ -41,14 +38,14 @@ platform::CTTextAlignment paragraphAlignment(TextAlign align) {
     return platform::CTTextAlignment::Natural;
 }
 
-// In valid UTF-8: every byte but those that go on with a character.
+// Counts the characters of valid UTF-8: all bytes except continuation bytes.
 unsigned long countCharacters(std::string_view text) {
     return static_cast<unsigned long>(std::count_if(text.begin(), text.end(), [](char byte) {
         return (static_cast<unsigned char>(byte) & 0xC0) != 0x80;
     }));
 }
 
-// How far above the top of a block its y stands.
+// The distance from the top of a block down to its y.
 double offsetToTop(AlignmentBaseline baseline, const platform::CTFrame& frame) {
     if (baseline == AlignmentBaseline::Top || frame.lines().empty()) {
         return 0;
@@ -106,7 +103,7 @@ void QuartzAttributedText::setAlignmentBaseline(AlignmentBaseline baseline) {
 }
 
 void QuartzAttributedText::setTextSize(float size) {
-    if (!(std::abs(size) < std::numeric_limits<float>::min())) {
+    if (isUsableTextSize(size)) {
         style_.textSize = size;
     }
     update();
@@ -159,15 +156,15 @@ void QuartzAttributedText::appendBlock(std::size_t first, std::size_t last) {
     platform::CFMutableAttributedString string;
     for (std::size_t i = first; i < last; ++i) {
         const Segment& segment = segments_[i];
-        const bool sized = !(std::abs(segment.textSize) < std::numeric_limits<float>::min());
+        const bool sized = isUsableTextSize(segment.textSize);
         platform::CTAttributes attributes;
         attributes.font =
             platform::CTFont::createWithName(segment.font.empty() ? style_.font : segment.font,
                                              double{sized ? segment.textSize : style_.textSize});
         attributes.foregroundColor =
-            cgColor(plain_ ? getFillColor() : Color::fromArgb(segment.fillArgb()));
+            (plain_ ? getFillColor() : Color::fromArgb(segment.fillArgb())).cgColor();
         attributes.strokeColor =
-            cgColor(plain_ ? getStrokeColor() : Color::fromArgb(segment.strokeArgb()));
+            (plain_ ? getStrokeColor() : Color::fromArgb(segment.strokeArgb())).cgColor();
         attributes.underline = segment.isUnderlined();
         attributes.strikethrough = segment.isStruckThrough();
         attributes.alignment = paragraphAlignment(segment.textAlign);

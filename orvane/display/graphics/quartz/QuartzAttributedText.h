@@ -15,9 +15,9 @@ class CTFrame;
 
 namespace orvane::display::graphics::quartz {
 
-// Keeps the promises of AttributedText with one frame of lines for each block. Everything but a
-// change of position lays all blocks out anew, at once. Gradients, patterns and italics do not
-// exist on it, as on the other texts: asking for them throws a character string that says so.
+// Implements AttributedText with one frame of lines for each block. Every setter except those of
+// the position lays out all blocks again at once. Gradients, patterns and italics throw a character
+// string, as for other texts.
 class QuartzAttributedText : public virtual AttributedText,
                              public virtual QuartzDrawable,
                              public virtual QuartzFillStyleable,
@@ -30,7 +30,7 @@ public:
 
     void setX(float x) override;
     void setY(float y) override;
-    // One that is not positive is none.
+    // A width that is not positive means no width.
     void setWidth(float width) override;
     void setContent(const std::string& content) override;
     void setContent(const std::vector<Segment>& segments) override;
@@ -54,7 +54,7 @@ public:
     void onFillChanged() override { update(); }
     void onStrokeChanged() override { update(); }
 
-    // Whole numbers around the blocks.
+    // The integer box around the blocks.
     geometry::Rect<double> getBounds() override;
     geometry::Size<double> getTextBounds() override;
 
@@ -71,7 +71,7 @@ private:
     float x_ = 0;
     float y_ = 0;
     float width_ = 0;
-    Segment style_;  // the text's own; its content is the plain one
+    Segment style_;  // the text's own style, and the content that was set as a string
     std::vector<Segment> segments_;
     bool plain_ = true;
     std::vector<Block> blocks_;

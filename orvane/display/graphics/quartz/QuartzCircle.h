@@ -5,6 +5,7 @@
 
 namespace orvane::display::graphics::quartz {
 
+// A circle on the canvas.
 class QuartzCircle : public virtual Circle, public virtual QuartzShape {
 public:
     std::string getDescription() const override { return "QuartzCircle"; }
@@ -15,7 +16,7 @@ public:
     void setR(float r) override;
 
 private:
-    // Rebuilds the outline and invalidates.
+    // Rebuilds the outline and invalidates the object.
     void update();
 
     float cx_ = 0;

@@ -5,7 +5,7 @@
 namespace orvane::display::graphics::quartz {
 
 void QuartzClipContainer::clipRect(const geometry::Rect<double>&) {
-    if (platform::CGContext* const canvas = getCanvas()) {
+    if (platform::CGContext* const canvas = getCanvas(); canvas != nullptr) {
         canvas->clipToRect(static_cast<platform::CGRect>(getBounds()));
     }
 }

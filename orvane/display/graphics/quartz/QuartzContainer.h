@@ -5,6 +5,7 @@
 
 namespace orvane::display::graphics::quartz {
 
+// A group on the canvas.
 class QuartzContainer : public virtual Container, public virtual QuartzDrawable {
 public:
     std::string getDescription() const override { return "QuartzContainer"; }

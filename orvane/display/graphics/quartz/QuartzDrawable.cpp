@@ -6,19 +6,19 @@
 namespace orvane::display::graphics::quartz {
 
 void QuartzDrawable::storeState() {
-    if (platform::CGContext* const canvas = getCanvas()) {
+    if (platform::CGContext* const canvas = getCanvas(); canvas != nullptr) {
         canvas->saveGState();
     }
 }
 
 void QuartzDrawable::applyTransform() {
-    if (platform::CGContext* const canvas = getCanvas()) {
+    if (platform::CGContext* const canvas = getCanvas(); canvas != nullptr) {
         canvas->concatCTM(static_cast<platform::CGAffineTransform>(getTransformation()));
     }
 }
 
 void QuartzDrawable::restoreState() {
-    if (platform::CGContext* const canvas = getCanvas()) {
+    if (platform::CGContext* const canvas = getCanvas(); canvas != nullptr) {
         canvas->restoreGState();
     }
 }

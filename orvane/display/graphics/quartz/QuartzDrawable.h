@@ -8,15 +8,15 @@ class CGContext;
 
 namespace orvane::display::graphics::quartz {
 
-// The bracket of Drawable, carried out on the current canvas. No object keeps a canvas: each
-// operation asks for it afresh, and does nothing outside a paint pass.
+// Implements the bracket of Drawable on the current canvas. Objects do not store the canvas: each
+// operation gets the current one, and does nothing outside a paint pass.
 class QuartzDrawable : public virtual Drawable {
 protected:
     void storeState() override;
     void applyTransform() override;
     void restoreState() override;
 
-    // Null outside a paint pass.
+    // The current canvas; null outside a paint pass.
     static platform::CGContext* getCanvas();
 };
 

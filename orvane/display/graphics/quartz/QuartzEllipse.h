@@ -5,6 +5,7 @@
 
 namespace orvane::display::graphics::quartz {
 
+// An ellipse on the canvas.
 class QuartzEllipse : public virtual Ellipse, public virtual QuartzShape {
 public:
     std::string getDescription() const override { return "QuartzEllipse"; }
@@ -16,7 +17,7 @@ public:
     void setRy(float ry) override;
 
 private:
-    // Rebuilds the outline and invalidates.
+    // Rebuilds the outline and invalidates the object.
     void update();
 
     float cx_ = 0;

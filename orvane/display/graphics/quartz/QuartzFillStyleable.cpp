@@ -2,16 +2,25 @@
 
 #include <algorithm>
 #include <array>
-#include <cmath>
 #include <cstddef>
-#include <limits>
 #include <memory_resource>
 #include <vector>
 
+#include "orvane/display/geometry/isZero.h"
 #include "platform/coregraphics/CGContext.h"
 #include "platform/coregraphics/CGGradient.h"
 
 namespace orvane::display::graphics::quartz {
+
+namespace {
+
+// Not inlined: g++ 12 combines the conversion of two coordinates to float and back to double, and
+// omits both.
+[[gnu::noinline]] float toFloat(double value) {
+    return static_cast<float>(value);
+}
+
+}  // namespace
 
 void QuartzFillStyleable::setFillColor(unsigned r, unsigned g, unsigned b, unsigned a) {
     releaseGradient();
@@ -26,12 +35,12 @@ void QuartzFillStyleable::setFillColor(unsigned argb) {
 }
 
 void QuartzFillStyleable::setFillColor(const LinearGradient& gradient) {
-    // Copied first: the argument may be this object's own.
+    // Copied first: the argument may be this object's own gradient.
     linearGradient_ = std::make_unique<const LinearGradient>(gradient);
     const std::vector<unsigned>& colors = linearGradient_->getColors();
     const std::vector<float>& positions = linearGradient_->getPositions();
 
-    // The usual handful of stops needs no allocation.
+    // The usual few stops need no allocation.
     std::array<std::byte, 1024> stack;
     std::pmr::monotonic_buffer_resource arena(stack.data(), stack.size());
     std::pmr::vector<double> components(&arena);
@@ -50,7 +59,7 @@ void QuartzFillStyleable::setFillColor(const LinearGradient& gradient) {
 void QuartzFillStyleable::setPattern(const Pattern&) {}
 
 bool QuartzFillStyleable::isFillVisible() const {
-    return isGradientMode() || !(std::abs(color_.a) < std::numeric_limits<float>::min());
+    return isGradientMode() || !geometry::isZero(color_.a);
 }
 
 void QuartzFillStyleable::storeFillColor(unsigned r, unsigned g, unsigned b, unsigned a) {
@@ -81,10 +90,10 @@ void QuartzFillStyleable::applyStyles(platform::CGContext& canvas,
     platform::CGPoint start{axis.getX1().value, axis.getY1().value};
     platform::CGPoint end{axis.getX2().value, axis.getY2().value};
     if (!axis.hasBounds()) {
-        // The bounds have the stroke in them, so the axis runs across the widened box.
+        // The bounds include the stroke, so the axis runs across the widened box.
         const auto resolve = [&bounds](const platform::CGPoint& fraction) {
-            return platform::CGPoint{static_cast<float>(bounds.x + bounds.width * fraction.x),
-                                     static_cast<float>(bounds.y + bounds.height * fraction.y)};
+            return platform::CGPoint{toFloat(bounds.x + bounds.width * fraction.x),
+                                     toFloat(bounds.y + bounds.height * fraction.y)};
         };
         start = resolve(start);
         end = resolve(end);

@@ -15,33 +15,33 @@ class CGGradient;
 
 namespace orvane::display::graphics::quartz {
 
-// A fill on the canvas: a solid colour, or a linear gradient while one is set.
+// A fill on the canvas: a color or, once one is set, a linear gradient.
 class QuartzFillStyleable : public virtual FillStyleable {
 public:
     void setFillColor(unsigned r, unsigned g, unsigned b, unsigned a) override;
     void setFillColor(unsigned argb) override;
     void setFillColor(const LinearGradient& gradient) override;
-    // Does nothing, and repaints nothing: patterns do not paint here, and applications that set one
+    // Does nothing and does not repaint: shapes cannot paint patterns. Applications that set one
     // keep the fill they had.
     void setPattern(const Pattern& pattern) override;
 
-    // True in gradient mode, or when the colour's alpha is not zero.
+    // Whether the object is in gradient mode or the alpha of its color is not zero.
     bool isFillVisible() const override;
 
-    // Store the colour without leaving gradient mode and without a repaint.
+    // Stores the color without leaving gradient mode and without a repaint.
     void storeFillColor(unsigned r, unsigned g, unsigned b, unsigned a);
     void storeFillColor(unsigned argb);
 
     const Color& getFillColor() const { return color_; }
-    // The last gradient that was set, also when a colour has replaced it since.
+    // The last gradient that was set, even if a color has replaced it.
     const LinearGradient& getFillLinearGradient() const;
     const Pattern& getFillPattern() const;
     bool isGradientMode() const { return gradient_ != nullptr; }
 
 protected:
-    // Sets the fill colour; in gradient mode, clips to the canvas's path and paints the gradient.
-    // That clip stays in force until the graphics state is restored. `bounds` is what an axis in
-    // fractions is resolved against.
+    // Sets the fill color of the canvas. In gradient mode it clips to the path of the canvas and
+    // paints the gradient; the clip remains until the graphics state is restored. An axis in
+    // fractions refers to `bounds`.
     void applyStyles(platform::CGContext& canvas, const geometry::Rect<double>& bounds) const;
 
     // Leaves gradient mode.
@@ -49,8 +49,8 @@ protected:
 
 private:
     Color color_;
-    // Null until the first gradient: most objects never have one, and it outweighs all their other
-    // style.
+    // Null until the first gradient is set: most objects never have one, and a gradient is larger
+    // than the rest of their style.
     std::unique_ptr<const LinearGradient> linearGradient_;
     std::shared_ptr<const platform::CGGradient> gradient_;
 };

@@ -40,7 +40,7 @@ void QuartzLine::doValidate(const geometry::Rect<double>&) {
     if (canvas == nullptr) {
         return;
     }
-    // Without asking isStrokeVisible: a line that cannot be seen has not come this far.
+    // isStrokeVisible is not tested: a line with an invisible stroke is not painted at all.
     applyStyles(*canvas);
     path_.draw(*canvas, false, true);
 }

@@ -7,13 +7,14 @@
 
 namespace orvane::display::graphics::quartz {
 
+// A line on the canvas.
 class QuartzLine : public virtual Line,
                    public virtual QuartzDrawable,
                    public virtual QuartzStrokeStyleable {
 public:
     std::string getDescription() const override { return "QuartzLine"; }
 
-    // With room for the stroke. Not rounded to whole numbers, unlike the bounds of shapes.
+    // The box of the line, widened for the stroke. Unlike the bounds of shapes it is not rounded.
     geometry::Rect<double> getBounds() override;
 
     void set(float x1, float y1, float x2, float y2) override;
@@ -26,7 +27,7 @@ protected:
     void doValidate(const geometry::Rect<double>& rect) override;
 
 private:
-    // Rebuilds the outline and invalidates.
+    // Rebuilds the outline and invalidates the object.
     void update();
 
     PathWrapper path_;

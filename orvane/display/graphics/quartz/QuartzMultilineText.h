@@ -4,15 +4,15 @@
 
 namespace orvane::display::graphics::quartz {
 
-// A text that wraps at a width. Its position is the top left corner of its first line, whatever the
-// alignments for texts of one line say. Until a width is set it shows nothing.
+// A text that wraps at a width. Its position is the top left corner of its first line; the
+// alignments of texts of one line have no effect. Until a width is set it shows nothing.
 class QuartzMultilineText : public virtual Text, public virtual QuartzText {
 public:
     QuartzMultilineText();
 
-    // Measures anew and does not repaint: applications set the width before the content.
+    // Measures the text again and does not repaint: applications set the width before the content.
     void setWidth(float width) override;
-    // Aligns the content as it is, and does not repaint: set it behind the content.
+    // Aligns the current content and does not repaint: set it after the content.
     void setAlignment(TextAlign align) override;
 };
 

@@ -6,7 +6,7 @@
 
 namespace orvane::display::graphics::quartz {
 
-// The outline is the only record of what was drawn.
+// A path on the canvas. The outline is the only record of what was drawn.
 class QuartzPath : public virtual Path,
                    public virtual QuartzShape,
                    public virtual QuartzPathFillStyleable {

@@ -7,7 +7,7 @@ namespace orvane::display::graphics::quartz {
 
 class PathWrapper;
 
-// A fill with a rule for outlines that cross themselves; the outline keeps the rule.
+// A fill on the canvas with a rule for outlines that cross themselves. The outline stores the rule.
 class QuartzPathFillStyleable : public virtual PathFillStyleable,
                                 public virtual QuartzFillStyleable {
 public:

@@ -6,7 +6,7 @@
 
 namespace orvane::display::graphics::quartz {
 
-// The outline is the only record of the points.
+// A polyline on the canvas. The outline is the only record of the points.
 class QuartzPolyline : public virtual Polyline,
                        public virtual QuartzShape,
                        public virtual QuartzPathFillStyleable {

@@ -1,7 +1,6 @@
 #include "orvane/display/graphics/quartz/QuartzRect.h"
 
-#include <cmath>
-#include <limits>
+#include "orvane/display/geometry/isZero.h"
 
 namespace orvane::display::graphics::quartz {
 
@@ -44,9 +43,8 @@ void QuartzRect::setRy(float ry) {
 }
 
 void QuartzRect::update() {
-    // One radius alone still makes a rounded rectangle.
-    const auto isZero = [](float v) { return std::abs(v) < std::numeric_limits<float>::min(); };
-    if (isZero(rx_) && isZero(ry_)) {
+    // One radius that is not zero makes a rounded rectangle.
+    if (geometry::isZero(rx_) && geometry::isZero(ry_)) {
         path_.setRect(x_, y_, width_, height_);
     } else {
         path_.setRoundedRect(x_, y_, width_, height_, rx_, ry_);

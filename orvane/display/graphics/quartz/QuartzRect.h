@@ -5,6 +5,7 @@
 
 namespace orvane::display::graphics::quartz {
 
+// A rectangle on the canvas.
 class QuartzRect : public virtual Rect, public virtual QuartzShape {
 public:
     std::string getDescription() const override { return "QuartzRect"; }
@@ -18,7 +19,7 @@ public:
     void setRy(float ry) override;
 
 private:
-    // Rebuilds the outline and invalidates.
+    // Rebuilds the outline and invalidates the object.
     void update();
 
     float x_ = 0;

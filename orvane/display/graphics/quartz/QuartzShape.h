@@ -8,8 +8,8 @@
 
 namespace orvane::display::graphics::quartz {
 
-// A shape that holds its outline ready to paint: every setter of a concrete shape stores its field,
-// rebuilds the outline at once and invalidates.
+// A shape whose outline is always ready to paint: every setter of a concrete shape stores its
+// field, rebuilds the outline and invalidates the object.
 class QuartzShape : public virtual Shape,
                     public virtual QuartzDrawable,
                     public virtual QuartzFillStyleable,
@@ -18,9 +18,9 @@ public:
     geometry::Rect<double> getInnerBounds() override { return path_.getBounds(); }
 
 protected:
-    // Fill, then stroke, then the outline, whole: the canvas's clip keeps it to the dirty
-    // rectangle. A gradient fills by clipping to the outline, and that clip holds for the stroke
-    // too, of which a gradient shape therefore shows only the inner half.
+    // Sets the fill, then the stroke, then draws the whole outline; the clip of the canvas
+    // restricts it to the dirty rectangle. A gradient is painted by clipping to the outline. That
+    // clip also applies to the stroke, so a gradient shape shows only the inner half of its stroke.
     void doValidate(const geometry::Rect<double>& rect) override;
 
     PathWrapper path_;

@@ -1,8 +1,6 @@
 #include "orvane/display/graphics/quartz/QuartzStrokeStyleable.h"
 
-#include <cmath>
-#include <limits>
-
+#include "orvane/display/geometry/isZero.h"
 #include "platform/coregraphics/CGContext.h"
 
 namespace orvane::display::graphics::quartz {
@@ -20,7 +18,7 @@ void QuartzStrokeStyleable::setStrokeColor(unsigned argb) {
 void QuartzStrokeStyleable::setStrokeColor(const LinearGradient&) {}
 
 bool QuartzStrokeStyleable::isStrokeVisible() const {
-    return !(std::abs(color_.a) < std::numeric_limits<float>::min());
+    return !geometry::isZero(color_.a);
 }
 
 void QuartzStrokeStyleable::storeStrokeColor(int r, int g, int b, int a) {

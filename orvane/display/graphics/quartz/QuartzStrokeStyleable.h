@@ -10,19 +10,19 @@ class CGContext;
 
 namespace orvane::display::graphics::quartz {
 
-// A stroke on the canvas, always of one colour.
+// A stroke on the canvas, which always has one color.
 class QuartzStrokeStyleable : public virtual StrokeStyleable {
 public:
     void setStrokeColor(int r, int g, int b, int a) override;
     void setStrokeColor(unsigned argb) override;
-    // Does nothing, and repaints nothing: a stroke has only solid colour, and applications that set
-    // a gradient keep the colour they had.
+    // Does nothing and does not repaint: a stroke cannot have a gradient. Applications that set one
+    // keep the color they had.
     void setStrokeColor(const LinearGradient& gradient) override;
 
-    // True when the colour's alpha is not zero. The width does not enter.
+    // Whether the alpha of the color is not zero. The width does not matter.
     bool isStrokeVisible() const override;
 
-    // Store the colour without a repaint.
+    // Stores the color without a repaint.
     void storeStrokeColor(int r, int g, int b, int a);
     void storeStrokeColor(unsigned argb);
 
@@ -30,7 +30,7 @@ public:
     const LinearGradient& getStrokeLinearGradient() const;
 
 protected:
-    // Sets line width, stroke colour and, when there is one, the dash.
+    // Sets the line width, the stroke color and, if there is one, the dash pattern of the canvas.
     void applyStyles(platform::CGContext& canvas) const;
 
 private:

@@ -64,7 +64,7 @@ geometry::Size<double> QuartzText::getTextBounds() {
 }
 
 void QuartzText::doValidate(const geometry::Rect<double>&) {
-    if (platform::CGContext* const canvas = getCanvas()) {
+    if (platform::CGContext* const canvas = getCanvas(); canvas != nullptr) {
         textWrapper_.draw(*canvas);
     }
 }

@@ -9,8 +9,7 @@
 
 namespace orvane::display::graphics::quartz {
 
-// A text of one line. Gradients, patterns and italics do not exist on it: asking for them throws a
-// character string that says so.
+// A text of one line. Gradients, patterns and italics throw a character string that says so.
 class QuartzText : public virtual Text,
                    public virtual QuartzDrawable,
                    public virtual QuartzFillStyleable,
@@ -31,10 +30,10 @@ public:
     void setStrokeColor(int r, int g, int b, int a) override;
     void setStrokeColor(unsigned argb) override;
     void setStrokeColor(const LinearGradient& gradient) override;
-    // Does nothing: the stroke colour of a text is kept and never drawn.
+    // Does nothing: the stroke color of a text is stored and never painted.
     void setStrokeWidth(float width) override;
 
-    // As measured, without room for a stroke.
+    // The box of the measured text, without a stroke.
     geometry::Rect<double> getBounds() override;
     geometry::Size<double> getTextBounds() override;
 

@@ -6,14 +6,14 @@ namespace orvane::display::graphics::quartz {
 
 class TextWrapper;
 
-// Type on the canvas: hands every style to a text wrapper and repaints. Weights and italics are
-// fonts of their own here: ask for "DejaVu Sans Bold".
+// Passes every style to a text wrapper and repaints. Weights and italics are fonts of their own:
+// set the font "DejaVu Sans Bold".
 class QuartzTextStyleable : public virtual TextStyleable {
 public:
     void setTextAlign(TextAlign align) override;
     void setAlignmentBaseline(AlignmentBaseline baseline) override;
     void setTextSize(float size) override;
-    // Does nothing; applications that set a weight keep the font they had.
+    // Does nothing: applications that set a weight keep the font they had.
     void setFontWeight(int weight) override;
     // Throws a character string.
     void setItalicStyle(bool italic) override;

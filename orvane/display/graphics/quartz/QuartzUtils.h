@@ -10,17 +10,18 @@ class NSData;
 
 namespace orvane::display::graphics::quartz {
 
-// What loading pictures and reading their addresses needs of strings.
+// String functions for loading images and reading their addresses.
 class QuartzUtils {
 public:
-    // The part of the string from `offset` to its end, decoded. Characters that are not of the
-    // alphabet are ignored; nothing when what is left is not whole.
+    // Decodes the part of a string from `offset` to its end. Characters outside the alphabet are
+    // ignored. Returns nothing when the remaining characters are incomplete.
     static std::optional<platform::NSData> decodeBase64(const std::string& string,
                                                         std::size_t offset);
 
-    // The pieces between the delimiters, empty ones included; one piece where there is none.
+    // Returns the pieces between delimiters, including empty ones; one piece when there is no
+    // delimiter.
     static std::vector<std::string> split(const std::string& string, char delimiter);
-    // Without white space at both ends.
+    // Returns the string without white space at both ends.
     static std::string trim(const std::string& string);
 };
 

@@ -5,6 +5,7 @@
 #include <limits>
 
 #include "orvane/display/geometry/rounding.h"
+#include "orvane/display/graphics/quartz/isUsableTextSize.h"
 #include "platform/coregraphics/CGContext.h"
 #include "platform/coretext/CTFont.h"
 #include "platform/coretext/CTFrame.h"
@@ -14,14 +15,6 @@
 namespace orvane::display::graphics::quartz {
 
 using geometry::Rect;
-
-namespace {
-
-platform::CGColor cgColor(const Color& color) {
-    return {color.r, color.g, color.b, color.a};
-}
-
-}  // namespace
 
 TextWrapper::TextWrapper() = default;
 TextWrapper::~TextWrapper() = default;
@@ -50,7 +43,7 @@ void TextWrapper::setText(const std::string& text) {
     text_ = text;
     std::string shown = text;
     std::erase(shown, '\n');
-    // As a C string: it ends at a zero.
+    // Passed as a C string: it ends at the first zero byte.
     attributedString_.replaceString(shown.c_str());
     updateFontInfo();
     if (wasEmpty && !text_.empty()) {
@@ -65,7 +58,7 @@ void TextWrapper::setFontName(const std::string& name) {
 }
 
 void TextWrapper::setFontSize(float size) {
-    if (std::abs(size) < std::numeric_limits<float>::min()) {
+    if (!isUsableTextSize(size)) {
         return;
     }
     fontSize_ = size;
@@ -99,13 +92,13 @@ void TextWrapper::setAlignment(TextAlign align) {
 
 void TextWrapper::setFill(const Color& color) {
     fillColor_ = color;
-    attributedString_.setForegroundColor(attributedString_.range(), cgColor(color));
+    attributedString_.setForegroundColor(attributedString_.range(), color.cgColor());
     forgetLines();
 }
 
 void TextWrapper::setStroke(const Color& color) {
     strokeColor_ = color;
-    attributedString_.setStrokeColor(attributedString_.range(), cgColor(color));
+    attributedString_.setStrokeColor(attributedString_.range(), color.cgColor());
 }
 
 void TextWrapper::updateFontInfo() {
@@ -168,8 +161,7 @@ void TextWrapper::draw(platform::CGContext& canvas) {
     }
 }
 
-// By hand, behind the text and in the middle of the bounds: a struck text is no attribute of its
-// font.
+// The line is drawn behind the text, in the middle of the bounds: a font has no attribute for it.
 void TextWrapper::drawStrikethrough(platform::CGContext& canvas) const {
     const double y = bounds_.y + bounds_.height * 0.5;
     canvas.setRGBStrokeColor(fillColor_.r, fillColor_.g, fillColor_.b, fillColor_.a);
@@ -196,7 +188,7 @@ void TextWrapper::drawLines(platform::CGContext& canvas) {
         framesetter_ = std::make_unique<const platform::CTFramesetter>(attributedString_);
     }
     const auto frame = framesetter_->createFrame({{x_, y_}, {multilineMaxWidth_, bounds_.height}});
-    // Red stays the stroke colour to the end of the bracket.
+    // The stroke color remains red to the end of the bracket; pictures may depend on it.
     canvas.setRGBStrokeColor(1, 0, 0, 1);
     canvas.setTextMatrix({});
     canvas.translateCTM(0, bounds_.height + y_ + y_);

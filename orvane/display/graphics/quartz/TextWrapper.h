@@ -17,8 +17,9 @@ class CTLine;
 
 namespace orvane::display::graphics::quartz {
 
-// The text of one object: measures it in every setter that changes its extent, so that the bounds
-// are current, and draws it. Coordinates are the object's, y down. Nothing here repaints.
+// Measures and draws the text of one object. Every setter that changes the text's extent measures
+// it, so the bounds are always current. Coordinates are object coordinates, y down. Nothing here
+// repaints.
 class TextWrapper {
 public:
     TextWrapper();
@@ -27,21 +28,24 @@ public:
     TextWrapper& operator=(const TextWrapper&) = delete;
 
     void setMultiline(bool multiline);
-    // Where lines wrap, in user units; read by texts of several lines.
+    // The width at which lines wrap; used by texts of several lines.
     void setMultilineMaxWidth(float width);
 
     void setX(float x);
     void setY(float y);
-    // What is shown is without newlines, in texts of several lines too, and ends at the first zero
-    // byte; getText keeps it as it was set.
+    // Sets the text. Newlines are removed from what is shown, in texts of several lines too, and it
+    // ends at the first zero byte. getText returns the text as it was set.
     void setText(const std::string& text);
     void setFontName(const std::string& name);
+    // Zero and sizes that are not finite are ignored.
     void setFontSize(float size);
     void setDecoration(bool underline, bool strikethrough);
-    // These two place a text of one line; one of several lines ignores them.
+    // These two functions determine the position of a text of one line; a text of several lines
+    // ignores them.
     void setTextAlign(TextAlign align);
     void setAlignmentBaseline(AlignmentBaseline baseline);
-    // Aligns the lines in the width. It is lost on an empty text, and with the text it was set on.
+    // Aligns the lines within the width. The alignment belongs to the current content: it has no
+    // effect on an empty text and is lost when the content is replaced.
     void setAlignment(TextAlign align);
     void setFill(const Color& color);
     void setStroke(const Color& color);
@@ -49,7 +53,8 @@ public:
     const std::string& getText() const { return text_; }
     const geometry::Rect<double>& getBounds() const { return bounds_; }
 
-    // Leaves the canvas's transformation and stroke colour changed: whoever calls brackets it.
+    // Draws the text. Changes the transformation and the stroke color of the canvas: the caller
+    // saves and restores them.
     void draw(platform::CGContext& canvas);
 
 private:
@@ -76,11 +81,12 @@ private:
     TextAlign textAlign_ = TextAlign::Start;
     AlignmentBaseline alignmentBaseline_ = AlignmentBaseline::Baseline;
     platform::CFMutableAttributedString attributedString_;
-    // Attributes set on an empty string do not survive, so the colours are kept to be put back.
+    // Attributes of an empty string are lost; the colors are stored here to set them again.
     Color fillColor_;
     Color strokeColor_;
 
-    // What is drawn, made at the first paint after a change: one line, or what breaks several.
+    // What is drawn; made at the first paint after a change. `line_` is for one line,
+    // `framesetter_` breaks several lines.
     std::shared_ptr<const platform::CTLine> line_;
     std::unique_ptr<const platform::CTFramesetter> framesetter_;
 };

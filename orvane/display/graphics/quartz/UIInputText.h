@@ -7,14 +7,14 @@
 
 namespace orvane::display::graphics::quartz {
 
-// Stands for the platform's text field, which paints itself and takes the pointer itself.
+// A text field of the platform, which paints itself and handles the pointer itself.
 class UIInputText : public virtual InputText, public virtual native::NativeObject {
 public:
     UIInputText(bool multiline, bool editable, bool secure, int maximumLength);
 
     std::string getDescription() const override { return "UIInputText"; }
 
-    // Reach the control on the main thread.
+    // These functions access the control on the main thread.
     void setContent(const std::string& content) override;
     std::string getContent() const override;
 

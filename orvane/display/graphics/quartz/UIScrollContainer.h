@@ -6,8 +6,8 @@
 
 namespace orvane::display::graphics::quartz {
 
-// Owns a layer that paints its children. The layer's view has the size of the bounds, so the
-// children are cut by it as well as by the clip.
+// A scroll container with a layer of its own, which paints the children. The layer's view has the
+// size of the bounds, so the view clips the children as well as the canvas does.
 class UIScrollContainer : public virtual ScrollContainer,
                           public virtual QuartzClipContainer,
                           public virtual native::NativeObject {
