@@ -6,30 +6,36 @@
 
 namespace orvane::commons {
 
-// A view of bytes that may keep their storage alive. It is how bodies of requests and responses
-// cross the interface without being copied.
+// A view of bytes that may keep their storage alive. The bodies of requests and responses cross the
+// interface as byte arrays, so that nothing copies them.
 //
-// A copy shares the bytes and the owner; nothing here copies bytes. It may be handed between
-// threads for as long as its storage lives.
+// A copy of a ByteArray shares the bytes and the owner. A ByteArray may be handed between threads;
+// its storage must live as long as it is read.
 class ORVANE_EXPORT ByteArray {
 public:
+    // An empty array without an owner.
     ByteArray() = default;
 
-    // `owner` keeps `data` alive, or is empty when the caller does.
+    // A view of `size` bytes at `data`. `owner` keeps the bytes alive; it is empty when the caller
+    // does that.
     ByteArray(const unsigned char* data, unsigned long size, const std::shared_ptr<void>& owner);
     virtual ~ByteArray();
 
     ByteArray(const ByteArray&) = default;
     ByteArray& operator=(const ByteArray&) = default;
 
-    // A view with no owner: the caller keeps the storage alive for as long as the view is read.
+    // Returns a view without an owner: the caller keeps the storage alive for as long as the view
+    // is read.
     static ByteArray createFromArray(const unsigned char* data, unsigned long size);
 
-    // A view of a platform buffer's bytes. The platform room specialises it for its buffer type.
+    // Returns a view of the bytes of a platform object. The platform's modules specialize this
+    // function for their buffer types.
     template <typename T>
     static ByteArray createFromNativeObject(T object);
 
+    // The first byte; null for an empty array that was made without data.
     const unsigned char* data() const { return data_; }
+    // The number of bytes.
     unsigned long size() const { return size_; }
 
 private:

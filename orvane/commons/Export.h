@@ -1,5 +1,5 @@
 #pragma once
 
-// Marks what liborvane.so shows to the world. Everything else is hidden, so that the library's
-// inner names cannot clash with an application's.
+// Marks a class or function that liborvane.so exports. All other symbols are hidden, so that they
+// cannot clash with symbols of an application.
 #define ORVANE_EXPORT __attribute__((visibility("default")))

@@ -2,16 +2,17 @@
 
 /* Plain C, so that an application can be written in any language. */
 
-/* How an application library shows its class Main: a data symbol of this type under the class's
-   runtime name, _TtC<length of module><module>4Main, where the library is lib<module>.dylib and the
-   length is in characters. */
+/* How an application library exports its class Main: as a data symbol of this type. The symbol is
+   named after the class, _TtC<length><module>4Main, where the library is lib<module>.dylib and
+   <length> is the number of characters of <module>. */
 typedef struct OrvaneMainClass {
-    /* OrvaneMainClassVersion. A record of another version counts as no class at all. */
+    /* OrvaneMainClassVersion. A record with another version is ignored. */
     unsigned int version;
-    /* Makes an object. It is never released. */
+    /* Creates an object of the class, which is never released. */
     void* (*make)(void);
-    /* Sends an object `main`, on the thread of the program that started the application. */
+    /* Calls the object's `main` function, on the thread that starts the application. */
     void (*sendMain)(void* object);
 } OrvaneMainClass;
 
+/* The version of OrvaneMainClass that this header declares. */
 enum { OrvaneMainClassVersion = 1 };

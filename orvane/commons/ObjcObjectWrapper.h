@@ -1,8 +1,9 @@
 #pragma once
 
-// What a ByteArray made from a native object has as its owner: a mark of where the bytes come from.
-// It takes no reference, so it does not extend the object's life; whoever hands the ByteArray on
-// keeps the object alive. Callers rely on the bytes never being held longer than that.
+// The owner of a ByteArray that was made from a native object: it records where the bytes come
+// from. It holds no reference, so it does not extend the native object's life. The code that passes
+// the ByteArray on keeps the object alive; callers rely on the bytes not being held longer than
+// that.
 class ObjcObjectWrapper {
 public:
     explicit ObjcObjectWrapper(const void* object) : object_(object) {}

@@ -4,11 +4,11 @@
 
 namespace orvane::commons {
 
-// Removes every element of a vector of shared pointers that points where `value` points; the rest
-// keeps its order. True when anything was removed.
+// Removes every element of a vector of shared pointers that points to the same object as `value`.
+// The order of the others does not change. Returns whether anything was removed.
 template <typename C>
 bool eraseFromCollection(C& collection, const typename C::value_type& value) {
-    // Held by value: `value` may be an element of the collection, which the removal overwrites.
+    // `value` may be an element of the collection, which the removal overwrites: keep its address.
     const auto* const pointer = value.get();
     const auto end = std::remove_if(collection.begin(), collection.end(),
                                     [&](const auto& each) { return each.get() == pointer; });

@@ -29,7 +29,7 @@ using platform::NSView;
 
 namespace {
 
-// Writes a display reference to a layer and everything below it, each layer before its sublayers.
+// Sets the display of a layer and of all layers below it, each layer before its sublayers.
 void setDisplayOfSubtree(const std::shared_ptr<DisplayLayer>& layer,
                          const std::shared_ptr<Display>& display) {
     std::deque<std::shared_ptr<DisplayLayer>> waiting{layer};

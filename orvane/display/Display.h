@@ -24,64 +24,81 @@ namespace animation {
 struct Transition;
 }
 
-// The root of the world on screen: it owns the top-level objects and the one view that all layers
-// live in. Applications add objects to it; each top-level object brings a layer, and the layer's
-// view becomes a subview of the root view, the last added on top.
+// The root of everything on screen. It owns the top-level objects and the one view that contains
+// the views of all layers. Applications add objects to it; each top-level object brings a layer,
+// whose view becomes a subview of the root view. The last one added is on top. The display's
+// background is black.
 //
-// Made at the first instance(), which needs a working main queue. Called on the application's
-// thread; the view is touched only through dispatch_ui.
+// The first call of instance() creates the display; it needs a working main queue. Its functions
+// are called on the application's thread, which is usually the main thread. The view is accessed
+// only through dispatch_ui.
 class ORVANE_EXPORT Display : public notification::Notifier<Display>,
                               public virtual commons::virtual_enable_shared_from_this<Display> {
 public:
+    // Returns the display of the process, which the first call creates.
     static std::shared_ptr<Display> instance();
-    // Lets go of the instance; the next instance() makes a new one. The old one lives on for
-    // whoever holds it.
+    // Releases the instance; the next instance() creates a new one. The old display lives on while
+    // someone holds it.
     static void reset();
 
+    // Creates the root view and loads the fonts in res/fonts of the resource directory.
+    // Applications call instance() instead.
     Display();
+    // Releases the root view on the main thread.
     ~Display() override;
     Display(const Display&) = delete;
     Display& operator=(const Display&) = delete;
 
-    // The object comes on top. One without a layer of its own gets one.
+    // Adds an object on top of the others. An object without a layer of its own gets one.
     void add(const std::shared_ptr<DisplayObject>& object);
-    // True when the object was here.
+    // Removes an object. Returns whether it was a top-level object.
     bool remove(const std::shared_ptr<DisplayObject>& object);
+    // Removes all objects.
     void removeAll();
-    // In order of adding.
+    // The top-level objects in the order in which they were added.
     const std::vector<std::shared_ptr<DisplayObject>>& getObjects() const { return objects_; }
 
-    // Adds `newObject`, and takes `oldObject` away: at once, or when the transition has ended. Both
-    // are on the display until then. Null stands for no object, or no transition. `oldObject` goes
-    // when its transition ends even if it has been added again meanwhile.
+    // Adds `newObject` and removes `oldObject`: at once without a transition, otherwise when the
+    // transition ends. Both are on the display until then. Either object, or the transition, may be
+    // null. `oldObject` is removed at the end of its transition even if it has been added again
+    // meanwhile.
     void replace(const std::shared_ptr<DisplayObject>& oldObject,
                  const std::shared_ptr<DisplayObject>& newObject,
                  const animation::Transition* transition);
 
-    // Gives a layer and its sublayers to this display, and shows them; and back.
+    // Makes a layer and its sublayers part of this display and shows the layer's view.
     void attachLayer(const std::shared_ptr<DisplayLayer>& layer);
+    // Removes a layer and its sublayers from this display and hides the layer's view.
     void detachLayer(const std::shared_ptr<DisplayLayer>& layer);
 
-    // The size has changed: the listeners are told. Without an argument, to what the view has.
+    // Tells the listeners of FrameChangedEvent a new size of the display, in points.
     void frameChanged(const geometry::Size<double>& size);
+    // Tells the listeners the current size of the view.
     void frameChanged();
 
+    // The root view. A host puts it into its window.
     const std::shared_ptr<DisplayView>& getView() const { return view_; }
-    // In points; zero while there is no view.
+    // The size of the root view, in points; zero while there is no view.
     geometry::Size<double> getScreenSize() const;
-    // Pixels a point; 1 while the view is in no window.
+    // The number of pixels per point; 1 while the view is in no window.
     double getScaleFactor() const;
 
-    // Registers the fonts (files named *.ttf) of the folder and those below it. Of files with the
-    // same name the first wins, wherever they lie. A font that fails does not keep the others.
+    // Registers the fonts (files named *.ttf) in a folder and its subfolders. Of several files with
+    // the same name, in any of these folders, only the first is registered. When a font cannot be
+    // registered, the log says so and the others are registered all the same.
     void loadFonts(const std::string& directory);
 
-    // Nothing on this platform; called all the same where others need them.
+    // Does nothing on this platform.
     void lockEventHandling() {}
+    // Does nothing on this platform.
     void unlockEventHandling() {}
+    // Does nothing on this platform.
     void resizeView(const geometry::Size<double>&) {}
+    // Does nothing on this platform.
     void beginAnimationTransaction(bool) {}
+    // Does nothing on this platform.
     void commitAnimationTransaction() {}
+    // Does nothing on this platform.
     void hideKeyboard() {}
 
 private:
@@ -95,7 +112,7 @@ private:
     std::shared_ptr<DisplayView> view_;
 };
 
-// Erases the object from its parent, if that still lives.
+// Removes an object from its parent, if it has one.
 ORVANE_EXPORT void DeleteDisplayObject(const std::shared_ptr<DisplayObject>& object);
 
 }  // namespace orvane::display

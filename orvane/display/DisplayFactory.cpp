@@ -24,7 +24,7 @@ std::shared_ptr<graphics::Container> DisplayFactory::createContainer() {
 
 namespace {
 
-// A native object's init needs the shared_ptr that holds it.
+// The init of a native object needs the shared_ptr that holds the object.
 template <typename T, typename... Arguments>
 std::shared_ptr<T> makeNative(Arguments... arguments) {
     auto object = std::make_shared<T>(arguments...);

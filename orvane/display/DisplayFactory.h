@@ -22,31 +22,43 @@ class SizedContainer;
 class Text;
 }  // namespace graphics
 
-// How applications make what they draw: each operation gives a new object of the model's class and
-// never null. On the application's thread.
+// Creates the objects of an application. Each function returns a new object as a pointer to its
+// abstract class, never null. Called on the application's thread.
 class ORVANE_EXPORT DisplayFactory {
 public:
+    // Creates a group of objects.
     static std::shared_ptr<graphics::Container> createContainer();
-    // Clips its children to its bounds; on a layer of its own.
+    // Creates a group on a layer of its own, which clips its children to its bounds.
     static std::shared_ptr<graphics::ScrollContainer> createScrollContainer(
         graphics::ScrollContainer::Type type, bool paging);
-    // The same: as a scroll container for both directions, or as a plain group without a layer.
+    // Creates a group that clips its children to its bounds: a scroll container for both
+    // directions, or a group without a layer of its own.
     static std::shared_ptr<graphics::SizedContainer> createClipContainer(bool scrollable);
 
+    // Creates a rectangle. It has no extent, a black fill and no visible stroke, like all shapes
+    // below.
     static std::shared_ptr<graphics::Rect> createRect();
+    // Creates a circle.
     static std::shared_ptr<graphics::Circle> createCircle();
+    // Creates an ellipse.
     static std::shared_ptr<graphics::Ellipse> createEllipse();
+    // Creates a line, whose stroke has no width until one is set.
     static std::shared_ptr<graphics::Line> createLine();
+    // Creates a polyline.
     static std::shared_ptr<graphics::Polyline> createPolyline();
+    // Creates an outline of lines and curves.
     static std::shared_ptr<graphics::Path> createPath();
 
-    // One line at a point, or lines that wrap at a width below a point.
+    // Creates a text of one line at a point or, with `multiline`, of lines that wrap at a width. A
+    // wrapped text shows nothing until setWidth is called.
     static std::shared_ptr<graphics::Text> createText(bool multiline);
-    // A text whose segments keep their own style.
+    // Creates a text in which each segment keeps its own style.
     static std::shared_ptr<graphics::AttributedText> createAttributedText();
-    // The desktop's text field, on a layer of its own. `maximumLength` in characters, 0 for any.
+    // Creates a text field of the desktop, on a layer of its own. `secure` hides what is typed;
+    // `maximumLength` is in characters, 0 means no limit.
     static std::shared_ptr<graphics::InputText> createInputText(bool multiline, bool secure,
                                                                 int maximumLength);
+    // Creates an image without a picture.
     static std::shared_ptr<graphics::Image> createImage();
 };
 

@@ -4,8 +4,8 @@
 
 namespace orvane::display {
 
-// Makes a font file known to the process. A file that cannot be read is passed over in silence; one
-// that is no font, or that the platform refuses, leaves a line for the developer.
+// Makes the font in a file available to the texts of this process. A file that cannot be read is
+// skipped silently; for a file that is not a font, or that the platform refuses, a line is logged.
 void registerFont(const std::string& path);
 
 }  // namespace orvane::display

@@ -6,17 +6,18 @@
 
 namespace orvane::notification {
 
-// The polymorphic root of all listeners.
+// The polymorphic base class of all listeners.
 class ORVANE_EXPORT AbstractListener {
 public:
     virtual ~AbstractListener() = default;
 };
 
-// What is called when a Sender raises an Event. Applications derive from it and keep the listener
-// alive: a notifier holds it weakly.
+// Receives events of the type Event that a Sender raises. Applications derive from this class and
+// own the listener; a notifier holds it weakly.
 template <typename Sender, typename Event, typename Result>
 class Listener : public AbstractListener {
 public:
+    // Called for each event. `sender` is the object that raised it.
     virtual Result operator()(const std::shared_ptr<Sender>& sender, const Event& event) = 0;
 };
 

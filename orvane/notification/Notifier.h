@@ -9,29 +9,30 @@
 
 namespace orvane::notification {
 
-// An object that raises events. T derives from Notifier<T> and from
+// The base class of objects that raise events. T derives from Notifier<T> and from
 // virtual_enable_shared_from_this<T>; each event type names its listener type as
 // Event::listener_type.
 //
-// Listeners are held weakly, in order of registration; a listener lives as long as its owner keeps
-// it. Events are raised on the main thread; nothing here locks.
+// The notifier holds its listeners weakly, in the order in which they were added: the application
+// keeps each listener alive for as long as it is to be called. Main thread only; nothing here
+// locks.
 template <typename T>
 class Notifier {
 public:
     virtual ~Notifier() = default;
 
-    // Appends a listener; one added twice is called twice. It takes effect at the next event, also
-    // when it is added from within one.
+    // Appends a listener for events of one type. A listener that was added twice is called twice. A
+    // listener that is added during an event is first called at the next event.
     template <typename Event>
     void addListener(const std::shared_ptr<typename Event::listener_type>& listener) {
         listeners_[typeid(Event)].push_back(listener);
     }
 
-    // The live listeners for Event, in order. Entries whose listener is gone are skipped and stay.
+    // Returns the listeners for Event that are still alive, in the order in which they were added.
     template <typename Event>
     std::vector<std::shared_ptr<typename Event::listener_type>> getListeners() {
         std::vector<std::shared_ptr<typename Event::listener_type>> result;
-        // A type never asked for before leaves an empty entry behind, which is harmless.
+        // Looking up a type for the first time adds an empty entry, which is harmless.
         for (const std::weak_ptr<AbstractListener>& entry : listeners_[typeid(Event)]) {
             if (const std::shared_ptr<AbstractListener> listener = entry.lock()) {
                 result.push_back(
@@ -41,9 +42,10 @@ public:
         return result;
     }
 
-    // Calls every live listener once. The list is a snapshot: listeners may add and drop others
-    // while it runs, and one dropped in the same pass is still called. An exception from a listener
-    // passes through, and the later ones are not called.
+    // Calls every listener for Event that is alive now. A listener may add and release other
+    // listeners meanwhile: the list is a snapshot, and a listener that is released during the call
+    // is still called. When a listener throws, the exception reaches the caller and the listeners
+    // after it are not called.
     template <typename Event>
     void notify(const Event& event) {
         for (const auto& listener : getListeners<Event>()) {

@@ -27,18 +27,17 @@
 namespace orvane::display::animation {
 namespace {
 
-constexpr std::uint32_t paper = 0xFFF1EEE8;
-constexpr std::uint32_t ink = 0xFF22303C;
-constexpr std::uint32_t coral = 0xFFF2545B;
-constexpr std::uint32_t teal = 0xFF19A7A0;
-constexpr std::uint32_t amber = 0xFFF5A623;
+constexpr std::uint32_t kPaper = 0xFFF1EEE8;
+constexpr std::uint32_t kInk = 0xFF22303C;
+constexpr std::uint32_t kCoral = 0xFFF2545B;
+constexpr std::uint32_t kTeal = 0xFF19A7A0;
+constexpr std::uint32_t kAmber = 0xFFF5A623;
 
-constexpr int steps = 6;  // frames to a second
-constexpr std::uint32_t red = 0xFFFF0000;
-constexpr std::uint32_t green = 0xFF00FF00;
-constexpr std::uint32_t blue = 0xFF0000FF;
+constexpr int kSteps = 6;  // frames per second
+constexpr std::uint32_t kRed = 0xFFFF0000;
+constexpr std::uint32_t kBlue = 0xFF0000FF;
 
-// The name of a colour, whatever the rounding of its components.
+// The name of a color, independent of the rounding of its components.
 std::string nameOf(std::uint32_t color) {
     static const std::map<std::uint32_t, std::string> names{
         {0xFCFC0000, "red"}, {0xFC0000FC, "blue"}, {0xFC00FC00, "green"}, {0xFC000000, "black"}};
@@ -58,7 +57,8 @@ public:
     int paints = 0;
 };
 
-// A display in a window in memory, 200 x 100 points, on a clock that stands until it is advanced.
+// A display in an off-screen window of 200 x 100 points, with a clock that moves only when the test
+// advances it.
 class SceneTest : public testing::Test {
 protected:
     SceneTest() {
@@ -95,7 +95,7 @@ protected:
         return animation;
     }
 
-    // One refresh of the display after so many seconds.
+    // Refreshes the display after a number of seconds.
     void refresh(double seconds) {
         clock_.advanceBy(seconds);
         window_.display();
@@ -111,7 +111,7 @@ protected:
     int completions_ = 0;
 };
 
-// What is shown at each sixth of a second, one frame below the other.
+// Collects the frames of a second, one below the other, and compares them with a picture.
 class GoldenStripTest : public SceneTest {
 protected:
     using Container = std::shared_ptr<graphics::Container>;
@@ -126,11 +126,11 @@ protected:
     static Container makePage(std::uint32_t color, float markX) {
         auto page = DisplayFactory::createContainer();
         page->add(makeRect(0, 0, 440, 70, color));
-        page->add(makeRect(markX, 10, 60, 20, ink));
+        page->add(makeRect(markX, 10, 60, 20, kInk));
         return page;
     }
 
-    // A tile whose turning can be seen.
+    // A tile with a mark that makes its rotation visible.
     Container makeTile(float x, std::uint32_t color) {
         auto tile = DisplayFactory::createContainer();
         const auto face = makeRect(x, 10, 30, 30, color);
@@ -138,13 +138,13 @@ protected:
         face->setRy(8);
         faces_.push_back(face);
         tile->add(face);
-        tile->add(makeRect(x + 4, 13, 8, 8, ink));
+        tile->add(makeRect(x + 4, 13, 8, 8, kInk));
         return tile;
     }
 
     std::shared_ptr<ValueAnimation> add(const Container& page, float x, AttributeName attribute,
                                         const std::vector<float>& values) {
-        const auto tile = makeTile(x, attribute == AttributeName::Opacity ? coral : teal);
+        const auto tile = makeTile(x, attribute == AttributeName::Opacity ? kCoral : kTeal);
         page->add(tile);
         return makeAnimation(tile, attribute, values);
     }
@@ -157,8 +157,8 @@ protected:
 
     void takeSecond() {
         const double start = platform::CACurrentMediaTime();
-        for (int i = 0; i < steps; ++i) {
-            clock_.advanceTo(start + static_cast<double>(i) / steps);
+        for (int i = 0; i < kSteps; ++i) {
+            clock_.advanceTo(start + static_cast<double>(i) / kSteps);
             takeFrame();
         }
         clock_.advanceTo(start + 1);
@@ -176,9 +176,9 @@ protected:
     std::vector<std::shared_ptr<CountedRect>> faces_;  // of the tiles
 };
 
-TEST_F(GoldenStripTest, EveryAttributeAGroupAndAFrameAnimation) {
+TEST_F(GoldenStripTest, AttributesAGroupAndAFrameAnimation) {
     const auto page = DisplayFactory::createContainer();
-    page->add(makeRect(0, 0, 440, 70, paper));
+    page->add(makeRect(0, 0, 440, 70, kPaper));
     Display::instance()->add(page);
 
     add(page, 8, AttributeName::TranslationX, {0, 30, 0})->run();
@@ -201,7 +201,7 @@ TEST_F(GoldenStripTest, EveryAttributeAGroupAndAFrameAnimation) {
     group->setAnimatable(first->getAnimatable());
     group->run();
 
-    const auto bar = makeRect(404, 10, 30, 0, amber);
+    const auto bar = makeRect(404, 10, 30, 0, kAmber);
     page->add(bar);
     const auto grow = std::make_shared<FrameAnimation>(
         "grow", [&bar](float phase) { bar->setHeight(50 * phase); });
@@ -212,17 +212,17 @@ TEST_F(GoldenStripTest, EveryAttributeAGroupAndAFrameAnimation) {
     EXPECT_EQ(completions_, 8);
     EXPECT_FALSE(window_.needsDisplay());
     for (const auto& face : faces_) {
-        EXPECT_EQ(face->paints, 1) << "what is moved, turned or faded is not painted anew";
+        EXPECT_EQ(face->paints, 1) << "moving, rotating or fading does not paint";
     }
     EXPECT_TRUE(stripMatches("attributes.png"));
 }
 
-TEST_F(GoldenStripTest, BothTransitionsAndTheDefault) {
+TEST_F(GoldenStripTest, TransitionsOfEachKind) {
     const auto display = Display::instance();
-    auto page = makePage(paper, 20);
+    auto page = makePage(kPaper, 20);
     display->add(page);
     for (const int type : {Transition::PushFromRight, Transition::PushFromLeft, Transition::Fade}) {
-        const auto next = makePage(type == Transition::PushFromLeft ? paper : teal,
+        const auto next = makePage(type == Transition::PushFromLeft ? kPaper : kTeal,
                                    type == Transition::PushFromLeft ? 20 : 360);
         const Transition transition{type, 1};
         display->replace(page, next, &transition);
@@ -238,18 +238,18 @@ TEST_F(GoldenStripTest, BothTransitionsAndTheDefault) {
 
 using LifetimeTest = SceneTest;
 
-// Whatever goes while an endless animation runs takes the animation with it: one completion, the
-// description let go, no frames asked for any more.
-TEST_F(LifetimeTest, WhatIsTakenAwayEndsTheAnimation) {
+// Removing anything that an endless animation depends on ends it: it completes once, its
+// description is released, and no more frames are requested.
+TEST_F(LifetimeTest, RemovingWhatAnAnimationNeedsEndsIt) {
     struct Scene {
         std::unique_ptr<platform::OffscreenWindow>& window;
         std::shared_ptr<graphics::Container> root = DisplayFactory::createContainer();
         std::shared_ptr<graphics::Container> inner = DisplayFactory::createContainer();
-        std::shared_ptr<CountedRect> rect = makeRect(10, 10, 20, 20, red);
+        std::shared_ptr<CountedRect> rect = makeRect(10, 10, 20, 20, kRed);
     };
     const struct {
         const char* what;
-        std::function<void(Scene&)> takeAway;
+        std::function<void(Scene&)> remove;
     } cases[] = {
         {"the animated object", [](Scene& s) { s.inner->erase(s.inner->find(s.rect)); }},
         {"an ancestor", [](Scene& s) { s.root->erase(s.root->find(s.inner)); }},
@@ -299,7 +299,7 @@ TEST_F(LifetimeTest, WhatIsTakenAwayEndsTheAnimation) {
             refreshWindow(1.25);
             EXPECT_EQ(completions_, 0);
             EXPECT_TRUE(window->isAnimating());
-            c.takeAway(scene);
+            c.remove(scene);
         }
         refreshWindow(0.25);
         refreshWindow(0.25);
@@ -311,12 +311,12 @@ TEST_F(LifetimeTest, WhatIsTakenAwayEndsTheAnimation) {
     }
 }
 
-TEST_F(LifetimeTest, ACallbackMayTakeEverythingAway) {
+TEST_F(LifetimeTest, ACallbackMayRemoveEverything) {
     const auto root = DisplayFactory::createContainer();
     std::vector<std::weak_ptr<Animation>> animations;
     Display::instance()->add(root);
     for (int i = 0; i < 20; ++i) {
-        const auto rect = makeRect(static_cast<float>(i * 10), 0, 8, 8, red);
+        const auto rect = makeRect(static_cast<float>(i * 10), 0, 8, 8, kRed);
         root->add(rect);
         const auto animation = makeAnimation(rect, AttributeName::TranslationY, {0, 50});
         const auto group = std::make_shared<GroupAnimation>("group");
@@ -343,7 +343,7 @@ TEST_F(LifetimeTest, ACallbackMayTakeEverythingAway) {
     }
 }
 
-// A red object is changed for a blue one. Each fills the window.
+// A red object is replaced by a blue one. Each fills the window.
 class ReplaceTest : public SceneTest {
 protected:
     ReplaceTest() {
@@ -357,7 +357,8 @@ protected:
         display_->replace(from, to, &transition);
     }
 
-    // The objects of the display, then what the left half of the window shows and what the right.
+    // The colors of the display's objects, then the colors of the left and right half of the
+    // window.
     std::string state() const {
         std::string words;
         for (const std::shared_ptr<DisplayObject>& object : display_->getObjects()) {
@@ -367,11 +368,11 @@ protected:
     }
 
     std::shared_ptr<Display> display_ = Display::instance();
-    std::shared_ptr<CountedRect> old_ = makeRect(0, 0, 200, 100, red);
-    std::shared_ptr<CountedRect> new_ = makeRect(0, 0, 200, 100, blue);
+    std::shared_ptr<CountedRect> old_ = makeRect(0, 0, 200, 100, kRed);
+    std::shared_ptr<CountedRect> new_ = makeRect(0, 0, 200, 100, kBlue);
 };
 
-TEST_F(ReplaceTest, IsAtOnceWithoutATransitionOrWithoutBothViews) {
+TEST_F(ReplaceTest, IsImmediateWithoutATransitionOrWithoutBothViews) {
     display_->replace(old_, new_, nullptr);
     EXPECT_EQ(state(), "blue | red red");
     display_->replace(nullptr, old_, nullptr);
@@ -381,7 +382,8 @@ TEST_F(ReplaceTest, IsAtOnceWithoutATransitionOrWithoutBothViews) {
     replace(nullptr, new_, Transition::PushFromRight);
     refresh(0);
     EXPECT_EQ(state(), "blue | blue blue");
-    replace(makeRect(0, 0, 10, 10, red), old_, Transition::PushFromRight);  // from one unseen
+    const auto offDisplay = makeRect(0, 0, 10, 10, kRed);
+    replace(offDisplay, old_, Transition::PushFromRight);
     refresh(0);
     EXPECT_EQ(state(), "blue red | red red");
     replace(old_, nullptr, Transition::PushFromRight);
@@ -389,25 +391,25 @@ TEST_F(ReplaceTest, IsAtOnceWithoutATransitionOrWithoutBothViews) {
     EXPECT_EQ(state(), "blue | blue blue");
 }
 
-TEST_F(ReplaceTest, ADurationOfNothingEndsAtTheNextPass) {
+TEST_F(ReplaceTest, AnInvalidDurationEndsAtTheNextPass) {
     for (const double duration : {0.0, -1.0, std::numeric_limits<double>::quiet_NaN()}) {
         display_->removeAll();
         display_->add(old_);
-        replace(old_, new_, -5, duration);  // a fade, as every type without a name
+        replace(old_, new_, -5, duration);  // unknown types are fades
         refresh(0);
         refresh(0);
         EXPECT_EQ(state(), "blue | blue blue") << duration;
     }
 }
 
-TEST_F(ReplaceTest, EitherSideMayGoDuringTheTransition) {
+TEST_F(ReplaceTest, EitherObjectMayBeRemovedDuringTheTransition) {
     replace(old_, new_, Transition::PushFromLeft);
     refresh(0.5);
     EXPECT_EQ(state(), "red blue | blue red");
     display_->remove(new_);
     refresh(0);
     refresh(0);
-    EXPECT_EQ(state(), "| black black") << "the old one goes with the transition";
+    EXPECT_EQ(state(), "| black black") << "the end of the transition removes the old object";
 
     display_->add(old_);
     replace(old_, new_, Transition::Fade);
@@ -419,7 +421,7 @@ TEST_F(ReplaceTest, EitherSideMayGoDuringTheTransition) {
     EXPECT_EQ(state(), "blue | blue blue");
 }
 
-TEST_F(ReplaceTest, TheDisplayLivesUntilTheTransitionIsOver) {
+TEST_F(ReplaceTest, TheDisplayLivesUntilTheTransitionEnds) {
     const std::weak_ptr<Display> display = display_;
     replace(old_, new_, Transition::Fade);
     refresh(0.5);

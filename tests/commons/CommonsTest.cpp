@@ -11,7 +11,7 @@ namespace {
 
 using namespace orvane::commons;
 
-TEST(ByteArray, ACopyKeepsTheOwnerAndTheSameBytes) {
+TEST(ByteArray, ACopySharesBytesAndOwner) {
     const auto storage = std::make_shared<std::vector<unsigned char>>(3, 'x');
     const std::weak_ptr<void> owner = storage;
     ByteArray copy;
@@ -45,18 +45,18 @@ TEST(VirtualEnableSharedFromThis, ADiamondHasOneControlBlock) {
     EXPECT_EQ(other->as<Left>(), std::static_pointer_cast<Left>(diamond));
 }
 
-TEST(VirtualEnableSharedFromThis, TheWrongTypeIsEmptyAndAnUnheldObjectThrows) {
+TEST(VirtualEnableSharedFromThis, AWrongTypeGivesNullAndAnObjectWithoutOwnerThrows) {
     EXPECT_EQ(std::make_shared<Node>()->as<Left>(), nullptr);
-    Node unheld;
-    EXPECT_THROW(unheld.as<Node>(), std::bad_weak_ptr);
-    EXPECT_THROW(unheld.shared_from_this(), std::bad_weak_ptr);
+    Node unowned;
+    EXPECT_THROW(unowned.as<Node>(), std::bad_weak_ptr);
+    EXPECT_THROW(unowned.shared_from_this(), std::bad_weak_ptr);
 }
 
-TEST(EraseFromCollection, RemovesAllThatPointThereAndKeepsTheOrder) {
+TEST(EraseFromCollection, RemovesAllEqualPointersAndKeepsTheOrder) {
     const auto a = std::make_shared<int>(1);
     const auto b = std::make_shared<int>(1);
     const auto c = std::make_shared<int>(1);
-    // Another control block for the same address: only the address counts.
+    // The same address with another control block; only the address counts.
     const std::shared_ptr<int> alias(std::shared_ptr<void>(), a.get());
     using Collection = std::vector<std::shared_ptr<int>>;
     const struct {
@@ -75,7 +75,8 @@ TEST(EraseFromCollection, RemovesAllThatPointThereAndKeepsTheOrder) {
         EXPECT_EQ(collection, each.after);
     }
     Collection own{a, b, a};
-    EXPECT_TRUE(eraseFromCollection(own, own[0])) << "the value may be an element";
+    EXPECT_TRUE(eraseFromCollection(own, own[0]))
+        << "the value may be an element of the collection";
     EXPECT_EQ(own, Collection{b});
 }
 

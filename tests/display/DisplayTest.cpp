@@ -7,7 +7,7 @@ namespace {
 
 class DisplayTest : public Stage {};
 
-TEST_F(DisplayTest, TheLastAddedLiesOnTopAndLeaves) {
+TEST_F(DisplayTest, TheLastAddedObjectIsOnTopUntilItIsRemoved) {
     const auto red = rect(0, 0, 100, 100, 0xFFFF0000);
     const auto group = DisplayFactory::createContainer();
     const auto control = ColorControl::create({50, 0, 100, 100}, 0x0000FF);
@@ -16,7 +16,7 @@ TEST_F(DisplayTest, TheLastAddedLiesOnTopAndLeaves) {
     display_->add(group);
     EXPECT_EQ(pixel(75, 50), 0x0000FFU);
     EXPECT_EQ(pixel(180, 50), 0U);
-    EXPECT_EQ(control->getLayer()->getDisplay(), display_) << "it reaches every sublayer";
+    EXPECT_EQ(control->getLayer()->getDisplay(), display_) << "every sublayer gets the display";
     EXPECT_TRUE(display_->remove(group));
     EXPECT_FALSE(display_->remove(group));
     EXPECT_FALSE(display_->remove(rect(0, 0, 1, 1, 0)));
@@ -26,29 +26,29 @@ TEST_F(DisplayTest, TheLastAddedLiesOnTopAndLeaves) {
     EXPECT_EQ(pixel(75, 50), 0U);
     display_->add(nullptr);
     Display::reset();
-    EXPECT_NE(Display::instance(), display_) << "the old one is left to whoever holds it";
+    EXPECT_NE(Display::instance(), display_) << "the old display belongs to its owners";
 }
 
-TEST_F(DisplayTest, TheWindowTellsItsSizeAndScale) {
-    struct Hear : FrameChangedEvent::listener_type {
+TEST_F(DisplayTest, ListenersGetTheSizeAndTheWindowDeterminesTheScale) {
+    struct SizeListener : FrameChangedEvent::listener_type {
         void operator()(const std::shared_ptr<Display>&, const FrameChangedEvent& event) override {
             size = event.frame;
         }
         geometry::Size<double> size;
     };
-    const auto hear = std::make_shared<Hear>();
-    display_->addListener<FrameChangedEvent>(hear);
+    const auto listener = std::make_shared<SizeListener>();
+    display_->addListener<FrameChangedEvent>(listener);
     display_->frameChanged({30, 40});
-    EXPECT_EQ(hear->size, geometry::Size<double>(30, 40));
+    EXPECT_EQ(listener->size, geometry::Size<double>(30, 40));
     display_->frameChanged();
-    EXPECT_EQ(hear->size, geometry::Size<double>(kWidth, kHeight));
+    EXPECT_EQ(listener->size, geometry::Size<double>(kWidth, kHeight));
     window_.setBackingScaleFactor(2);
     EXPECT_EQ(display_->getScaleFactor(), 2);
     window_.setContentView(nullptr);
     EXPECT_EQ(display_->getScaleFactor(), 1);
 }
 
-TEST_F(DisplayTest, ReplacingKeepsBothUntilTheTransitionHasEnded) {
+TEST_F(DisplayTest, ReplacingKeepsBothObjectsUntilTheTransitionEnds) {
     platform::CAVirtualClock clock(1);
     const auto red = rect(0, 0, 200, 150, 0xFFFF0000);
     const auto blue = rect(0, 0, 200, 150, 0xFF0000FF);

@@ -10,7 +10,7 @@ namespace {
 
 class FactoryTest : public Stage {};
 
-TEST_F(FactoryTest, EveryObjectIsOfItsKindAndCanBeShared) {
+TEST_F(FactoryTest, CreatesEachKindOwnedByASharedPointer) {
     const std::pair<std::shared_ptr<DisplayObject>, const char*> objects[] = {
         {DisplayFactory::createContainer(), "QuartzContainer"},
         {DisplayFactory::createScrollContainer(graphics::ScrollContainer::Type::Vertical, true),
@@ -38,7 +38,7 @@ TEST_F(FactoryTest, EveryObjectIsOfItsKindAndCanBeShared) {
     }
 }
 
-TEST_F(FactoryTest, AScrollContainerPaintsItsChildrenInsideItsBounds) {
+TEST_F(FactoryTest, AScrollContainerClipsItsChildrenToItsBounds) {
     const auto group = DisplayFactory::createContainer();
     const auto scroll = DisplayFactory::createClipContainer(true);
     scroll->setBounds({40, 30, 50, 40});
@@ -51,7 +51,7 @@ TEST_F(FactoryTest, AScrollContainerPaintsItsChildrenInsideItsBounds) {
     EXPECT_EQ(pixel(92, 50), 0u);
     EXPECT_EQ(pixel(60, 72), 0u);
 
-    // What is inside can be moved, and the window stays where it is.
+    // A translation moves the content and not the bounds.
     scroll->setTranslate(30, 0);
     EXPECT_EQ(pixel(41, 31), shown(0x0000FF));
     scroll->setTranslate(60, 0);
@@ -59,7 +59,7 @@ TEST_F(FactoryTest, AScrollContainerPaintsItsChildrenInsideItsBounds) {
     EXPECT_EQ(pixel(70, 50), shown(0x0000FF));
 }
 
-TEST_F(FactoryTest, AnInputTextIsTheDesktopsTextField) {
+TEST_F(FactoryTest, AnInputTextIsATextFieldOfTheDesktop) {
     const auto input = DisplayFactory::createInputText(true, false, 20);
     EXPECT_TRUE(input->isMultiline());
     EXPECT_TRUE(input->isEditable());
@@ -76,7 +76,7 @@ TEST_F(FactoryTest, AnInputTextIsTheDesktopsTextField) {
     EXPECT_EQ(field->frame(), (platform::CGRect{{10, 20}, {100, 30}}));
 }
 
-TEST_F(FactoryTest, LoadingFontsGoesOnPastWhatFailsAndTakesTheFirstOfANameOnly) {
+TEST_F(FactoryTest, LoadsTheFirstFontOfEachNameAndContinuesAfterFailures) {
     namespace fs = std::filesystem;
     const fs::path folder = fs::path(testing::TempDir()) / "orvane-load-fonts-test";
     const std::string failure =
@@ -85,7 +85,7 @@ TEST_F(FactoryTest, LoadingFontsGoesOnPastWhatFailsAndTakesTheFirstOfANameOnly) 
     const auto put = [&](const char* name, const char* font) {
         fs::copy_file(fs::path(ORVANE_TEST_FONTS) / font, folder / name);
     };
-    // What the developer is told, without the time stamps.
+    // The logged lines without their time stamps.
     using Lines = std::vector<std::string>;
     const auto linesOfLoading = [&](const fs::path& from) {
         testing::internal::CaptureStderr();
@@ -99,11 +99,11 @@ TEST_F(FactoryTest, LoadingFontsGoesOnPastWhatFailsAndTakesTheFirstOfANameOnly) 
     };
     fs::create_directories(folder / "a");
     fs::create_directories(folder / "b");
-    fs::create_directory(folder / "z.ttf");  // cannot be read: silence
+    fs::create_directory(folder / "z.ttf");  // cannot be read: skipped silently
     write("a/x.ttf");
-    put("b/x.ttf", "DejaVuSerif.ttf");  // never looked at
+    put("b/x.ttf", "DejaVuSerif.ttf");  // has the name of an earlier file: skipped
     put("b/y.ttf", "NotoColorEmoji-Subset.ttf");
-    write("b/other.TTF");  // neither a font nor the name of one
+    write("b/other.TTF");  // neither a font nor the name of a font file
     write("b/notes.txt");
 
     EXPECT_EQ(linesOfLoading(folder), Lines{failure});

@@ -14,11 +14,12 @@ using graphics::AlignmentBaseline;
 using graphics::TextAlign;
 using Segment = graphics::Text::Segment;
 
-// The pictures hold for the versions of the libraries that Debian 12 has.
+// The pictures match the library versions of Debian 12.
 class GoldenTest : public testing::Test {
 protected:
     void SetUp() override { platform::registerTestFonts(); }
 
+    // Adds a thin red line.
     void line(float x1, float y1, float x2, float y2) {
         const auto guide = DisplayFactory::createLine();
         guide->set(x1, y1, x2, y2);
@@ -64,7 +65,7 @@ protected:
         scene_->add(object);
     }
 
-    // Every pixel of the scene on white.
+    // Paints the scene on white and compares every pixel.
     void compareWithGolden(const std::string& name, int width, int height) {
         platform::CGBitmapContext canvas(width, height);
         const geometry::Rect<double> all(0, 0, width, height);

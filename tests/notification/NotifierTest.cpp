@@ -20,10 +20,10 @@ struct Rung {
 class Bell : public virtual Notifier<Bell>,
              public virtual commons::virtual_enable_shared_from_this<Bell> {};
 
-class Ear : public Rung::listener_type {
+class BellListener : public Rung::listener_type {
 public:
     using Heard = std::function<void(const std::shared_ptr<Bell>&, const Rung&)>;
-    explicit Ear(Heard heard) : heard_(std::move(heard)) {}
+    explicit BellListener(Heard heard) : heard_(std::move(heard)) {}
     void operator()(const std::shared_ptr<Bell>& bell, const Rung& rung) override {
         heard_(bell, rung);
     }
@@ -34,62 +34,63 @@ private:
 
 class NotifierTest : public testing::Test {
 protected:
-    std::shared_ptr<Ear> ear(
-        const std::string& name, std::function<void()> also = [] {}) {
-        return std::make_shared<Ear>([this, name, also](const auto& sender, const Rung& rung) {
-            EXPECT_EQ(sender, bell_);
-            log_ += name + std::to_string(rung.times) + " ";
-            also();
-        });
+    std::shared_ptr<BellListener> listener(
+        const std::string& name, std::function<void()> action = [] {}) {
+        return std::make_shared<BellListener>(
+            [this, name, action](const auto& sender, const Rung& rung) {
+                EXPECT_EQ(sender, bell_);
+                log_ += name + " " + std::to_string(rung.times) + ", ";
+                action();
+            });
     }
 
     std::shared_ptr<Bell> bell_ = std::make_shared<Bell>();
     std::string log_;
 };
 
-TEST_F(NotifierTest, CallsTheLivingInOrderAndOneAddedTwiceTwice) {
-    const auto a = ear("a");
-    auto b = ear("b");
-    bell_->addListener<Rung>(a);
-    bell_->addListener<Rung>(b);
-    bell_->addListener<Rung>(a);
+TEST_F(NotifierTest, CallsLiveListenersInOrderAndDuplicatesTwice) {
+    const auto first = listener("first");
+    auto second = listener("second");
+    bell_->addListener<Rung>(first);
+    bell_->addListener<Rung>(second);
+    bell_->addListener<Rung>(first);
     bell_->notify(Rung{1});
-    b.reset();
+    second.reset();
     bell_->notify(Rung{2});
-    EXPECT_EQ(log_, "a1 b1 a1 a2 a2 ");
+    EXPECT_EQ(log_, "first 1, second 1, first 1, first 2, first 2, ");
 }
 
-TEST_F(NotifierTest, ChangesMadeByAListenerCountFromTheNextEvent) {
-    auto late = ear("late");
-    auto dropped = ear("dropped");
-    const auto first = ear("first", [&] {
+TEST_F(NotifierTest, ChangesMadeByAListenerApplyFromTheNextEvent) {
+    auto late = listener("late");
+    auto released = listener("released");
+    const auto first = listener("first", [&] {
         bell_->addListener<Rung>(late);
-        dropped.reset();
+        released.reset();
     });
     bell_->addListener<Rung>(first);
-    bell_->addListener<Rung>(dropped);
+    bell_->addListener<Rung>(released);
     bell_->notify(Rung{1});
-    EXPECT_EQ(log_, "first1 dropped1 ");
+    EXPECT_EQ(log_, "first 1, released 1, ");
     log_.clear();
     bell_->notify(Rung{2});
-    EXPECT_EQ(log_, "first2 late2 ");
+    EXPECT_EQ(log_, "first 2, late 2, ");
 }
 
-TEST_F(NotifierTest, AnExceptionPassesAndEndsThePass) {
-    const auto angry = ear("angry", [] { throw std::runtime_error("no"); });
-    const auto after = ear("after");
-    bell_->addListener<Rung>(angry);
+TEST_F(NotifierTest, AnExceptionReachesTheSenderAndSkipsLaterListeners) {
+    const auto throwing = listener("throwing", [] { throw std::runtime_error("on purpose"); });
+    const auto after = listener("after");
+    bell_->addListener<Rung>(throwing);
     bell_->addListener<Rung>(after);
     EXPECT_THROW(bell_->notify(Rung{1}), std::runtime_error);
-    EXPECT_EQ(log_, "angry1 ");
+    EXPECT_EQ(log_, "throwing 1, ");
 }
 
-TEST_F(NotifierTest, ASenderThatNobodyHoldsIsOnlyAskedForWhenSomebodyListens) {
-    Bell loose;
-    EXPECT_NO_THROW(loose.notify(Rung{}));
-    const auto listener = ear("x");
-    loose.addListener<Rung>(listener);
-    EXPECT_THROW(loose.notify(Rung{}), std::bad_weak_ptr);
+TEST_F(NotifierTest, ASenderWithoutOwnerThrowsOnlyWhenThereAreListeners) {
+    Bell unowned;
+    EXPECT_NO_THROW(unowned.notify(Rung{}));
+    const auto any = listener("any");
+    unowned.addListener<Rung>(any);
+    EXPECT_THROW(unowned.notify(Rung{}), std::bad_weak_ptr);
 }
 
 }  // namespace

@@ -19,7 +19,7 @@ std::shared_ptr<const platform::CGImage> readPNG(const std::string& path) {
     return bytes ? platform::CGImage::createWithPNGDataProvider(*bytes) : nullptr;
 }
 
-// The largest difference of a component, spread so that the eye sees it.
+// The largest difference of a component, amplified to make it visible.
 std::uint32_t differenceOf(std::uint32_t a, std::uint32_t b, int tolerance) {
     int largest = 0;
     for (int shift = 0; shift < 32; shift += 8) {

@@ -6,7 +6,7 @@
 
 namespace orvane::tests {
 
-// An empty folder for the life of the object.
+// An empty folder that exists as long as this object.
 class TemporaryFolder {
 public:
     TemporaryFolder() {
@@ -23,7 +23,8 @@ private:
     std::filesystem::path path_;
 };
 
-// A user with nothing on disk: the XDG folders lie in a temporary one for the life of the object.
+// A user without any files: the XDG folders are inside a temporary folder as long as this object
+// exists.
 class TemporaryUser {
 public:
     TemporaryUser() {

@@ -12,14 +12,15 @@ class NSView;
 
 namespace orvane::display::animation {
 
-// What an animation can be run on. Every layer is one.
+// A target of animations. Every layer is one.
 class ORVANE_EXPORT Animatable : public virtual commons::virtual_enable_shared_from_this_base {
 public:
-    // The platform view that carries the animation, or null while there is none.
+    // Returns the platform view whose layer is animated; null while there is none.
     virtual std::shared_ptr<platform::NSView> getAnimatableHandler() const = 0;
 
-    // Takes the animation registered under `key` off the target: the only way of cancelling one.
-    // Nothing happens when there is none, or no handler.
+    // Cancels the animation that runs on this target under `key`: there is no other way to cancel
+    // one. The animation's completion callback follows. Does nothing when no animation runs under
+    // the key. Main thread.
     void removeAnimation(const std::string& key);
 };
 

@@ -11,7 +11,7 @@ Animation::~Animation() = default;
 
 void Animation::setCompletionCallback(const CompletionCallback& callback) {
     auto former = std::make_shared<CompletionCallback>(callback);
-    // The former callback goes after the swap: what dies with it may look at this animation.
+    // The previous callback is destroyed after the swap: what it owns may look at this animation.
     completionCallback_.swap(former);
 }
 

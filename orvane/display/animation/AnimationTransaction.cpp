@@ -12,8 +12,8 @@ namespace orvane::display::animation {
 
 namespace {
 
-// Takes a key off a layer at the end of a scope, however that ends: the animation's callback is
-// application code, and what it throws goes on to the platform, which logs it.
+// Removes a key from a layer at the end of a scope, also when the scope ends by an exception: the
+// animation's callback is code of the application, and the platform logs what it throws.
 class KeyRemoval {
 public:
     KeyRemoval(platform::CALayer& layer, const std::string& key) : layer_(layer), key_(key) {}
@@ -32,8 +32,9 @@ AnimationTransaction::AnimationTransaction(const std::shared_ptr<platform::NSVie
                                            const std::shared_ptr<Animation>& animation) {
     platform::CATransaction::begin();
     platform::CATransaction::setCompletionBlock([handler, animation, key = animation->getKey()] {
-        // First the application, then the key: a run that was replaced by another of its key ends
-        // that one too, and the layer has been restored by then.
+        // The application comes first, then the key: when this run was replaced by another one with
+        // the same key, removing the key ends that one, too, and by then this run's layer is
+        // restored.
         const KeyRemoval removal(*handler->layer(), key);
         thread::dispatch_main([animation] { animation->onCompleted(); });
     });

@@ -10,9 +10,10 @@ namespace orvane::display::animation {
 
 class Animation;
 
-// A transaction of the platform for one run of an animation, open while this lives. When everything
-// that was added in it is over, the animation is told and its key taken off the view's layer. It
-// keeps view and animation alive until then. Main thread only.
+// An open transaction of the platform for one run of an animation; the destructor commits it. When
+// every animation that was added inside it has ended, the completion calls Animation::onCompleted
+// and removes the animation's key from the view's layer. The completion keeps the view and the
+// animation alive. Main thread only.
 class AnimationTransaction {
 public:
     AnimationTransaction(const std::shared_ptr<platform::NSView>& handler,

@@ -2,17 +2,20 @@
 
 namespace orvane::display::animation {
 
-// How Display::replace changes one object for another.
+// Describes how Display::replace exchanges one object for another.
 struct Transition {
+    // The kinds of transitions.
     enum Type : int {
         PushFromRight = 0,
         PushFromLeft = 1,
-        // Any other value takes the platform's default, a cross-fade.
+        // Any other value means the platform's default, a cross-fade.
         Fade = 2,
     };
 
+    // One of Type.
     int type = Fade;
-    double duration = 0;  // seconds
+    // In seconds.
+    double duration = 0;
 };
 
 }  // namespace orvane::display::animation

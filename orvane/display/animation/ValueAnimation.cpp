@@ -20,7 +20,7 @@ using platform::NSView;
 
 namespace {
 
-// How many numbers make a key frame.
+// The number of values in a key frame.
 std::size_t strideOf(AttributeName attributeName) {
     switch (attributeName) {
         case AttributeName::Translation:
@@ -34,7 +34,7 @@ std::size_t strideOf(AttributeName attributeName) {
 
 CATransform3D transformOf(AttributeName attributeName, const float* keyFrame) {
     if (attributeName == AttributeName::Translation) {
-        // 1 off the plane of the screen, which nobody sees.
+        // The z translation of 1 has no visible effect.
         return CATransform3D::makeTranslation(keyFrame[0], keyFrame[1], 1.0);
     }
     return CATransform3D::makeAffineTransform(
@@ -106,8 +106,8 @@ void ValueAnimation::setKeyFrames(CAKeyframeAnimation& animation, CALayer& layer
         keyFrames[i] = transformOf(attributeName_, &values_[i * stride]);
     }
     if (!keyFrames.empty()) {
-        // Bridges the time between the platform's end of the animation and onCompleted, so that
-        // the layer does not jump back before it is restored.
+        // Bridges the time between the platform's end of the animation and onCompleted, so that the
+        // layer does not jump back before it is restored.
         layer.setTransform(keyFrames.back());
     }
     animation.setValues(std::move(keyFrames));
@@ -117,8 +117,8 @@ void ValueAnimation::placeAnchorPoint(const NSView& handler) {
     CALayer& layer = *handler.layer();
     platform::CGPoint position = layer.position();
     platform::CGPoint anchorPoint = layer.anchorPoint();
-    // Anew in every run, as it is now: a run that begins while another is under way saves what that
-    // one has set.
+    // Saved at the start of every run: a run that begins while another one is in progress saves
+    // what that one has set.
     savedPosition_ = Point<double>(position);
     savedAnchorPoint_ = Point<double>(anchorPoint);
 
@@ -147,7 +147,8 @@ void ValueAnimation::restoreNativeLayer() {
     }
     CALayer& layer = *handler->layer();
     if (attributeName_ == AttributeName::Opacity) {
-        // Always opaque, whatever it was before: applications count on a faded layer showing again.
+        // Always opaque, independent of the opacity before: applications expect a faded layer to
+        // show again.
         layer.setOpacity(1.0);
     }
     if (anchorPointX_ || anchorPointY_) {

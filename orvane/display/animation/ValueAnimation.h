@@ -17,7 +17,8 @@ class CALayer;
 
 namespace orvane::display::animation {
 
-// What of a layer is animated, and what one key frame of it is. Lengths are points, angles radians.
+// The attribute of a layer that is animated, and the numbers of one key frame. Lengths are in
+// points, angles in radians.
 enum class AttributeName : std::int32_t {
     TranslationX = 0,  // one number
     TranslationY = 1,  // one number
@@ -27,35 +28,46 @@ enum class AttributeName : std::int32_t {
     Affine = 5,        // a, b, c, d, tx, ty
 };
 
-// The platform's name of the attribute; empty for a value that is none of them.
+// Returns the platform's name of an attribute; an empty string for a value that is not an
+// attribute.
 ORVANE_EXPORT std::string getKeyPath(AttributeName attributeName);
 
-// Leads one attribute of a layer through key frames, spread evenly over the duration and joined
-// linearly. Nothing is painted anew meanwhile: the layer's pixels are moved, turned or faded.
+// Animates one attribute of a layer through key frames, which are spread evenly over the duration
+// and interpolated linearly. Nothing is painted during the animation: the pixels of the layer are
+// moved, rotated or faded.
 //
-// Nothing of the animated state outlives the run. When it ends the layer goes back to no transform
-// at all, an Opacity animation leaves it opaque whatever it was before, and then the completion
-// callback is called. A repeat count below zero repeats for ever, zero is one pass.
+// The animated state does not outlive the run. At its end the layer's transformation is reset to
+// the identity, an Opacity animation leaves the layer opaque even if it was not opaque before, and
+// then the completion callback is called. A negative repeat count repeats forever; zero means one
+// pass.
 class ORVANE_EXPORT ValueAnimation : public virtual Animation {
 public:
-    // The key frames one after the other; numbers at the end that make no whole key frame are
-    // ignored. Without one whole key frame it still runs its time.
+    // `values` holds the numbers of all key frames in order; numbers at the end that do not make a
+    // complete key frame are ignored. An animation without a complete key frame still runs for its
+    // duration.
     ValueAnimation(const std::string& key, AttributeName attributeName,
                    const std::vector<float>& values);
     ~ValueAnimation() override;
 
+    // The attribute that is animated.
     AttributeName getAttributeName() const { return attributeName_; }
+    // The numbers of the key frames.
     const std::vector<float>& getValues() const { return values_; }
 
-    // The point of the layer that it turns about and is scaled about while it runs, as a share of
-    // its width and height, 0 to 1. Where none is set the layer's own holds, the top left.
+    // The horizontal position of the point about which the layer is rotated and scaled while the
+    // animation runs, as a fraction of the layer's width: 0 is left, 1 is right. By default it is
+    // the layer's own, the left edge.
     void setAnchorPointX(float x) { anchorPointX_ = x; }
+    // The vertical position of that point, as a fraction of the layer's height: 0 is the top (the
+    // default), 1 the bottom.
     void setAnchorPointY(float y) { anchorPointY_ = y; }
 
+    // Starts the animation on the target's layer.
     void run() override;
-    // Writes the last key frame of a Translation or Affine to the target's layer, and the anchor
-    // point: call it once for each run.
+    // Returns the platform's animation. Also sets the layer's anchor point and, for Translation and
+    // Affine, its transformation to the last key frame; call it once for each run.
     std::shared_ptr<platform::CAAnimation> createNativeAnimation() override;
+    // Restores the layer, then calls the completion callback.
     void onCompleted() override;
 
 private:
