@@ -21,6 +21,7 @@ set(orvane_public_headers
     orvane/display/geometry/Point.h
     orvane/display/geometry/Rect.h
     orvane/display/geometry/Size.h
+    orvane/display/geometry/isZero.h
     orvane/display/geometry/rounding.h
     orvane/display/graphics/AttributedText.h
     orvane/display/graphics/BoundedObject.h
@@ -30,6 +31,7 @@ set(orvane_public_headers
     orvane/display/graphics/Drawable.h
     orvane/display/graphics/Ellipse.h
     orvane/display/graphics/FillStyleable.h
+    orvane/display/graphics/GradientAxis.h
     orvane/display/graphics/GradientUnit.h
     orvane/display/graphics/Image.h
     orvane/display/graphics/InputText.h

@@ -22,7 +22,8 @@ public:
     virtual void setTextAlign(TextAlign align) = 0;
     // Sets which part of the text lies at its y. Ignored by wrapped texts.
     virtual void setAlignmentBaseline(AlignmentBaseline baseline) = 0;
-    // Sets the size of the font, in object coordinates; 12 at first. 0, NaN and infinity are ignored.
+    // Sets the size of the font, in object coordinates; 12 at first. 0, NaN and infinity are
+    // ignored.
     virtual void setTextSize(float size) = 0;
     // Does nothing: a weight is part of a font's name ("DejaVu Sans Bold").
     virtual void setFontWeight(int weight) = 0;
