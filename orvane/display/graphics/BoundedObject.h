@@ -14,6 +14,7 @@ public:
     virtual geometry::Rect<double> getBounds() = 0;
 
 protected:
+    // The bounds, seen through the object's transformation and those of its ancestors.
     geometry::Rect<double> computeFrame() override {
         return this->applyTransformToRect(getBounds());
     }

@@ -8,6 +8,7 @@ namespace orvane::display::graphics {
 template <typename T>
 class ORVANE_EXPORT SizedObject : public virtual BoundedObject<T> {
 public:
+    // The bounds that setBounds set.
     geometry::Rect<double> getBounds() override { return bounds_; }
 
     // Sets the bounds, in object coordinates (in the parent's coordinates for a ClipContainer), and

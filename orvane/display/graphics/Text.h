@@ -21,8 +21,11 @@ class ORVANE_EXPORT Text : public virtual Shape, public virtual TextStyleable {
 public:
     // A piece of content with a style of its own.
     struct Segment {
+        // The name of a font; see setFont.
         std::string font;
+        // UTF-8.
         std::string content;
+        // In object coordinates.
         float textSize = 12;
         // The position; an absent coordinate counts as 0.
         std::optional<float> x;
