@@ -4,9 +4,9 @@ add_library(orvane_options INTERFACE)
 target_compile_features(orvane_options INTERFACE cxx_std_20)
 target_compile_options(orvane_options INTERFACE
     -Wall -Wextra -Wpedantic -Wnon-virtual-dtor -Wshadow -Woverloaded-virtual -Wold-style-cast
-    # Virtual inheritance makes every class of the display tree name its bases' destructors.
+    # Some classes inherit a base both directly and through another base.
     -Wno-inaccessible-base
-    # g++ 12 sees an overlap that is not there inside its own "literal" + std::string.
+    # g++ 12 reports an overlap inside its own "literal" + std::string that does not exist.
     $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict>)
 if(ORVANE_WERROR)
     target_compile_options(orvane_options INTERFACE -Werror)

@@ -1,5 +1,5 @@
-# What tests with a window run in: the same pixels on every machine, whatever its graphics hardware,
-# and accessibility that can be asked though no bus runs.
+# The environment of tests with a window: the pixels do not depend on the machine's graphics hardware,
+# and accessibility can be queried without a bus.
 set(with_x_server ${PROJECT_SOURCE_DIR}/tests/with-x-server)
 set(x_environment
     GDK_BACKEND=x11

@@ -16,18 +16,18 @@ namespace {
 
 constexpr float kPi = std::numbers::pi_v<float>;
 
-// Where something goes along: a faint dashed line.
+// Draws a faint dashed line that something moves along.
 void drawTrack(ContainerObject& inside, const std::vector<float>& points) {
     const auto track = DisplayFactory::createPolyline();
     track->set(points, false);
-    track->setFillColor(255U, 255U, 255U, ~0U);  // one below zero: no fill at all
+    track->setFillColor(255U, 255U, 255U, ~0U);  // an alpha of -1: no fill
     track->setStrokeColor(palette::faint);
     track->setStrokeWidth(2);
     track->setStrokeDashArray({6, 6});
     inside.add(track);
 }
 
-// A rounded square of 44 units around a point, with a corner marked so that turns can be seen.
+// Adds a rounded square of 44 units around a point, with a mark in one corner that shows rotations.
 Container makeTile(ContainerObject& inside, float x, float y, unsigned color) {
     const auto tile = DisplayFactory::createContainer();
     const auto face = DisplayFactory::createRect();
@@ -44,7 +44,7 @@ Container makeTile(ContainerObject& inside, float x, float y, unsigned color) {
     return tile;
 }
 
-// The lengths among key frames belong to the page and follow its scale.
+// Scales the lengths among the key frames with the page.
 std::vector<float> scaled(AttributeName attribute, std::vector<float> values, float scale) {
     const auto isLength = [attribute](std::size_t i) {
         switch (attribute) {
@@ -118,7 +118,7 @@ void AnimationPage::drawTranslations() {
                    3});
     });
     addCard("Translation in y", [this](ContainerObject& inside) {
-        // A ball that is thrown up: many key frames along a parabola.
+        // A ball that is thrown up: many key frames on a parabola.
         drawTrack(inside, {60, 214, 215, 214});
         std::vector<float> heights;
         for (int i = 0; i <= 24; ++i) {
@@ -142,7 +142,7 @@ void AnimationPage::drawTranslations() {
 
 void AnimationPage::drawOpacity() {
     addCard("Opacity", [this](ContainerObject& inside) {
-        // They fade as one: where they overlap nothing shines through.
+        // They fade as one picture: nothing shows through where they overlap.
         drawTrack(inside, {40, 118, 235, 118});
         const auto group = DisplayFactory::createContainer();
         const unsigned colors[] = {palette::coral, palette::amber, palette::teal};
@@ -160,7 +160,7 @@ void AnimationPage::drawOpacity() {
 void AnimationPage::drawTurning() {
     addCard("Rotation", [this](ContainerObject& inside) {
         const auto star = DisplayFactory::createContainer();
-        // A square frame of nothing, so that the middle of the layer is the middle of the star.
+        // An invisible square makes the center of the layer the center of the star.
         const auto frame = DisplayFactory::createRect();
         frame->set(58, 38, 160, 160);
         paint(frame, 0x10F2545B);
@@ -175,7 +175,7 @@ void AnimationPage::drawTurning() {
         addMotion({star, AttributeName::Rotation, {0, 2 * kPi}, 4});
     });
     addCard("Affine", [this](ContainerObject& inside) {
-        // Leans over, lies down and grows, and comes back.
+        // Leans over, lies down, grows, and returns.
         addMotion({makeTile(inside, 138, 118, palette::blue),
                    AttributeName::Affine,
                    {1, 0, 0,    1, 0,  0,  //
@@ -189,7 +189,7 @@ void AnimationPage::drawTurning() {
 
 void AnimationPage::drawClip() {
     addCard("Clip container", [this](ContainerObject& inside) {
-        // The window turns with what is in it, cut off at its edges.
+        // The window turns together with its content, which it clips.
         const auto window = DisplayFactory::createClipContainer(false);
         window->setBounds({72, 52, 132, 132});
         inside.add(window);
@@ -218,7 +218,7 @@ void AnimationPage::drawGroup() {
             inside.add(bar);
             objects.push_back(bar);
         }
-        // One after the other, and again when the last has come to rest.
+        // The bars move one after the other, and again after the last one has stopped.
         addLoop([objects](const std::string& key, float scale) {
             auto group = std::make_shared<GroupAnimation>(key);
             for (std::size_t i = 0; i < objects.size(); ++i) {
@@ -238,7 +238,7 @@ void AnimationPage::drawGroup() {
 
 void AnimationPage::drawFrames() {
     addCard("Frame animation", [this](ContainerObject& inside) {
-        // Drawn anew for every frame: a wave that runs to the right.
+        // The wave runs to the right; every frame sets its points.
         const auto wave = DisplayFactory::createPolyline();
         wave->setFillColor(255U, 255U, 255U, ~0U);
         wave->setStrokeColor(palette::blue);
@@ -267,7 +267,7 @@ void AnimationPage::drawTransitions() {
     struct Change {
         const char* title;
         Transition::Type type;
-        std::vector<float> arrow;  // none for a fade
+        std::vector<float> arrow;  // empty for a fade
     };
     const Change changes[] = {
         {"Push from the right", Transition::PushFromRight, {150, 88, 118, 118, 150, 148}},

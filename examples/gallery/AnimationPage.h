@@ -9,22 +9,22 @@
 
 namespace gallery {
 
-// The page of what moves: a card for each attribute of a layer, for groups, frame animations and
-// the changes from page to page. It moves while it is on the display.
+// The page of animations: a card for each attribute of a layer, for groups, for frame animations
+// and for transitions between pages. The animations run while the page is on the display.
 class AnimationPage {
 public:
-    // Keeps the navigation that the cards of the transitions use.
+    // Shares the navigation, which the cards of the transitions use.
     explicit AnimationPage(const std::shared_ptr<Navigation>& navigation);
 
     const Container& root() const { return page_.root(); }
-    // To be called when the page has come onto the display.
+    // Call this after the page has been added to the display.
     void start();
     static void drawIcon(ContainerObject& inside);
 
 private:
     using AttributeName = orvane::display::animation::AttributeName;
 
-    // A card in which one layer runs through key frames, which are given for an unscaled page.
+    // A card that animates one layer. The key frames are those of an unscaled page.
     struct Motion {
         std::shared_ptr<DisplayObject> object;
         AttributeName attribute;

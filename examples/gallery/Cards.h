@@ -14,13 +14,13 @@ using orvane::display::DisplayFactory;
 using orvane::display::DisplayObject;
 using Container = std::shared_ptr<orvane::display::graphics::Container>;
 
-// What a page is laid out for, in points.
+// The size that a page is designed for, in points.
 inline constexpr float kPageWidth = 1280;
 inline constexpr float kPageHeight = 800;
 
 // A page of the gallery: a rail at the left edge and white cards in a grid of four columns and
-// three rows, each with one subject drawn by a function. A card's inside is kCardWidth x
-// kCardHeight points, origin at its top left.
+// three rows. A function draws the subject of each card. The inside of a card is kCardWidth x
+// kCardHeight points, with the origin at its top left.
 class Page {
 public:
     static constexpr float kCardWidth = 275;
@@ -68,7 +68,7 @@ void drawTurnedImage(ContainerObject& inside);
 void drawClippedImage(ContainerObject& inside);
 void drawImageIcon(ContainerObject& inside);
 
-// Short forms for what every card does.
+// Sets the fill, and the stroke if it has a width, of a shape.
 template <typename Shape>
 void paint(const Shape& shape, unsigned fill, unsigned stroke = 0, float strokeWidth = 0) {
     shape->setFillColor(fill);
@@ -77,8 +77,9 @@ void paint(const Shape& shape, unsigned fill, unsigned stroke = 0, float strokeW
     }
     shape->setStrokeWidth(strokeWidth);
 }
+// Turns an object about a point of its parent.
 void turn(DisplayObject& object, double degrees, double x, double y);
-// A star of five points around a centre; its lines cross.
+// Returns the corners of a star with five points around a center; its lines cross.
 std::vector<float> starPoints(float cx, float cy, float radius);
 
 }  // namespace gallery

@@ -14,7 +14,8 @@ constexpr float kStep = 58;
 constexpr float kThickness = 9;
 constexpr unsigned kPeriod = 1000;  // milliseconds
 
-// Which of the segments top, top left, top right, middle, bottom left, bottom right, bottom shine.
+// The segments of each digit, one bit each: top, top left, top right, middle, bottom left, bottom
+// right, bottom.
 constexpr std::array<unsigned, 10> kShining = {0b1110111, 0b0010010, 0b1011101, 0b1011011,
                                                0b0111010, 0b1101011, 0b1101111, 0b1010010,
                                                0b1111111, 0b1111011};
@@ -55,7 +56,7 @@ Counter::Counter(ContainerObject& inside) {
 }
 
 void Counter::start() {
-    // The task runs on the runtime's own thread; what is on screen is changed on the main thread.
+    // The task runs on the runtime's thread; only the main thread may change what is on screen.
     orvane::Runtime::GetInstance()->run(
         [weak = weak_from_this()] {
             dispatch_ui_async([weak] {

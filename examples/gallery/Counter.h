@@ -7,12 +7,12 @@
 
 namespace gallery {
 
-// A number in seven-segment digits, one higher every second by a timed task of the runtime.
+// A number in seven-segment digits. A timed task of the runtime increases it every second.
 class Counter : public std::enable_shared_from_this<Counter> {
 public:
     static constexpr int kDigits = 4;
 
-    // The digits go into `inside`; counting starts with start() and ends with the object.
+    // Adds the digits to `inside`. Counting begins with start() and ends with this object.
     explicit Counter(ContainerObject& inside);
     void start();
 
@@ -21,7 +21,7 @@ private:
     void countOn();
 
     int value_ = 0;
-    std::vector<std::shared_ptr<DisplayObject>> segments_;  // seven a digit
+    std::vector<std::shared_ptr<DisplayObject>> segments_;  // seven per digit
 };
 
 }  // namespace gallery

@@ -4,8 +4,7 @@
 
 namespace gallery {
 
-// Lets objects be moved about with the pointer. One serves any number of objects; they hold it
-// weakly.
+// Moves objects with the pointer. One listener serves any number of objects, which hold it weakly.
 class Drag : public orvane::display::events::TouchEventListener {
 public:
     orvane::display::events::TouchEventListenerState operator()(

@@ -16,7 +16,7 @@ using namespace orvane::display;
 
 namespace {
 
-// Keeps the pages as large as the display allows, in its middle.
+// Keeps the pages centered and as large as the display allows.
 class Fit : public FrameChangedEvent::listener_type {
 public:
     void add(const Container& page) { pages_.push_back(page); }

@@ -33,7 +33,7 @@ void drawJpeg(ContainerObject& inside) {
 }
 
 void drawPng(ContainerObject& inside) {
-    // Its background is transparent: the stripes show through.
+    // The background of the image is transparent: the stripes are visible behind it.
     for (int i = 0; i < 6; ++i) {
         const auto stripe = DisplayFactory::createRect();
         stripe->set(28, 46 + 28.0F * static_cast<float>(i), 219, 14);

@@ -19,7 +19,7 @@ void Loop::runOnce() {
         isRunning_ = false;
         return;
     }
-    // The key of the pass that ends is taken off after its callback: the next needs another.
+    // The key of a pass is removed from the layer after its callback: the next pass needs another.
     isOddPass_ = !isOddPass_;
     const auto scale = static_cast<float>(page_->getTransformation().m00);
     const auto animation = make_(isOddPass_ ? "odd pass" : "even pass", scale);

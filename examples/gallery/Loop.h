@@ -8,15 +8,15 @@
 
 namespace gallery {
 
-// Runs an animation again and again while its page is on the display.
+// Repeats an animation while its page is on the display.
 class Loop : public std::enable_shared_from_this<Loop> {
 public:
-    // Makes the animation of one pass under a key, for a page scaled by so much.
+    // Creates the animation of one pass, with a key, for a page of a scale.
     using Make = std::function<std::shared_ptr<orvane::display::animation::Animation>(
         const std::string& key, float scale)>;
 
     Loop(Container page, Make make);
-    // Nothing happens while it runs. It ends by itself when the page has left the display.
+    // Has no effect while the loop runs. The loop ends when the page has left the display.
     void start();
 
 private:

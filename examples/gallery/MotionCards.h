@@ -7,15 +7,15 @@
 
 namespace gallery {
 
-// A ring of dots of which every other is hidden; a touch on the card changes them over. The card
-// holds the listener that comes back weakly: keep it.
+// Draws a ring of dots, every other one hidden; a touch on the card exchanges hidden and shown
+// ones. The card holds the returned listener weakly: keep it.
 [[nodiscard]] std::shared_ptr<orvane::display::events::TouchEventListener> drawHiddenAndShown(
     ContainerObject& inside);
 
-// A control of the desktop with painted objects behind it and in front.
+// Draws a control of the desktop with painted objects behind it and in front of it.
 void drawNative(ContainerObject& inside, const std::shared_ptr<Drag>& drag);
 
-// Chips that can be dragged about, on the page and beyond the card.
+// Draws chips that can be dragged on the page, also out of the card.
 void drawDraggables(ContainerObject& inside, const std::shared_ptr<Drag>& drag);
 
 }  // namespace gallery

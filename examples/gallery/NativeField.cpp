@@ -16,7 +16,7 @@ class FieldLayer : public NativeLayer {
 public:
     explicit FieldLayer(std::string value) : value_(std::move(value)) {}
 
-    // The control takes the pointer itself.
+    // The control handles the pointer.
     bool isNeedsGestureRecognizer() const override { return false; }
 
 protected:

@@ -10,7 +10,8 @@
 
 namespace gallery {
 
-// A desktop text field among painted objects: how an application brings a control of its own.
+// A text field of the desktop among painted objects: an example of an application's own native
+// control.
 class NativeField : public orvane::display::native::NativeObject {
 public:
     static std::shared_ptr<NativeField> create(const Rect& bounds, const std::string& value);

@@ -32,7 +32,7 @@ void Navigation::start() {
 
 void Navigation::show(std::size_t page, Type transition) {
     const auto display = Display::instance();
-    // The page before stays on the display until the change is over.
+    // The previous page stays on the display until the change is over.
     if (page == current_ || display->getObjects().size() > 1) {
         return;
     }

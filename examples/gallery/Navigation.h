@@ -8,20 +8,20 @@
 
 namespace gallery {
 
-// The pages of the gallery, one of which the display shows, and the rail at their left edge with a
-// button for each.
+// The pages of the gallery, of which the display shows one, and the rail at their left edge with a
+// button for each page.
 class Navigation : public std::enable_shared_from_this<Navigation> {
 public:
     using Type = orvane::display::animation::Transition::Type;
 
-    // `drawIcon` draws into 24 x 24 points; `shown` is called each time the page has come onto the
-    // display. Add all pages before start().
+    // `drawIcon` draws into 24 x 24 points; `shown` is called each time after the page has been
+    // added to the display. Add all pages before start().
     void addPage(const Container& root, const std::function<void(ContainerObject&)>& drawIcon,
                  const std::function<void()>& shown = {});
     // Draws the rails and shows the first page.
     void start();
 
-    // Changes to a page; nothing happens while another change is under way.
+    // Changes to a page. Has no effect during another change.
     void show(std::size_t page, Type transition);
     void showNext(Type transition) { show((current_ + 1) % pages_.size(), transition); }
 

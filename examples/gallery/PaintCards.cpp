@@ -12,7 +12,7 @@ GradientUnit at(float value) {
     return {value};
 }
 
-// Along an axis in fractions of the object.
+// Returns a gradient along an axis that is given in fractions of the object.
 LinearGradient across(float x2, float y2, std::initializer_list<unsigned> colors) {
     LinearGradient gradient;
     gradient.setUserSpace(false);
@@ -48,7 +48,7 @@ void drawGradients(ContainerObject& inside) {
 }
 
 void drawGradientStops(ContainerObject& inside) {
-    // One axis in user space, shared by bars that each show their part of it.
+    // One axis in user space, of which each bar shows its part.
     LinearGradient rainbow;
     rainbow.set(at(24), at(0), at(251), at(0));
     const unsigned colors[] = {palette::coral, palette::amber, palette::green,
@@ -97,7 +97,7 @@ void drawClips(ContainerObject& inside) {
 }
 
 void drawNestedTransforms(ContainerObject& inside) {
-    // Each square stands in the one around it, turned and smaller by the same step.
+    // Each square is inside the one before, turned and scaled by the same step.
     ContainerObject* around = &inside;
     const unsigned colors[] = {palette::blue,  palette::card, palette::violet, palette::card,
                                palette::coral, palette::card, palette::amber,  palette::card};

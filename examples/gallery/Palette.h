@@ -1,6 +1,6 @@
 #pragma once
 
-// The gallery's colours, 32-bit ARGB.
+// The gallery's colors, 32-bit ARGB.
 namespace gallery::palette {
 
 inline constexpr unsigned paper = 0xFFF1EEE8;

@@ -66,7 +66,7 @@ void drawFillRules(ContainerObject& inside) {
 }
 
 void drawCurves(ContainerObject& inside) {
-    // Arcs of growing sweep around one centre.
+    // Arcs of increasing sweep around one center.
     for (int i = 0; i < 6; ++i) {
         const float radius = 17 + 10.5F * static_cast<float>(i);
         const auto arc = DisplayFactory::createPath();
@@ -75,7 +75,7 @@ void drawCurves(ContainerObject& inside) {
         arc->finish();
         const unsigned colors[] = {palette::coral, palette::amber, palette::green,
                                    palette::teal,  palette::blue,  palette::violet};
-        arc->setFillColor(255U, 255U, 255U, ~0U);  // one below zero: no fill at all
+        arc->setFillColor(255U, 255U, 255U, ~0U);  // an alpha of -1: no fill
         arc->setStrokeColor(colors[i]);
         arc->setStrokeWidth(6);
         inside.add(arc);

@@ -7,7 +7,7 @@
 
 namespace gallery {
 
-// Calls a function when what it listens to is touched. Objects hold it weakly: keep it.
+// Calls a function when an object is touched. Objects hold the listener weakly: keep it.
 class Tap : public orvane::display::events::TouchEventListener {
 public:
     explicit Tap(std::function<void()> touched) : touched_(std::move(touched)) {}

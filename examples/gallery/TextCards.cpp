@@ -47,7 +47,7 @@ void drawAlignments(ContainerObject& inside) {
     guide(inside, 137.5F, 44, 137.5F, 210);
     float y = 78;
     for (const auto& [align, name] : {std::pair{TextAlign::Start, "start"},
-                                      {TextAlign::Center, "centre"},
+                                      {TextAlign::Center, "center"},
                                       {TextAlign::End, "end"}}) {
         const auto line = text(inside, 137.5F, y, name, 22, palette::blue);
         line->setTextAlign(align);
@@ -108,7 +108,7 @@ void drawWrapping(ContainerObject& inside) {
         block->setTextSize(13);
         block->setFillColor(palette::ink);
         block->setContent(
-            "Text of several lines wraps at the width it is given, wherever that is.");
+            "Text of several lines wraps at the width of its box, at spaces and hyphens.");
         block->setAlignment(align);
         block->setX(30);
         block->setY(y + 2);
@@ -129,7 +129,7 @@ void drawAttributedText(ContainerObject& inside) {
         segment("keeps its own ", 16, {34, 48, 60, 255}),
         segment("font", 20, {122, 92, 214, 255}, "DejaVuSerif"),
         segment(", size, ", 16, {34, 48, 60, 255}),
-        segment("colour ", 16, {25, 167, 160, 255}, "DejaVuSans-Bold"),
+        segment("color ", 16, {25, 167, 160, 255}, "DejaVuSans-Bold"),
         segment("and ", 16, {34, 48, 60, 255}),
         segment("decoration", 16, {47, 111, 222, 255}, "DejaVuSans", 1),
         segment(", and all are laid out as one text.", 16, {34, 48, 60, 255})});
