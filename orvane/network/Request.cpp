@@ -7,7 +7,7 @@ namespace orvane::network {
 
 namespace {
 
-// An empty token between two delimiters counts, one behind a trailing delimiter does not.
+// Keeps empty tokens between delimiters, but not the one after a trailing delimiter.
 std::vector<std::string> split(const std::string& text, char delimiter) {
     std::vector<std::string> tokens;
     std::istringstream stream(text);
@@ -17,8 +17,8 @@ std::vector<std::string> split(const std::string& text, char delimiter) {
     return tokens;
 }
 
-// A token that begins with "=" has no name and is dropped; one without "=" is a single, even when
-// it is empty.
+// A token that begins with "=" has no name and is dropped. A token without "=" is a single
+// parameter, even if it is empty.
 void parseParameters(const std::string& query, std::vector<Request::Parameter>& pairs,
                      std::vector<std::string>& singles) {
     for (const std::string& token : split(query, '&')) {
@@ -31,7 +31,7 @@ void parseParameters(const std::string& query, std::vector<Request::Parameter>& 
     }
 }
 
-// The ranges are spelt out because the standard's classification depends on the locale.
+// The unreserved characters of RFC 3986. std::isalnum would depend on the locale.
 bool isUnreserved(char c) {
     return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '-' ||
            c == '.' || c == '_' || c == '~';

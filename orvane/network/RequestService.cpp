@@ -49,7 +49,7 @@ void setBody(platform::NSMutableURLRequest& request, const Request::Mime& mime,
     request.setHTTPBody(body);
 }
 
-// There is no multipart form: with several parts none of them is sent.
+// Multipart bodies are not supported: with several parts none of them is sent.
 void setBody(platform::NSMutableURLRequest& target, const Request& request) {
     const auto& texts = request.getContents();
     const auto& bytes = request.getByteContents();
@@ -76,7 +76,7 @@ platform::NSMutableURLRequest nativeRequest(const Request& request) {
         const auto data = platform::NSData::dataWithBytes(credentials.data(), credentials.size());
         setHeader(target, "Authorization", "Basic " + data.base64EncodedString());
     }
-    // After the credentials, so that an application may put its own in their place.
+    // These follow the credentials so that an application's own "Authorization" replaces them.
     for (const auto& [name, value] : request.getHeaders()) {
         setHeader(target, name, value);
     }
@@ -104,7 +104,7 @@ void fill(Response& target, const platform::NSData& data,
     if (error) {
         target.setStatusMessage(convert(error->localizedDescription()));
     } else {
-        // The ByteArray does not extend the life of the data, so the response holds it.
+        // The ByteArray does not own the data, so the response does.
         auto storage = std::make_shared<const platform::NSData>(data);
         const auto body = commons::ByteArray::createFromNativeObject(storage.get());
         target.setBody(body, std::move(storage));

@@ -9,21 +9,22 @@ namespace orvane::network {
 class Request;
 class Response;
 
-// Carries out requests over the platform's shared URL session, which follows redirects, keeps
-// cookies and connections, and answers nothing from a cache.
+// Sends requests over the URL session that the process shares. The session follows redirections,
+// keeps cookies and connections while the process runs, and has no cache.
 //
-// A request that fails throws nothing: its Response is not ok, its status message says why, and its
-// code is -1 unless a complete answer of the server carried another one.
+// A failed request throws nothing. Its response is not ok and has a status message. Its status code
+// is -1, or that of the server's response if the server sent a complete one.
 class ORVANE_EXPORT RequestService {
 public:
-    // Blocks until the request has been answered or has failed; the request's own time-out is the
-    // only limit. From any thread but the session's own; on the main thread it holds the picture
-    // up. The flag has no meaning on this platform.
+    // Sends the request and blocks until it has been answered or has failed. Only the request's
+    // time-out limits the wait. Callable from any thread; a call on the main thread stops painting
+    // and input until it returns. The flag has no meaning on this platform.
     [[nodiscard]] static Response syncRequest(const Request& request, bool flag = false);
 
-    // Returns at once. Later, on the main thread, the callback gets a response that is ok, or the
-    // request's error callback is told otherwise. There is no cancelling and no limit of how many
-    // run. An empty callback raises std::bad_function_call there.
+    // Sends a copy of the request and returns at once, on any thread. When the request has been
+    // answered, the main thread calls `callback` with a response that is ok, or else the request's
+    // error callback. An empty callback raises std::bad_function_call there. A request cannot be
+    // canceled.
     static void asyncRequest(const Request& request,
                              const std::function<void(const Response&)>& callback);
 };

@@ -6,12 +6,13 @@
 
 namespace orvane::network {
 
-// Text towards the platform: UTF-8 up to the first zero byte, or Latin-1 where it is not UTF-8.
+// Converts text of an application for the platform. The text is read as UTF-8 up to its first zero
+// byte, or as Latin-1 if it is not valid UTF-8.
 [[nodiscard]] platform::NSString convert(const std::string& text);
 
-// Text back from the platform, as Latin-1 on purpose: the platform reads header bytes as Latin-1,
-// so an application gets the very bytes that a server sent. Empty when a character is beyond
-// Latin-1.
+// Converts text of the platform for an application, as Latin-1. The platform reads the bytes of
+// header fields as Latin-1, too, so applications receive exactly the bytes that a server sent.
+// Returns an empty text if a character is not part of Latin-1.
 [[nodiscard]] std::string convert(const platform::NSString& text);
 
 }  // namespace orvane::network

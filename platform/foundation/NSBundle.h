@@ -5,16 +5,17 @@
 
 namespace orvane::platform {
 
-// A folder of resources that somebody installed for others to find by its identifier: the folder
-// orvane/bundles/<identifier> in the user's data folder ($XDG_DATA_HOME) or, failing that, in one
-// of the system's ($XDG_DATA_DIRS), with the resources in its subfolder Resources.
+// An installed folder of resources, found by its identifier: orvane/bundles/<identifier> in the
+// user's data folder ($XDG_DATA_HOME) or else in one of the system's ($XDG_DATA_DIRS). The
+// resources are in its subfolder Resources.
 class NSBundle {
 public:
-    // Nothing when no such folder is installed. An identifier is made of ASCII letters, digits,
-    // '.', '-' and '_' ("org.example.charts"); no other text names a bundle, so none leads out of
-    // the folder of bundles.
+    // Returns nothing if no such bundle is installed. An identifier consists of ASCII letters,
+    // digits, '.', '-' and '_' ("org.example.charts"). Any other text is refused, so that an
+    // identifier cannot name a folder outside the folder of bundles.
     static std::optional<NSBundle> bundleWithIdentifier(const std::string& identifier);
 
+    // The absolute path of the folder of resources.
     [[nodiscard]] std::string resourcePath() const;
 
 private:

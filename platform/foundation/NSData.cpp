@@ -20,7 +20,7 @@ NSData NSData::dataWithVector(std::vector<unsigned char> bytes) {
 }
 
 std::optional<NSData> NSData::initWithBase64EncodedData(std::string_view text) {
-    // What the decoder asks for: three bytes for each group, and three more.
+    // The size that g_base64_decode_step requires.
     std::vector<unsigned char> bytes(text.size() / 4 * 3 + 3);
     gint state = 0;
     guint save = 0;

@@ -11,19 +11,21 @@
 
 namespace orvane::platform {
 
-// Bytes that never change. Copies share them and may be read from any thread; the bytes live for as
-// long as the last copy.
+// Immutable bytes. Copies share the bytes, which live as long as the last copy, and may be read on
+// any thread.
 class ORVANE_EXPORT NSData {
 public:
     NSData() = default;
 
+    // Copies the bytes.
     static NSData dataWithBytes(const void* bytes, unsigned long length);
-    // Takes the bytes over without copying them.
+    // Takes ownership of the bytes without copying them.
     static NSData dataWithVector(std::vector<unsigned char> bytes);
-    // Ignores characters that are not of the alphabet. Nothing when the rest is not whole groups of
-    // four.
+    // Decodes Base64 and ignores characters that are not part of its alphabet. Returns nothing if
+    // the others are not complete groups of four.
     [[nodiscard]] static std::optional<NSData> initWithBase64EncodedData(std::string_view text);
 
+    // Null if there are no bytes.
     [[nodiscard]] const unsigned char* bytes() const { return bytes_ ? bytes_->data() : nullptr; }
     [[nodiscard]] unsigned long length() const { return bytes_ ? bytes_->size() : 0; }
 
@@ -37,7 +39,7 @@ private:
 
 namespace orvane::commons {
 
-// A view of the object's bytes that does not keep it alive.
+// Returns a view of the object's bytes. It does not keep the object alive.
 template <>
 ORVANE_EXPORT ByteArray
 ByteArray::createFromNativeObject<const platform::NSData*>(const platform::NSData* object);

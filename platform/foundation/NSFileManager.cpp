@@ -66,7 +66,7 @@ bool NSFileManager::createDirectoryWithIntermediates(const std::string& path) co
 
 std::optional<NSData> NSFileManager::contentsAtPath(const std::string& path) const {
     std::error_code error;
-    // Opening a pipe would wait for its other end.
+    // Opening a named pipe would block until its other end is opened.
     if (!fs::is_regular_file(path, error)) {
         return std::nullopt;
     }

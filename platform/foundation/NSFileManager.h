@@ -8,28 +8,27 @@
 
 namespace orvane::platform {
 
-// Folders and files on disk. Holds no state: every call reads the disk anew, from any thread. A
-// failure is an empty answer, never an exception.
+// Reads folders and files. It has no state: every call reads the disk, on any thread. A failure
+// gives an empty result, never an exception.
 class NSFileManager {
 public:
     static NSFileManager& defaultManager();
 
-    // The names in a folder, sorted by their bytes so that every machine walks them alike. Empty
-    // when there is no such folder or it cannot be read.
+    // Returns the names in a folder, sorted by their bytes so that the order is the same on every
+    // machine. The list is empty if the folder does not exist or cannot be read.
     [[nodiscard]] std::vector<std::string> contentsOfDirectoryAtPath(const std::string& path) const;
 
-    // The same for the whole tree below: paths relative to the folder, each folder before what is
-    // in it. A link to a folder is listed and not entered, so a cycle of links ends; what cannot be
-    // read is left out.
+    // Returns the same for the whole tree below a folder, as paths relative to it; a folder comes
+    // before its contents. Symbolic links are listed but not followed, so cycles of links are
+    // harmless. Folders that cannot be read are listed without their contents.
     [[nodiscard]] std::vector<std::string> enumeratorAtPath(const std::string& path) const;
 
     [[nodiscard]] bool fileExistsAtPath(const std::string& path) const;
 
-    // Makes the folder and those above it that are missing. True when the folder is there at the
-    // end.
+    // Creates the folder and its missing parents. Returns whether the folder exists afterwards.
     [[nodiscard]] bool createDirectoryWithIntermediates(const std::string& path) const;
 
-    // Nothing when the path names no regular file or the file cannot be read.
+    // Returns nothing if the path does not name a regular file or the file cannot be read.
     [[nodiscard]] std::optional<NSData> contentsAtPath(const std::string& path) const;
 };
 

@@ -43,7 +43,7 @@ void NSLog(const char* format, ...) {
     }
     va_end(again);
     line += '\n';
-    // One call for the whole line: the stream's own lock keeps the lines of several threads apart.
+    // The stream's lock covers one call, so a line that is written at once stays in one piece.
     std::fwrite(line.data(), 1, line.size(), stderr);
 }
 

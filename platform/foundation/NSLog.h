@@ -4,8 +4,8 @@
 
 namespace orvane::platform {
 
-// One line for the developer on standard error, in printf's format, with a time stamp before it.
-// From any thread; lines do not mix.
+// Writes one line for developers to standard error: a time stamp, the process and thread ids, and
+// the message, formatted as by printf. Thread-safe; lines of several threads do not mix.
 [[gnu::format(printf, 1, 2)]] ORVANE_EXPORT void NSLog(const char* format, ...);
 
 }  // namespace orvane::platform

@@ -14,8 +14,8 @@ bool isAbsolute(std::string_view path) {
     return !path.empty() && path.front() == '/';
 }
 
-// GLib's own functions remember the first answer for the life of the process, which hides a change
-// of the environment.
+// GLib's functions (g_get_user_data_dir and others) cache their first result, which would hide a
+// change of the environment.
 std::string directoryOfUser(const char* variable, const char* belowHome) {
     const char* const value = std::getenv(variable);
     if (value && isAbsolute(value)) {

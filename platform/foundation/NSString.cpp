@@ -32,7 +32,7 @@ std::string utf8FromLatin1(std::string_view bytes) {
     return utf8;
 }
 
-// Latin-1 is what two bytes led by C2 or C3 hold; any other lead byte is beyond it.
+// The characters U+0080 to U+00FF have the lead bytes C2 and C3; other lead bytes are not Latin-1.
 std::optional<std::string> latin1FromUtf8(std::string_view utf8) {
     if (isASCII(utf8)) {
         return std::string(utf8);

@@ -9,25 +9,25 @@
 
 namespace orvane::platform {
 
-// The encodings that cross the interface, by the interface's numbers.
+// Text encodings. The numbers are those of the desktop's interface.
 enum NSStringEncoding : unsigned long {
     NSUTF8StringEncoding = 4,
     NSISOLatin1StringEncoding = 5,
 };
 
-// Text that is known to be valid Unicode; held as UTF-8.
+// Immutable text. It is always valid Unicode, and is stored as UTF-8.
 class ORVANE_EXPORT NSString {
 public:
     NSString() = default;
 
-    // Nothing when the bytes up to the first zero are not valid UTF-8.
+    // Returns nothing if the bytes up to the first zero are not valid UTF-8.
     static std::optional<NSString> initWithUTF8String(const char* text);
-    // Nothing when the bytes are not text in that encoding. Every byte is a Latin-1 character.
+    // Returns nothing if the bytes are not valid text in the encoding. In Latin-1 all bytes are.
     static std::optional<NSString> initWithBytes(std::string_view bytes, NSStringEncoding encoding);
 
     [[nodiscard]] const std::string& UTF8String() const { return utf8_; }
     [[nodiscard]] NSString stringByAppendingString(const NSString& text) const;
-    // Nothing when a character has no place in the encoding.
+    // Returns nothing if the encoding lacks one of the characters.
     [[nodiscard]] std::optional<std::string> cStringUsingEncoding(NSStringEncoding encoding) const;
 
     auto operator<=>(const NSString&) const = default;

@@ -26,17 +26,17 @@ std::string file() {
 
 KeyFile load() {
     KeyFile keys(g_key_file_new(), &g_key_file_unref);
-    // What a person wrote into the file by hand is theirs to keep.
+    // Preserve what a person added to the file by hand.
     const auto flags =
         static_cast<GKeyFileFlags>(G_KEY_FILE_KEEP_COMMENTS | G_KEY_FILE_KEEP_TRANSLATIONS);
     if (!g_key_file_load_from_file(keys.get(), file().c_str(), flags, nullptr)) {
-        // What was read before the fault counts for nothing either.
+        // Discard what was read before the error.
         keys.reset(g_key_file_new());
     }
     return keys;
 }
 
-// GLib takes these for a programmer's error and only complains.
+// GLib treats other texts as programming errors: it prints a warning and stores nothing.
 bool isStorable(const std::string& value, const std::string& key) {
     return !key.empty() && key.front() != ' ' && key.back() != ' ' &&
            key.find_first_of("=[]\n\r") == std::string::npos &&
@@ -47,7 +47,7 @@ bool isStorable(const std::string& value, const std::string& key) {
 }  // namespace
 
 NSUserDefaults& NSUserDefaults::standardUserDefaults() {
-    // Never destroyed: exit handlers may still ask.
+    // Never destroyed: exit handlers may still use it.
     static auto& defaults = *new NSUserDefaults;
     return defaults;
 }

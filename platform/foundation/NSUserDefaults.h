@@ -9,27 +9,25 @@
 
 namespace orvane::platform {
 
-// The user's settings: texts by name. They lie in one key file, Orvane/defaults.conf in the user's
-// folder of settings ($XDG_CONFIG_HOME), shared by every program that runs on this library. On top
-// of it stand the values that a program sets for its own run only.
+// The user's settings, as texts by name. They are stored in one key file, Orvane/defaults.conf in
+// the user's folder of settings ($XDG_CONFIG_HOME), which all programs that use this library share.
+// Volatile values, which a program sets for its own run, hide the stored ones.
 //
-// Callable from any thread. The file is read anew for each question, so that a change by another
-// program is seen at once.
+// Thread-safe. Every query reads the file, so changes by other programs are visible at once.
 class ORVANE_EXPORT NSUserDefaults {
 public:
     static NSUserDefaults& standardUserDefaults();
 
-    // The value of this run, or else the stored one, or else nothing. A file that is missing,
-    // damaged or unreadable holds no values.
+    // Returns the volatile value, or else the stored one, or else nothing. A missing, damaged or
+    // unreadable file contains no values.
     [[nodiscard]] std::optional<std::string> objectForKey(const std::string& key) const;
 
-    // Stores the value for good. The file is replaced as a whole: whoever reads it meanwhile sees
-    // the old one or the new one. False, with a line in the log and everything as it was, when the
-    // file cannot be written, the key has a character that key files keep for themselves, or the
-    // value is not UTF-8.
+    // Stores the value in the file, which is replaced atomically. Returns false, writes a line to
+    // the log and changes nothing if the file cannot be written, if the key contains a character
+    // that is not allowed in key files, or if the value is not UTF-8.
     bool setObjectForKey(const std::string& value, const std::string& key);
 
-    // Sets the value until the process ends and stores nothing. Any bytes will do.
+    // Sets a volatile value, which lasts until the process ends. The value may be any bytes.
     void setVolatileObjectForKey(const std::string& value, const std::string& key);
 
 private:

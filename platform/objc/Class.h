@@ -7,17 +7,17 @@
 
 namespace orvane::platform {
 
-// A class that an opened library exports under a runtime name. Valid for as long as the library is
-// mapped; what its code throws comes out of both operations.
+// A class that a loaded library exports under a runtime name. It is valid while the library is
+// mapped. Exceptions of the library's code pass through makeObject() and sendMain().
 class Class {
 public:
-    // `library` is a handle of dlopen. Nothing when the library has no such class, or has it in a
-    // version that this runtime does not know.
+    // `library` is a handle returned by dlopen. Returns nothing if the library does not contain the
+    // class, or contains it in a version that this runtime does not support.
     static std::optional<Class> getClass(void* library, const std::string& name);
 
-    // A new object. It lives until the process ends.
+    // Creates an object, which is never destroyed.
     [[nodiscard]] void* makeObject() const;
-    // Sends `main` to an object of this class, on the calling thread.
+    // Calls `main` of an object of this class on the calling thread.
     void sendMain(void* object) const;
 
 private:
