@@ -6,7 +6,7 @@
 
 namespace orvane::platform {
 
-// Why something failed, in words for people.
+// The reason of a failure, in words for people.
 class NSError {
 public:
     explicit NSError(NSString localizedDescription)

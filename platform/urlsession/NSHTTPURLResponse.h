@@ -9,24 +9,25 @@
 
 namespace orvane::platform {
 
-// The head of a server's answer.
+// The status and the header fields of a response.
 class ORVANE_EXPORT NSHTTPURLResponse {
 public:
+    // Compares names without regard to case.
     struct FieldOrder {
         bool operator()(const NSString& a, const NSString& b) const;
     };
-    // Found under its name in whatever case.
+    // Values by name.
     using HeaderFields = std::map<NSString, NSString, FieldOrder>;
 
     NSHTTPURLResponse(int statusCode, HeaderFields fields)
         : statusCode_(statusCode), fields_(std::move(fields)) {}
 
     [[nodiscard]] int statusCode() const { return statusCode_; }
-    // Well-known names are spelt the standard way, whatever case the server used; the bytes of
-    // names and values are taken as Latin-1.
+    // Well-known names have their standard form ("Content-Type"), others the server's. The bytes of
+    // names and values are read as Latin-1. Values of fields with the same name are joined by ", ".
     [[nodiscard]] const HeaderFields& allHeaderFields() const { return fields_; }
 
-    // A few words on the code, or on its class for a code without any.
+    // Describes the code in a few words ("not found"), or its class if the code is not known.
     static NSString localizedStringForStatusCode(int statusCode);
 
 private:

@@ -12,36 +12,38 @@
 
 namespace orvane::platform {
 
-// What an NSURLSession is to send: a value, copied with its body shared.
+// A request for an NSURLSession. Copies share the body.
 class ORVANE_EXPORT NSMutableURLRequest {
 public:
     using HeaderFields = std::vector<std::pair<std::string, std::string>>;
 
-    // Without an address the request can be built, and fails when it is sent.
+    // A request without a URL fails when it is sent.
     static NSMutableURLRequest requestWithURL(std::optional<NSURL> url);
     [[nodiscard]] const std::optional<NSURL>& URL() const { return url_; }
 
-    // How many seconds may pass without a byte moving in either direction before the request fails.
-    // The clock starts when the request gets its turn on the network and starts again with each
-    // step: a slow answer that keeps coming is never cut off.
+    // The request fails when no byte was sent or received for this many seconds. The time starts
+    // when the session starts to send the request, and again with every byte: a slow response is
+    // not cut off. 60 by default.
     void setTimeoutInterval(double seconds) { timeoutInterval_ = seconds; }
     [[nodiscard]] double timeoutInterval() const { return timeoutInterval_; }
 
+    // "GET" by default.
     void setHTTPMethod(std::string method);
     [[nodiscard]] const std::string& HTTPMethod() const { return method_; }
 
-    // Replaces the field of that name, in whatever case. A name that is no token, or a line break
-    // or another control character in the value, would put a line of its own on the wire: such a
-    // field is dropped with a line in the log.
+    // Replaces the field with that name; case is ignored. A field is dropped with a line in the log
+    // if its name is not a token or its value contains a line break or another control character,
+    // because it could smuggle further fields into the request.
     void setValueForHTTPHeaderField(const NSString& value, const NSString& field);
     [[nodiscard]] const HeaderFields& allHTTPHeaderFields() const { return fields_; }
 
     void setHTTPBody(NSData body);
     [[nodiscard]] const std::optional<NSData>& HTTPBody() const { return body_; }
 
-    // What a browser sends after an answer with this status sent it on to `url`. A POST becomes a
-    // GET after 301 and 302, anything does after 303, and loses its body; 307 and 308 repeat the
-    // request. What was meant for one origin only (credentials, cookies) stays there.
+    // Returns the request that follows a redirection with this status to `url`, by the rules of the
+    // Fetch standard. A POST becomes a GET without a body after 301 and 302, as does every method
+    // after 303; 307 and 308 repeat the request. Credentials and cookies are not sent to another
+    // origin.
     [[nodiscard]] NSMutableURLRequest redirected(int statusCode, std::optional<NSURL> url) const;
 
 private:

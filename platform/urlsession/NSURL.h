@@ -8,16 +8,16 @@
 
 namespace orvane::platform {
 
-// An http or https address, known to be well formed.
+// A valid http or https address.
 class ORVANE_EXPORT NSURL {
 public:
-    // Blanks and characters beyond ASCII in the path and the query are encoded; nothing
-    // that is encoded already is touched. Nothing for text that is no address, and for every other
-    // scheme: no other is ever spoken.
+    // Spaces and characters outside ASCII are encoded in the path and the query; existing escapes
+    // are kept. Returns nothing for text that is not an address, and for all other schemes.
     static std::optional<NSURL> URLWithString(const NSString& text);
 
     [[nodiscard]] const std::string& absoluteString() const { return absoluteString_; }
-    // Scheme, host and port, comparable: what a redirection must share to see the same secrets.
+    // Scheme, host and port in a normal form ("http://host:80"), for comparisons: credentials are
+    // sent to one origin only.
     [[nodiscard]] const std::string& origin() const { return origin_; }
 
 private:

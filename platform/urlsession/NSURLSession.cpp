@@ -11,9 +11,9 @@ namespace orvane::platform {
 
 namespace {
 
-// Never destroyed: a background worker may still ask for the session while the process ends. Its
-// thread ends in an exit handler, registered after the TLS library's own, so that it runs before
-// that library goes away under the transfers.
+// The session is never destroyed, because a background worker may still use it while the process
+// exits. An exit handler ends its thread. It is registered after that of the TLS library, so it
+// runs before that library cleans up.
 NSURLSession* makeSharedSession() {
     auto* session = new NSURLSession(NSURLSessionConfiguration::defaultSessionConfiguration());
     std::atexit([] { NSURLSession::sharedSession().invalidateAndCancel(); });
@@ -28,9 +28,8 @@ NSURLSession& NSURLSession::sharedSession() {
 }
 
 NSURLSession::NSURLSession(const NSURLSessionConfiguration& configuration) {
-    // Once for the process, whichever session is first.
-    static const CURLcode initialised = curl_global_init(CURL_GLOBAL_ALL);
-    static_cast<void>(initialised);
+    static const CURLcode initialized = curl_global_init(CURL_GLOBAL_ALL);
+    static_cast<void>(initialized);
     thread_ = std::make_shared<URLSessionThread>(configuration);
 }
 
@@ -40,8 +39,8 @@ NSURLSession::~NSURLSession() {
 
 std::shared_ptr<NSURLSessionDataTask> NSURLSession::dataTaskWithRequest(
     NSMutableURLRequest request, NSURLSessionDataTask::CompletionHandler handler) {
-    return std::make_shared<NSURLSessionDataTask>(
-        thread_, URLTask{std::move(request), std::move(handler), {}});
+    return std::make_shared<NSURLSessionDataTask>(thread_,
+                                                  URLTask{std::move(request), std::move(handler)});
 }
 
 void NSURLSession::invalidateAndCancel() {

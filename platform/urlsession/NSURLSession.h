@@ -8,17 +8,16 @@
 
 namespace orvane::platform {
 
-// HTTP as a browser speaks it: HTTP/1.1 and HTTP/2 over kept connections, TLS with verified names,
-// redirections, cookies shared by the session's requests (in memory), compressed bodies decoded,
-// proxies as the environment names them (http_proxy, https_proxy, all_proxy, no_proxy) or else the
+// An HTTP client: HTTP/1.1 and HTTP/2 over kept connections, TLS with verified certificates,
+// redirections, cookies that the session's requests share in memory, decoding of gzip bodies, and
+// the proxies of the environment (http_proxy, https_proxy, all_proxy, no_proxy) or else of the
 // desktop's settings. There is no cache.
 //
-// All transfers of a session share one thread, which it starts with its first request. Used from
-// any thread.
+// Thread-safe. All transfers of a session share one thread, which starts with the first request.
 class ORVANE_EXPORT NSURLSession {
 public:
-    // The session of the process. It ends with the process: what still runs then is cancelled, and
-    // whoever waits for it is told.
+    // The session of the process, which is invalidated when the process exits: running tasks then
+    // fail, so no caller waits for them.
     static NSURLSession& sharedSession();
 
     explicit NSURLSession(const NSURLSessionConfiguration& configuration);
@@ -26,12 +25,12 @@ public:
     NSURLSession(const NSURLSession&) = delete;
     NSURLSession& operator=(const NSURLSession&) = delete;
 
-    // A task that waits for its resume().
+    // Returns a task that starts with its resume().
     [[nodiscard]] std::shared_ptr<NSURLSessionDataTask> dataTaskWithRequest(
         NSMutableURLRequest request, NSURLSessionDataTask::CompletionHandler handler);
 
-    // Ends every task with an error and the session's thread; later tasks fail at once. Not from
-    // the session's thread.
+    // Ends every task with an error and joins the session's thread; later tasks fail at once. Must
+    // not be called on the session's thread.
     void invalidateAndCancel();
 
 private:

@@ -38,9 +38,10 @@ NSURLSessionConfiguration NSURLSessionConfiguration::defaultSessionConfiguration
     configuration.certificateFolder = environment("SSL_CERT_DIR");
     configuration.proxy = systemProxy;
     configuration.maximumConnections = std::clamp<std::size_t>(descriptorLimit() / 2, 8, 512);
-    // One host that does not answer must not hold back the others.
+    // A host that does not answer must not block the requests to others.
     configuration.HTTPMaximumConnectionsPerHost = configuration.maximumConnections / 2;
     configuration.maximumHeaderLength = std::size_t{256} << 10;
+    configuration.maximumHeaderLines = 1000;
     configuration.bodyMemory = physicalMemory() / 4;
     return configuration;
 }

@@ -8,30 +8,31 @@
 
 namespace orvane::platform {
 
-// How an NSURLSession deals with the network.
+// The settings of an NSURLSession.
 struct ORVANE_EXPORT NSURLSessionConfiguration {
-    // The system's certificates, unless the environment names others as OpenSSL's own programs take
-    // them (SSL_CERT_FILE, SSL_CERT_DIR). Limits follow from the machine: bodies may take a quarter
-    // of its memory, connections half of the process's descriptors.
+    // Uses the system's certificates, unless the environment names others by the variables of
+    // OpenSSL (SSL_CERT_FILE, SSL_CERT_DIR), and the system's proxies. Bodies may use a quarter of
+    // the machine's memory, and connections half of the process's file descriptors.
     static NSURLSessionConfiguration defaultSessionConfiguration();
 
-    // The authorities that are trusted, as a PEM file and as a folder of hashed names. Empty means
-    // the system's.
+    // The trusted authorities, as a PEM file and as a folder of hashed names. Empty means those of
+    // the system.
     std::string certificateFile;
     std::string certificateFolder;
 
-    // The proxy for an address, as "scheme://host:port"; empty where none is to be used but one
-    // that the environment names. The system's settings by default. Called on the thread that sends
-    // a request, and for redirections to another server on the session's.
+    // Returns the proxy for an address as "scheme://host:port", or an empty text to use that of the
+    // environment, if any. The session calls it for each server on a thread of its own, so it may
+    // block: only the requests to that server wait for it. The result is used for five seconds.
     std::function<std::string(const std::string& url)> proxy;
 
-    // Requests that run at once, altogether and to one host; the others wait for their turn.
+    // How many requests run at the same time, in all and for one origin; others wait.
     std::size_t maximumConnections = 0;
     std::size_t HTTPMaximumConnectionsPerHost = 0;
 
-    // Bytes of status lines and header fields that one answer may have.
+    // The limits for the status lines and header fields of one response, in bytes and in lines.
     std::size_t maximumHeaderLength = 0;
-    // Bytes that all bodies on their way in may hold together, decoded.
+    std::size_t maximumHeaderLines = 0;
+    // How many bytes the bodies that are being received may have together, after decoding.
     std::size_t bodyMemory = 0;
 };
 

@@ -10,7 +10,7 @@ URLHandle::URLHandle(CURLSH* share, const NSURLSessionConfiguration& configurati
 }
 
 void URLHandle::reset() {
-    // Resetting forgets the list of cookie files without freeing it.
+    // curl_easy_reset forgets the list of cookie files without freeing it.
     set(CURLOPT_COOKIEFILE, nullptr);
     curl_easy_reset(easy_.get());
     prepare();
@@ -18,16 +18,18 @@ void URLHandle::reset() {
 
 void URLHandle::prepare() {
     set(CURLOPT_SHARE, share_);
-    // No file: it turns on the cookies that the handle shares.
+    // An empty name enables the cookies that the handle shares, without reading a file.
     set(CURLOPT_COOKIEFILE, "");
     set(CURLOPT_PROTOCOLS_STR, "http,https");
     set(CURLOPT_NOSIGNAL, 1L);
-    // A name server that does not answer must hold up neither the other transfers nor the exit.
+    // Do not wait for the thread of a name lookup when the handle is destroyed: a name server that
+    // does not answer would block the other transfers and the exit.
     set(CURLOPT_QUICK_EXIT, 1L);
     set(CURLOPT_BUFFERSIZE, 32768L);
     set(CURLOPT_USERAGENT, "Orvane");
-    // Whatever the library can decode.
-    set(CURLOPT_ACCEPT_ENCODING, "");
+    // BodyDecoder decodes the bodies.
+    set(CURLOPT_ACCEPT_ENCODING, "gzip");
+    set(CURLOPT_HTTP_CONTENT_DECODING, 0L);
     set(CURLOPT_SSLVERSION, static_cast<long>(CURL_SSLVERSION_TLSv1_2));
     set(CURLOPT_SUPPRESS_CONNECT_HEADERS, 1L);
     set(CURLOPT_NOPROGRESS, 0L);

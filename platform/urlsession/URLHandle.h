@@ -8,9 +8,9 @@ namespace orvane::platform {
 
 struct NSURLSessionConfiguration;
 
-// A handle of libcurl's that serves one transfer after another. What every transfer of a session
-// wants is told to it once; what a transfer tells it, the transfer takes back. The session's
-// thread's own.
+// A libcurl handle that is used for one transfer after another. It has the options that all
+// transfers of a session share; each transfer sets its own options and resets them at its end. Used
+// by the session's thread only.
 class URLHandle {
 public:
     URLHandle(CURLSH* share, const NSURLSessionConfiguration& configuration);
@@ -24,7 +24,7 @@ public:
         curl_easy_setopt(easy_.get(), option, value);
     }
 
-    // As new, whatever has happened on it.
+    // Restores the state of a new handle.
     void reset();
 
 private:

@@ -1,6 +1,12 @@
 #include "platform/urlsession/URLLoader.h"
 
+#include <netinet/in.h>
+#include <netinet/tcp.h>
+#include <sys/select.h>
+#include <sys/socket.h>
+
 #include <algorithm>
+#include <cstdint>
 #include <optional>
 #include <utility>
 
@@ -8,21 +14,41 @@ namespace orvane::platform {
 
 namespace {
 
-// As many as browsers follow.
-constexpr int maximumRedirections = 20;
+// The limit of the Fetch standard.
+constexpr int kMaximumRedirections = 20;
+constexpr std::size_t kMaximumIdleHandles = 64;
+
+// The local port of a socket, or 0.
+int portOf(int socket) {
+    sockaddr_storage address{};
+    socklen_t size = sizeof address;
+    if (getsockname(socket, reinterpret_cast<sockaddr*>(&address), &size) != 0) {
+        return 0;
+    }
+    return ntohs(address.ss_family == AF_INET6
+                     ? reinterpret_cast<const sockaddr_in6&>(address).sin6_port
+                     : reinterpret_cast<const sockaddr_in&>(address).sin_port);
+}
 
 }  // namespace
 
-URLLoader::URLLoader(const NSURLSessionConfiguration& configuration)
+URLLoader::URLLoader(const NSURLSessionConfiguration& configuration,
+                     std::function<void(URLTask)> resubmit)
     : configuration_(configuration),
+      resubmit_(std::move(resubmit)),
       memory_{configuration.bodyMemory, 0},
-      share_(curl_share_init()) {
+      share_(curl_share_init()),
+      multi_(curl_multi_init()) {
     curl_share_setopt(share_.get(), CURLSHOPT_SHARE, CURL_LOCK_DATA_COOKIE);
     curl_share_setopt(share_.get(), CURLSHOPT_SHARE, CURL_LOCK_DATA_SSL_SESSION);
+    curl_multi_setopt(multi_.get(), CURLMOPT_PIPELINING, CURLPIPE_MULTIPLEX);
+    // By default libcurl keeps four connections for each running transfer, so it would close most
+    // of them at the end of a burst.
+    curl_multi_setopt(multi_.get(), CURLMOPT_MAXCONNECTS, 256L);
 }
 
 URLLoader::~URLLoader() {
-    cancelAll();
+    failAll("The session ended.");
 }
 
 void URLLoader::add(URLTask task) {
@@ -30,79 +56,110 @@ void URLLoader::add(URLTask task) {
         task.fail("unsupported URL");
         return;
     }
-    waiting_.push_back(std::move(task));
+    auto& entry = *servers_.try_emplace(task.request.URL()->origin()).first;
+    if (entry.second.waiting.empty()) {
+        turns_.push_back(&entry);
+    }
+    entry.second.waiting.push_back(std::move(task));
     startWaiting();
 }
 
 void URLLoader::turn() {
-    multi_.turn(nextDeadline_);
-    multi_.drainEnded([this](CURL* easy, CURLcode code) { ended(easy, code); });
+    if (!std::exchange(hasAdded_, false)) {
+        wait();
+    }
+    int running = 0;
+    curl_multi_perform(multi_.get(), &running);
+    finishEnded();
     expire();
     startWaiting();
 }
 
+void URLLoader::wait() {
+    constexpr std::int64_t longest = 3'600'000;
+    const auto left =
+        std::chrono::ceil<std::chrono::milliseconds>(nextDeadline_ - Clock::now()).count();
+    // libcurl shortens the time to that of its next own timer.
+    curl_multi_poll(multi_.get(), nullptr, 0,
+                    static_cast<int>(std::clamp<std::int64_t>(left, 0, longest)), nullptr);
+}
+
 void URLLoader::wake() {
-    multi_.wake();
+    curl_multi_wakeup(multi_.get());
 }
 
-void URLLoader::cancelAll() {
+void URLLoader::failAll(const char* description) {
     while (!running_.empty()) {
-        release(takeRunning(running_.begin()->first)).fail("cancelled");
+        release(takeRunning(running_.begin()->first)).fail(description);
     }
-    for (const URLTask& task : std::exchange(waiting_, {})) {
-        task.fail("cancelled");
+    turns_.clear();
+    for (const auto& [origin, server] : std::exchange(servers_, {})) {
+        for (const URLTask& task : server.waiting) {
+            task.fail(description);
+        }
     }
-}
-
-bool URLLoader::hasTurn(const std::string& host) const {
-    const auto found = runningByHost_.find(host);
-    return found == runningByHost_.end() ||
-           found->second < configuration_.HTTPMaximumConnectionsPerHost;
 }
 
 void URLLoader::startWaiting() {
-    auto next = waiting_.begin();
-    while (next != waiting_.end() && running_.size() < configuration_.maximumConnections) {
-        if (!hasTurn(next->request.URL()->origin())) {
-            ++next;
-            continue;
+    std::size_t blocked = 0;  // Servers in succession that have no free connection.
+    while (blocked < turns_.size() && running_.size() < configuration_.maximumConnections) {
+        auto* const turn = turns_.front();
+        turns_.pop_front();
+        auto& [origin, server] = *turn;
+        if (server.running < configuration_.HTTPMaximumConnectionsPerHost) {
+            start(origin, server);
+            blocked = 0;
+        } else {
+            ++blocked;
         }
-        start(std::move(*next));
-        next = waiting_.erase(next);
+        if (!server.waiting.empty()) {
+            turns_.push_back(turn);
+        }
     }
 }
 
-void URLLoader::start(URLTask task) {
+void URLLoader::start(const std::string& origin, Server& server) {
     auto running = std::make_unique<Running>();
-    running->host = task.request.URL()->origin();
-    running->task = std::move(task);
+    running->origin = origin;
+    running->task = std::move(server.waiting.front());
+    server.waiting.pop_front();
+    ++server.running;
     if (idle_.empty()) {
         running->handle = std::make_unique<URLHandle>(share_.get(), configuration_);
     } else {
         running->handle = std::move(idle_.back());
         idle_.pop_back();
     }
-    ++runningByHost_[running->host];
     send(std::move(running));
 }
 
 void URLLoader::send(std::unique_ptr<Running> running) {
     CURL* const easy = running->handle->get();
     running->transfer.reset();
-    running->transfer = std::make_unique<URLTransfer>(*running->handle, running->task,
-                                                      configuration_.maximumHeaderLength, memory_);
+    running->transfer =
+        std::make_unique<URLTransfer>(*running->handle, running->task, configuration_, memory_);
     nextDeadline_ = std::min(nextDeadline_, running->transfer->deadline());
     running_.emplace(easy, std::move(running));
-    multi_.add(easy);
+    curl_multi_add_handle(multi_.get(), easy);
+    hasAdded_ = true;
 }
 
 std::unique_ptr<URLLoader::Running> URLLoader::takeRunning(CURL* easy) {
-    multi_.remove(easy);
+    curl_multi_remove_handle(multi_.get(), easy);
     auto node = running_.extract(easy);
     return std::move(node.mapped());
 }
 
-void URLLoader::ended(CURL* easy, CURLcode code) {
+void URLLoader::finishEnded() {
+    int left = 0;
+    while (const CURLMsg* const message = curl_multi_info_read(multi_.get(), &left)) {
+        if (message->msg == CURLMSG_DONE) {
+            finish(message->easy_handle, message->data.result);
+        }
+    }
+}
+
+void URLLoader::finish(CURL* easy, CURLcode code) {
     auto running = takeRunning(easy);
     if (!running->transfer->end(code)) {
         const NSError error = running->transfer->error(code);
@@ -127,29 +184,52 @@ void URLLoader::redirect(std::unique_ptr<Running> running, const std::string& ta
         release(std::move(running)).fail("unsupported URL");
         return;
     }
-    if (++running->redirections > maximumRedirections) {
+    if (++running->task.redirections > kMaximumRedirections) {
         release(std::move(running)).fail("too many HTTP redirects");
         return;
     }
-    URLTask& task = running->task;
-    if (configuration_.proxy && url->origin() != task.request.URL()->origin()) {
-        task.proxy = configuration_.proxy(url->absoluteString());
+    NSMutableURLRequest& request = running->task.request;
+    request = request.redirected(running->transfer->statusCode(), std::move(url));
+    if (request.URL()->origin() == running->origin) {
+        send(std::move(running));
+    } else {
+        resubmit_(release(std::move(running)));
     }
-    task.request = task.request.redirected(running->transfer->statusCode(), std::move(url));
-    send(std::move(running));
 }
 
 URLTask URLLoader::release(std::unique_ptr<Running> running) {
-    const auto count = runningByHost_.find(running->host);
-    if (--count->second == 0) {
-        runningByHost_.erase(count);
+    const auto server = servers_.find(running->origin);
+    if (--server->second.running == 0 && server->second.waiting.empty()) {
+        servers_.erase(server);
     }
     running->transfer.reset();
-    constexpr std::size_t mostIdle = 64;
-    if (idle_.size() < mostIdle) {
+    if (idle_.size() < kMaximumIdleHandles) {
         idle_.push_back(std::move(running->handle));
     }
     return std::move(running->task);
+}
+
+// libcurl reports header lines when they are complete. The system knows when a connection received
+// its last byte.
+URLLoader::Clock::time_point URLLoader::lastReceived(int localPort) const {
+    fd_set reading;
+    fd_set others;
+    FD_ZERO(&reading);
+    FD_ZERO(&others);
+    int last = -1;
+    if (localPort == 0 ||
+        curl_multi_fdset(multi_.get(), &reading, &others, &others, &last) != CURLM_OK) {
+        return {};
+    }
+    for (int socket = 0; socket <= last; ++socket) {
+        tcp_info information{};
+        socklen_t size = sizeof information;
+        if (FD_ISSET(socket, &reading) && portOf(socket) == localPort &&
+            getsockopt(socket, IPPROTO_TCP, TCP_INFO, &information, &size) == 0) {
+            return Clock::now() - std::chrono::milliseconds(information.tcpi_last_data_recv);
+        }
+    }
+    return {};
 }
 
 void URLLoader::expire() {
@@ -160,10 +240,14 @@ void URLLoader::expire() {
     std::vector<CURL*> expired;
     nextDeadline_ = Clock::time_point::max();
     for (const auto& [easy, running] : running_) {
-        if (running->transfer->deadline() <= now) {
+        URLTransfer& transfer = *running->transfer;
+        if (transfer.deadline() <= now) {
+            transfer.noteActivity(lastReceived(transfer.ownConnectionPort()));
+        }
+        if (transfer.deadline() <= now) {
             expired.push_back(easy);
         } else {
-            nextDeadline_ = std::min(nextDeadline_, running->transfer->deadline());
+            nextDeadline_ = std::min(nextDeadline_, transfer.deadline());
         }
     }
     for (CURL* const easy : expired) {

@@ -1,14 +1,17 @@
 #pragma once
 
+#include <curl/curl.h>
+
 #include <chrono>
 #include <cstddef>
 #include <deque>
+#include <functional>
 #include <memory>
 #include <string>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
-#include "platform/urlsession/CurlMulti.h"
 #include "platform/urlsession/NSURLSessionConfiguration.h"
 #include "platform/urlsession/URLHandle.h"
 #include "platform/urlsession/URLTask.h"
@@ -16,22 +19,27 @@
 
 namespace orvane::platform {
 
-// Carries out the tasks of one session: who runs and who waits for a turn, redirections, time-outs,
-// and what transfers share (connections, cookies, TLS sessions). One thread's own, except for
+// Runs the tasks of one session on libcurl's multi interface: their order, redirections, time-outs,
+// and what transfers share (connections, cookies, TLS sessions). Used by one thread, except for
 // wake().
 class URLLoader {
 public:
-    explicit URLLoader(const NSURLSessionConfiguration& configuration);
+    // `resubmit` receives tasks that were redirected to another server. It looks up the server's
+    // proxy and passes the task to add() later.
+    URLLoader(const NSURLSessionConfiguration& configuration,
+              std::function<void(URLTask)> resubmit);
     ~URLLoader();
     URLLoader(const URLLoader&) = delete;
     URLLoader& operator=(const URLLoader&) = delete;
 
     void add(URLTask task);
-    // Waits until something happens and deals with it; wake() ends the wait.
+    // Waits until a transfer can proceed, a time-out is due or wake() is called. Then it lets the
+    // transfers proceed as far as they can, and ends and starts tasks.
     void turn();
+    // Ends the wait of the current or the next turn. Thread-safe.
     void wake();
     // Ends every task with an error.
-    void cancelAll();
+    void failAll(const char* description);
 
 private:
     using Clock = std::chrono::steady_clock;
@@ -39,37 +47,54 @@ private:
     struct ShareDeleter {
         void operator()(CURLSH* share) const { curl_share_cleanup(share); }
     };
+    struct MultiDeleter {
+        void operator()(CURLM* multi) const { curl_multi_cleanup(multi); }
+    };
+    // What runs and what waits for a connection to one origin.
+    struct Server {
+        std::size_t running = 0;
+        std::deque<URLTask> waiting;
+    };
     struct Running {
         std::unique_ptr<URLHandle> handle;
         URLTask task;
-        // The turn is the first host's, wherever redirections lead.
-        std::string host;
-        int redirections = 0;
-        // Before the handle that it borrows.
+        // The key of the server that the transfer is counted for.
+        std::string origin;
+        // Borrows the handle, so it is declared after it.
         std::unique_ptr<URLTransfer> transfer;
     };
 
+    void wait();
     void startWaiting();
-    [[nodiscard]] bool hasTurn(const std::string& host) const;
-    void start(URLTask task);
+    void start(const std::string& origin, Server& server);
     void send(std::unique_ptr<Running> running);
     std::unique_ptr<Running> takeRunning(CURL* easy);
-    void ended(CURL* easy, CURLcode code);
+    void finishEnded();
+    void finish(CURL* easy, CURLcode code);
     void redirect(std::unique_ptr<Running> running, const std::string& target);
-    // Gives the turn back.
+    // Ends the transfer and returns its task.
     URLTask release(std::unique_ptr<Running> running);
     void expire();
+    // When the connection with this local port received its last byte; the epoch if that is not
+    // known.
+    [[nodiscard]] Clock::time_point lastReceived(int localPort) const;
 
     const NSURLSessionConfiguration configuration_;
+    const std::function<void(URLTask)> resubmit_;
     URLBodyMemory memory_;
     std::unique_ptr<CURLSH, ShareDeleter> share_;
-    CurlMulti multi_;
+    std::unique_ptr<CURLM, MultiDeleter> multi_;
     std::vector<std::unique_ptr<URLHandle>> idle_;
-    std::deque<URLTask> waiting_;
     std::unordered_map<CURL*, std::unique_ptr<Running>> running_;
-    std::unordered_map<std::string, std::size_t> runningByHost_;
-    // No transfer times out before. Bytes that move only put it off, so it is looked at when it
-    // has come and not with every byte.
+    // By origin. A server without running and waiting tasks is removed.
+    std::unordered_map<std::string, Server> servers_;
+    // The servers with waiting tasks, each once, which take turns. The entries of servers_ do not
+    // move.
+    std::deque<std::pair<const std::string, Server>*> turns_;
+    // Set when a transfer was added that has not been started by libcurl.
+    bool hasAdded_ = false;
+    // No transfer times out earlier. Activity only postpones time-outs, so the transfers are
+    // checked at this time and not with every byte.
     Clock::time_point nextDeadline_ = Clock::time_point::max();
 };
 

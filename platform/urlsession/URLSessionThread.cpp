@@ -3,14 +3,17 @@
 #include <pthread.h>
 
 #include <csignal>
+#include <optional>
 #include <utility>
 
 namespace orvane::platform {
 
 namespace {
 
-// The process's signals are for the threads that expect them, and a connection that the other side
-// closed must not end the process: the session's thread, and what it starts, takes none.
+constexpr const char* kCancelled = "The request was canceled.";
+
+// Blocks all signals, for this scope and for the threads that it starts. Signals of the process are
+// for the threads that expect them, and SIGPIPE of a closed connection must not end the process.
 class AllSignalsBlocked {
 public:
     AllSignalsBlocked() {
@@ -29,54 +32,97 @@ private:
 }  // namespace
 
 URLSessionThread::URLSessionThread(const NSURLSessionConfiguration& configuration)
-    : proxy_(configuration.proxy), loader_(configuration) {}
+    : lookUpProxy_(configuration.proxy),
+      loader_(configuration, [this](URLTask task) { submit(std::move(task)); }) {}
 
 URLSessionThread::~URLSessionThread() {
     cancel();
 }
 
 void URLSessionThread::submit(URLTask task) {
-    if (const auto& url = task.request.URL(); url && proxy_) {
-        task.proxy = proxy_(url->absoluteString());
+    std::unique_lock lock(mutex_);
+    if (isCancelled_) {
+        lock.unlock();
+        task.fail(kCancelled);
+        return;
     }
-    bool isAccepted = false;
-    bool isToWake = false;
+    const std::optional<NSURL>& url = task.request.URL();
+    auto proxy = url && lookUpProxy_ ? proxies_.find(url->origin()) : std::string();
+    if (!proxy) {
+        const NSURL toLookUp = *url;
+        const auto [waiting, isFirst] = awaitingProxy_.try_emplace(toLookUp.origin());
+        waiting->second.push_back(std::move(task));
+        lock.unlock();
+        if (isFirst) {
+            startLookUp(toLookUp);
+        }
+        return;
+    }
+    task.proxy = std::move(*proxy);
+    const bool mustWake = enqueue(std::move(task));
+    lock.unlock();
+    if (mustWake) {
+        loader_.wake();
+    }
+}
+
+bool URLSessionThread::enqueue(URLTask task) {
+    // One wake is enough until the thread has taken what was submitted, and the thread itself looks
+    // before it waits.
+    const bool mustWake = submitted_.empty() && std::this_thread::get_id() != thread_.get_id();
+    submitted_.push_back(std::move(task));
+    if (!thread_.joinable()) {
+        const AllSignalsBlocked blocked;
+        thread_ = std::thread([this] { run(); });
+        pthread_setname_np(thread_.native_handle(), "URLSession");
+    }
+    return mustWake;
+}
+
+void URLSessionThread::startLookUp(const NSURL& url) {
+    const AllSignalsBlocked blocked;
+    std::thread([self = shared_from_this(), url] {
+        self->proxyFound(url.origin(), self->lookUpProxy_(url.absoluteString()));
+    }).detach();
+}
+
+void URLSessionThread::proxyFound(const std::string& origin, const std::string& proxy) {
+    bool mustWake = false;
     {
         const std::lock_guard lock(mutex_);
-        isAccepted = !isCancelled_;
-        if (isAccepted) {
-            // One wake is enough until the thread has taken what was submitted, and the thread
-            // itself looks before it waits.
-            isToWake = submitted_.empty() && std::this_thread::get_id() != thread_.get_id();
-            submitted_.push_back(std::move(task));
-            start();
+        proxies_.store(origin, proxy);
+        // After cancel() there are none.
+        const auto waiting = awaitingProxy_.extract(origin);
+        if (!waiting) {
+            return;
+        }
+        for (URLTask& task : waiting.mapped()) {
+            task.proxy = proxy;
+            mustWake = enqueue(std::move(task)) || mustWake;
         }
     }
-    if (!isAccepted) {
-        task.fail("cancelled");
-    } else if (isToWake) {
+    if (mustWake) {
         loader_.wake();
     }
 }
 
 void URLSessionThread::cancel() {
     std::thread thread;
+    decltype(awaitingProxy_) awaitingProxy;
     {
         const std::lock_guard lock(mutex_);
         isCancelled_ = true;
         thread = std::move(thread_);
+        awaitingProxy = std::exchange(awaitingProxy_, {});
     }
     if (thread.joinable()) {
         loader_.wake();
         thread.join();
     }
-}
-
-void URLSessionThread::start() {
-    if (!thread_.joinable()) {
-        const AllSignalsBlocked blocked;
-        thread_ = std::thread([this] { run(); });
-        pthread_setname_np(thread_.native_handle(), "URLSession");
+    for (const auto& [origin, tasks] : awaitingProxy) {
+        for (const URLTask& task : tasks) {
+            task.fail(kCancelled);
+        }
     }
 }
 
@@ -98,11 +144,12 @@ void URLSessionThread::run() {
             loader_.add(std::move(task));
         }
         if (isLast) {
-            loader_.cancelAll();
+            loader_.failAll(kCancelled);
             return;
         }
+        // A task that failed at once may have submitted the next one from its handler.
         if (!tasks.empty() && hasSubmitted()) {
-            loader_.wake();  // one failed at once, and whoever was told asked for the next
+            loader_.wake();
         }
         loader_.turn();
     }

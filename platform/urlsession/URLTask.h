@@ -15,22 +15,24 @@ namespace orvane::platform {
 using URLCompletionHandler = std::function<void(
     const NSData&, const std::optional<NSHTTPURLResponse>&, const std::optional<NSError>&)>;
 
-// The work of one data task, as data: it is moved from the caller to the session's thread, which
+// The work of one data task, as data. The session's units pass it on by moving it, and the last one
 // calls complete() or fail() exactly once.
 struct URLTask {
     // The request that is sent next: a redirection replaces it.
     NSMutableURLRequest request;
     URLCompletionHandler handler;
-    // As NSURLSessionConfiguration::proxy returned it for the server of the request.
-    std::string proxy;
+    // The result of NSURLSessionConfiguration::proxy for the server of the request.
+    std::string proxy = {};
+    // How many redirections were followed.
+    int redirections = 0;
 
     void complete(const NSData& data, const NSHTTPURLResponse& response) const {
         handler(data, response, std::nullopt);
     }
+    void fail(const NSError& error) const { handler(NSData(), std::nullopt, error); }
     void fail(const char* description) const {
         fail(NSError(NSString::initWithUTF8String(description).value_or(NSString())));
     }
-    void fail(const NSError& error) const { handler(NSData(), std::nullopt, error); }
 };
 
 }  // namespace orvane::platform

@@ -11,28 +11,35 @@ namespace orvane::platform {
 
 namespace {
 
-// The session frames its messages by itself: a length or an encoding that is not that of the body
-// would make the next request on the connection part of this one.
+// libcurl sets these fields. A length or a transfer encoding that does not match the body would
+// make the server read the next request on the connection as a part of this one.
 bool isFraming(const char* name) {
     return isSameHeaderName(name, "Content-Length") ||
            isSameHeaderName(name, "Transfer-Encoding") || isSameHeaderName(name, "Expect");
 }
 
 std::string_view trimmed(std::string_view text) {
-    const auto first = text.find_first_not_of(" \t");
+    constexpr const char* blanks = " \t\r\n";
+    const auto first = text.find_first_not_of(blanks);
     if (first == std::string_view::npos) {
         return {};
     }
-    return text.substr(first, text.find_last_not_of(" \t") - first + 1);
+    return text.substr(first, text.find_last_not_of(blanks) - first + 1);
 }
 
-constexpr const char* headerTooLarge = "The header of the response is too large.";
+constexpr const char* kHeaderTooLarge = "The header of the response is too large.";
+
+// An argument of libcurl's functions for header fields: the response to the last request.
+constexpr int kLastResponse = -1;
+
+// A body up to this size is allocated in full when its length is announced, in bytes.
+constexpr std::size_t kTrusted = std::size_t{16} << 20;
 
 NSString latin1(std::string_view bytes) {
     return NSString::initWithBytes(bytes, NSISOLatin1StringEncoding).value_or(NSString());
 }
 
-// HTTP/2 has all names in lower case, and applications look them up as they are written.
+// HTTP/2 sends all names in lower case, but applications look for their standard form.
 std::string_view standardName(const char* name) {
     static constexpr std::string_view names[] = {"Accept-Ranges",
                                                  "Access-Control-Allow-Origin",
@@ -78,30 +85,28 @@ std::string_view standardName(const char* name) {
 
 }  // namespace
 
-URLTransfer::URLTransfer(URLHandle& handle, const URLTask& task, std::size_t maximumHeaderLength,
-                         URLBodyMemory& memory)
+URLTransfer::URLTransfer(URLHandle& handle, const URLTask& task,
+                         const NSURLSessionConfiguration& configuration, URLBodyMemory& memory)
     : handle_(handle),
       sentBody_(task.request.HTTPBody()),
       timeout_(std::chrono::duration_cast<Clock::duration>(
           std::chrono::duration<double>(task.request.timeoutInterval()))),
       lastActivity_(Clock::now()),
-      maximumHeaderLength_(maximumHeaderLength),
+      configuration_(configuration),
       memory_(memory) {
-    const NSMutableURLRequest& request = task.request;
     setCallbacks();
-    // None named: libcurl looks into the environment.
+    // Without a proxy, libcurl reads the variables of the environment.
     handle_.set(CURLOPT_PROXY, task.proxy.empty() ? nullptr : task.proxy.c_str());
-    setURL(request.URL()->absoluteString());
-    setMethodAndBody(request);
-    setFields(request);
+    setURL(task.request.URL()->absoluteString());
+    setMethodAndBody(task.request);
+    setFields(task.request);
 }
 
 URLTransfer::~URLTransfer() {
-    memory_.used -= body_.capacity();
-    // Nothing of one transfer may reach the next. What was set is taken back or set by the next
-    // one; but the library also counts, for as long as a handle lives, how often a request had to
-    // be sent again, and gives up after a few.
-    if (!isOver_ || timesSent_ > 1) {
+    memory_.used -= body_.size();
+    // The next transfer sets the other options again. But libcurl counts during the whole life of a
+    // handle how often it had to repeat a request on a new connection, and gives up after a few.
+    if (!hasSucceeded_ || timesSent_ > 1) {
         handle_.reset();
         return;
     }
@@ -126,17 +131,17 @@ void URLTransfer::setCallbacks() {
 
 void URLTransfer::setURL(const std::string& url) {
     handle_.set(CURLOPT_URL, url.c_str());
-    // HTTP/2 is agreed on inside TLS. There a request waits until it is known whether it can share
-    // the connection that is being made; in the clear it would wait for the first answer.
-    const bool isSecure = url.starts_with("https:");
+    // HTTP/2 is negotiated within TLS. A secure request waits until it is known whether it can
+    // share the connection that is being opened. A plain request would wait for the first response.
+    isSecure_ = url.starts_with("https:");
     handle_.set(CURLOPT_HTTP_VERSION,
-                static_cast<long>(isSecure ? CURL_HTTP_VERSION_2TLS : CURL_HTTP_VERSION_1_1));
-    handle_.set(CURLOPT_PIPEWAIT, isSecure ? 1L : 0L);
+                static_cast<long>(isSecure_ ? CURL_HTTP_VERSION_2TLS : CURL_HTTP_VERSION_1_1));
+    handle_.set(CURLOPT_PIPEWAIT, isSecure_ ? 1L : 0L);
 }
 
 void URLTransfer::setMethodAndBody(const NSMutableURLRequest& request) {
     const std::string& method = request.HTTPMethod();
-    // A method that means to bring something says so even when it brings nothing.
+    // POST and PUT announce a length of 0 if they have no body.
     if (sentBody_ || method == "POST" || method == "PUT") {
         const bool isEmpty = !sentBody_ || sentBody_->length() == 0;
         handle_.set(CURLOPT_POST, 1L);
@@ -144,7 +149,7 @@ void URLTransfer::setMethodAndBody(const NSMutableURLRequest& request) {
                     isEmpty ? curl_off_t{0} : static_cast<curl_off_t>(sentBody_->length()));
         handle_.set(CURLOPT_POSTFIELDS,
                     isEmpty ? static_cast<const void*>("") : sentBody_->bytes());
-        // No waiting for leave to send the body, and no type that nobody gave it.
+        // Suppress libcurl's automatic Expect and Content-Type headers.
         appendField("Expect:");
         appendField("Content-Type:");
     } else {
@@ -159,7 +164,7 @@ void URLTransfer::setFields(const NSMutableURLRequest& request) {
             continue;
         }
         const std::string_view value = trimmed(text);
-        // The library's notation: a colon alone would mean "leave this field out".
+        // libcurl sends "Name;" as a field without a value, and "Name:" as no field.
         appendField(value.empty() ? name + ";" : name + ": " + std::string(value));
     }
     handle_.set(CURLOPT_HTTPHEADER, fields_.get());
@@ -172,8 +177,10 @@ void URLTransfer::appendField(const std::string& line) {
     }
 }
 
-int URLTransfer::sending(void* self, char*, char*, int, int) {
-    ++static_cast<URLTransfer*>(self)->timesSent_;
+int URLTransfer::sending(void* self, char*, char*, int, int localPort) {
+    auto& transfer = *static_cast<URLTransfer*>(self);
+    ++transfer.timesSent_;
+    transfer.localPort_ = localPort;
     return CURL_PREREQFUNC_OK;
 }
 
@@ -182,13 +189,16 @@ std::size_t URLTransfer::headerArrived(char* bytes, std::size_t size, std::size_
     auto& transfer = *static_cast<URLTransfer*>(self);
     transfer.lastActivity_ = Clock::now();
     transfer.headerLength_ += size * count;
-    // Lines come whole. The empty one ends this header; after it only a trailer's lines, or the
-    // header after an interim response, can come.
+    ++transfer.headerLines_;
+    // libcurl passes complete lines. An empty line ends the header. After it only the lines of a
+    // trailer can follow, or another header if the response was an interim one.
     const std::string_view line(bytes, size * count);
-    transfer.isHeaderWhole_ =
-        line == "\r\n" || line == "\n" || (transfer.isHeaderWhole_ && !line.starts_with("HTTP/"));
-    if (transfer.headerLength_ > transfer.maximumHeaderLength_) {
-        transfer.refusal_ = headerTooLarge;
+    transfer.isHeaderComplete_ = line == "\r\n" || line == "\n" ||
+                                 (transfer.isHeaderComplete_ && !line.starts_with("HTTP/"));
+    // libcurl's list of fields takes quadratic time to read, so the lines are limited, too.
+    if (transfer.headerLength_ > transfer.configuration_.maximumHeaderLength ||
+        transfer.headerLines_ > transfer.configuration_.maximumHeaderLines) {
+        transfer.refusal_ = kHeaderTooLarge;
         return CURL_WRITEFUNC_ERROR;
     }
     return size * count;
@@ -196,42 +206,62 @@ std::size_t URLTransfer::headerArrived(char* bytes, std::size_t size, std::size_
 
 std::size_t URLTransfer::bodyArrived(char* bytes, std::size_t size, std::size_t count, void* self) {
     auto& transfer = *static_cast<URLTransfer*>(self);
-    if (!transfer.take(bytes, size * count)) {
-        transfer.refusal_ = "The body of the response is too large.";
-        return CURL_WRITEFUNC_ERROR;
+    if (!transfer.hasBody_) {
+        transfer.startBody();
     }
-    return size * count;
+    const std::string_view piece(bytes, size * count);
+    const bool isTaken = transfer.decoder_ ? transfer.decode(piece) : transfer.take(piece);
+    return isTaken ? piece.size() : CURL_WRITEFUNC_ERROR;
 }
 
-bool URLTransfer::take(const char* bytes, std::size_t length) {
-    const std::size_t needed = body_.size() + length;
-    if (needed > body_.capacity()) {
-        std::size_t capacity = std::max(needed, body_.capacity() * 2);
-        if (body_.empty()) {
-            // A length that is announced saves the growing. It is no more than somebody's word, but
-            // memory that nothing is written to costs little beyond its place in the account.
+void URLTransfer::startBody() {
+    hasBody_ = true;
+    curl_header* encoding = nullptr;
+    if (curl_easy_header(handle_.get(), "Content-Encoding", 0, CURLH_HEADER, kLastResponse,
+                         &encoding) == CURLHE_OK &&
+        encoding->amount == 1) {
+        decoder_ = BodyDecoder::forEncoding(trimmed(encoding->value));
+    }
+}
+
+bool URLTransfer::decode(std::string_view bytes) {
+    for (;;) {
+        const auto piece = decoder_->decode(bytes);
+        if (!piece) {
+            refusal_ = "The compressed body of the response is damaged.";
+            return false;
+        }
+        if (piece->empty()) {
+            return true;
+        }
+        if (!take(*piece)) {
+            return false;
+        }
+    }
+}
+
+bool URLTransfer::take(std::string_view bytes) {
+    const std::size_t needed = body_.size() + bytes.size();
+    try {
+        if (bytes.size() > memory_.limit - memory_.used) {
+            throw std::bad_alloc();
+        }
+        if (needed > body_.capacity()) {
+            // The announced length saves reallocations. It is only a claim of the server, so the
+            // capacity stays in proportion to what has arrived.
             curl_off_t announced = -1;
             curl_easy_getinfo(handle_.get(), CURLINFO_CONTENT_LENGTH_DOWNLOAD_T, &announced);
-            const auto trusted = static_cast<std::size_t>(std::max<curl_off_t>(announced, 0));
-            capacity = std::max(needed, std::min(trusted, memory_.limit / 4));
+            const auto expected = static_cast<std::size_t>(std::max<curl_off_t>(announced, 0));
+            body_.reserve(std::max({needed, std::min(expected, std::max(kTrusted, 4 * needed)),
+                                    expected < needed ? 2 * body_.capacity() : 0}));
         }
-        if (capacity - body_.capacity() > memory_.limit - memory_.used) {
-            return false;
-        }
-        try {
-            reserveBody(capacity);
-        } catch (const std::bad_alloc&) {
-            return false;
-        }
+        body_.insert(body_.end(), bytes.begin(), bytes.end());
+    } catch (const std::bad_alloc&) {
+        refusal_ = "The body of the response is too large.";
+        return false;
     }
-    body_.insert(body_.end(), bytes, bytes + length);
+    memory_.used += bytes.size();
     return true;
-}
-
-void URLTransfer::reserveBody(std::size_t capacity) {
-    const std::size_t before = body_.capacity();
-    body_.reserve(capacity);
-    memory_.used += body_.capacity() - before;
 }
 
 int URLTransfer::progressed(void* self, curl_off_t, curl_off_t down, curl_off_t, curl_off_t up) {
@@ -243,9 +273,25 @@ int URLTransfer::progressed(void* self, curl_off_t, curl_off_t down, curl_off_t,
     return 0;
 }
 
+int URLTransfer::ownConnectionPort() const {
+    long version = CURL_HTTP_VERSION_NONE;
+    curl_easy_getinfo(handle_.get(), CURLINFO_HTTP_VERSION, &version);
+    const bool isOlder = version == CURL_HTTP_VERSION_1_0 || version == CURL_HTTP_VERSION_1_1;
+    return !isSecure_ || isOlder ? localPort_ : 0;
+}
+
+void URLTransfer::noteActivity(Clock::time_point time) {
+    lastActivity_ = std::max(lastActivity_, time);
+}
+
 bool URLTransfer::end(CURLcode code) {
-    isOver_ = code == CURLE_OK && isHeaderWhole_ && statusCode() >= 200;
-    return isOver_;
+    // libcurl reports success when the connection is closed within the header.
+    hasSucceeded_ = code == CURLE_OK && isHeaderComplete_ && statusCode() >= 200;
+    if (hasSucceeded_ && decoder_ && !decoder_->isFinished()) {
+        refusal_ = "The compressed body of the response is incomplete.";
+        hasSucceeded_ = false;
+    }
+    return hasSucceeded_;
 }
 
 int URLTransfer::statusCode() const {
@@ -272,11 +318,11 @@ std::optional<std::string> URLTransfer::redirection() const {
 
 NSHTTPURLResponse URLTransfer::response() const {
     NSHTTPURLResponse::HeaderFields fields;
-    constexpr int lastAnswer = -1;
     for (curl_header* header = nullptr;
-         (header = curl_easy_nextheader(handle_.get(), CURLH_HEADER, lastAnswer, header)) !=
+         (header = curl_easy_nextheader(handle_.get(), CURLH_HEADER, kLastResponse, header)) !=
          nullptr;) {
-        const NSString value = latin1(header->value);
+        // libcurl leaves the carriage return in values that are empty.
+        const NSString value = latin1(trimmed(header->value));
         const auto [entry, isNew] = fields.try_emplace(latin1(standardName(header->name)), value);
         if (!isNew) {
             entry->second =
@@ -287,7 +333,7 @@ NSHTTPURLResponse URLTransfer::response() const {
 }
 
 NSData URLTransfer::takeBody() {
-    memory_.used -= body_.capacity();
+    memory_.used -= body_.size();
     return NSData::dataWithVector(std::exchange(body_, {}));
 }
 
@@ -298,11 +344,12 @@ NSError URLTransfer::error(CURLcode code) const {
     if (code == CURLE_OK) {
         return NSError(latin1("The server closed the connection within the header."));
     }
-    if (code == CURLE_OUT_OF_MEMORY && headerLength_ > 0 && !isHeaderWhole_) {
-        // The library's own limit, on a single line.
-        return NSError(latin1(headerTooLarge));
+    if (code == CURLE_OUT_OF_MEMORY && headerLength_ > 0 && !isHeaderComplete_) {
+        // libcurl's own limit for a single line.
+        return NSError(latin1(kHeaderTooLarge));
     }
-    // The library may quote a name in any script; callers that read Latin-1 get its bare phrase.
+    // libcurl's message may quote a host name in any script. Callers read messages as Latin-1, and
+    // get the general one instead.
     const std::string_view words(&errorBuffer_[0]);
     const bool isPlain =
         std::ranges::all_of(words, [](char c) { return static_cast<unsigned char>(c) < 0x80; });

@@ -7,50 +7,61 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "platform/foundation/NSData.h"
+#include "platform/urlsession/BodyDecoder.h"
 #include "platform/urlsession/NSError.h"
 #include "platform/urlsession/NSHTTPURLResponse.h"
 #include "platform/urlsession/NSMutableURLRequest.h"
+#include "platform/urlsession/NSURLSessionConfiguration.h"
 #include "platform/urlsession/URLHandle.h"
 #include "platform/urlsession/URLTask.h"
 
 namespace orvane::platform {
 
-// What the bodies on their way in may hold together. One thread's own.
+// The memory of the bodies that a session is receiving, in bytes. Used by the session's thread
+// only.
 struct URLBodyMemory {
     std::size_t limit = 0;
     std::size_t used = 0;
 };
 
-// One exchange with a server, a redirection not followed: the request as libcurl is told it, and
-// what came back. It borrows a handle, which must be out of every multi handle before it goes.
+// One exchange with a server, without its redirections: it sets the options of the request and
+// receives the response. Remove its handle from the multi handle before you destroy it.
 class URLTransfer {
 public:
     using Clock = std::chrono::steady_clock;
 
-    // The handle and the memory outlive the transfer.
-    URLTransfer(URLHandle& handle, const URLTask& task, std::size_t maximumHeaderLength,
-                URLBodyMemory& memory);
+    // The arguments must outlive the transfer.
+    URLTransfer(URLHandle& handle, const URLTask& task,
+                const NSURLSessionConfiguration& configuration, URLBodyMemory& memory);
     ~URLTransfer();
     URLTransfer(const URLTransfer&) = delete;
     URLTransfer& operator=(const URLTransfer&) = delete;
 
-    // When it fails unless a byte moves before.
+    // The transfer times out at this time if no byte is sent or received before.
     [[nodiscard]] Clock::time_point deadline() const { return lastActivity_ + timeout_; }
+    // Postpones the deadline for activity that libcurl does not report.
+    void noteActivity(Clock::time_point time);
+    // The local port of the transfer's connection. It is 0 before the request was sent, and when
+    // other transfers may use the same connection: HTTP/2 is possible for a secure one until its
+    // first response shows another version.
+    [[nodiscard]] int ownConnectionPort() const;
 
-    // It ended with this code. True when it brought an answer that is complete: the library takes a
-    // connection that closes within the header for a good end.
+    // Called with libcurl's result at the end of the transfer. Returns whether the response is
+    // complete.
     [[nodiscard]] bool end(CURLcode code);
-    // Once it is whole:
+
+    // For a complete response:
     [[nodiscard]] int statusCode() const;
-    // Where a redirection that is to be followed leads to.
+    // The target of a redirection that is to be followed.
     [[nodiscard]] std::optional<std::string> redirection() const;
     [[nodiscard]] NSHTTPURLResponse response() const;
     [[nodiscard]] NSData takeBody();
 
-    // Once it is not:
+    // For a response that is not complete:
     [[nodiscard]] NSError error(CURLcode code) const;
 
 private:
@@ -64,29 +75,36 @@ private:
     void setFields(const NSMutableURLRequest& request);
     void appendField(const std::string& line);
 
-    static int sending(void* self, char*, char*, int, int);
+    static int sending(void* self, char*, char*, int, int localPort);
     static std::size_t headerArrived(char* bytes, std::size_t size, std::size_t count, void* self);
     static std::size_t bodyArrived(char* bytes, std::size_t size, std::size_t count, void* self);
     static int progressed(void* self, curl_off_t, curl_off_t down, curl_off_t, curl_off_t up);
-    bool take(const char* bytes, std::size_t length);
-    void reserveBody(std::size_t capacity);
+    void startBody();
+    // Both return false when the transfer is refused.
+    bool decode(std::string_view bytes);
+    bool take(std::string_view bytes);
 
     URLHandle& handle_;
+    bool isSecure_ = false;
     int timesSent_ = 0;
+    int localPort_ = 0;
     std::unique_ptr<curl_slist, ListDeleter> fields_;
     std::optional<NSData> sentBody_;
     Clock::duration timeout_;
     Clock::time_point lastActivity_;
     curl_off_t moved_ = 0;
 
+    const NSURLSessionConfiguration& configuration_;
     std::size_t headerLength_ = 0;
-    std::size_t maximumHeaderLength_;
-    bool isHeaderWhole_ = false;
-    bool isOver_ = false;  // in good order
+    std::size_t headerLines_ = 0;
+    bool isHeaderComplete_ = false;
+    bool hasSucceeded_ = false;
+    bool hasBody_ = false;
+    std::unique_ptr<BodyDecoder> decoder_;  // Null if the body is not encoded.
     std::vector<unsigned char> body_;
     URLBodyMemory& memory_;
 
-    // Why the transfer was ended from here, and libcurl's own words.
+    // Why the session itself ended the transfer, or null.
     const char* refusal_ = nullptr;
     char errorBuffer_[CURL_ERROR_SIZE] = {};
 };

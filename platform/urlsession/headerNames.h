@@ -4,7 +4,7 @@
 
 namespace orvane::platform {
 
-// Names of header fields are the same in whatever case.
+// Compares names of header fields, in which case is ignored.
 inline bool isSameHeaderName(const char* a, const char* b) {
     return g_ascii_strcasecmp(a, b) == 0;
 }

@@ -3,13 +3,9 @@
 #include <gio/gio.h>
 
 #include <algorithm>
-#include <chrono>
-#include <cstddef>
 #include <cstdlib>
 #include <memory>
-#include <mutex>
 #include <string_view>
-#include <unordered_map>
 #include <utility>
 
 namespace orvane::platform {
@@ -25,8 +21,8 @@ bool environmentNamesProxies() {
     });
 }
 
-// The desktop's word for a kind of proxy, and libcurl's: in its kinds that end in h or a the proxy
-// looks names up.
+// Translates GIO's names for kinds of proxies to those of libcurl that let the proxy resolve host
+// names.
 std::string translated(std::string_view proxy) {
     using Scheme = std::pair<std::string_view, std::string_view>;
     for (const auto& [theirs, ours] :
@@ -39,58 +35,20 @@ std::string translated(std::string_view proxy) {
     return std::string(proxy.starts_with("direct:") ? std::string_view() : proxy);
 }
 
-std::string lookUp(const std::string& server) {
-    // The process's own, never freed.
-    GProxyResolver* const resolver = g_proxy_resolver_get_default();
-    const std::unique_ptr<gchar*, decltype(&g_strfreev)> proxies(
-        g_proxy_resolver_lookup(resolver, server.c_str(), nullptr, nullptr), &g_strfreev);
-    // The first is the one to use; the others stand in for it.
-    return proxies && *proxies ? translated(*proxies) : std::string();
-}
-
-// Asking costs more than a small request.
-class Answers {
-public:
-    std::string of(const std::string& server) {
-        const auto now = Clock::now();
-        {
-            const std::lock_guard lock(mutex_);
-            const auto known = answers_.find(server);
-            if (known != answers_.end() && now < known->second.until) {
-                return known->second.proxy;
-            }
-        }
-        const std::string proxy = lookUp(server);
-        const std::lock_guard lock(mutex_);
-        if (answers_.size() >= kMost) {
-            answers_.clear();
-        }
-        answers_[server] = {proxy, now + kLifetime};
-        return proxy;
-    }
-
-private:
-    using Clock = std::chrono::steady_clock;
-    struct Answer {
-        std::string proxy;
-        Clock::time_point until;
-    };
-    static constexpr std::chrono::seconds kLifetime{5};
-    static constexpr std::size_t kMost = 1000;
-
-    std::mutex mutex_;
-    std::unordered_map<std::string, Answer> answers_;
-};
-
 }  // namespace
 
 std::string systemProxy(const std::string& url) {
     if (environmentNamesProxies()) {
         return {};
     }
-    // Never destroyed: a background worker may still send while the process ends.
-    static Answers* const answers = new Answers;
-    return answers->of(url.substr(0, url.find('/', url.find("://") + 3)) + "/");
+    // A configuration script has no business with paths and queries.
+    const std::string server = url.substr(0, url.find('/', url.find("://") + 3)) + "/";
+    // Owned by GIO and never freed.
+    GProxyResolver* const resolver = g_proxy_resolver_get_default();
+    const std::unique_ptr<gchar*, decltype(&g_strfreev)> proxies(
+        g_proxy_resolver_lookup(resolver, server.c_str(), nullptr, nullptr), &g_strfreev);
+    // The first proxy is preferred; the others are alternatives for when it fails.
+    return proxies && *proxies ? translated(*proxies) : std::string();
 }
 
 }  // namespace orvane::platform

@@ -4,12 +4,12 @@
 
 namespace orvane::platform {
 
-// The proxy that the desktop's settings name for the server of this address (with its scheme), as
-// "http://host:port" or "socks5h://host:port"; an answer holds for five seconds. Empty where none
-// is to be used, and where the environment names proxies (http_proxy and its like): it has the last
-// word, and libcurl reads it by itself.
+// Returns the proxy that the desktop's settings name for the server of this http or https address,
+// as "http://host:port" or "socks5h://host:port". The result is empty if no proxy is to be used, or
+// if the environment names proxies (http_proxy and similar): those take precedence, and libcurl
+// reads them.
 //
-// Any thread. It waits where the settings name a script that decides.
+// Thread-safe. It blocks while the settings' automatic configuration script is loaded and run.
 std::string systemProxy(const std::string& url);
 
 }  // namespace orvane::platform

@@ -33,6 +33,13 @@ std::string bodyOf(const Response& response) {
     return {reinterpret_cast<const char*>(response.getBody().data()), response.getBody().size()};
 }
 
+// "hello", compressed with gzip and followed by a byte that is not part of it.
+std::string packedHello() {
+    static constexpr char bytes[] =
+        "\x1f\x8b\x08\0\0\0\0\0\0\x03\xcb\x48\xcd\xc9\xc9\x07\0\x86\xa6\x10\x36\x05\0\0";
+    return {bytes, sizeof bytes};
+}
+
 Request requestTo(const std::string& url, RequestMethod method = RequestMethod::GET) {
     Request request;
     request.setUrl(url);
@@ -168,19 +175,21 @@ TEST(RequestService, LetsNoHeaderBecomeTwo) {
 TEST(RequestService, KeepsTheBytesOfHeadersAndDecodesTheBody) {
     TestServer server([](const TestServer::Request& request, Connection& connection) {
         EXPECT_NE(request.header("Accept-Encoding").find("gzip"), std::string::npos);
-        static constexpr char packed[] =
-            "\x1f\x8b\x08\0\0\0\0\0\0\x03\xcb\x48\xcd\xc9\xc9\x07\0\x86\xa6\x10\x36\x05\0\0";
-        connection.answer(200, std::string(packed, sizeof packed),
+        connection.answer(200, packedHello(),
                           "X-Latin: \xE9\r\nX-Utf: \xC3\xA9\xE2\x82\xAC\r\ncontent-TYPE: t/s\r\n"
-                          "X-List: a=1\r\nx-list: b=2\r\nContent-Encoding: gzip\r\n");
+                          "X-List: a=1\r\nx-list: b=2\r\nX-Empty: \r\nContent-Encoding: " +
+                              request.target.substr(1) + "\r\n");
     });
-    const Response response = RequestService::syncRequest(requestTo(server.url("/")));
+    const Response response = RequestService::syncRequest(requestTo(server.url("/gzip")));
     EXPECT_EQ(bodyOf(response), "hello");
+    EXPECT_EQ(bodyOf(RequestService::syncRequest(requestTo(server.url("/unknown")))),
+              packedHello());
     const auto& headers = response.getHeaders();
     EXPECT_EQ(headers.at("X-Latin"), "\xE9");
     EXPECT_EQ(headers.at("X-Utf"), "\xC3\xA9\xE2\x82\xAC");
     EXPECT_EQ(headers.at("Content-Type"), "t/s");
     EXPECT_EQ(headers.at("X-List"), "a=1, b=2");
+    EXPECT_EQ(headers.at("X-Empty"), "");
 }
 
 TEST(Convert, IsUtf8TowardsThePlatformAndLatin1Back) {
@@ -253,6 +262,12 @@ TEST(RequestService, ReportsEveryFailure) {
         longHead += "X-" + std::to_string(line) + ": " + std::string(1000, 'x') + "\r\n";
     }
     const std::string ok = "HTTP/1.1 200 x\r\n";
+    std::string manyLines = ok;
+    for (int line = 0; line < 60'000; ++line) {
+        manyLines += "X:\r\n";
+    }
+    manyLines += "\r\n";
+    const std::string gzip = "Content-Encoding: gzip\r\n\r\n";
     struct Answer {
         std::string bytes;
         const char* message;
@@ -268,8 +283,10 @@ TEST(RequestService, ReportsEveryFailure) {
         {"/garbage", {"\x16\x03\x01 this is no answer at all\r\n\r\n", "HTTP/0.9"}},
         {"/early-close", {"", "Empty reply"}},
         {"/half-head", {ok + "Content-", "within the header"}},
-        {"/bad-gzip", {ok + "Content-Encoding: gzip\r\n\r\nno gzip", "unencoding"}},
+        {"/cut-gzip", {ok + gzip + packedHello().substr(0, 20), "incomplete"}},
+        {"/bad-gzip", {ok + gzip + "no gzip", "damaged"}},
         {"/long-head", {longHead, "header"}},
+        {"/many-lines", {manyLines, "header"}},
         {"/long-line", {ok + "X: " + std::string(8 << 20, 'x') + "\r\n\r\n", "header"}},
         {"/circle", {"HTTP/1.1 302 x\r\nLocation: /circle\r\n\r\n", "too many HTTP redirects"}},
         {"/to-file", {"HTTP/1.1 302 x\r\nLocation: file:///etc/hostname\r\n\r\n", "unsupported"}},

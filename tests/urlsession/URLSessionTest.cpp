@@ -168,18 +168,30 @@ TEST(NSURLSession, LetsWaitingTasksHaveTheirTurnWithoutTimingOut) {
     }
 }
 
-TEST(NSURLSession, BoundsWhatBodiesHold) {
-    TestServer server([](const TestServer::Request& request, Connection& connection) {
+TEST(NSURLSession, LimitsTheMemoryOfBodiesAndChargesOnlyWhatArrived) {
+    std::counting_semaphore<> hasAnnounced(0);
+    TestServer server([&](const TestServer::Request& request, Connection& connection) {
         const std::string length =
-            request.target == "/lie" ? "Content-Length: 9000000000000000000\r\n" : "";
+            request.target == "/small" ? "" : "Content-Length: 9000000000000000000\r\n";
         connection.send("HTTP/1.1 200 x\r\n" + length + "\r\n");
+        if (request.target == "/announce") {
+            connection.send("x");
+            hasAnnounced.release();
+            connection.stall();
+            return;
+        }
         connection.send(std::string(request.target == "/small" ? 100'000 : 4 << 20, 'x'));
         connection.close();
     });
     auto bounded = configuration();
     bounded.bodyMemory = 1 << 20;
     NSURLSession session(bounded);
-    // What a body held is free again after it.
+    std::vector<std::future<Outcome>> announced;
+    for (int i = 0; i < 8; ++i) {
+        announced.push_back(start(session, server.url("/announce")));
+        hasAnnounced.acquire();
+    }
+    // The memory of a body is available again after its task has ended.
     for (int i = 0; i < 20; ++i) {
         const auto outcome = start(session, server.url("/small")).get();
         ASSERT_TRUE(outcome.body) << outcome.error;
@@ -189,6 +201,45 @@ TEST(NSURLSession, BoundsWhatBodiesHold) {
         const auto outcome = start(session, server.url(path)).get();
         EXPECT_NE(outcome.error.find("too large"), std::string::npos) << path << outcome.error;
     }
+}
+
+TEST(NSURLSession, CountsTheBytesOfUnfinishedHeaderLinesAsActivity) {
+    TestServer server([](const auto&, Connection& connection) {
+        for (const char byte : std::string("HTTP/1.1 200 x\r\n\r\n")) {
+            connection.send({byte});
+            std::this_thread::sleep_for(std::chrono::milliseconds(80));
+        }
+        connection.close();
+    });
+    NSURLSession session(configuration());
+    EXPECT_EQ(start(session, server.url("/"), 1).get().error, "");
+}
+
+TEST(NSURLSession, ServesOtherRequestsWhileAProxyIsLookedUp) {
+    TestServer proxy(answerTarget);
+    TestServer server([](const TestServer::Request& request, Connection& connection) {
+        connection.answer(request.target == "/away" ? 302 : 200, "direct",
+                          "Location: http://slow.invalid/x\r\n");
+    });
+    std::binary_semaphore isAsked(0);
+    std::binary_semaphore mayAnswer(0);
+    auto settings = configuration();
+    settings.proxy = [&](const std::string& url) {
+        if (url.find("slow.invalid") == std::string::npos) {
+            return std::string();
+        }
+        isAsked.release();
+        mayAnswer.acquire();
+        return proxy.url("");
+    };
+    NSURLSession session(settings);
+    auto redirected = start(session, server.url("/away"));
+    isAsked.acquire();
+    auto other = start(session, server.url("/"));
+    EXPECT_EQ(other.wait_for(std::chrono::seconds(20)), std::future_status::ready);
+    mayAnswer.release();
+    EXPECT_EQ(other.get().body, "direct");
+    EXPECT_EQ(redirected.get().body, "http://slow.invalid/x");
 }
 
 TEST(NSURLSession, TellsEveryTaskWhenItIsInvalidated) {
@@ -203,7 +254,7 @@ TEST(NSURLSession, TellsEveryTaskWhenItIsInvalidated) {
     session.invalidateAndCancel();
     tasks.push_back(start(session, server.url("/")));
     for (auto& task : tasks) {
-        EXPECT_EQ(task.get().error, "cancelled");
+        EXPECT_EQ(task.get().error, "The request was canceled.");
     }
 }
 
