@@ -5,7 +5,7 @@
 
 namespace orvane::platform {
 
-// Straight (not premultiplied) components from 0 to 1.
+// A color as straight (not premultiplied) components from 0 to 1.
 struct CGColor {
     double red = 0;
     double green = 0;

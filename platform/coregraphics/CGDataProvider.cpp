@@ -23,7 +23,7 @@ std::shared_ptr<const CGDataProvider> CGDataProvider::createWithData(
 
 std::shared_ptr<const CGDataProvider> CGDataProvider::createWithFilename(
     const std::string& filename) {
-    // A device or a pipe would be read without end, so only regular files are opened.
+    // Only regular files are opened: reading a device or a pipe might not end.
     std::error_code error;
     const std::filesystem::path path(filename);
     if (!std::filesystem::is_regular_file(path, error)) {

@@ -9,13 +9,14 @@
 
 namespace orvane::platform {
 
-// Bytes that an image is made from. Immutable, shared, safe to hand between threads.
+// The bytes from which an image is made. Immutable and shared; safe to pass between threads.
 class ORVANE_EXPORT CGDataProvider {
 public:
-    // Shares the bytes with `data`; whoever made a view without an owner keeps the storage alive.
+    // Shares the bytes of `data`. If `data` does not own its bytes, the caller keeps them alive for
+    // as long as the provider exists.
     static std::shared_ptr<const CGDataProvider> createWithData(orvane::commons::ByteArray data);
-    // Reads the whole file now. Null for what cannot be read, is no regular file, or is larger than
-    // any picture this runtime takes.
+    // Reads the whole file. Returns null when the file cannot be read, is not a regular file, or is
+    // larger than 256 MiB.
     static std::shared_ptr<const CGDataProvider> createWithFilename(const std::string& filename);
 
     std::span<const unsigned char> bytes() const { return {data_.data(), data_.size()}; }

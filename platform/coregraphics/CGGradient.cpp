@@ -10,8 +10,8 @@ std::shared_ptr<const CGGradient> CGGradient::createWithColorComponents(
     const std::size_t located = std::min(count, locations.size());
     auto gradient = std::make_shared<CGGradient>();
     gradient->stops_.reserve(count);
-    // Colours behind the last location share what is left of the axis; without any location the
-    // first colour stands at 0, so one interval fewer is shared out.
+    // Colors after the last location share the rest of the axis evenly. Without any location the
+    // first color is at 0, so there is one interval less.
     const double last = located > 0 ? limitedComponent(locations[located - 1]) : 0;
     const std::size_t first = located > 0 ? located - 1 : 0;
     const double intervals =
@@ -25,7 +25,7 @@ std::shared_ptr<const CGGradient> CGGradient::createWithColorComponents(
                                     {limitedComponent(c[0]), limitedComponent(c[1]),
                                      limitedComponent(c[2]), limitedComponent(c[3])}});
     }
-    // Locations may come in any order; equal ones keep theirs and make a hard edge.
+    // Locations may come in any order. Equal ones keep their order and make a hard edge.
     std::ranges::stable_sort(gradient->stops_, {}, &Stop::location);
     return gradient;
 }

@@ -9,8 +9,8 @@
 
 namespace orvane::platform {
 
-// The colours of a gradient and where they stand, 0 to 1, along an axis that the canvas is given
-// when it paints. Immutable and shared.
+// The colors of a gradient and their locations, from 0 to 1, along an axis. The canvas receives the
+// axis when it paints. Immutable and shared; safe to pass between threads.
 class ORVANE_EXPORT CGGradient {
 public:
     struct Stop {
@@ -18,8 +18,9 @@ public:
         CGColor color;
     };
 
-    // `components` are four a colour: r, g, b, a. Colours without a location are spread evenly
-    // behind the last one that has one; no locations at all spread them over the whole axis.
+    // `components` holds four numbers per color: red, green, blue, alpha. Colors without a location
+    // are spread evenly after the last color that has one; without any location all colors are
+    // spread over the whole axis. Numbers outside 0 to 1 are limited to that range.
     static std::shared_ptr<const CGGradient> createWithColorComponents(
         std::span<const double> components, std::span<const double> locations);
 

@@ -13,24 +13,26 @@ namespace orvane::platform {
 
 class CGDataProvider;
 
-// A decoded bitmap. Immutable, shared, safe to hand between threads. Its pixels are 32-bit words of
-// premultiplied alpha, red, green and blue, alpha in bits 24 to 31, rows packed from the top.
+// A decoded bitmap. Immutable and shared; safe to pass between threads. A pixel is a 32-bit word of
+// premultiplied alpha, red, green and blue, with alpha in bits 24 to 31. Rows follow each other
+// without gaps, the top row first.
 class ORVANE_EXPORT CGImage {
 public:
-    // Decodes now. Null for what is not of the format, is damaged, or announces more pixels than
-    // its bytes could hold.
+    // Decode the whole image. Return null for data that is not in the format, is damaged, or claims
+    // more pixels than its bytes can hold or a bitmap may have.
     static std::shared_ptr<const CGImage> createWithPNGDataProvider(const CGDataProvider& provider);
     static std::shared_ptr<const CGImage> createWithJPEGDataProvider(
         const CGDataProvider& provider);
 
-    // Raw pixels of four bytes red, green, blue, alpha, the alpha not premultiplied, which is the
-    // bitmap information 3. Where the bytes end early the rest is transparent. Null for sizes that
-    // are not positive or beyond any canvas.
+    // Converts raw pixels of four bytes: red, green, blue and alpha, not premultiplied (bitmap
+    // information 3). Pixels beyond the end of the bytes are transparent. Returns null for sizes
+    // that are not positive or exceed the limits of a canvas.
     static std::shared_ptr<const CGImage> create(std::ptrdiff_t width, std::ptrdiff_t height,
                                                  std::ptrdiff_t bytesPerRow,
                                                  const CGDataProvider& provider);
 
-    // From premultiplied words as described above, `width * height` of them.
+    // Takes premultiplied words as described above. Returns null unless there are `width * height`
+    // of them and the size is within the limits of a canvas.
     static std::shared_ptr<const CGImage> createWithPixels(int width, int height,
                                                            std::vector<std::uint32_t> pixels);
 
@@ -38,10 +40,10 @@ public:
     int height() const { return height_; }
     std::span<const std::uint32_t> pixels() const { return pixels_; }
 
-    // Whether no pixel lets anything shine through.
+    // Whether every pixel has full alpha.
     bool isOpaque() const { return isOpaque_; }
 
-    // False when the file cannot be written.
+    // Returns false when the file cannot be written.
     bool writePNG(const std::string& filename) const;
 
 private:

@@ -6,7 +6,7 @@
 #include <span>
 #include <vector>
 
-#include <jpeglib.h>  // needs <cstddef> and <cstdio> before it
+#include <jpeglib.h>  // must follow <cstddef> and <cstdio>
 
 #include <jerror.h>
 
@@ -19,13 +19,14 @@ namespace orvane::platform {
 
 namespace {
 
-// A progressive picture may announce scan after scan over all its pixels; honest ones have a dozen.
+// A progressive image can contain any number of scans over all its pixels; encoders write about a
+// dozen.
 constexpr int kMostScans = 100;
 
-// The library reports failures by a function that must not return. This one jumps back to where
-// decoding began; nothing between there and here owns anything but the library's own structure.
+// libjpeg reports failures through a function that must not return. This one jumps back to the
+// start of decoding. No object with a destructor may be created in between.
 struct ErrorManager {
-    jpeg_error_mgr base;  // first: the library's pointer to it is this one's, too
+    jpeg_error_mgr base;  // first member: libjpeg's pointer to it is converted back
     std::jmp_buf back;
 };
 
@@ -33,8 +34,8 @@ struct ErrorManager {
     std::longjmp(reinterpret_cast<ErrorManager*>(info->err)->back, 1);
 }
 
-// Damage is reported as a warning and then glossed over with grey. Oddities that lose no pixel are
-// let pass.
+// libjpeg reports damage as a warning and continues with gray pixels; treat it as a failure. Ignore
+// oddities that lose no pixels.
 void onMessage(j_common_ptr info, int level) {
     if (level >= 0) {
         return;
@@ -62,8 +63,8 @@ std::uint32_t opaque(std::uint32_t r, std::uint32_t g, std::uint32_t b) {
     return 0xff000000u | r << 16 | g << 8 | b;
 }
 
-// One decompression. All that owns anything lives here, outside the function that is jumped back
-// to.
+// One decompression. It owns everything that decode() allocates, because decode() is left by a
+// jump.
 class Decompressor {
 public:
     Decompressor() {
@@ -75,7 +76,7 @@ public:
     Decompressor(const Decompressor&) = delete;
     Decompressor& operator=(const Decompressor&) = delete;
 
-    // False for what cannot be decoded whole.
+    // Returns false unless the whole image was decoded.
     bool decode(std::span<const unsigned char> bytes) {
         if (setjmp(error_.back) != 0) {
             return false;
@@ -90,9 +91,9 @@ public:
                      kPixelsPerByte)) {
             return false;
         }
-        const bool isFourColours =
+        const bool isCmyk =
             info_.jpeg_color_space == JCS_CMYK || info_.jpeg_color_space == JCS_YCCK;
-        info_.out_color_space = isFourColours ? JCS_CMYK : JCS_RGB;
+        info_.out_color_space = isCmyk ? JCS_CMYK : JCS_RGB;
         jpeg_start_decompress(&info_);
         allocate();
         while (info_.output_scanline < info_.output_height) {
@@ -100,7 +101,7 @@ public:
             std::uint32_t* const pixels =
                 pixels_.data() + std::size_t{info_.output_scanline} * info_.output_width;
             jpeg_read_scanlines(&info_, &row, 1);
-            convertRow(pixels, isFourColours);
+            convertRow(pixels, isCmyk);
         }
         jpeg_finish_decompress(&info_);
         return true;
@@ -117,12 +118,12 @@ private:
                     static_cast<std::size_t>(info_.output_components));
     }
 
-    void convertRow(std::uint32_t* pixels, bool isFourColours) const {
+    void convertRow(std::uint32_t* pixels, bool isCmyk) const {
         const unsigned char* sample = row_.data();
-        // The program that made four colours common wrote them inverted, and leaves a mark.
+        // The program that introduced CMYK JPEGs wrote them inverted, with a marker of its own.
         const std::uint32_t inverted = info_.saw_Adobe_marker ? 0 : 255;
         for (JDIMENSION x = 0; x < info_.output_width; ++x) {
-            if (isFourColours) {
+            if (isCmyk) {
                 const std::uint32_t light = sample[3] ^ inverted;
                 const auto mixed = [&](std::uint32_t ink) { return scaled(ink ^ inverted, light); };
                 pixels[x] = opaque(mixed(sample[0]), mixed(sample[1]), mixed(sample[2]));

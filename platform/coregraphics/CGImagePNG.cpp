@@ -16,11 +16,11 @@ namespace orvane::platform {
 
 namespace {
 
-// Straight ARGB words, whichever way the machine stores them.
+// Straight ARGB words in the byte order of the machine.
 constexpr png_uint_32 kWordFormat =
     std::endian::native == std::endian::little ? PNG_FORMAT_BGRA : PNG_FORMAT_ARGB;
 
-// The library's own structure, emptied again whatever happens.
+// Owns libpng's image structure.
 class PngImage {
 public:
     PngImage() { image_.version = PNG_IMAGE_VERSION; }
@@ -38,7 +38,7 @@ private:
 // Deflate yields at most 1032 bytes for one, and a pixel takes at least one bit.
 constexpr std::int64_t kPixelsPerByte = 1032 * 8;
 
-// The format ends with this chunk, its checksum included; a file cut short lacks it.
+// A complete file ends with this chunk, including its checksum.
 bool hasEnd(std::span<const unsigned char> bytes) {
     static constexpr unsigned char kEnd[] = {0,   0,   0,    0,    'I',  'E',
                                              'N', 'D', 0xae, 0x42, 0x60, 0x82};
@@ -57,7 +57,7 @@ std::shared_ptr<const CGImage> CGImage::createWithPNGDataProvider(const CGDataPr
         return nullptr;
     }
     png->format = kWordFormat;
-    // Without this, 16 bits a component count as linear light.
+    // Otherwise libpng treats 16-bit components as linear light.
     png->flags |= PNG_IMAGE_FLAG_16BIT_sRGB;
     const auto width = static_cast<int>(png->width);
     const auto height = static_cast<int>(png->height);

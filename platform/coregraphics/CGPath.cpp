@@ -10,8 +10,7 @@ namespace orvane::platform {
 
 namespace {
 
-// Gathers the box of what it is fed; curves count where they run, not where their control points
-// stand.
+// Computes the box of an outline. Curves count by their course, not by their control points.
 class BoundsSink {
 public:
     void moveTo(CGPoint p) { lineTo(p); }
@@ -34,7 +33,8 @@ private:
         max_ = {std::max(max_.x, p.x), std::max(max_.y, p.y)};
     }
 
-    // Where the curve turns back in one coordinate: the roots of the derivative inside (0, 1).
+    // Includes the extrema of the curve in one coordinate: the roots of its derivative inside (0,
+    // 1).
     void includeTurningPoints(CGPoint p0, CGPoint p1, CGPoint p2, CGPoint p3,
                               double CGPoint::*axis) {
         const double a = p3.*axis - 3 * p2.*axis + 3 * p1.*axis - p0.*axis;
@@ -53,7 +53,7 @@ private:
         if (discriminant < 0) {
             return;
         }
-        // The stable form of the quadratic's roots; it also holds when `a` vanishes.
+        // The numerically stable form of the quadratic's roots; also valid when `a` is 0.
         const double q = -0.5 * (b + std::copysign(std::sqrt(discriminant), b));
         if (q != 0) {
             includeAt(c / q);
@@ -134,7 +134,7 @@ void CGPath::addRect(const CGRect& rect) {
 
 void CGPath::addRoundedRect(const CGRect& rect, double cornerWidth, double cornerHeight) {
     const CGRect r = standardized(rect);
-    // Written so that a corner that is not a number stays one, and the outline is nowhere.
+    // The comparisons keep NaN corners, so that the outline is not finite and covers nothing.
     const double half[] = {r.size.width / 2, r.size.height / 2};
     const double wanted[] = {std::abs(cornerWidth), std::abs(cornerHeight)};
     const CGSize corner{wanted[0] > half[0] ? half[0] : wanted[0],
@@ -159,7 +159,7 @@ void CGPath::addEllipseInRect(const CGRect& rect) {
 void CGPath::addRelativeArc(const CGAffineTransform& matrix, double x, double y, double radius,
                             double startAngle, double delta) {
     constexpr double kTurn = 2 * std::numbers::pi;
-    // More than two turns look like the last two of them.
+    // More than two turns look like the last two.
     if (std::abs(delta) > 2 * kTurn && std::isfinite(delta)) {
         const double kept = std::copysign(kTurn, delta) + std::fmod(delta, kTurn);
         startAngle += delta - kept;

@@ -10,9 +10,9 @@
 
 namespace orvane::platform {
 
-// A mutable outline: subpaths of lines and curves in user space. Built once per change by its
-// owner, appended as it is at paint time. The y axis of the caller's space gives the sense of
-// angles: positive angles run from the x axis towards the y axis.
+// A mutable outline: subpaths of lines and curves in user space. Its owner builds it once per
+// change and adds it to a canvas at each paint. Positive angles turn from the x axis toward the y
+// axis.
 class ORVANE_EXPORT CGPath {
 public:
     CGPath();
@@ -27,25 +27,24 @@ public:
     void addLineToPoint(double x, double y);
     void addCurveToPoint(double c1x, double c1y, double c2x, double c2y, double x, double y);
     void addQuadCurveToPoint(double cx, double cy, double x, double y);
-    // Connected lines through the points, beginning a new subpath.
+    // Adds a new subpath of lines that connect the points.
     void addLines(std::span<const CGPoint> points);
     void addRect(const CGRect& rect);
-    // Radii beyond half the side are cut to it, negative ones count as positive.
+    // Radii larger than half the side are reduced to it; negative radii count as positive.
     void addRoundedRect(const CGRect& rect, double cornerWidth, double cornerHeight);
     void addEllipseInRect(const CGRect& rect);
-    // A piece of a circle under `matrix`, joined by a line to the current point if there is one.
-    // Angles in radians; the sign of `delta` gives the direction.
+    // Adds an arc of a circle, mapped by `matrix`, with a line from the current point if there is
+    // one. Angles are in radians; the sign of `delta` gives the direction.
     void addRelativeArc(const CGAffineTransform& matrix, double x, double y, double radius,
                         double startAngle, double delta);
     void closeSubpath();
 
-    // The smallest box around the curves themselves, without their control points; none (the
-    // interface's null rectangle) for an empty path and for one with a coordinate that is not
-    // finite, which is nowhere.
+    // The smallest box around the curves, without their control points. None (the null rectangle of
+    // the interface) for an empty path and for a path with a coordinate that is not finite.
     std::optional<CGRect> getPathBoundingBox() const;
 
-    // The raster form of the outline, for the contexts of this room. It is shared with whoever
-    // took it and never changes under them: a path that goes on to change takes a copy first.
+    // The outline in the form that canvases use. The result is shared and never changes: a later
+    // change to this path copies it first.
     struct Outline;
     std::shared_ptr<const Outline> outline() const;
 

@@ -16,7 +16,7 @@ namespace recorded {
 
 namespace {
 
-// Writes an outline's segments, numbers in the shortest form that six digits give.
+// Formats an outline's segments. Numbers have up to six significant digits.
 class SegmentWriter {
 public:
     void moveTo(CGPoint p) { write('M', {p}); }
@@ -40,7 +40,7 @@ private:
     std::ostringstream out_;
 };
 
-// Separates the arguments of one call by commas and closes its parenthesis at the end.
+// Separates the arguments of one call by commas and adds the closing parenthesis.
 class CallPrinter {
 public:
     CallPrinter(std::ostream& out, const char* name) : out_(out) { out_ << name << '('; }

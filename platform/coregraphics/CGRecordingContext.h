@@ -11,11 +11,12 @@
 
 namespace orvane::platform {
 
-// One drawing operation as a value: what was called, with which arguments. Comparable and
-// printable, so that a test states the calls it expects in order.
+// One drawing operation and its arguments as a value. Tests compare and print it to check calls in
+// order.
 namespace recorded {
 
-// An outline as it stood when it was added: "M x y", "L x y", "C x y x y x y" and "Z", by blanks.
+// An outline at the time when it was added: "M x y", "L x y", "C x y x y x y" and "Z", separated by
+// spaces.
 struct Outline {
     std::string segments;
     bool operator==(const Outline&) const = default;
@@ -95,7 +96,7 @@ struct DrawLinearGradient {
 };
 struct DrawImage {
     CGRect rect;
-    int width, height;  // the bitmap's own size, in pixels
+    int width, height;  // the image's own size, in pixels
     bool operator==(const DrawImage&) const = default;
 };
 struct SetTextMatrix {
@@ -116,21 +117,21 @@ using Call = std::variant<SaveGState, RestoreGState, TranslateCTM, ScaleCTM, Con
                           MoveToPoint, AddLineToPoint, AddRect, AddPath, DrawPath, StrokePath,
                           DrawLinearGradient, DrawImage, SetTextMatrix, DrawLine, DrawFrame>;
 
-// As "name(arguments)", the name being the operation's.
+// Formats the call as "name(arguments)", where the name is that of the operation.
 ORVANE_EXPORT std::ostream& operator<<(std::ostream& out, const Call& call);
 
-// The recorded form of a path, for the calls that a test expects.
+// The recorded form of a path, to state expected calls.
 ORVANE_EXPORT Outline outlineOf(const CGPath& path);
 
 }  // namespace recorded
 
-// A canvas that paints nothing and keeps every call in order, for tests of whoever paints.
+// A canvas that paints nothing and records every call in order. Tests pass it to code that paints.
 class ORVANE_EXPORT CGRecordingContext final : public CGContext {
 public:
     using Call = recorded::Call;
 
     const std::vector<Call>& calls() const { return calls_; }
-    // The calls so far; recording starts over.
+    // Returns the recorded calls and clears the record.
     std::vector<Call> takeCalls();
 
     void saveGState() override;

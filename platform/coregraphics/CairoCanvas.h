@@ -6,8 +6,8 @@
 
 namespace orvane::platform {
 
-// What a CGDrawable paints on: the raster library's own context with the canvas's transformation
-// and clip in force and its fill colour as the source. Only the rooms that draw text include this.
+// The target of CGDrawable::paint: a Cairo context with the transformation and the clip of the
+// canvas, and its fill color as the source. Only modules that draw text include this header.
 struct CairoCanvas {
     cairo_t* cairo;
     CGColor fillColor;

@@ -9,8 +9,8 @@
 
 namespace orvane::platform {
 
-// Subpaths as verbs and the points they take: one for Move and Line, three for Curve, none for
-// Close. Every subpath begins with a Move, also one that goes on where another was closed.
+// Subpaths as verbs and their points: one point for Move and Line, three for Curve, none for Close.
+// Every subpath begins with a Move, including one that continues after a Close.
 struct Segments {
     enum class Verb : std::uint8_t { Move, Line, Curve, Close };
 
@@ -19,7 +19,7 @@ struct Segments {
     void curveTo(CGPoint c1, CGPoint c2, CGPoint p);
     void close();
 
-    // Nothing to begin from: the next line or curve begins a subpath itself.
+    // Without a current point, the next line or curve begins a subpath.
     bool hasCurrentPoint() const { return !verbs.empty(); }
     CGPoint currentPoint() const;
 
@@ -40,8 +40,8 @@ private:
     CGPoint start_;
 };
 
-// The raster form of a path. The plain shapes, which most outlines are, stay what they are: they
-// take no storage of their own, and canvases recognise them. Anything else is segments.
+// The form of a path that canvases use. Plain shapes, which most outlines are, are stored as such:
+// they need no memory of their own, and canvases recognize them. All other outlines are segments.
 struct CGPath::Outline {
     struct Rect {
         CGRect rect;
@@ -55,22 +55,22 @@ struct CGPath::Outline {
     };
 
     bool isEmpty() const;
-    // Whether every coordinate is a finite number. An outline that is not is nowhere.
+    // Whether every coordinate is finite. An outline with any other coordinate covers nothing.
     bool isFinite() const;
-    // The box of the points, control points included; for an outline that is not empty.
+    // The box of all points, control points included. The outline must not be empty.
     CGRect controlBox() const;
-    // The same outline as segments, for whoever adds to it.
+    // Converts the outline to segments, so that more can be added.
     Segments& segments();
 
-    // Hands the outline to `sink` by its moveTo, lineTo, curveTo and close, which take CGPoints.
+    // Passes the outline to the moveTo, lineTo, curveTo and close of `sink`, which take CGPoints.
     template <typename Sink>
     void emit(Sink& sink) const;
 
     std::variant<Segments, Rect, Ellipse, RoundedRect> form;
 };
 
-// Corners of rectangles become curves by this share of their radius, the closest that one cubic
-// comes to a quarter of an ellipse.
+// The distance of control points as a share of the radius, for the cubic that is closest to a
+// quarter of an ellipse: 4/3 (sqrt(2) - 1).
 inline constexpr double kCircleByCurves = 0.5522847498307936;
 
 template <typename Sink>

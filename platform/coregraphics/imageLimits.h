@@ -5,8 +5,8 @@
 
 namespace orvane::platform {
 
-// No canvas is larger than this either way, and no bitmap holds more pixels: a quarter of a
-// gibibyte. Whatever announces more is not decoded.
+// The largest width and height of a canvas, and the largest number of pixels in a bitmap (256 MiB).
+// Images that claim more are not decoded.
 inline constexpr std::int64_t kLargestSide = 32767;
 inline constexpr std::int64_t kMostPixels = std::int64_t{1} << 26;
 

@@ -2,11 +2,11 @@
 
 #include <cstdint>
 
-// Arithmetic on pixels: 32-bit words of premultiplied alpha, red, green and blue, alpha in bits 24
-// to 31. Image decoders and the rasterizer share it, so that both round alike.
+// Arithmetic on pixels: 32-bit words of premultiplied alpha, red, green and blue, with alpha in
+// bits 24 to 31. Image decoders and canvases share it, so that they round alike.
 namespace orvane::platform {
 
-// A color with its channels 16 bits apart, so that all four are worked on at once.
+// A color with its channels 16 bits apart, so that one operation processes all four.
 namespace wide {
 
 inline constexpr std::uint64_t kChannels = 0x00ff00ff00ff00ffu;
@@ -20,7 +20,7 @@ inline std::uint32_t packed(std::uint64_t color) {
 }
 
 inline std::uint64_t scaled(std::uint64_t color, std::uint64_t factor) {
-    // x / 255 is (x + x / 256) / 256 after the half has been added.
+    // x / 255 equals (x + x / 256) / 256 after one half was added.
     const std::uint64_t x = color * factor + 0x0080008000800080u;
     return ((x + ((x >> 8) & kChannels)) >> 8) & kChannels;
 }
@@ -31,17 +31,17 @@ inline std::uint64_t over(std::uint64_t source, std::uint64_t below) {
 
 }  // namespace wide
 
-// Every channel of a premultiplied color times `factor` / 255, rounded to nearest.
+// Multiplies every channel of a premultiplied color by `factor` / 255, rounded to nearest.
 inline std::uint32_t scaled(std::uint32_t color, std::uint32_t factor) {
     return wide::packed(wide::scaled(wide::spread(color), factor));
 }
 
-// The premultiplied color `source` laid over `below`.
+// Composites the premultiplied color `source` over `below`.
 inline std::uint32_t over(std::uint32_t source, std::uint32_t below) {
     return wide::packed(wide::over(wide::spread(source), wide::spread(below)));
 }
 
-// A color given in straight bytes.
+// Converts a color from straight bytes.
 inline std::uint32_t premultiplied(std::uint32_t r, std::uint32_t g, std::uint32_t b,
                                    std::uint32_t a) {
     return (a << 24) | scaled(r << 16 | g << 8 | b, a);

@@ -12,13 +12,12 @@ namespace orvane::platform {
 
 namespace {
 
-// The shaping library counts bytes in int; beyond a share of that a text is cut.
+// Pango counts bytes with int. Longer texts are cut.
 constexpr std::size_t kLongest = std::numeric_limits<int>::max() / 4;
 
 std::string validText(std::string_view text) {
     text = text.substr(0, kLongest);
-    // The whole text is valid nearly always: one look, no copy by pieces. This form of the check
-    // refuses zeros too.
+    // Nearly all texts are valid and are copied at once. This check also rejects zero bytes.
     if (g_utf8_validate(text.data(), static_cast<gssize>(text.size()), nullptr) != FALSE) {
         return std::string(text);
     }
@@ -39,7 +38,7 @@ std::string validText(std::string_view text) {
     return valid;
 }
 
-// Where the character begins that the byte is in.
+// The beginning of the character that contains the byte.
 std::size_t characterAt(const std::string& text, std::size_t byte) {
     while (byte > 0 && byte < text.size() &&
            (static_cast<unsigned char>(text[byte]) & 0xC0) == 0x80) {

@@ -16,12 +16,12 @@ namespace orvane::platform {
 class CTFont;
 class ShapedText;
 
-// What a character is drawn with. A missing attribute stands for the interface's default: black,
-// the default font, no underline, natural alignment.
+// The attributes of a character. A missing attribute means the default: black, the default font, no
+// underline, natural alignment.
 struct CTAttributes {
     std::shared_ptr<const CTFont> font;
     std::optional<CGColor> foregroundColor;
-    // Kept, and read by nothing: a text is stroked only under a stroke width, which no caller sets.
+    // Stored but not used: text is stroked only if a stroke width is set, which no caller does.
     std::optional<CGColor> strokeColor;
     bool underline = false;
     bool strikethrough = false;
@@ -30,8 +30,8 @@ struct CTAttributes {
     friend bool operator==(const CTAttributes&, const CTAttributes&) = default;
 };
 
-// Text with attributes over ranges of it. Attributes belong to characters: set over an empty range
-// they go nowhere, and they leave with the text they were set on.
+// Text with attributes for ranges of it. Attributes belong to characters: setting them for an empty
+// range has no effect, and they are removed with their text.
 //
 // Used on one thread at a time.
 class ORVANE_EXPORT CFMutableAttributedString {
@@ -41,30 +41,32 @@ public:
         CTAttributes attributes;
     };
 
-    // Replaces the whole text. The new one takes the attributes of the old first character. Bytes
-    // that are not UTF-8, zeros among them, become the replacement character.
+    // Replaces the whole text. The new text takes the attributes of the previous first character.
+    // Bytes that are not valid UTF-8, and zero bytes, become the replacement character.
     void replaceString(std::string_view text);
-    // Adds text with attributes of its own.
+    // Appends text with its own attributes.
     void append(std::string_view text, const CTAttributes& attributes);
 
     const std::string& string() const { return *text_; }
     std::size_t length() const { return text_->size(); }
     CFRange range() const { return {0, length()}; }
 
-    // Parts of `range` beyond the text are ignored; an end inside a character moves to its begin.
+    // Parts of `range` beyond the text are ignored. An end inside a character moves to the
+    // beginning of that character.
     void setFont(CFRange range, const std::shared_ptr<const CTFont>& font);
     void setForegroundColor(CFRange range, const CGColor& color);
     void setStrokeColor(CFRange range, const CGColor& color);
     void setUnderline(CFRange range, bool underline);
     void setAlignment(CFRange range, CTTextAlignment alignment);
 
-    // In order, without gaps, together the whole text; neighbours differ.
+    // The runs in order. They have no gaps, cover the whole text, and adjacent ones differ.
     const std::vector<Run>& runs() const { return runs_; }
-    // The run that holds the byte; the last one for a position at the end. None in an empty text.
+    // The run that contains the byte; the last one for a position at the end. Null for an empty
+    // text.
     const Run* runAt(std::size_t location) const;
 
-    // The glyphs of the text, for the lines and frames of this room: shaped at the first call after
-    // a change of text or fonts.
+    // The glyphs of the text, for the lines and frames of this module. The text is shaped by the
+    // first call after a change of text or fonts.
     std::shared_ptr<const ShapedText> shapedText() const;
 
 private:
@@ -72,7 +74,7 @@ private:
     void change(CFRange range, Change&& change);
     void splitAt(std::size_t location);
 
-    // Shared with the lines made from it; a change while it is shared makes a new one.
+    // Shared with the lines made from it; a change copies a shared string first.
     std::shared_ptr<std::string> text_ = std::make_shared<std::string>();
     std::vector<Run> runs_;
     mutable std::shared_ptr<const ShapedText> shapedText_;

@@ -4,7 +4,7 @@
 
 namespace orvane::platform {
 
-// A part of a string. Strings of this platform are UTF-8, and ranges count its bytes.
+// A part of a string. Strings are UTF-8, and ranges count bytes.
 struct CFRange {
     std::size_t location = 0;
     std::size_t length = 0;

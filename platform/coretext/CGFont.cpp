@@ -24,7 +24,7 @@ public:
     FontLibrary(const FontLibrary&) = delete;
     FontLibrary& operator=(const FontLibrary&) = delete;
 
-    // Null when the bytes are no font. Goes with the library.
+    // Returns null unless the bytes are a font. The face is released with the library.
     FT_Face open(std::span<const unsigned char> bytes) const {
         FT_Face face = nullptr;
         const bool opened = library_ != nullptr &&
@@ -37,8 +37,8 @@ private:
     FT_Library library_ = nullptr;
 };
 
-// The library passes over tables that reach beyond the end of the file and opens what is left; such
-// a font would show boxes, or nothing.
+// FreeType skips tables that extend beyond the end of the file and opens the rest; such a font
+// would show boxes or nothing.
 bool isComplete(FT_Face face, std::span<const unsigned char> bytes) {
     FT_ULong usable = 0;
     if (!FT_IS_SFNT(face) || FT_Sfnt_Table_Info(face, 0, nullptr, &usable) != 0) {
@@ -58,7 +58,7 @@ std::shared_ptr<const CGFont> CGFont::createWithDataProvider(const CGDataProvide
     if (face == nullptr || face->num_glyphs == 0) {
         return nullptr;
     }
-    // In a collection the first bytes are not a font's own directory.
+    // A collection does not begin with the table directory of a font.
     if (face->num_faces == 1 && !isComplete(face, provider.bytes())) {
         return nullptr;
     }

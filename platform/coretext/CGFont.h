@@ -9,12 +9,11 @@ namespace orvane::platform {
 
 class CGDataProvider;
 
-// A font file that has been looked into and can be registered.
+// A font file that was checked and can be registered.
 class ORVANE_EXPORT CGFont {
 public:
-    // `file` is where `provider`'s bytes were read from: the font libraries open it themselves once
-    // text needs it. Null for bytes that are no outline font, or whose tables do not all lie inside
-    // the file.
+    // Checks the bytes of `provider`, which were read from `file`. Returns null unless they are an
+    // outline font whose tables all lie inside the file.
     static std::shared_ptr<const CGFont> createWithDataProvider(const CGDataProvider& provider,
                                                                 const std::string& file);
 

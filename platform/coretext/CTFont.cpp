@@ -12,7 +12,7 @@ namespace orvane::platform {
 
 namespace {
 
-// The library counts sizes in 1/1024 units and positions on top of that in int.
+// Pango counts sizes in 1/1024 units, and positions with int.
 constexpr double kLargestSize = 10000;
 
 double usableSize(double size) {

@@ -9,16 +9,16 @@ struct _PangoFontDescription;
 
 namespace orvane::platform {
 
-// A font at a size. Immutable and shared; safe to hand between threads.
+// A font at a size. Immutable and shared; safe to pass between threads.
 class ORVANE_EXPORT CTFont {
 public:
-    // The interface's default size, also for sizes that are no size: zero, negative, not a number.
+    // The default size, which also replaces invalid sizes: zero, negative, not finite.
     static constexpr double kDefaultSize = 12;
 
-    // `name` is a PostScript name, a full name or a family, looked up in that order without regard
-    // to case, among the registered fonts first and then among the system's. A name that is none of
-    // them gives a real font all the same: among the registered ones the nearest to a plain
-    // sans-serif, else the system's. `size` is in user units.
+    // `name` is a PostScript name, a full name or a family, searched in that order without regard
+    // to case, first among the registered fonts, then among those of the system. An unknown name
+    // gives the registered font that is nearest to a plain sans-serif font, or the system's if none
+    // is registered. `size` is in user units.
     static std::shared_ptr<const CTFont> createWithName(const std::string& name, double size);
 
     ~CTFont();
@@ -28,13 +28,13 @@ public:
     // Of the font that was found.
     const std::string& postScriptName() const { return postScriptName_; }
 
-    // As the font's tables give them, in user units and not rounded; all three count positive.
+    // From the font's tables, in user units, not rounded. All three are positive.
     double size() const { return size_; }
     double ascent() const { return ascent_; }
     double descent() const { return descent_; }
     double leading() const { return leading_; }
 
-    // How the shaping library is asked for this font.
+    // The description that selects this font in Pango.
     const _PangoFontDescription* description() const { return description_; }
 
 private:

@@ -9,12 +9,11 @@ namespace orvane::platform {
 
 class CGFont;
 
-// The fonts that the process has added to those of the system.
+// Adds fonts to the process.
 class ORVANE_EXPORT CTFontManager {
 public:
-    // Makes the font known under its names to every text made from now on. What went wrong, if
-    // something did: a font of that PostScript name is registered already, or the font library
-    // refuses the file.
+    // Makes the font available under its names to all texts created afterwards. Returns an error
+    // message if a font of that PostScript name is already registered or the file is refused.
     [[nodiscard]] static std::optional<std::string> registerGraphicsFont(const CGFont& font);
 };
 

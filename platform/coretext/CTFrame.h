@@ -12,8 +12,8 @@ namespace orvane::platform {
 
 class CTLine;
 
-// Lines of text laid out in a rectangle. Immutable: made once a change, drawn as it is. Its y axis
-// runs up; the first line stands at the rectangle's far y edge.
+// Lines of text laid out in a rectangle. Immutable: created once per change and drawn as it is. The
+// y axis is up; the first line is at the largest y of the rectangle.
 class ORVANE_EXPORT CTFrame final : public CGDrawable {
 public:
     struct PlacedLine {
@@ -22,13 +22,13 @@ public:
         double bottom;   // where the next line begins
     };
 
-    // From the top down. Made by CTFramesetter.
+    // Lines from top to bottom. Called by CTFramesetter.
     explicit CTFrame(std::vector<PlacedLine> lines);
 
     const std::vector<PlacedLine>& lines() const { return lines_; }
 
-    // The byte where the character begins that a point lies on: in the line at its height, or the
-    // first or last line for a point above or below all. Nothing for an empty frame.
+    // The first byte of the character at a point, in the line at its height; in the first or last
+    // line for a point above or below all lines. None for an empty frame.
     std::optional<std::size_t> stringIndexForPosition(const CGPoint& point) const;
 
     void paint(CairoCanvas& canvas) const override;
@@ -38,7 +38,7 @@ public:
 private:
     std::vector<PlacedLine> lines_;
     CGRect inkBounds_;
-    double tallestInk_ = 0;  // how far from its baseline any line's ink reaches
+    double tallestInk_ = 0;  // the largest distance between a baseline and the ink of its line
 };
 
 }  // namespace orvane::platform

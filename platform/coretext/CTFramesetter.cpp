@@ -15,11 +15,11 @@ namespace orvane::platform {
 
 namespace {
 
-// How far a line may reach below the rectangle: the caller's rectangle is often the sum of the same
-// numbers, formed in another order.
+// How far a line may extend below the rectangle: the caller's rectangle is often the sum of the
+// same numbers in another order.
 constexpr double kTolerance = 1e-3;
 
-// The side that the paragraph's script is read from, where no other was asked for.
+// Natural alignment is the side on which the paragraph's script begins.
 CTTextAlignment resolved(CTTextAlignment alignment, bool rightToLeft) {
     if (alignment != CTTextAlignment::Natural) {
         return alignment;
@@ -34,7 +34,7 @@ double heightOf(const CTLine::TypographicBounds& bounds) {
 }  // namespace
 
 CTFramesetter::CTFramesetter(const CFMutableAttributedString& string) {
-    string.shapedText();  // so that the copy shares it
+    string.shapedText();  // shaped here so that the copy shares the result
     string_ = string;
 }
 

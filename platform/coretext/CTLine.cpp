@@ -25,7 +25,7 @@ std::shared_ptr<const CTLine> CTLine::createWithAttributedString(
 }
 
 CTLine::~CTLine() {
-    // Fonts may go with the runs.
+    // Fonts may be released with the runs.
     FontMap::Locked map;
     runs_.clear();
 }
@@ -41,7 +41,7 @@ void CTLine::paint(CairoCanvas& canvas) const {
 }
 
 std::optional<std::size_t> CTLine::stringIndexForPosition(double x) const {
-    // Runs, their pieces and the glyphs in them all stand from left to right.
+    // Runs, their pieces and their glyphs are ordered from left to right.
     const auto run = std::partition_point(runs_.begin(), runs_.end(), [&](const TextRun& each) {
         return each.x + each.width <= x && &each != &runs_.back();
     });
@@ -60,8 +60,8 @@ std::optional<std::size_t> CTLine::stringIndexForPosition(double x) const {
     return characterInCluster(*run, glyph, x - left);
 }
 
-// A cluster is one glyph for several characters (a ligature), several for one, or both. Its
-// characters share its width alike.
+// A cluster has one glyph for several characters (a ligature), several for one, or several for
+// several. Its characters share its width evenly.
 std::size_t CTLine::characterInCluster(const TextRun& run, std::uint32_t glyph, double x) const {
     const std::uint32_t cluster = glyphs_[glyph].cluster;
     const std::uint32_t begin = run.pieces.front().first;
@@ -75,7 +75,7 @@ std::size_t CTLine::characterInCluster(const TextRun& run, std::uint32_t glyph, 
     for (; after < end && glyphs_[after].cluster == cluster; ++after) {
         width += double{glyphs_[after].advance};
     }
-    // The cluster that is read next stands to the right, or, read from the right, to the left.
+    // The next cluster in reading order is on the right, or on the left in right-to-left text.
     std::size_t clusterEnd = run.end;
     if (run.isRightToLeft() ? first > begin : after < end) {
         clusterEnd = glyphs_[run.isRightToLeft() ? first - 1 : after].cluster;

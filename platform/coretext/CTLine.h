@@ -15,8 +15,8 @@ namespace orvane::platform {
 
 class CFMutableAttributedString;
 
-// A line of shaped text. Immutable: made once a change, drawn as it is. Its own space has the
-// origin at the left end of the baseline and the y axis up.
+// A line of shaped text. Immutable: created once per change and drawn as it is. The origin of its
+// space is the left end of the baseline; the y axis is up.
 class ORVANE_EXPORT CTLine final : public CGDrawable {
 public:
     struct TypographicBounds {
@@ -26,21 +26,21 @@ public:
         double leading = 0;
     };
 
-    // The whole text in one line, whatever separators are in it.
+    // Puts the whole text in one line, ignoring line breaks in it.
     static std::shared_ptr<const CTLine> createWithAttributedString(
         const CFMutableAttributedString& string);
 
     ~CTLine() override;
 
-    // The width counts white space at the end. Ascent, descent and leading are the largest of the
-    // fonts in the line, those that stand in for missing characters included.
+    // The width includes trailing white space. Ascent, descent and leading are the largest of all
+    // fonts in the line, including fallback fonts.
     const TypographicBounds& typographicBounds() const { return bounds_; }
 
-    // The bytes of the text that the line stands for.
+    // The bytes of the text in this line.
     CFRange stringRange() const { return range_; }
 
-    // The byte where the character begins whose cell `x` lies in. To the left and right of the line
-    // it is the character at that end. Nothing for a line without characters.
+    // The first byte of the character at `x`; of the nearest character for an `x` outside the line.
+    // None for a line without characters.
     std::optional<std::size_t> stringIndexForPosition(double x) const;
 
     void paint(CairoCanvas& canvas) const override;

@@ -2,7 +2,8 @@
 
 namespace orvane::platform {
 
-// By the interface's numbers. Natural is the side from which the paragraph's script is read.
+// The values are those of the interface. Natural is the side on which the paragraph's script
+// begins.
 enum class CTTextAlignment { Left = 0, Right = 1, Center = 2, Natural = 4 };
 
 }  // namespace orvane::platform

@@ -16,9 +16,10 @@ namespace orvane::platform {
 
 namespace {
 
-// A family name that no font has: a request under it means the face of that number.
+// The prefix of a family name that no font has. The name refers to the face with the number that
+// follows.
 constexpr std::string_view kFaceToken = "orvane face ";
-// The family that the shaping library asks for where text is to be shown as emoji.
+// The family that Pango requests for emoji presentation.
 constexpr std::string_view kEmoji = "emoji";
 
 const FcChar8* fcString(const std::string& text) {
@@ -48,11 +49,11 @@ bool hasName(FcPattern* pattern, const char* object, const std::string& name) {
     return false;
 }
 
-// How far a face is from the regular one of its family.
+// The distance of a face from the regular face of its family.
 int distanceFromRegular(FcPattern* pattern) {
     const auto distance = [&](const char* object, int regular, int weight) {
         int value = 0;
-        // A variable font states ranges here; its named instances come as patterns of their own.
+        // Variable fonts have ranges here; their named instances have patterns of their own.
         return FcPatternGetInteger(pattern, object, 0, &value) == FcResultMatch
                    ? std::abs(value - regular) * weight
                    : 10000;
@@ -71,7 +72,7 @@ std::optional<std::size_t> faceOfToken(std::string_view family) {
     return number;
 }
 
-// The families of a pattern with the strength of their binding, taken out and put back in another
+// The families of a pattern with their binding, removed from it in order to add them in another
 // order.
 class Families {
 public:
@@ -82,7 +83,7 @@ public:
     Families(const Families&) = delete;
     Families& operator=(const Families&) = delete;
 
-    // Appends the families from number `first` on, at most `count`, to `pattern`.
+    // Appends at most `count` families, beginning with number `first`, to `pattern`.
     void appendTo(FcPattern* pattern, int first, int count) const {
         FcValue value;
         FcValueBinding binding = FcValueBindingWeak;
@@ -113,7 +114,7 @@ void appendFamilies(FcPattern* pattern, FcFontSet* fonts, bool color) {
 }  // namespace
 
 FontMap& FontMap::instance() {
-    // Never destroyed: texts in static storage outlive any order of destruction.
+    // Never destroyed, because static texts may be released later.
     static FontMap& map = *new FontMap;
     return map;
 }
@@ -128,8 +129,8 @@ FontMap::FontMap()
         this, nullptr);
 
     context_ = pango_font_map_create_context(fontMap_);
-    // Text keeps its proportions at every scale and moves by fractions of a pixel: nothing is
-    // fitted to the pixel grid.
+    // Text keeps its proportions at every scale and moves by fractions of a pixel, so nothing is
+    // aligned to the pixel grid.
     pango_context_set_round_glyph_positions(context_, FALSE);
     cairo_font_options_t* const options = cairo_font_options_create();
     cairo_font_options_set_antialias(options, CAIRO_ANTIALIAS_GRAY);
@@ -139,7 +140,7 @@ FontMap::FontMap()
     cairo_font_options_destroy(options);
 }
 
-// Called for every pattern that the shaping library is about to look up.
+// Called for every pattern that Pango is about to look up.
 void FontMap::substitute(FcPattern* pattern) const {
     const std::string requested = stringOf(pattern, FC_FAMILY);
     if (const auto number = faceOfToken(requested)) {
@@ -147,7 +148,7 @@ void FontMap::substitute(FcPattern* pattern) const {
         FcPatternDel(pattern, FC_FAMILY);
         FcPatternAddString(pattern, FC_FAMILY, fcString(face.family));
         FcConfigSubstitute(config_, pattern, FcMatchPattern);
-        // The file outweighs everything else in a match; the name chooses inside a collection.
+        // The file has the highest priority in a match; the name selects a face in a collection.
         FcPatternAddString(pattern, FC_FILE, fcString(face.file));
         FcPatternAddString(pattern, FC_POSTSCRIPT_NAME, fcString(face.postScriptName));
     }
@@ -208,7 +209,7 @@ std::size_t FontMap::addFace(FcPattern* pattern) {
     face->file = stringOf(pattern, FC_FILE);
     face->family = stringOf(pattern, FC_FAMILY);
     face->postScriptName = stringOf(pattern, FC_POSTSCRIPT_NAME);
-    // Weight, slant and width say what the fallback for missing characters should look like.
+    // Weight, slant and width also select the fallback for missing characters.
     face->description = pango_fc_font_description_from_pattern(pattern, FALSE);
     const std::string token = std::string(kFaceToken) + std::to_string(faces_.size());
     pango_font_description_set_family(face->description, token.c_str());
@@ -234,7 +235,7 @@ const FontFace& FontMap::resolve(const std::string& name) {
         number = addFace(fallback);
         FcPatternDestroy(fallback);
     } else {
-        // Not a single font on this machine. The face stays nameless, and text without any ink.
+        // This machine has no fonts: text has no ink.
         auto face = std::make_unique<FontFace>();
         face->description = pango_font_description_new();
         faces_.push_back(std::move(face));
@@ -274,8 +275,7 @@ bool FontMap::addApplicationFont(const std::string& file) {
     if (FcConfigAppFontAddFile(config_, fcString(file)) == FcFalse) {
         return false;
     }
-    // What a name stands for, and which font a missing character comes from, may be new. Texts that
-    // exist keep the fonts they were shaped with.
+    // Names and fallbacks may now refer to other fonts. Existing texts keep their fonts.
     faceByName_.clear();
     fonts_.clear();
     pango_fc_font_map_config_changed(PANGO_FC_FONT_MAP(fontMap_));

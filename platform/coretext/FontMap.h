@@ -20,24 +20,24 @@ namespace orvane::platform {
 class CTFont;
 class RunFont;
 
-// A font file that a name was resolved to.
+// The font file that a name refers to.
 struct FontFace {
     std::string file;
     std::string family;
     std::string postScriptName;
-    // Names this very face to the shaping library; without a size.
+    // Selects this face in Pango; without a size.
     PangoFontDescription* description = nullptr;
 };
 
-// The fonts of the process: the system's and the registered ones, how names find them, and the
-// shaping library's state. The libraries below take one caller at a time, so everything in this
-// room that shapes, measures or paints holds the lock.
+// The fonts of the process, the lookup of fonts by name, and the state of Pango. Pango and
+// fontconfig serve one caller at a time, so all code of this module that shapes, measures or paints
+// holds the lock.
 //
-// Registered fonts come before the system's, in every look-up and in the fallback for characters
-// that a font lacks: text in them looks the same on every machine.
+// Registered fonts have priority over those of the system in every lookup and as fallback for
+// missing characters, so that text in them looks the same on every machine.
 class FontMap {
 public:
-    // The map under its lock, which the same thread may take again.
+    // Locked access to the map. A thread may lock it repeatedly.
     class Locked {
     public:
         Locked() : map_(instance()), lock_(map_.mutex_) {}
@@ -51,18 +51,18 @@ public:
     PangoContext* context() const { return context_; }
     GlyphCache& glyphs() { return glyphs_; }
 
-    // By the rules of CTFont::createWithName. Never without a result.
+    // Finds a face by the rules of CTFont::createWithName. Always returns a face.
     const FontFace& resolve(const std::string& name);
     std::shared_ptr<const RunFont> load(const PangoFontDescription* description);
 
-    // The CTFont of that name and size, `make`'s when none is alive.
+    // Returns the living CTFont of that name and size, or else the result of `make`.
     std::shared_ptr<const CTFont> sharedFont(
         const std::string& name, double size,
         const std::function<std::shared_ptr<const CTFont>()>& make);
 
-    // Adds a font file to the process. False when the font library refuses it.
+    // Adds a font file to the process. Returns false when fontconfig refuses it.
     bool addApplicationFont(const std::string& file);
-    // Whether a registered font has that PostScript name.
+    // Whether a registered font has this PostScript name.
     bool isRegistered(const std::string& postScriptName) const;
 
 private:
@@ -78,7 +78,7 @@ private:
     FcConfig* config_;
     PangoFontMap* fontMap_;
     PangoContext* context_;
-    // The address of a face stays: texts are under way with it.
+    // Pointers, because texts refer to faces.
     std::vector<std::unique_ptr<FontFace>> faces_;
     std::unordered_map<std::string, std::size_t> faceByName_;
     std::map<std::pair<std::string, double>, std::weak_ptr<const CTFont>> fonts_;

@@ -12,7 +12,7 @@ namespace orvane::platform {
 
 namespace {
 
-GlyphCoverage rasterise(const RunFont& font, std::uint32_t glyph, const GlyphCache::Linear& linear,
+GlyphCoverage rasterize(const RunFont& font, std::uint32_t glyph, const GlyphCache::Linear& linear,
                         double x, double y) {
     GlyphCoverage coverage;
     const cairo_matrix_t matrix{linear.xx, linear.yx, linear.xy, linear.yy, x, y};
@@ -64,7 +64,7 @@ const GlyphCoverage& GlyphCache::Strike::coverage(std::uint32_t glyph, int phase
     const auto [entry, added] = glyphs_.try_emplace(key);
     if (added) {
         entry->second =
-            rasterise(*font_, glyph, linear_, double(phaseX) / kPhases, double(phaseY) / kPhases);
+            rasterize(*font_, glyph, linear_, double(phaseX) / kPhases, double(phaseY) / kPhases);
         const std::size_t bytes = entry->second.pixels.size() + sizeof(*entry) + 32;
         byteCount_ += bytes;
         cache_.byteCount_ += bytes;

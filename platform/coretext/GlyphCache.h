@@ -10,8 +10,8 @@ namespace orvane::platform {
 
 class RunFont;
 
-// How much of each pixel a glyph covers, 0 to 255, by rows from the top; `left` and `top` are the
-// place of the first pixel relative to the whole pixel that the glyph's origin lies in.
+// The coverage of each pixel by a glyph, 0 to 255, in rows from the top. `left` and `top` are the
+// position of the first pixel relative to the whole pixel that contains the glyph's origin.
 struct GlyphCoverage {
     int left = 0;
     int top = 0;
@@ -20,23 +20,24 @@ struct GlyphCoverage {
     std::vector<std::uint8_t> pixels;
 };
 
-// The coverage of glyphs as they were painted lately. A glyph is kept for each transformation
-// without its translation, and for each quarter of a pixel that its origin can stand at: text moves
-// smoothly, and a picture does not depend on what was painted before.
+// The coverage of recently painted glyphs. It is kept separately for each linear transformation and
+// each quarter of a pixel of the glyph's origin, so that text moves smoothly and a picture does not
+// depend on what was painted before.
 class GlyphCache {
 public:
     static constexpr int kPhases = 4;
 
-    // The linear part of a transformation from glyph space (y down) to pixels; finite numbers.
+    // The linear part of a transformation from glyph space (y down) to pixels. All numbers are
+    // finite.
     struct Linear {
         double xx, yx, xy, yy;
         friend bool operator==(const Linear&, const Linear&) = default;
     };
 
-    // A font under a transformation. Good until the cache is asked for another.
+    // A font under a transformation. Valid until the next call of strike().
     class Strike {
     public:
-        // Phases from 0 to kPhases - 1. Good for as long as the strike is.
+        // Phases are from 0 to kPhases - 1. The result is valid as long as the strike.
         const GlyphCoverage& coverage(std::uint32_t glyph, int phaseX, int phaseY);
 
     private:
@@ -44,7 +45,7 @@ public:
         Strike(GlyphCache& cache, const RunFont& font, const Linear& linear);
 
         GlyphCache& cache_;
-        const RunFont* font_;  // whoever asks for its strike keeps it alive
+        const RunFont* font_;  // kept alive by the caller of strike()
         std::uint64_t fontId_;
         Linear linear_;
         std::uint64_t usedAt_ = 0;

@@ -12,14 +12,14 @@ namespace {
 
 constexpr std::int64_t kUnlimited = std::numeric_limits<std::int64_t>::max() / 4;
 
-// Characters that force a break without ending the paragraph: the vertical tab, the form feed, and
-// the line separator.
+// Characters that force a line break without ending the paragraph: vertical tab, form feed and line
+// separator.
 bool hasForcedBreak(std::string_view text) {
     return text.find_first_of("\v\f") != text.npos || text.find("\xE2\x80\xA8") != text.npos;
 }
 
 std::int64_t limitOf(double width) {
-    // One unit of tolerance, so that a text fits into the width that was measured for it.
+    // One unit of tolerance, so that a text fits into its own measured width.
     return width < 1e12 ? static_cast<std::int64_t>(width * PANGO_SCALE) + 1 : kUnlimited;
 }
 
@@ -91,7 +91,7 @@ std::size_t LineBreaker::findBreak(std::size_t first) const {
             if (lastCursor > first) {
                 return lastCursor;
             }
-            // A single character that is wider than the line stands alone in it.
+            // A single character that is wider than the line has a line of its own.
         }
     }
     return characters_.size();

@@ -11,29 +11,30 @@ namespace orvane::platform {
 class ShapedText;
 struct ShapedParagraph;
 
-// The distance from one tab stop to the next, in user units: the interface's own.
+// The distance between tab stops, in user units, as the interface defines it.
 inline constexpr double kTabInterval = 28;
-// How far a tab reaches that begins at `x`; both in the units of the shaping library.
+// The width of a tab that begins at `x`. Both are in Pango units.
 std::int64_t tabAdvance(std::int64_t x);
 
-// Finds where a paragraph is broken into lines of a width: at the last place before the limit where
-// its script allows a break, inside a word when the word alone is longer than a line, and at forced
-// breaks. White space at a break hangs over the end of its line and is neither drawn nor counted.
+// Divides a paragraph into lines of a given width. Lines end at the last allowed break before the
+// limit, inside a word only if the word is longer than a line, and at forced breaks. White space at
+// a break extends beyond the end of its line and is neither drawn nor counted.
 //
-// Takes time in proportion to the paragraph, whatever the width. Internal to this room.
+// The time is proportional to the length of the paragraph. Internal to this module.
 class LineBreaker {
 public:
     // Bytes of the paragraph.
     struct Line {
         int begin = 0;
-        int end = 0;   // without the white space that hangs
+        int end = 0;   // without trailing white space
         int next = 0;  // where the next line begins
     };
 
     // `width` in user units.
     LineBreaker(const ShapedText& text, const ShapedParagraph& paragraph, double width);
 
-    // The next line; the last one ends where the paragraph ends. An empty paragraph is one line.
+    // Returns the next line. The last line ends at the end of the paragraph. An empty paragraph has
+    // one line.
     Line next();
     bool atEnd() const { return started_ && position_ >= length_; }
 
@@ -51,7 +52,7 @@ private:
     int position_ = 0;
     bool started_ = false;
     std::int64_t limit_;
-    // Empty where the paragraph is one line in any case.
+    // Empty if the paragraph cannot have more than one line.
     std::vector<Character> characters_;
     std::vector<PangoLogAttr> attributes_;
     std::size_t character_ = 0;

@@ -14,8 +14,8 @@ double userUnits(std::int64_t units) {
     return double(units) / PANGO_SCALE;
 }
 
-// From reading order to the order seen, by the levels of the bidirectional algorithm: from the
-// highest level down, every stretch of that level or above is turned round.
+// Sorts from reading order to visual order by rule L2 of the Unicode bidirectional algorithm: from
+// the highest level down, reverse every sequence of that level or higher.
 template <typename Pieces>
 void reorder(Pieces& pieces) {
     int highest = 0;
@@ -88,7 +88,7 @@ void LineBuilder::add(const ShapedParagraph& paragraph, int from, int to) {
         append(piece, paragraph.begin);
     }
     if (pieces.empty()) {
-        // An empty line is as high as its font.
+        // An empty line has the height of its font.
         const auto* const run = string_.runAt(paragraph.begin + static_cast<std::size_t>(from));
         const auto font = fontOf(run != nullptr ? run->attributes : CTAttributes());
         CTLine::TypographicBounds& bounds = line_->bounds_;

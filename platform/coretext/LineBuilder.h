@@ -10,21 +10,21 @@
 
 namespace orvane::platform {
 
-// Makes a line from parts of paragraphs: puts their items in the order in which they are seen, and
-// their glyphs in place. Internal to this room; used under the lock of FontMap.
+// Builds a line from parts of paragraphs: sorts their items into visual order and positions their
+// glyphs. Internal to this module; used under the lock of FontMap.
 class LineBuilder {
 public:
     explicit LineBuilder(const CFMutableAttributedString& string);
 
-    // Appends what lies between two bytes of the paragraph.
+    // Appends the text between two bytes of the paragraph.
     void add(const ShapedParagraph& paragraph, int from, int to);
-    // `range` is what the line stands for, the white space that hangs included.
+    // `range` is the text of the line, including trailing white space.
     std::shared_ptr<const CTLine> finish(CFRange range);
 
 private:
     struct Piece {
         const ShapedItem* item;
-        // The item, where only a part of it is in the line.
+        // The partial item, if the line contains only a part of it.
         std::unique_ptr<ShapedItem> own;
         std::int64_t tabWidth = 0;
     };
@@ -36,9 +36,9 @@ private:
     const CFMutableAttributedString& string_;
     std::shared_ptr<const ShapedText> shapedText_;
     std::shared_ptr<CTLine> line_;
-    const CFMutableAttributedString::Run* attributes_ = nullptr;  // of the run that is open
-    std::int64_t x_ = 0;                                          // where the next glyph goes
-    std::int64_t logicalX_ = 0;                                   // what tab stops are counted by
+    const CFMutableAttributedString::Run* attributes_ = nullptr;  // of the current run
+    std::int64_t x_ = 0;         // of the next glyph, in visual order
+    std::int64_t logicalX_ = 0;  // in reading order, for tab stops
 };
 
 }  // namespace orvane::platform

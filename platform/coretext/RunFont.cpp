@@ -45,8 +45,7 @@ RunFont::RunFont(PangoFont* font)
       scaledFont_(
           cairo_scaled_font_reference(pango_cairo_font_get_scaled_font(PANGO_CAIRO_FONT(font)))) {
     hb_font_t* const hbFont = pango_font_get_hb_font(font);
-    // A font of pictures describes itself by the size of its pictures; its metrics are scaled to
-    // the size that was asked for.
+    // A bitmap font reports the size of its bitmaps; its metrics are scaled to the requested size.
     int scaleX = 0;
     int scaleY = 0;
     hb_font_get_scale(hbFont, &scaleX, &scaleY);
@@ -74,7 +73,7 @@ RunFont::RunFont(PangoFont* font)
 }
 
 void RunFont::readFace() {
-    // Generous, for what has no outlines to take a box from.
+    // A generous box for fonts without outlines.
     glyphBox_ = {{-size_, -size_}, {3 * size_, 3 * size_}};
     FT_Face const face = cairo_ft_scaled_font_lock_face(scaledFont_);
     if (face == nullptr) {
@@ -83,7 +82,7 @@ void RunFont::readFace() {
     color_ = FT_HAS_COLOR(face);
     if (FT_IS_SCALABLE(face) && face->units_per_EM > 0) {
         const double scale = size_ / face->units_per_EM;
-        // A font may understate its box; half a size around it covers what is seen in practice.
+        // A font's box may be too small; a margin of half the size covers known fonts.
         const double margin = size_ / 2;
         const FT_BBox& box = face->bbox;
         glyphBox_.origin = {double(box.xMin) * scale - margin, double(box.yMin) * scale - margin};
@@ -94,7 +93,8 @@ void RunFont::readFace() {
 }
 
 RunFont::~RunFont() {
-    // The last text in a font may go on any thread; the font leaves the tables of its map.
+    // The last text in a font may be released on any thread, and the font removes itself from its
+    // map.
     FontMap::Locked map;
     cairo_scaled_font_destroy(scaledFont_);
     g_object_unref(font_);

@@ -10,40 +10,39 @@
 
 namespace orvane::platform {
 
-// One font file at one size, as shaping chose it for a run of text: the requested font or a
-// fallback for characters that it lacks. Internal to this room; made, used and released under the
-// lock of FontMap.
+// One font file at one size, selected by shaping for a run of text: the requested font, or a
+// fallback for characters that it lacks. Internal to this module; created, used and released under
+// the lock of FontMap.
 class RunFont {
 public:
-    // The one RunFont of a loaded font.
+    // Returns the only RunFont of a loaded font.
     static std::shared_ptr<const RunFont> of(PangoFont* font);
 
     ~RunFont();
     RunFont(const RunFont&) = delete;
     RunFont& operator=(const RunFont&) = delete;
 
-    // Tells this font from all others of the process, those that are gone included.
+    // Unique within the process, even after the font was released.
     std::uint64_t id() const { return id_; }
     cairo_scaled_font_t* scaledFont() const { return scaledFont_; }
 
-    // Its glyphs are pictures with colours of their own, not outlines to be filled.
+    // Whether the glyphs are color images, not outlines.
     bool isColor() const { return color_; }
 
-    // User units; all count positive.
+    // User units, all positive.
     double size() const { return size_; }
     double ascent() const { return ascent_; }
     double descent() const { return descent_; }
     double leading() const { return leading_; }
-    // In whole units, so that the line is crisp wherever the baseline is: the upper edge of the
-    // underline below the baseline, and its thickness.
+    // Rounded to whole units, so that the line is sharp at every baseline position: the distance
+    // from the baseline down to the upper edge of the underline, and its thickness.
     double underlineOffset() const { return underlineOffset_; }
     double underlineThickness() const { return underlineThickness_; }
 
-    // The advance of the box that stands for characters that no font has; in the units of the
-    // shaping library.
+    // The advance of the glyph for missing characters, in Pango units.
     int missingGlyphAdvance() const { return missingGlyphAdvance_; }
 
-    // A box around any glyph drawn at 0, 0; y up.
+    // A box around any glyph at (0, 0), y axis up.
     const CGRect& glyphBox() const { return glyphBox_; }
 
 private:

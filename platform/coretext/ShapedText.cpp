@@ -17,8 +17,8 @@ struct AttributesRelease {
 };
 using AttributesPointer = std::unique_ptr<PangoAttrList, AttributesRelease>;
 
-// The fonts over the bytes `begin` to `end` of the text, counted from `begin`. `run` is the first
-// that reaches in, and becomes the last: paragraphs are walked in order.
+// The fonts of the bytes `begin` to `end` of the text, counted from `begin`. `run` is the first run
+// that may reach into them and becomes the last one, because paragraphs are processed in order.
 AttributesPointer fontAttributes(const std::vector<CFMutableAttributedString::Run>& runs,
                                  std::size_t& run, std::size_t begin, std::size_t end) {
     AttributesPointer attributes(pango_attr_list_new());
@@ -36,7 +36,7 @@ AttributesPointer fontAttributes(const std::vector<CFMutableAttributedString::Ru
     return attributes;
 }
 
-// By the first character that has a direction.
+// The direction of the first character that has one.
 bool readsRightToLeft(const char* paragraph, int length) {
     const char* const end = paragraph + length;
     for (const char* at = paragraph; at < end; at = g_utf8_next_char(at)) {
@@ -52,9 +52,8 @@ bool isInvisible(gunichar character) {
     return g_unichar_iscntrl(character) || character == 0x2028 || character == 0x2029;
 }
 
-// What the shaping library leaves to its own painter: control characters show nothing, spaces that
-// the font lacks are as wide as is usual, and any other character that no font has becomes the
-// font's box for that.
+// Resolves characters that no font has, which Pango leaves to its own renderer: control characters
+// show nothing, spaces have a usual width, all others show the font's glyph for missing characters.
 void resolveUnknownGlyphs(PangoGlyphString& glyphs, const RunFont& font) {
     constexpr gunichar kIdeographicSpace = 0x3000;
     for (int i = 0; i < glyphs.num_glyphs; ++i) {

@@ -12,7 +12,7 @@ namespace orvane::platform {
 
 class RunFont;
 
-// The font of a character: the interface's default where none was set.
+// The font of a character, or the default font.
 std::shared_ptr<const CTFont> fontOf(const CTAttributes& attributes);
 
 struct PangoRelease {
@@ -22,8 +22,8 @@ struct PangoRelease {
 using ItemPointer = std::unique_ptr<PangoItem, PangoRelease>;
 using GlyphsPointer = std::unique_ptr<PangoGlyphString, PangoRelease>;
 
-// A stretch of a paragraph in one font, one direction and one script, with its glyphs from left to
-// right. Its item counts bytes from the paragraph's begin.
+// A part of a paragraph in one font, one direction and one script, with its glyphs from left to
+// right. Its item counts bytes from the beginning of the paragraph.
 struct ShapedItem {
     ItemPointer item;
     GlyphsPointer glyphs;
@@ -33,32 +33,32 @@ struct ShapedItem {
     int begin() const { return item->offset; }
     int end() const { return item->offset + item->length; }
 
-    // The same stretch between two bytes of the paragraph, shaped by itself.
+    // Shapes the part between two bytes of the paragraph separately.
     ShapedItem part(const char* paragraph, int length, int from, int to) const;
 };
 
-// What lies between two separators.
+// The text between two paragraph separators.
 struct ShapedParagraph {
     std::size_t begin = 0;  // bytes of the text
     std::size_t end = 0;    // without the separator
-    std::size_t next = 0;   // where the next paragraph begins
+    std::size_t next = 0;   // the beginning of the next paragraph
     bool rightToLeft = false;
-    std::vector<ShapedItem> items;  // as they are read
+    std::vector<ShapedItem> items;  // in reading order
 };
 
-// The glyphs of a text: what is worked out once a change, from which lines are made at any width.
-// Immutable. Internal to this room; made under the lock of FontMap.
+// The glyphs of a text, computed once per change. Lines of any width are made from them. Immutable.
+// Internal to this module; created under the lock of FontMap.
 class ShapedText {
 public:
     static std::shared_ptr<const ShapedText> shape(
         std::shared_ptr<const std::string> text,
         const std::vector<CFMutableAttributedString::Run>& runs);
 
-    // Under the lock, since fonts may go.
+    // Takes the lock, because fonts may be released.
     ~ShapedText();
 
     const std::shared_ptr<const std::string>& text() const { return text_; }
-    // None for an empty text. A separator at the end is followed by one more, empty paragraph.
+    // Empty for an empty text. After a separator at the end there is one more, empty paragraph.
     const std::vector<ShapedParagraph>& paragraphs() const { return paragraphs_; }
 
 private:

@@ -16,16 +16,16 @@ namespace orvane::platform {
 
 namespace {
 
-// From this size in pixels on a glyph is filled as the outline it is: it covers enough pixels for
-// that to cost little more than a kept mask would.
+// Larger glyphs, in pixels, are filled as outlines: they cover so many pixels that a cached mask
+// would save little.
 constexpr double kLargestMasked = 160;
-// Beyond these sizes in pixels a glyph is a wall or nothing, and the font libraries give up.
+// Beyond these sizes, in pixels, glyphs are not recognizable, and FreeType and Cairo fail.
 constexpr double kLargestOutline = 16384;
 constexpr double kLargestPicture = 4096;
 constexpr double kSmallest = 1.0 / 64;
-// Where a mask of glyphs grows beyond this it is painted, and the next begins.
+// A mask of glyphs that would exceed this many pixels is painted, and another one begins.
 constexpr std::int64_t kLargestMask = 1 << 18;
-// Pixels beyond this are on no canvas.
+// More distant pixels are outside every canvas.
 constexpr double kReach = 1 << 24;
 
 bool isReachable(double x, double y) {
@@ -36,7 +36,7 @@ Pixel pixelOf(double x, double y) {
     return {static_cast<int>(std::floor(x)), static_cast<int>(std::floor(y))};
 }
 
-// Collects the coverage of glyphs and paints it in one go.
+// Collects the coverage of glyphs and paints them together.
 class MaskPainter {
 public:
     explicit MaskPainter(cairo_t* cairo) : cairo_(cairo) {}
@@ -90,7 +90,7 @@ private:
         int left, top;
     };
 
-    // Where two glyphs meet in a pixel, both cover their share of it.
+    // In a pixel that two glyphs share, their coverages are added.
     static void blit(const GlyphCoverage& coverage, std::uint8_t* to, int stride) {
         const std::uint8_t* from = coverage.pixels.data();
         for (int row = 0; row < coverage.height; ++row, to += stride, from += coverage.width) {
@@ -107,7 +107,7 @@ private:
     std::vector<std::uint8_t> scratch_;
 };
 
-// Where on the canvas each glyph that shows stands.
+// Calls `visit` with the position of each visible glyph on the canvas.
 template <typename Visit>
 void forEachGlyph(const cairo_matrix_t& matrix, std::span<const TextGlyph> glyphs,
                   const TextRun::Piece& piece, const Visit& visit) {
@@ -165,8 +165,8 @@ void paintPictures(cairo_t* cairo, const RunFont& font, const cairo_matrix_t& ma
     cairo_identity_matrix(cairo);
 }
 
-// A bar along the whole run, its upper edge `top` above the baseline; in pieces that no
-// transformation makes too long for the raster library.
+// Paints a bar along the whole run, with its upper edge `top` above the baseline. It is divided
+// into parts that do not exceed Cairo's range under any transformation.
 void paintBar(cairo_t* cairo, const cairo_matrix_t& matrix, const TextRun& run, double top,
               double thickness, const CGRect& clip) {
     constexpr double kLongest = 4096;
@@ -195,7 +195,7 @@ void paintBar(cairo_t* cairo, const cairo_matrix_t& matrix, const TextRun& run, 
     }
 }
 
-// How long a unit vector becomes at most, and at least.
+// The longest and the shortest image of a unit vector.
 std::pair<double, double> stretch(const cairo_matrix_t& m) {
     const double sum = m.xx * m.xx + m.yx * m.yx + m.xy * m.xy + m.yy * m.yy;
     const double determinant = m.xx * m.yy - m.xy * m.yx;
@@ -214,7 +214,7 @@ void paintRun(CairoCanvas& canvas, const TextRun& run, std::span<const TextGlyph
     const auto [longest, shortest] = stretch(matrix);
     const double size = font.size() * longest;
     const double largest = font.isColor() ? kLargestPicture : kLargestOutline;
-    // Written so that numbers that are none leave too.
+    // The comparison is false for NaN.
     if (!(size <= largest && font.size() * shortest >= kSmallest)) {
         return;
     }

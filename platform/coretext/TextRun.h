@@ -14,10 +14,10 @@ namespace orvane::platform {
 class RunFont;
 struct CairoCanvas;
 
-// A glyph in its place. `y` runs down from the baseline. `cluster` is the byte of the text that the
-// glyph begins to stand for.
+// A glyph and its position; `y` is down from the baseline. `cluster` is the first byte of the text
+// that the glyph represents.
 struct TextGlyph {
-    // Takes its place and shows nothing.
+    // A glyph that takes space and draws nothing.
     static constexpr std::uint32_t kNone = 0xffffffff;
 
     std::uint32_t glyph;
@@ -26,9 +26,9 @@ struct TextGlyph {
     std::uint32_t cluster;
 };
 
-// Neighbouring glyphs of a line in one font with the same attributes, from left to right. The
-// glyphs are in pieces, each with its own origin: a line may be longer than a float counts, and
-// what lies outside the clip is passed over by pieces.
+// Adjacent glyphs of a line in one font with the same attributes, from left to right. They are
+// divided into pieces with their own origins, because a line may exceed the precision of float, and
+// pieces outside the clip are skipped.
 struct TextRun {
     static constexpr std::size_t kGlyphsInPiece = 64;
 
@@ -43,8 +43,8 @@ struct TextRun {
     CGColor color;
     bool underline = false;
     bool strikethrough = false;
-    int level = 0;        // odd ones are read from the right to the left
-    std::size_t end = 0;  // the byte of the text behind its last character
+    int level = 0;        // odd levels are right to left
+    std::size_t end = 0;  // the byte after its last character
     double x = 0;
     double width = 0;
     std::vector<Piece> pieces;
@@ -52,8 +52,8 @@ struct TextRun {
     bool isRightToLeft() const { return level % 2 == 1; }
 };
 
-// Paints a run of `glyphs` at 0, 0 of the user space in force, y up. `clip` is the box of what is
-// to be seen, in that space; a piece is painted as a whole or not at all.
+// Paints a run at (0, 0) of the current user space, y axis up. `clip` is the visible box in that
+// space; pieces outside it are skipped.
 void paintRun(CairoCanvas& canvas, const TextRun& run, std::span<const TextGlyph> glyphs,
               const CGRect& clip);
 

@@ -8,13 +8,13 @@
 namespace orvane::platform {
 
 CairoContext pathContext() {
-    // One pixel is canvas enough for what only asks how large a path is.
+    // A surface of one pixel is sufficient for measuring paths.
     const CairoSurface surface(cairo_image_surface_create(CAIRO_FORMAT_A8, 1, 1));
     return CairoContext(cairo_create(surface.get()));
 }
 
-// The library cuts a path to the clip before it works out the coverage, and the cut moves edges by
-// fractions of a pixel's share. So the path is filled into masks on a grid of its own.
+// Cairo clips a path before it computes coverage, which changes the coverage of edges slightly. So
+// the path is filled into masks on a grid that does not depend on the clip.
 void fillAlike(cairo_t* target, cairo_t* path, Pixel origin) {
     constexpr int kSide = 256;
     double left = 0, top = 0, right = 0, bottom = 0;

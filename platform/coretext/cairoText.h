@@ -8,26 +8,25 @@ namespace orvane::platform {
 
 class RunFont;
 
-// The raster library's objects with their release, and what both painters of glyphs ask of it.
-// Internal to this room.
+// Helpers of the two glyph painters. Internal to this module.
 
-// The whole pixel that a point lies in.
+// The whole pixel that contains a point.
 struct Pixel {
     int x, y;
 };
 
-// A context for building paths under the identity; paints nowhere.
+// A context for building paths under the identity. It cannot paint.
 CairoContext pathContext();
 
-// Fills the current path of `path`, whose 0, 0 stands at the corner of `origin`, with the source of
-// `target`. What a pixel gets does not depend on the clip, nor on the whole pixels of the origin.
+// Fills the path of `path`, whose (0, 0) is the corner of `origin`, with the source of `target`.
+// The color of a pixel depends neither on the clip nor on the whole pixels of the origin.
 void fillAlike(cairo_t* target, cairo_t* path, Pixel origin);
 
-// Sets the font on `cairo` at its size in user units, for whatever transformation is in force.
+// Sets the font of `cairo` at its size in user units, independently of the current transformation.
 void setFont(cairo_t* cairo, const RunFont& font);
 
-// Appends the outline of a glyph, drawn at 0, 0 under `matrix`, which takes glyph space (y down) to
-// pixels. Leaves the transformation at the identity.
+// Appends the outline of a glyph at (0, 0) under `matrix`, which maps glyph space (y down) to
+// pixels. Resets the transformation to the identity.
 void addGlyphPath(cairo_t* cairo, const RunFont& font, std::uint32_t glyph,
                   const cairo_matrix_t& matrix);
 

@@ -48,8 +48,8 @@ bool AlignedBox::covers(const PixelRect& area) const {
            box_.x.to >= area.right * kUnit && box_.y.to >= area.bottom * kUnit;
 }
 
-// Cuts first..end where the share of a pixel that box or hole take can change: around the pixels
-// that hold their edges.
+// Divides first..end into runs of constant coverage. Coverage changes only at the pixels that
+// contain an edge of the box or of the hole.
 AlignedBox::Runs AlignedBox::runsOf(const Interval& box, const Interval* hole, int first, int end) {
     int cuts[8];
     int count = 0;
@@ -63,7 +63,7 @@ AlignedBox::Runs AlignedBox::runsOf(const Interval& box, const Interval* hole, i
         cutAround(hole->to);
     }
     cutAround(box.to);
-    // The hole lies within the box, but its edges may share pixels with the box's.
+    // The hole lies within the box, but their edges may be in the same pixel.
     std::sort(cuts, cuts + count);
 
     const auto overlap = [](const Interval& interval, int from, int to) {
@@ -111,7 +111,6 @@ void AlignedBox::paint(const Bitmap& bitmap, const PixelRect& clip, std::uint32_
 }
 
 void AlignedBox::multiply(std::uint8_t* coverage, const PixelRect& area) const {
-    // Outside the box nothing is covered.
     const PixelRect inside = area.intersected(bounds());
     Mask::clearOutside(coverage, area, inside);
     forEachCell(inside, [&](const PixelRect& cell, std::uint32_t cellCoverage) {

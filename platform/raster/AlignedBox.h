@@ -9,28 +9,28 @@
 
 namespace orvane::platform {
 
-// A rectangle whose sides run along the pixel grid, possibly with such a hole in it: what most
-// fills and strokes of rectangles come down to. Its coverage is worked out instead of rasterised:
-// it is the same throughout each cell of a grid of at most seven by seven.
+// A rectangle with sides along the pixel grid, optionally with a hole of the same kind. Most fills
+// and strokes of rectangles have this form. Its coverage is computed, not rasterized: it is
+// constant in each cell of a grid of at most seven by seven cells.
 class AlignedBox {
 public:
-    // Corners in pixels; far ones are cut to where no bitmap reaches.
+    // Corners in pixels. Coordinates are limited to a range larger than any bitmap.
     AlignedBox(CGPoint min, CGPoint max);
     void setHole(CGPoint min, CGPoint max);
 
-    // Every pixel that is covered at all.
+    // Every pixel with any coverage.
     PixelRect bounds() const;
-    // Whether every pixel of the area is covered in full.
+    // Whether every pixel of the area is fully covered.
     bool covers(const PixelRect& area) const;
-    // Whether bounds() is covered in full: nothing is antialiased.
+    // Whether bounds() is fully covered, so that no pixel is antialiased.
     bool isExact() const { return covers(bounds()); }
 
     void paint(const Bitmap& bitmap, const PixelRect& clip, std::uint32_t color) const;
-    // Multiplies the bytes of `area`, rows Mask::kSide apart, by the coverage.
+    // Multiplies the bytes of `area` by the coverage. Rows are Mask::kSide bytes apart.
     void multiply(std::uint8_t* coverage, const PixelRect& area) const;
 
 private:
-    // In 256ths of a pixel, the grid that the rasteriser of all other shapes has, too.
+    // In 1/256 of a pixel, the resolution at which Cairo rasterizes all other shapes.
     struct Interval {
         std::int64_t from;
         std::int64_t to;
@@ -39,7 +39,8 @@ private:
         Interval x;
         Interval y;
     };
-    // Pixels first up to end of one axis, and how much of each the box and its hole take.
+    // The pixels from `first` to before `end` on one axis, and how much of each the box and its
+    // hole take.
     struct Run {
         int first;
         int end;

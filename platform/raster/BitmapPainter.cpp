@@ -46,8 +46,8 @@ void BitmapPainter::paintSource(const PixelRect& area, const ShapeCoverage* shap
     });
 }
 
-// Cuts the area into blocks that the scratch memory holds, and works out the coverage of each by
-// the shape (all of it, without one) and by the clip.
+// Divides the area into blocks of the size of the scratch memory and computes the coverage of each
+// by the clip and, unless it is null, by the shape.
 template <typename PaintBlock>
 void BitmapPainter::forEachBlock(const PixelRect& area, const ShapeCoverage* shape,
                                  const Clip& clip, PaintBlock paintBlock) {

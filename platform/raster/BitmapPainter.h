@@ -12,13 +12,13 @@
 
 namespace orvane::platform {
 
-// Where painting may reach: whole pixels, and antialiased shapes that each cut it further.
+// Where painting is allowed: a rectangle of whole pixels, further restricted by antialiased shapes.
 struct Clip {
     PixelRect bounds;
     std::span<const ShapeCoverage> shapes;
 };
 
-// Lays colours over a bitmap, under a clip.
+// Blends colors into a bitmap under a clip.
 class BitmapPainter {
 public:
     explicit BitmapPainter(const Bitmap& bitmap) : bitmap_(bitmap) {}
@@ -27,10 +27,10 @@ public:
 
     void paint(const ShapeCoverage& shape, std::uint32_t color, const Clip& clip);
     void paint(const ShapeCoverage& shape, const PixelSource& source, const Clip& clip);
-    // Everywhere within the clip.
+    // Paints the whole clip.
     void paint(const PixelSource& source, const Clip& clip);
 
-    // Whether a shape of the clip takes something from the area.
+    // Whether a shape of the clip removes part of the area.
     static bool isCutBy(const Clip& clip, const PixelRect& area);
 
 private:

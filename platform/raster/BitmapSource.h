@@ -9,10 +9,11 @@
 
 namespace orvane::platform {
 
-// Pixels as they are, their corner at left, top of the canvas. Asked only for what they have.
+// Unchanged pixels with their corner at (left, top) of the canvas. fetch() is called only for areas
+// inside them.
 class BitmapSource final : public PixelSource {
 public:
-    // Rows are `stride` words apart; the pixels outlive the source.
+    // Rows are `stride` words apart. The caller keeps the pixels alive as long as the source.
     BitmapSource(const std::uint32_t* pixels, std::ptrdiff_t stride, int left, int top)
         : pixels_(pixels), stride_(stride), left_(left), top_(top) {}
 

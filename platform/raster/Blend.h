@@ -10,7 +10,7 @@
 
 namespace orvane::platform {
 
-// The pixels that a canvas paints on: premultiplied ARGB words, rows `stride` words apart.
+// The pixels that a canvas paints on: premultiplied ARGB words, with rows `stride` words apart.
 struct Bitmap {
     std::uint32_t* pixels = nullptr;
     int width = 0;
@@ -21,11 +21,11 @@ struct Bitmap {
     PixelRect bounds() const { return {0, 0, width, height}; }
 };
 
-// Out of range components are cut, those that are no numbers count as 0.
+// Components are limited to 0 to 1; NaN counts as 0.
 std::uint32_t premultiplied(const CGColor& color);
 
-// Lay colours over a row of pixels: one colour alike everywhere; one colour by the coverage (0 to
-// 255) of each pixel; a colour and a coverage for each pixel.
+// Composite colors over a row of pixels: blendSolid one color everywhere; blendCoverage one color
+// by the coverage (0 to 255) of each pixel; blendColors a color and a coverage for each pixel.
 inline void blendSolid(std::uint32_t* row, int count, std::uint32_t color) {
     if (color >> 24 == 255) {
         std::fill_n(row, count, color);
@@ -41,8 +41,8 @@ void blendCoverage(std::uint32_t* row, const std::uint8_t* coverage, int count,
 void blendColors(std::uint32_t* row, const std::uint32_t* colors, const std::uint8_t* coverage,
                  int count);
 
-// Lays a picture over the part `area` of the bitmap, pixel for pixel. `colors` is the area's first
-// pixel in the picture, whose rows are `stride` words apart.
+// Composites an image over `area` of the bitmap, pixel by pixel. `colors` is the image's pixel at
+// the corner of the area; the image's rows are `stride` words apart.
 void blendPicture(const Bitmap& bitmap, const PixelRect& area, const std::uint32_t* colors,
                   std::ptrdiff_t stride);
 

@@ -13,20 +13,21 @@ namespace {
 
 #if defined(__x86_64__)
 
-// Four pixels' channels, 16 bits each, times what their sources (whose alphas `alpha` repeats) let
-// through, divided by 255 and rounded to nearest.
+// Multiplies the 16-bit channels of four pixels by 255 minus the alphas of their sources (repeated
+// in `alpha`), divides by 255 and rounds to nearest.
 [[gnu::target("avx2")]] inline __m256i scaledBelow(__m256i below, __m256i alpha) {
     const __m256i through = _mm256_sub_epi16(_mm256_set1_epi16(255), alpha);
     const __m256i x = _mm256_add_epi16(_mm256_mullo_epi16(below, through), _mm256_set1_epi16(0x80));
     return _mm256_srli_epi16(_mm256_add_epi16(x, _mm256_srli_epi16(x, 8)), 8);
 }
 
-// over() of Blend.h, eight pixels at once, to the same last bit. Pictures have large parts that are
-// transparent or opaque: nothing to do, or nothing to compute.
+// The same as over() in premultiplied.h, for eight pixels at once and equal to the last bit. Runs
+// of transparent or opaque pixels, which are common, are skipped or copied.
 [[gnu::target("avx2")]] void blendRow(std::uint32_t* row, const std::uint32_t* colors, int count) {
     const __m256i alphaBits = _mm256_set1_epi32(static_cast<int>(0xff000000u));
     const __m256i zero = _mm256_setzero_si256();
-    // Where the alphas are of the two lower and the two upper pixels in each half; -1 makes a zero.
+    // The positions of the alphas of the two lower and the two upper pixels in each half; -1 makes
+    // a zero.
     const __m256i lower = _mm256_broadcastsi128_si256(
         _mm_setr_epi8(3, -1, 3, -1, 3, -1, 3, -1, 7, -1, 7, -1, 7, -1, 7, -1));
     const __m256i upper = _mm256_broadcastsi128_si256(
@@ -53,7 +54,7 @@ namespace {
     }
 }
 
-// The rows of a small picture lie far apart in a wide bitmap, where the processor does not foresee
+// The rows of a small image are far apart in a wide bitmap, where the processor does not prefetch
 // them.
 constexpr int kRowsAhead = 4;
 
@@ -76,7 +77,7 @@ bool hasWideRegisters() {
 void blendPicture(const Bitmap& bitmap, const PixelRect& area, const std::uint32_t* colors,
                   std::ptrdiff_t stride) {
 #if defined(__x86_64__)
-    // The library uses registers half as wide.
+    // Pixman uses registers of half this width.
     if (hasWideRegisters()) {
         for (int y = area.top; y < area.bottom; ++y, colors += stride) {
             if (y + kRowsAhead < area.bottom) {

@@ -23,7 +23,7 @@ namespace orvane::platform {
 
 namespace {
 
-// Whether a bitmap under this transformation keeps its size and stands upright.
+// Whether an image under this transformation is neither scaled, turned nor flipped.
 bool keepsSize(const CGAffineTransform& t) {
     constexpr double kTolerance = 1e-6;
     return std::abs(t.a - 1) < kTolerance && std::abs(t.d - 1) < kTolerance &&
@@ -38,10 +38,10 @@ std::shared_ptr<const CGPath::Outline> rectOutline(const CGRect& rect) {
 
 }  // namespace
 
-// The canvas behind the interface: the state stack, the clip, the current path.
-class CGBitmapContext::Rasteriser {
+// The state behind the interface: the stack of graphics states, the clip and the current path.
+class CGBitmapContext::Rasterizer {
 public:
-    Rasteriser(const Bitmap& bitmap, std::vector<std::uint32_t> owned,
+    Rasterizer(const Bitmap& bitmap, std::vector<std::uint32_t> owned,
                const CGAffineTransform& base)
         : owned_(std::move(owned)), painter_(bitmap), drawablePainter_(painter_), states_(1) {
         state().ctm = base;
@@ -53,7 +53,7 @@ public:
     CurrentPath& path() { return path_; }
 
     void save() {
-        // States left by restore keep their storage for the next save.
+        // Popped states keep their memory for the next save.
         if (++depth_ == states_.size()) {
             states_.push_back(states_.back());
         } else {
@@ -97,7 +97,7 @@ public:
                                currentClip());
     }
 
-    // Not part of the graphics state.
+    // The text matrix is not part of the graphics state.
     CGAffineTransform textMatrix;
 
 private:
@@ -112,7 +112,7 @@ private:
     CurrentPath path_;
 };
 
-void CGBitmapContext::Rasteriser::drawGradient(const CGGradient& gradient, CGPoint start,
+void CGBitmapContext::Rasterizer::drawGradient(const CGGradient& gradient, CGPoint start,
                                                CGPoint end, unsigned options) {
     if (gradient.stops().empty() || !state().ctm.isDrawable()) {
         return;
@@ -120,9 +120,9 @@ void CGBitmapContext::Rasteriser::drawGradient(const CGGradient& gradient, CGPoi
     painter_.paint(GradientSource(gradient, state().ctm, start, end, options), currentClip());
 }
 
-void CGBitmapContext::Rasteriser::drawImage(const CGRect& rect, const CGImage& image) {
+void CGBitmapContext::Rasterizer::drawImage(const CGRect& rect, const CGImage& image) {
     const GraphicsState& s = state();
-    // The bitmap's rows run from the rectangle's far y edge back to its origin.
+    // The image's rows run from the largest y of the rectangle to its origin.
     const CGAffineTransform toRect{
         rect.size.width / image.width(), 0, 0, -rect.size.height / image.height(), rect.origin.x,
         rect.origin.y + rect.size.height};
@@ -132,7 +132,7 @@ void CGBitmapContext::Rasteriser::drawImage(const CGRect& rect, const CGImage& i
     }
     const Clip clip = currentClip();
     if (keepsSize(toPixels)) {
-        // Copied pixel by pixel, at the whole pixels nearest to its place.
+        // Copy pixel by pixel, at the nearest whole pixels.
         const auto whole = [](double v) {
             return static_cast<int>(
                 std::floor(roundedTo(kPlacesPerPixel, std::clamp(v, -1e6, 1e6)) + 0.5));
@@ -170,7 +170,7 @@ CGBitmapContext::CGBitmapContext(int width, int height, const CGAffineTransform&
     std::vector<std::uint32_t> pixels(static_cast<std::size_t>(width) *
                                       static_cast<std::size_t>(height));
     const Bitmap bitmap{pixels.data(), width, height, width};
-    rasteriser_ = std::make_unique<Rasteriser>(bitmap, std::move(pixels), base);
+    rasterizer_ = std::make_unique<Rasterizer>(bitmap, std::move(pixels), base);
 }
 
 CGBitmapContext::CGBitmapContext(std::uint32_t* pixels, int width, int height,
@@ -180,45 +180,45 @@ CGBitmapContext::CGBitmapContext(std::uint32_t* pixels, int width, int height,
     const Bitmap bitmap =
         fits ? Bitmap{pixels, width, height, static_cast<std::ptrdiff_t>(bytesPerRow / 4)}
              : Bitmap{};
-    rasteriser_ = std::make_unique<Rasteriser>(bitmap, std::vector<std::uint32_t>{}, base);
+    rasterizer_ = std::make_unique<Rasterizer>(bitmap, std::vector<std::uint32_t>{}, base);
 }
 
 CGBitmapContext::~CGBitmapContext() = default;
 
 int CGBitmapContext::width() const {
-    return rasteriser_->bitmap().width;
+    return rasterizer_->bitmap().width;
 }
 
 int CGBitmapContext::height() const {
-    return rasteriser_->bitmap().height;
+    return rasterizer_->bitmap().height;
 }
 
 std::size_t CGBitmapContext::bytesPerRow() const {
-    return static_cast<std::size_t>(rasteriser_->bitmap().stride) * 4;
+    return static_cast<std::size_t>(rasterizer_->bitmap().stride) * 4;
 }
 
 std::uint32_t* CGBitmapContext::pixels() {
-    return rasteriser_->bitmap().pixels;
+    return rasterizer_->bitmap().pixels;
 }
 
 const std::uint32_t* CGBitmapContext::pixels() const {
-    return rasteriser_->bitmap().pixels;
+    return rasterizer_->bitmap().pixels;
 }
 
 void CGBitmapContext::clearRect(const CGRect& rect) {
-    const GraphicsState& s = rasteriser_->state();
+    const GraphicsState& s = rasterizer_->state();
     const ShapeCoverage shape(rectOutline(rect), s.ctm, s.ctm, Coverage::Fill, {}, true);
     const PixelRect area = s.clipBounds.intersected(shape.bounds());
     if (area.isEmpty()) {
         return;
     }
     for (int y = area.top; y < area.bottom; ++y) {
-        std::fill_n(rasteriser_->bitmap().at(area.left, y), area.width(), 0u);
+        std::fill_n(rasterizer_->bitmap().at(area.left, y), area.width(), 0u);
     }
 }
 
 std::shared_ptr<const CGImage> CGBitmapContext::createImage() const {
-    const Bitmap& bitmap = rasteriser_->bitmap();
+    const Bitmap& bitmap = rasterizer_->bitmap();
     std::vector<std::uint32_t> pixels;
     pixels.reserve(static_cast<std::size_t>(bitmap.width) *
                    static_cast<std::size_t>(bitmap.height));
@@ -235,82 +235,82 @@ bool CGBitmapContext::writePNG(const std::string& filename) const {
 }
 
 void CGBitmapContext::saveGState() {
-    rasteriser_->save();
+    rasterizer_->save();
 }
 
 void CGBitmapContext::restoreGState() {
-    rasteriser_->restore();
+    rasterizer_->restore();
 }
 
 void CGBitmapContext::translateCTM(double tx, double ty) {
-    GraphicsState& s = rasteriser_->state();
+    GraphicsState& s = rasterizer_->state();
     s.ctm = s.ctm.translate(tx, ty);
 }
 
 void CGBitmapContext::scaleCTM(double sx, double sy) {
-    GraphicsState& s = rasteriser_->state();
+    GraphicsState& s = rasterizer_->state();
     s.ctm = s.ctm.scale(sx, sy);
 }
 
 void CGBitmapContext::concatCTM(const CGAffineTransform& transform) {
-    GraphicsState& s = rasteriser_->state();
+    GraphicsState& s = rasterizer_->state();
     s.ctm = transform.concat(s.ctm);
 }
 
 void CGBitmapContext::clipToRect(const CGRect& rect) {
-    const CGAffineTransform& ctm = rasteriser_->state().ctm;
-    rasteriser_->clip({rectOutline(rect), ctm, ctm, Coverage::Fill, {}, true});
+    const CGAffineTransform& ctm = rasterizer_->state().ctm;
+    rasterizer_->clip({rectOutline(rect), ctm, ctm, Coverage::Fill, {}, true});
 }
 
 void CGBitmapContext::clip() {
-    rasteriser_->clip(rasteriser_->coverageOf(rasteriser_->path().take(), Coverage::Fill));
+    rasterizer_->clip(rasterizer_->coverageOf(rasterizer_->path().take(), Coverage::Fill));
 }
 
 void CGBitmapContext::setRGBFillColor(double r, double g, double b, double a) {
-    rasteriser_->state().fill = {{r, g, b, a}, premultiplied({r, g, b, a})};
+    rasterizer_->state().fill = {{r, g, b, a}, premultiplied({r, g, b, a})};
 }
 
 void CGBitmapContext::setRGBStrokeColor(double r, double g, double b, double a) {
-    rasteriser_->state().stroke = {{r, g, b, a}, premultiplied({r, g, b, a})};
+    rasterizer_->state().stroke = {{r, g, b, a}, premultiplied({r, g, b, a})};
 }
 
 void CGBitmapContext::setLineWidth(double width) {
-    rasteriser_->state().lineWidth = width;
+    rasterizer_->state().lineWidth = width;
 }
 
 void CGBitmapContext::setLineDash(double phase, std::span<const double> lengths) {
-    GraphicsState& s = rasteriser_->state();
+    GraphicsState& s = rasterizer_->state();
     s.dashPhase = phase;
     s.dash.assign(lengths.begin(), lengths.end());
 }
 
 void CGBitmapContext::moveToPoint(double x, double y) {
-    rasteriser_->path().moveTo({x, y}, rasteriser_->state().ctm);
+    rasterizer_->path().moveTo({x, y}, rasterizer_->state().ctm);
 }
 
 void CGBitmapContext::addLineToPoint(double x, double y) {
-    rasteriser_->path().lineTo({x, y}, rasteriser_->state().ctm);
+    rasterizer_->path().lineTo({x, y}, rasterizer_->state().ctm);
 }
 
 void CGBitmapContext::addRect(const CGRect& rect) {
-    rasteriser_->path().add(rectOutline(rect), rasteriser_->state().ctm);
+    rasterizer_->path().add(rectOutline(rect), rasterizer_->state().ctm);
 }
 
 void CGBitmapContext::addPath(const CGPath& path) {
-    rasteriser_->path().add(path.outline(), rasteriser_->state().ctm);
+    rasterizer_->path().add(path.outline(), rasterizer_->state().ctm);
 }
 
 void CGBitmapContext::drawPath(CGPathDrawingMode mode) {
-    const CurrentPath::Shape shape = rasteriser_->path().take();
-    const GraphicsState& s = rasteriser_->state();
+    const CurrentPath::Shape shape = rasterizer_->path().take();
+    const GraphicsState& s = rasterizer_->state();
     if (mode != CGPathDrawingMode::Stroke) {
         const bool isEvenOdd =
             mode == CGPathDrawingMode::EOFill || mode == CGPathDrawingMode::EOFillStroke;
-        rasteriser_->paint(
-            rasteriser_->coverageOf(shape, isEvenOdd ? Coverage::EOFill : Coverage::Fill), s.fill);
+        rasterizer_->paint(
+            rasterizer_->coverageOf(shape, isEvenOdd ? Coverage::EOFill : Coverage::Fill), s.fill);
     }
     if (mode != CGPathDrawingMode::Fill && mode != CGPathDrawingMode::EOFill) {
-        rasteriser_->paint(rasteriser_->coverageOf(shape, Coverage::Stroke), s.stroke);
+        rasterizer_->paint(rasterizer_->coverageOf(shape, Coverage::Stroke), s.stroke);
     }
 }
 
@@ -320,23 +320,23 @@ void CGBitmapContext::strokePath() {
 
 void CGBitmapContext::drawLinearGradient(const CGGradient& gradient, CGPoint start, CGPoint end,
                                          unsigned options) {
-    rasteriser_->drawGradient(gradient, start, end, options);
+    rasterizer_->drawGradient(gradient, start, end, options);
 }
 
 void CGBitmapContext::drawImage(const CGRect& rect, const CGImage& image) {
-    rasteriser_->drawImage(rect, image);
+    rasterizer_->drawImage(rect, image);
 }
 
 void CGBitmapContext::setTextMatrix(const CGAffineTransform& matrix) {
-    rasteriser_->textMatrix = matrix;
+    rasterizer_->textMatrix = matrix;
 }
 
 void CGBitmapContext::drawLine(const CGDrawable& line) {
-    rasteriser_->draw(line);
+    rasterizer_->draw(line);
 }
 
 void CGBitmapContext::drawFrame(const CGDrawable& frame) {
-    rasteriser_->draw(frame);
+    rasterizer_->draw(frame);
 }
 
 }  // namespace orvane::platform

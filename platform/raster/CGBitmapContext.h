@@ -10,19 +10,19 @@
 
 namespace orvane::platform {
 
-// The canvas that paints pixels: 32-bit words of premultiplied alpha, red, green and blue, alpha in
-// bits 24 to 31, rows from the top. The y axis of its user space runs down, like that of views.
+// A canvas that paints pixels: 32-bit words of premultiplied alpha, red, green and blue, with alpha
+// in bits 24 to 31 and the top row first. The y axis of user space is down, as in views.
 //
-// What a pixel becomes is a function of the drawing calls alone. It does not depend on the clip to
-// whole pixels under which they are made, so a picture painted rectangle by rectangle equals the
-// picture painted at once, bit for bit; nor on a base transformation that moves by whole pixels.
+// A pixel depends only on the drawing calls, not on the whole-pixel clip during the calls: a
+// picture painted rectangle by rectangle equals the picture painted at once, bit for bit. A base
+// transformation that moves by whole pixels does not change the picture either.
 class ORVANE_EXPORT CGBitmapContext final : public CGContext {
 public:
-    // Pixels of its own, transparent at first. Sizes that are not positive, or beyond 32767, make
-    // an empty canvas that takes every call. `base` takes user space to pixels.
+    // Creates transparent pixels that the canvas owns. Sizes that are not positive, or larger than
+    // 32767, make an empty canvas, which accepts every call. `base` maps user space to pixels.
     CGBitmapContext(int width, int height, const CGAffineTransform& base = {});
-    // Pixels that the caller owns and keeps for as long as the canvas lives, rows `bytesPerRow` (a
-    // multiple of 4) apart. The caller may read and write them between calls.
+    // Paints on pixels that the caller owns and keeps alive as long as the canvas, with rows
+    // `bytesPerRow` (a multiple of 4) apart. The caller may read and write them between calls.
     CGBitmapContext(std::uint32_t* pixels, int width, int height, std::size_t bytesPerRow,
                     const CGAffineTransform& base = {});
     ~CGBitmapContext() override;
@@ -35,11 +35,11 @@ public:
     std::uint32_t* pixels();
     const std::uint32_t* pixels() const;
 
-    // Makes the pixels that the rectangle touches transparent, within the clip to whole pixels.
+    // Makes every pixel that the rectangle touches transparent, within the whole-pixel clip.
     void clearRect(const CGRect& rect);
-    // A copy of the pixels as they stand; null for an empty canvas.
+    // Copies the current pixels; null for an empty canvas.
     std::shared_ptr<const CGImage> createImage() const;
-    // False when the canvas is empty or the file cannot be written.
+    // Returns false when the canvas is empty or the file cannot be written.
     bool writePNG(const std::string& filename) const;
 
     void saveGState() override;
@@ -67,8 +67,8 @@ public:
     void drawFrame(const CGDrawable& frame) override;
 
 private:
-    class Rasteriser;
-    std::unique_ptr<Rasteriser> rasteriser_;
+    class Rasterizer;
+    std::unique_ptr<Rasterizer> rasterizer_;
 };
 
 }  // namespace orvane::platform

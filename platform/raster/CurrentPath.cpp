@@ -6,7 +6,7 @@ namespace orvane::platform {
 
 namespace {
 
-// Appends to segments what it is fed, through a transformation.
+// Appends transformed points to segments.
 class TransformedSink {
 public:
     TransformedSink(Segments& segments, const CGAffineTransform& transform)

@@ -8,22 +8,22 @@
 
 namespace orvane::platform {
 
-// The path that a canvas is given between two paintings. Nearly always that is one outline added
-// whole, which is kept as it is, with the transformation it was added through, so that its masks
-// are found again. Anything more is gathered as segments in pixels.
+// The path that a canvas collects between two paint calls. Usually it is a single outline, which is
+// kept as it is with its transformation, so that its masks are found again. Anything else is
+// collected as segments in pixels.
 class CurrentPath {
 public:
     struct Shape {
         std::shared_ptr<const CGPath::Outline> outline;
         CGAffineTransform toPixels;
-        bool isLasting;  // an outline that its owner may add again
+        bool isLasting;  // the owner of the outline may add it again
     };
 
     void moveTo(CGPoint p, const CGAffineTransform& ctm);
     void lineTo(CGPoint p, const CGAffineTransform& ctm);
     void add(std::shared_ptr<const CGPath::Outline> outline, const CGAffineTransform& ctm);
 
-    // The whole path; it is empty afterwards.
+    // Returns the path and empties it.
     Shape take();
 
 private:

@@ -14,8 +14,8 @@ namespace orvane::platform {
 
 namespace {
 
-// The drawable's box in pixels, one pixel larger on each side for antialiasing, cut to the range of
-// the raster library. Empty when a corner is not a number.
+// The drawable's box in pixels, one pixel larger on each side for antialiasing, limited to Cairo's
+// range. Empty when a corner is NaN.
 PixelRect pixelBox(const CGRect& box, const CGAffineTransform& toPixels) {
     static constexpr double kReach = 1 << 22;
     const CGRect mapped = toPixels.apply(box);
@@ -37,7 +37,7 @@ CairoContext DrawablePainter::makeContext(const Bitmap& bitmap) {
     const CairoSurface surface(cairo_image_surface_create_for_data(
         reinterpret_cast<unsigned char*>(bitmap.pixels), CAIRO_FORMAT_ARGB32, bitmap.width,
         bitmap.height, static_cast<int>(bitmap.stride * 4)));
-    return CairoContext(cairo_create(surface.get()));  // holds the surface
+    return CairoContext(cairo_create(surface.get()));  // keeps the surface alive
 }
 
 void DrawablePainter::paintOn(cairo_t* cairo, const CGDrawable& drawable,
@@ -69,7 +69,7 @@ void DrawablePainter::paint(const CGDrawable& drawable, const CGAffineTransform&
         return;
     }
     if (!BitmapPainter::isCutBy(clip, area)) {
-        // A context that met an error does nothing ever after.
+        // A Cairo context ignores all calls after an error.
         if (!context_ || cairo_status(context_.get()) != CAIRO_STATUS_SUCCESS) {
             context_ = makeContext(painter_.bitmap());
         }

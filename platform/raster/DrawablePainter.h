@@ -9,14 +9,14 @@ namespace orvane::platform {
 
 class CGDrawable;
 
-// Lets drawables of other rooms paint on a bitmap through the raster library, whose context it
-// makes at the first need and keeps.
+// Paints drawables of other modules on a bitmap through a Cairo context, which it creates on first
+// use and keeps.
 class DrawablePainter {
 public:
     explicit DrawablePainter(BitmapPainter& painter) : painter_(painter) {}
 
-    // `toPixels` takes the drawable's own space to the bitmap's pixels. What cannot be inverted or
-    // is out of range paints nothing.
+    // `toPixels` maps the drawable's space to the bitmap's pixels. Paints nothing unless it is
+    // drawable.
     void paint(const CGDrawable& drawable, const CGAffineTransform& toPixels,
                const CGColor& fillColor, const CGColor& strokeColor, const Clip& clip);
 

@@ -16,8 +16,8 @@ namespace {
 
 constexpr double kBehindTheEnd = 2;
 
-// Colours along an axis. Neighbouring pixels mostly lie between the same two stops; what is worked
-// out for those is kept until a pixel leaves them.
+// The colors along an axis. Adjacent pixels are usually between the same two stops, so the computed
+// interval is kept until a pixel leaves it.
 class Ramp {
 public:
     Ramp(std::span<const CGGradient::Stop> stops, unsigned options)
@@ -30,7 +30,7 @@ public:
             enter(t);
         }
         const auto along = static_cast<float>(t - origin_);
-        // Loops over the four channels, which the compiler runs at once.
+        // Loops over the four channels, which the compiler vectorizes.
         float channel[4];
         for (int i = 0; i < 4; ++i) {
             channel[i] = first_[i] + slope_[i] * along;
@@ -44,7 +44,7 @@ public:
     }
 
 private:
-    // Finds the interval of the axis that holds t.
+    // Finds the interval of stops that contains t.
     void enter(double t) {
         constexpr double kInfinity = std::numeric_limits<double>::infinity();
         const auto behind = std::ranges::upper_bound(stops_, t, {}, &CGGradient::Stop::location);
@@ -84,7 +84,7 @@ private:
 
     std::span<const CGGradient::Stop> stops_;
     unsigned options_;
-    double from_ = 0;  // nothing yet
+    double from_ = 0;  // empty at first
     double to_ = 0;
     double origin_ = 0;
     float first_[4] = {};
@@ -103,8 +103,8 @@ GradientSource::GradientSource(const CGGradient& gradient, const CGAffineTransfo
     if (!hasAxis_) {
         return;
     }
-    // The canvas moving by whole pixels must not change a colour: the start stands on a grid fine
-    // enough to be exact, and colours depend on the way from there.
+    // Moving the canvas by whole pixels must not change a color: the start is rounded to a grid
+    // that is exact in binary, and colors depend on the distance from it.
     const auto place = [](double v) { return roundedTo(kPlacesPerPixel, v); };
     const CGPoint mapped = t.apply(start);
     start_ = {place(mapped.x), place(mapped.y)};

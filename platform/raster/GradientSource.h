@@ -7,11 +7,12 @@
 
 namespace orvane::platform {
 
-// A gradient along an axis. Colours are interpolated as they are given, not premultiplied. An axis
-// of no length has only what lies behind its end.
+// A gradient along an axis. Straight (not premultiplied) colors are interpolated. An axis without
+// length shows only what follows its end.
 class GradientSource final : public PixelSource {
 public:
-    // `toPixels` can be inverted; start and end lie in its space; the gradient has a stop.
+    // `toPixels` is drawable; `start` and `end` are in its source space; the gradient has at least
+    // one stop.
     GradientSource(const CGGradient& gradient, const CGAffineTransform& toPixels, CGPoint start,
                    CGPoint end, unsigned options);
 
@@ -21,7 +22,8 @@ private:
     const CGGradient& gradient_;
     unsigned options_;
     bool hasAxis_;
-    // Where along the axis a pixel lies: 0 at the start, growing so much a pixel right and down.
+    // The position of a pixel along the axis is 0 at start_ and increases by these amounts per
+    // pixel to the right and down.
     CGPoint start_;
     double perColumn_ = 0;
     double perRow_ = 0;

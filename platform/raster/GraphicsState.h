@@ -11,7 +11,7 @@
 
 namespace orvane::platform {
 
-// What saveGState keeps and restoreGState brings back.
+// The state that saveGState saves and restoreGState restores.
 struct GraphicsState {
     struct Paint {
         CGColor color;
@@ -19,7 +19,7 @@ struct GraphicsState {
     };
 
     CGAffineTransform ctm;
-    // The clip: whole pixels, and how many of the canvas's antialiased shapes cut it further.
+    // The clip: whole pixels, and the number of the canvas's antialiased clip shapes that apply.
     PixelRect clipBounds;
     std::size_t clipShapes = 0;
     Paint fill;

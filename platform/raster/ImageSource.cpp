@@ -11,7 +11,7 @@ namespace orvane::platform {
 
 namespace {
 
-// Averages over as many of the bitmap's pixels as fall into one of the canvas's.
+// Averages as many of the image's pixels as fall into one pixel of the canvas.
 bool setFilter(pixman_image_t* image, double perPixelX, double perPixelY) {
     constexpr double kReducing = 1.01;
     constexpr double kLargestKernel = 2048;
@@ -43,8 +43,8 @@ bool setFilter(pixman_image_t* image, double perPixelX, double perPixelY) {
 
 ImageSource::ImageSource(const CGImage& image, const CGAffineTransform& t) {
     const double determinant = t.determinant();
-    // The inverse, from the canvas's pixels to the bitmap's. Its translation is told from whole
-    // pixels near where the bitmap's corner lands: the library's numbers are small.
+    // The inverse, from the canvas's pixels to the image's. Its translation is relative to the
+    // whole pixel at the image's corner, because Pixman's fixed-point numbers have a small range.
     const double a = t.d / determinant;
     const double b = -t.b / determinant;
     const double c = -t.c / determinant;

@@ -8,28 +8,28 @@
 
 namespace orvane::platform {
 
-// A bitmap under a transformation: enlarged by linear interpolation, reduced by averaging what
-// falls together in a pixel. Beyond its edges it goes on as it is at the edge; what may be seen of
-// it is cut by the coverage of its rectangle.
+// An image under a transformation: enlarged by linear interpolation, reduced by averaging. Its edge
+// pixels continue outside it; the caller cuts them off by the coverage of the image's rectangle.
 class ImageSource final : public PixelSource {
 public:
-    // `toPixels` takes the bitmap, top row first, to the canvas's pixels, and can be inverted.
+    // `toPixels` maps the image, top row first, to the canvas's pixels. It is drawable.
     ImageSource(const CGImage& image, const CGAffineTransform& toPixels);
 
-    // False when there is no memory for it, or it is reduced beyond any sense: paint nothing then.
+    // False when memory is exhausted or the reduction exceeds the supported range. Paint nothing
+    // then.
     bool isValid() const { return image_ != nullptr; }
 
     void fetch(const PixelRect& area, std::uint32_t* colors) const override;
 
 private:
     PixmanImage image_;
-    // Where the sampling grid begins on the canvas.
+    // The canvas pixel at which the sampling grid begins.
     int originX_ = 0;
     int originY_ = 0;
 };
 
-// Lays the bitmap over the canvas's pixels one to one, its corner at left, top, within `clip`,
-// which lies inside both.
+// Composites the image over the canvas without scaling, with its corner at (left, top). `clip` lies
+// inside both.
 void paintImage(const Bitmap& bitmap, const CGImage& image, int left, int top,
                 const PixelRect& clip);
 

@@ -7,7 +7,7 @@ namespace orvane::platform {
 
 namespace {
 
-// The end of the run of bytes equal to `value` that begins at `at`.
+// Returns the end of the run of bytes equal to `value` that begins at `at`.
 int runEnd(const std::uint8_t* row, int at, int width, std::uint8_t value) {
     std::uint64_t pattern;
     std::memset(&pattern, value, sizeof pattern);
@@ -20,13 +20,13 @@ int runEnd(const std::uint8_t* row, int at, int width, std::uint8_t value) {
     return at;
 }
 
-// Shorter full runs stay among the bytes: a span of their own would cost more than it saves.
+// Shorter full runs are stored as bytes: a separate span would cost more than it saves.
 constexpr int kShortestFullRun = 4;
 
 }  // namespace
 
 Mask::Mask(const std::uint8_t* coverage, int width, int height, std::ptrdiff_t stride) {
-    // Gathered in buffers that keep their size from mask to mask, then copied at their exact size.
+    // Collected in buffers that keep their capacity between masks, then copied at exact size.
     thread_local std::vector<Span> spans;
     thread_local std::vector<std::uint8_t> bytes;
     spans.clear();

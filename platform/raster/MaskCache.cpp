@@ -14,11 +14,11 @@ MaskCache::Lookup lookupOf(const MaskKey& key) {
     return {key.outline.get(), key.dash, key.numbers};
 }
 
-// Mixes 64-bit words into a hash; the finish spreads them to the low bits that tables use.
+// Mixes 64-bit words into a hash. finish() folds the high bits into the low bits, which tables use.
 class Mixer {
 public:
     void add(std::uint64_t word) { state_ = (std::rotl(state_, 23) ^ word) * 0x9e3779b97f4a7c15u; }
-    // 0 and -0, which are equal, are the same word.
+    // Adding 0.0 maps -0.0 to 0.0, because they compare equal.
     void add(double number) { add(std::bit_cast<std::uint64_t>(number + 0.0)); }
     void add(const CGAffineTransform& t) {
         for (const double number : {t.a, t.b, t.c, t.d, t.tx, t.ty}) {

@@ -14,27 +14,26 @@
 
 namespace orvane::platform {
 
-// Everything that a mask is a function of.
+// Everything that determines a mask.
 struct MaskKey {
-    // The outline itself; none for the plain shapes, which are the same wherever they are and are
-    // told by kind, size and corner.
+    // The outline; null for plain shapes, which are identified by kind, size and corner.
     std::shared_ptr<const CGPath::Outline> outline;
     std::vector<double> dash;
 
-    // Compared and hashed as a whole.
+    // The parts that are compared and hashed together.
     struct Numbers {
-        std::uint32_t kind = 0;  // of plain shape
+        std::uint32_t kind = 0;  // of plain shape; 0 for others
         Coverage coverage = Coverage::Fill;
         double width = 0;
         double height = 0;
         double cornerWidth = 0;
         double cornerHeight = 0;
-        // Outline to pixels, and the pen's user space likewise; the translation is what is left of
-        // it behind whole pixels.
+        // Maps the outline, and the pen's user space, to pixels. Only the fraction of a pixel
+        // remains of the translation.
         CGAffineTransform transform;
         double lineWidth = 0;
         double dashPhase = 0;
-        // The mask's pixels.
+        // The corner of the mask.
         std::int64_t left = 0;
         std::int64_t top = 0;
         friend bool operator==(const Numbers&, const Numbers&) = default;
@@ -42,9 +41,10 @@ struct MaskKey {
     Numbers numbers;
 };
 
-// The coverage masks of the shapes painted lately, so that a shape that is painted again, or one
-// like it elsewhere, is not rasterised again. One a thread; bounded by memory: what was used the
-// longest time ago goes first. An outline stays alive, and so unchanged, as long as its masks do.
+// The coverage masks of recently painted shapes, so that a shape that is painted again, or an equal
+// one elsewhere, is not rasterized again. There is one cache per thread, limited by memory: the
+// least recently used masks are dropped first. An outline stays alive and unchanged as long as its
+// masks exist.
 class MaskCache {
 public:
     static constexpr std::size_t kBudget = std::size_t{64} << 20;
@@ -53,18 +53,18 @@ public:
 
     explicit MaskCache(std::size_t budget) : budget_(budget) {}
 
-    // A key that owns nothing, for looking up.
+    // A key for lookups that owns nothing.
     struct Lookup {
         const CGPath::Outline* outline;
         std::span<const double> dash;
         const MaskKey::Numbers& numbers;
     };
 
-    // Null when there is none. Good until the next insertion.
+    // Returns null when there is no such mask. The result is valid until the next insertion.
     const Mask* find(const Lookup& lookup);
     const Mask& insert(MaskKey key, Mask mask);
 
-    MaskRasterizer& rasteriser() { return rasteriser_; }
+    MaskRasterizer& rasterizer() { return rasterizer_; }
     std::size_t byteCount() const { return byteCount_; }
 
 private:
@@ -87,9 +87,9 @@ private:
 
     std::size_t budget_;
     std::size_t byteCount_ = 0;
-    std::list<Entry> entries_;  // used lately first
+    std::list<Entry> entries_;  // the most recently used first
     std::unordered_map<const MaskKey*, std::list<Entry>::iterator, Hash, Equal> index_;
-    MaskRasterizer rasteriser_;
+    MaskRasterizer rasterizer_;
 };
 
 }  // namespace orvane::platform

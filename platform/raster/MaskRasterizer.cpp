@@ -10,11 +10,11 @@ namespace orvane::platform {
 
 namespace {
 
-// How far a chord may stand off its curve, in pixels. Small circles lose a visible share of their
-// area at the library's own 0.1.
+// The largest distance of a chord from its curve, in pixels. Cairo's default of 0.1 visibly reduces
+// the area of small circles.
 constexpr double kTolerance = 0.03;
 
-// Hands an outline to the raster library, in pixels.
+// Passes an outline, in pixels, to Cairo.
 class CairoSink {
 public:
     CairoSink(cairo_t* cairo, const CGAffineTransform& transform)
@@ -64,7 +64,7 @@ void MaskRasterizer::reset() {
     cairo_set_tolerance(cairo_.get(), kTolerance);
 }
 
-Mask MaskRasterizer::rasterise(const Request& request) {
+Mask MaskRasterizer::rasterize(const Request& request) {
     cairo_t* const cairo = cairo_.get();
     cairo_new_path(cairo);
     cairo_set_fill_rule(cairo, request.coverage == Coverage::EOFill ? CAIRO_FILL_RULE_EVEN_ODD
@@ -75,7 +75,7 @@ Mask MaskRasterizer::rasterise(const Request& request) {
         draw(request);
     }
     if (cairo_status(cairo) != CAIRO_STATUS_SUCCESS) {
-        // Only want of memory leads here. The context is of no more use.
+        // Only exhausted memory leads here. A Cairo context is unusable after an error.
         reset();
         return Mask(nullptr, 0, 0, 0);
     }
@@ -83,8 +83,7 @@ Mask MaskRasterizer::rasterise(const Request& request) {
     unsigned char* const pixels = cairo_image_surface_get_data(surface_.get());
     const std::ptrdiff_t stride = cairo_image_surface_get_stride(surface_.get());
     Mask mask(pixels, request.width, request.height, stride);
-    // What was painted beyond the mask must go as well, but no more than that: most masks are
-    // small.
+    // Clear everything that was painted, including what lies outside a partial mask.
     const int soiledRows = request.isPartial ? Mask::kSide : request.height;
     for (int y = 0; y < soiledRows; ++y) {
         std::memset(pixels + y * stride, 0,
@@ -94,8 +93,8 @@ Mask MaskRasterizer::rasterise(const Request& request) {
     return mask;
 }
 
-// The pen is a circle one unit wide under a transformation that has the width in it, so that no
-// width, however small or large beside its transformation, leaves the range of the library.
+// The pen is a circle of width 1 under a transformation that includes the line width, so that no
+// combination of width and transformation exceeds Cairo's range.
 void MaskRasterizer::setPen(const Request& request, double distance) {
     const StrokeStyle& stroke = request.stroke;
     const CGAffineTransform& pen = request.pen;

@@ -7,29 +7,28 @@
 
 namespace orvane::platform {
 
-// Computes coverage with the raster library, on a scratch surface that it keeps. Used by one
-// thread.
+// Computes coverage with Cairo on a scratch surface that it keeps. Used by one thread.
 class MaskRasterizer {
 public:
     struct Request {
         const CGPath::Outline& outline;
-        // Outline to the mask's pixels, and user space to pixels (without translation) for the pen
-        // of a stroke. Both can be inverted.
+        // `transform` maps the outline to the mask's pixels. `pen` maps user space to pixels,
+        // without translation, for the pen of a stroke. Both are drawable.
         CGAffineTransform transform;
         CGAffineTransform pen;
         Coverage coverage;
-        StrokeStyle stroke;  // valid as it stands
-        int width;           // of the mask, up to Mask::kSide
+        StrokeStyle stroke;  // already validated
+        int width;           // of the mask, at most Mask::kSide
         int height;
-        // How far from its outline a stroke can reach, in pixels.
+        // The largest distance between a stroke and its outline, in pixels.
         double reach;
-        // Whether the outline leaves the mask's area by more than a stroke does.
+        // Whether the shape extends beyond the mask.
         bool isPartial;
     };
 
     MaskRasterizer();
 
-    Mask rasterise(const Request& request);
+    Mask rasterize(const Request& request);
 
 private:
     void reset();

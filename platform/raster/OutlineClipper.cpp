@@ -8,15 +8,14 @@ namespace orvane::platform {
 
 namespace {
 
-// How far a chord may stand off its curve, in pixels.
+// The largest distance of a chord from its curve, in pixels.
 constexpr double kTolerance = 0.03;
 constexpr int kDeepestFlattening = 24;
-// Where lengths count, every piece of a curve is made; that many at most (two to the power).
+// If lengths matter, curves are fully divided, into at most this power of two of parts.
 constexpr int kDeepestExactFlattening = 12;
-// Polygons may leave the area by this much, so that no edge of theirs is seen that is not one of
-// the outline.
+// Polygons may extend beyond the area by this much, so that edges added by clipping stay invisible.
 constexpr double kMargin = 4;
-// Lines that cross what is kept are cut this far outside it.
+// Lines that cross the kept box are cut this far outside it.
 constexpr double kFarMargin = 4096;
 
 CGPoint between(CGPoint p, CGPoint q, double t) {
@@ -27,7 +26,7 @@ CGPoint middle(CGPoint p, CGPoint q) {
     return {p.x / 2 + q.x / 2, p.y / 2 + q.y / 2};
 }
 
-// What is left of a polygon on one side of a line across one axis.
+// Clips a polygon to one side of an axis-aligned line.
 std::vector<CGPoint> clipped(const std::vector<CGPoint>& polygon, double CGPoint::*axis,
                              double limit, double side) {
     std::vector<CGPoint> result;
@@ -48,7 +47,8 @@ std::vector<CGPoint> clipped(const std::vector<CGPoint>& polygon, double CGPoint
     return result;
 }
 
-// The part of p + t (q - p), t from 0 to 1, inside the box; false if there is none.
+// Finds the range of t from 0 to 1 for which p + t (q - p) lies inside the box; false if there is
+// none.
 bool clipLine(CGPoint p, CGPoint q, CGPoint min, CGPoint max, double& from, double& to) {
     from = 0;
     to = 1;
@@ -96,7 +96,7 @@ void OutlineClipper::close() {
     subpaths_.back().closed = true;
 }
 
-// All on one side of what is kept, where any line will do in the curve's place.
+// Whether the curve lies entirely on one side of the kept box, so that any line can replace it.
 bool OutlineClipper::isOutOfSight(const Curve& c) const {
     for (double CGPoint::*axis : {&CGPoint::x, &CGPoint::y}) {
         const auto [low, high] = std::minmax({c.p0.*axis, c.p1.*axis, c.p2.*axis, c.p3.*axis});
@@ -108,7 +108,7 @@ bool OutlineClipper::isOutOfSight(const Curve& c) const {
 }
 
 void OutlineClipper::flatten(const Curve& c, int depth) {
-    // The second differences bound the distance between a cubic and its chord.
+    // The second differences limit the distance between a cubic and its chord.
     const double dx =
         std::max(std::abs(c.p0.x - 2 * c.p1.x + c.p2.x), std::abs(c.p1.x - 2 * c.p2.x + c.p3.x));
     const double dy =
@@ -161,14 +161,14 @@ void OutlineClipper::appendRuns(const Subpath& subpath, const CGAffineTransform&
     };
     const CGPoint farMin{min_.x - kFarMargin, min_.y - kFarMargin};
     const CGPoint farMax{max_.x + kFarMargin, max_.y + kFarMargin};
-    // The part of a segment that is kept, if any is to be seen.
+    // Finds the kept part of a segment; false if none of it is visible.
     const auto keep = [&](std::size_t i, double& from, double& to) {
         const auto [p, q] = segment(i);
         return clipLine(p, q, min_, max_, from, to) && clipLine(p, q, farMin, farMax, from, to);
     };
 
-    // A closed subpath begins behind a segment whose end is not kept, so that the joint where it
-    // closes lies inside a run like any other.
+    // A closed subpath begins after a segment whose end is not kept, so that the join at its
+    // closing point lies inside a run.
     double from, to;
     std::size_t first = 0;
     if (subpath.closed) {
@@ -197,7 +197,7 @@ void OutlineClipper::appendRuns(const Subpath& subpath, const CGAffineTransform&
         const std::size_t i = (first + k) % count;
         if (i == 0) {
             distance = 0;
-            // Dashes start anew where the subpath began.
+            // The dash restarts where the subpath began.
             open = open && !exactLengths_;
         }
         const auto [p, q] = segment(i);

@@ -7,23 +7,25 @@
 
 namespace orvane::platform {
 
-// Turns the part of an outline that can be seen in a small area into straight lines that stay near
-// it. The rasteriser cannot take coordinates far off (its numbers are 24.8 fixed point), and work
-// for what nobody sees grows with the outline; so large shapes come through here, area by area.
+// Converts the part of an outline that is visible in a small area into straight lines near that
+// area. Cairo cannot rasterize distant coordinates (it uses 24.8 fixed point), and invisible parts
+// should cost nothing, so large shapes are clipped for one area after another.
 //
-// A sink for Outline::emit, fed with the outline's own coordinates. Inside the area the result
-// covers what the outline covers; outside it is anything.
+// A sink for Outline::emit, which receives the outline's own coordinates. The result has the
+// outline's coverage inside the area and any coverage outside it.
 class OutlineClipper {
 public:
-    // A piece of line to be stroked. `distance` is how far along its subpath it begins.
+    // A sequence of connected lines to be stroked. `distance` is the length of its subpath before
+    // it.
     struct Run {
         std::vector<CGPoint> points;
         bool closed;
         double distance;
     };
 
-    // `transform` takes the outline to the pixels of the area, 0, 0 to width, height. Strokes keep
-    // everything within `reach` of it. With `exactLengths` no curve is shortened out of sight.
+    // `transform` maps the outline to the pixels of the area, which extends from (0, 0) to (width,
+    // height). Strokes keep everything within `reach` of it. With `exactLengths`, invisible curves
+    // keep their length.
     OutlineClipper(const CGAffineTransform& transform, double width, double height, double reach,
                    bool exactLengths);
 
@@ -32,8 +34,7 @@ public:
     void curveTo(CGPoint c1, CGPoint c2, CGPoint p);
     void close();
 
-    // After the outline has been emitted, one of these. `pen` takes the units in which distances
-    // are told to pixels.
+    // Call one of these after the outline was emitted. `pen` maps the unit of distances to pixels.
     std::vector<std::vector<CGPoint>> filledPolygons();
     std::vector<Run> strokedRuns(const CGAffineTransform& pen);
 
@@ -52,7 +53,7 @@ private:
                     std::vector<Run>& runs) const;
 
     CGAffineTransform transform_;
-    CGPoint min_;  // what is kept
+    CGPoint min_;  // the box of what is kept
     CGPoint max_;
     bool exactLengths_;
     std::vector<Subpath> subpaths_;

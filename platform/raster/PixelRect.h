@@ -4,7 +4,7 @@
 
 namespace orvane::platform {
 
-// Whole pixels of a bitmap, from left and top up to, without, right and bottom.
+// A rectangle of whole pixels. The right column and the bottom row are excluded.
 struct PixelRect {
     int left = 0;
     int top = 0;

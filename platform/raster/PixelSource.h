@@ -6,13 +6,14 @@
 
 namespace orvane::platform {
 
-// Colours that differ from pixel to pixel: a gradient, a bitmap under a transformation. What it
-// gives for a pixel does not depend on the area asked for.
+// Colors that vary by pixel: a gradient or a transformed image. The color of a pixel does not
+// depend on the fetched area.
 class PixelSource {
 public:
     virtual ~PixelSource() = default;
 
-    // The premultiplied colours of the area, up to Mask::kSide either way, in rows that far apart.
+    // Writes the premultiplied colors of the area, at most Mask::kSide pixels in each direction.
+    // Rows are Mask::kSide words apart.
     virtual void fetch(const PixelRect& area, std::uint32_t* colors) const = 0;
 };
 

@@ -13,8 +13,9 @@ struct PixmanRelease {
 };
 using PixmanImage = std::unique_ptr<pixman_image_t, PixmanRelease>;
 
-// An image of premultiplied ARGB words that stay the caller's, rows `stride` words apart; null when
-// there is no memory for it. The library takes pixels to write to: of a source they are only read.
+// Wraps premultiplied ARGB words in a Pixman image. The caller keeps the pixels; rows are `stride`
+// words apart. Returns null when memory is exhausted. Pixman takes mutable pixels but only reads
+// those of a source.
 inline PixmanImage wrapPixels(const std::uint32_t* pixels, int width, int height,
                               std::ptrdiff_t stride) {
     return PixmanImage(pixman_image_create_bits_no_clear(

@@ -14,35 +14,35 @@ namespace {
 
 using Outline = CGPath::Outline;
 
-// Pixels further away than this are nowhere: doubles lose the fractions of a pixel there.
+// More distant shapes are not drawn: doubles cannot represent fractions of a pixel there.
 constexpr double kFarthest = 1e12;
-// Small curved shapes, of which pictures have many alike, stand on a coarser grid than others, so
-// that at most 256 masks serve all of a kind wherever they stand. A 32nd of a pixel off is not to
-// be seen.
+// Small curved shapes, of which pictures contain many equal ones, are placed on a coarser grid, so
+// that at most 256 masks serve all equal shapes. An offset of 1/32 pixel is invisible.
 constexpr double kSharedPlacesPerPixel = 16;
 constexpr double kSharedExtent = 128;
-// The pen is cut to this many pixels, far beyond any bitmap yet within the raster library's range.
+// The pen is limited to this many pixels: larger than any bitmap, within Cairo's range.
 constexpr double kWidestPen = 1 << 18;
 constexpr double kThinnestPen = 1.0 / 1024;
-// Dashes that repeat faster than this look like a line.
+// Shorter dash periods are drawn as a solid line.
 constexpr double kShortestDashPeriod = 0.25;
 
 enum PlainKind : std::uint32_t { kNotPlain, kPlainRect, kPlainEllipse, kPlainRoundedRect };
 
-// Whether the axes stay axes, give or take what turning by a right angle leaves.
+// Whether the axes are mapped to axes, with tolerance for the rounding of rotations by right
+// angles.
 bool keepsAxes(const CGAffineTransform& t) {
     const double tolerance = t.norm() * 1e-12;
     return (std::abs(t.b) <= tolerance && std::abs(t.c) <= tolerance) ||
            (std::abs(t.a) <= tolerance && std::abs(t.d) <= tolerance);
 }
 
-// The half extents, in pixels, of a pen of this half width: of a round one, and of one that keeps
-// the axes, which there is the same.
+// The half extents, in pixels, of a round pen of this half width. They also apply to other pens if
+// the axes are mapped to axes.
 CGPoint penExtent(const CGAffineTransform& pen, double half) {
     return {half * std::hypot(pen.a, pen.c), half * std::hypot(pen.b, pen.d)};
 }
 
-// A dash that makes sense, or none.
+// Returns the stroke with limited width and, if it is valid, its dash.
 StrokeStyle sensible(const StrokeStyle& stroke, const CGAffineTransform& pen) {
     StrokeStyle result{std::min(stroke.width, kWidestPen / pen.norm()), 0, {}};
     double period = 0;
@@ -68,8 +68,8 @@ StrokeStyle sensible(const StrokeStyle& stroke, const CGAffineTransform& pen) {
     return result;
 }
 
-// How far a stroke's joins reach, in half widths: mitres of right angles, or of any angle up to the
-// limit; the ends of a single line reach nowhere.
+// The largest distance of joins from the outline, in half widths: miters of right angles, or of any
+// angle up to the miter limit. The butt caps of a single line add nothing.
 double joinReach(const Outline& outline) {
     if (std::holds_alternative<Outline::Ellipse>(outline.form)) {
         return 1;
@@ -171,7 +171,7 @@ void ShapeCoverage::makeMasked(const std::shared_ptr<const Outline>& outline,
         box.origin = {};
     }
 
-    // The box around what the outline covers, seen from where its origin lands.
+    // The box around the outline, relative to its origin.
     const CGAffineTransform linear = toPixels.linear();
     const CGRect extent = linear.apply(box);
     const CGPoint min = extent.origin;
@@ -180,7 +180,7 @@ void ShapeCoverage::makeMasked(const std::shared_ptr<const Outline>& outline,
     if (coverage == Coverage::Stroke) {
         reach = penExtent(pen, stroke.width / 2 * joinReach(*outline));
         masked.pen = pen.linear();
-        // Keys have no pen of their own.
+        // Keys contain only one transformation, so the pen must be equal to it.
         isLasting = isLasting && masked.pen == linear;
         key.lineWidth = stroke.width;
         key.dashPhase = stroke.dashPhase;
@@ -207,7 +207,7 @@ void ShapeCoverage::makeMasked(const std::shared_ptr<const Outline>& outline,
     key.transform.tx = placedX - std::floor(placedX);
     key.transform.ty = placedY - std::floor(placedY);
 
-    // The rasteriser rounds to 256ths of a pixel; leave room for that.
+    // Cairo rounds to 1/256 of a pixel.
     constexpr double kRounding = 1.0 / 128;
     const auto floorOf = [](double v) { return static_cast<std::int64_t>(std::floor(v)); };
     masked.left = floorOf(min.x + key.transform.tx - reach.x - kRounding);
@@ -232,8 +232,9 @@ bool ShapeCoverage::isExactBox() const {
     return box != nullptr && box->isExact();
 }
 
-Mask ShapeCoverage::rasterise(const Masked& masked, const MaskKey::Numbers& key) {
-    // Plain shapes are rasterised from their key alone: whoever asks first, the mask is the same.
+Mask ShapeCoverage::rasterize(const Masked& masked, const MaskKey::Numbers& key) {
+    // Plain shapes are rasterized from their key alone, so that the mask does not depend on the
+    // first user.
     const CGRect rect{{}, {key.width, key.height}};
     Outline plain;
     if (key.kind == kPlainRect) {
@@ -249,13 +250,14 @@ Mask ShapeCoverage::rasterise(const Masked& masked, const MaskKey::Numbers& key)
     const auto side = [&](std::int64_t extent) {
         return masked.isTiled() ? Mask::kSide : static_cast<int>(extent);
     };
-    return MaskCache::forThisThread().rasteriser().rasterise(
+    return MaskCache::forThisThread().rasterizer().rasterize(
         {masked.outline ? *masked.outline : plain, transform, masked.pen, key.coverage,
          StrokeStyle{key.lineWidth, key.dashPhase, masked.dash}, side(masked.right - masked.left),
          side(masked.bottom - masked.top), masked.reach, masked.isTiled()});
 }
 
-// Calls `visit` with each mask that meets the area, where its corner stands, and the common part.
+// Calls `visit` with each mask that meets the area, the position of its corner, and the common
+// part.
 template <typename Visit>
 void ShapeCoverage::forEachTile(const PixelRect& area, Visit visit) const {
     const Masked& masked = std::get<Masked>(form_);
@@ -263,13 +265,13 @@ void ShapeCoverage::forEachTile(const PixelRect& area, Visit visit) const {
     const auto visitMask = [&](const MaskKey::Numbers& key, const PixelRect& place) {
         const PixelRect piece = area.intersected(place);
         if (!masked.isLasting) {
-            visit(rasterise(masked, key), place.left, place.top, piece);
+            visit(rasterize(masked, key), place.left, place.top, piece);
             return;
         }
         const Mask* mask = cache.find({masked.outline.get(), masked.dash, key});
         if (mask == nullptr) {
             mask = &cache.insert({masked.outline, {masked.dash.begin(), masked.dash.end()}, key},
-                                 rasterise(masked, key));
+                                 rasterize(masked, key));
         }
         visit(*mask, place.left, place.top, piece);
     };

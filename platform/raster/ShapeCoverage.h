@@ -13,39 +13,39 @@
 namespace orvane::platform {
 
 // The coverage of one outline under one transformation, filled or stroked: which pixels it touches,
-// and how to paint them. It is the same whatever part of it is asked for: masks are rasterised
-// whole, large ones tile by tile along a grid that begins where the shape does.
+// and how to paint them. It does not depend on the part that is requested: small masks are
+// rasterized as a whole, large ones in tiles on a grid that begins at the shape's origin.
 //
-// Made for each paint, on the stack; it refers to the outline and the dash.
+// Created on the stack for each paint call. It refers to the outline and the dash.
 class ShapeCoverage {
 public:
-    // `toPixels` takes the outline to the bitmap's pixels, `pen` the user space of a stroke. With
-    // `isLasting` unset the outline is not worth keeping masks for. Whatever cannot be drawn
-    // sensibly covers nothing.
+    // `toPixels` maps the outline to the bitmap's pixels; `pen` maps the user space of a stroke.
+    // Masks are cached only if `isLasting` is set. Whatever cannot be drawn covers nothing.
     ShapeCoverage(const std::shared_ptr<const CGPath::Outline>& outline,
                   const CGAffineTransform& toPixels, const CGAffineTransform& pen,
                   Coverage coverage, const StrokeStyle& stroke, bool isLasting);
 
-    // Every pixel that can be covered at all, cut to where bitmaps reach.
+    // Every pixel that may be covered, limited to the range of bitmaps.
     const PixelRect& bounds() const { return bounds_; }
-    // Whether every pixel of the area is known to be covered in full.
+    // Whether every pixel of the area is known to be fully covered.
     bool covers(const PixelRect& area) const;
-    // Whether it is a box of whole pixels, which bounds() describes entirely.
+    // Whether the shape is exactly the whole pixels of bounds().
     bool isExactBox() const;
 
-    // Lays the colour over what is covered within `clip`, which lies in the bitmap.
+    // Composites the color over the covered pixels within `clip`, which lies in the bitmap.
     void paint(const Bitmap& bitmap, const PixelRect& clip, std::uint32_t color) const;
-    // Multiplies the bytes of `area` (up to Mask::kSide either way, rows that far apart).
+    // Multiplies the bytes of `area` by the coverage. The area is at most Mask::kSide pixels in
+    // each direction; rows are Mask::kSide bytes apart.
     void multiply(std::uint8_t* coverage, const PixelRect& area) const;
 
 private:
     struct Masked {
-        std::shared_ptr<const CGPath::Outline> outline;  // none for plain shapes
+        std::shared_ptr<const CGPath::Outline> outline;  // null for plain shapes
         bool isLasting;
         MaskKey::Numbers key;
         CGAffineTransform pen;
         std::span<const double> dash;
-        // Where the outline's own pixel grid begins in the bitmap's.
+        // The bitmap pixel at which the outline's pixel grid begins.
         std::int64_t originX;
         std::int64_t originY;
         // The box of everything covered, in the outline's grid.
@@ -63,7 +63,7 @@ private:
 
     template <typename Visit>
     void forEachTile(const PixelRect& area, Visit visit) const;
-    static Mask rasterise(const Masked& masked, const MaskKey::Numbers& key);
+    static Mask rasterize(const Masked& masked, const MaskKey::Numbers& key);
 
     std::variant<std::monostate, AlignedBox, Masked> form_;
     PixelRect bounds_;

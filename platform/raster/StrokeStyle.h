@@ -4,12 +4,12 @@
 
 namespace orvane::platform {
 
-// How a line is drawn along an outline, in user units. Ends are cut square at the end point, joins
-// are mitred up to ten times the half width, as the interface's defaults have it.
+// How an outline is stroked, in user units. Ends are butt caps; joins are mitered up to a miter
+// limit of 10, the defaults of the interface.
 struct StrokeStyle {
     double width = 1;
     double dashPhase = 0;
-    // Alternating lengths of line and gap; a solid line if empty.
+    // Alternating lengths of dashes and gaps; empty for a solid line.
     std::span<const double> dash;
 };
 

@@ -4,12 +4,12 @@
 
 namespace orvane::platform {
 
-// Shapes, gradients and bitmaps are placed on a grid this fine, so that moving the canvas by whole
-// pixels moves its pictures bit by bit, whatever the rounding of the sums on the way.
+// Shapes, gradients and images are placed on a grid with this resolution. Moving the canvas by
+// whole pixels then moves its pictures exactly, regardless of rounding in the computations.
 inline constexpr double kPlacesPerPixel = 65536;
 
-// The nearest place of a grid with so many places a pixel. Halves go up, on either side of 0, so
-// that the grid is the same around every pixel.
+// Rounds to the nearest multiple of 1 / places. Halves are rounded up on both sides of 0, so that
+// the grid is the same around every pixel.
 inline double roundedTo(double places, double value) {
     return std::floor(value * places + 0.5) / places;
 }

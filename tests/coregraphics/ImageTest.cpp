@@ -35,7 +35,7 @@ std::shared_ptr<const CGDataProvider> provide(const std::vector<unsigned char>& 
     return CGDataProvider::createWithData(ByteArray::createFromArray(bytes.data(), bytes.size()));
 }
 
-// The middle of each quadrant.
+// The pixel in the middle of each quadrant.
 std::array<std::uint32_t, 4> quadrants(const CGImage& image) {
     const auto at = [&](int x, int y) {
         return image.pixels()[static_cast<std::size_t>(y * image.height() / 4 * image.width() +
@@ -45,10 +45,10 @@ std::array<std::uint32_t, 4> quadrants(const CGImage& image) {
 }
 
 using Quadrants = std::array<std::uint32_t, 4>;
-constexpr Quadrants kColours = {0xffff0000, 0xff00ff00, 0xff0000ff, 0xffffffff};
-constexpr Quadrants kColoursAndAlpha = {0xffff0000, 0xff00ff00, 0xff0000ff, 0x80808080};
-constexpr Quadrants kGreys = {0xff000000, 0xff555555, 0xffaaaaaa, 0xffffffff};
-constexpr Quadrants kGreysAndAlpha = {0xff000000, 0xff555555, 0xffaaaaaa, 0x80808080};
+constexpr Quadrants kColors = {0xffff0000, 0xff00ff00, 0xff0000ff, 0xffffffff};
+constexpr Quadrants kColorsAndAlpha = {0xffff0000, 0xff00ff00, 0xff0000ff, 0x80808080};
+constexpr Quadrants kGrays = {0xff000000, 0xff555555, 0xffaaaaaa, 0xffffffff};
+constexpr Quadrants kGraysAndAlpha = {0xff000000, 0xff555555, 0xffaaaaaa, 0x80808080};
 constexpr Quadrants kBlackAndWhite = {0xff000000, 0xff000000, 0xffffffff, 0xffffffff};
 
 TEST(Image, DecodesEveryKindOfFile) {
@@ -58,35 +58,35 @@ TEST(Image, DecodesEveryKindOfFile) {
         int tolerance = 0;
     };
     const Case cases[] = {
-        {"png/grey1.png", kBlackAndWhite},
-        {"png/grey1-interlaced.png", kBlackAndWhite},
-        {"png/grey2.png", kGreys},
-        {"png/grey4.png", kGreys},
-        {"png/grey8.png", kGreys},
-        {"png/grey8-transparent.png", {0xff000000, 0xff555555, 0, 0xffffffff}},
-        {"png/grey16.png", kGreys},
-        {"png/rgb8.png", kColours},
+        {"png/gray1.png", kBlackAndWhite},
+        {"png/gray1-interlaced.png", kBlackAndWhite},
+        {"png/gray2.png", kGrays},
+        {"png/gray4.png", kGrays},
+        {"png/gray8.png", kGrays},
+        {"png/gray8-transparent.png", {0xff000000, 0xff555555, 0, 0xffffffff}},
+        {"png/gray16.png", kGrays},
+        {"png/rgb8.png", kColors},
         {"png/rgb8-transparent.png", {0xffff0000, 0xff00ff00, 0, 0xffffffff}},
-        {"png/rgb16.png", kColours},
-        {"png/rgb16-interlaced.png", kColours},
+        {"png/rgb16.png", kColors},
+        {"png/rgb16-interlaced.png", kColors},
         {"png/palette1.png", {0xffff0000, 0xff00ff00, 0xffff0000, 0xff00ff00}},
-        {"png/palette2.png", kColours},
-        {"png/palette4.png", kColours},
-        {"png/palette8.png", kColoursAndAlpha},
-        {"png/greyalpha8.png", kGreysAndAlpha},
-        {"png/greyalpha16.png", kGreysAndAlpha},
-        {"png/rgba8.png", kColoursAndAlpha},
-        {"png/rgba8-interlaced.png", kColoursAndAlpha},
-        {"png/rgba16.png", kColoursAndAlpha},
-        {"jpeg/baseline.jpg", kColours, 2},
-        {"jpeg/baseline-subsampled.jpg", kColours, 4},
-        {"jpeg/progressive.jpg", kColours, 2},
-        {"jpeg/grey.jpg", kGreys, 1},
-        {"jpeg/grey-progressive.jpg", kGreys, 1},
-        {"jpeg/rgb.jpg", kColours, 1},
-        {"jpeg/cmyk.jpg", kColours, 1},
-        {"jpeg/cmyk-inverted.jpg", kColours, 1},
-        {"jpeg/ycck.jpg", kColours, 2},
+        {"png/palette2.png", kColors},
+        {"png/palette4.png", kColors},
+        {"png/palette8.png", kColorsAndAlpha},
+        {"png/grayalpha8.png", kGraysAndAlpha},
+        {"png/grayalpha16.png", kGraysAndAlpha},
+        {"png/rgba8.png", kColorsAndAlpha},
+        {"png/rgba8-interlaced.png", kColorsAndAlpha},
+        {"png/rgba16.png", kColorsAndAlpha},
+        {"jpeg/baseline.jpg", kColors, 2},
+        {"jpeg/baseline-subsampled.jpg", kColors, 4},
+        {"jpeg/progressive.jpg", kColors, 2},
+        {"jpeg/gray.jpg", kGrays, 1},
+        {"jpeg/gray-progressive.jpg", kGrays, 1},
+        {"jpeg/rgb.jpg", kColors, 1},
+        {"jpeg/cmyk.jpg", kColors, 1},
+        {"jpeg/cmyk-inverted.jpg", kColors, 1},
+        {"jpeg/ycck.jpg", kColors, 2},
     };
     for (const Case& c : cases) {
         const Image image = decodeFile(c.file);
@@ -102,9 +102,9 @@ TEST(Image, DecodesEveryKindOfFile) {
     }
 }
 
-// Everything in the fuzzers' corpus, through every decoder. What is named broken stays undecoded;
-// the sanitizers see to the rest.
-TEST(Image, DamagedFilesGiveNone) {
+// Passes the whole corpus of the fuzzers to every decoder. Files named "broken" must not decode;
+// the sanitizers check the rest.
+TEST(Image, RejectsDamagedFiles) {
     int broken = 0;
     for (const auto& entry : std::filesystem::recursive_directory_iterator(ORVANE_TEST_CORPUS)) {
         const std::string name = entry.path().filename().string();
@@ -123,12 +123,12 @@ TEST(Image, DamagedFilesGiveNone) {
     EXPECT_GT(broken, 10);
 }
 
-TEST(Image, EveryPrefixOfAFileIsBroken) {
+TEST(Image, RejectsEveryPrefixOfAFile) {
     for (const char* file : {"png/rgba8.png", "jpeg/progressive.jpg", "jpeg/ycck.jpg"}) {
         const auto whole = CGDataProvider::createWithFilename(corpus(file));
         ASSERT_TRUE(whole);
         for (std::size_t size = 0; size < whole->bytes().size(); ++size) {
-            // A copy of its own, so that a read past the end is noticed.
+            // A separate copy, so that the sanitizers notice reads past the end.
             const std::vector<unsigned char> cut(
                 whole->bytes().begin(), whole->bytes().begin() + static_cast<std::ptrdiff_t>(size));
             EXPECT_EQ(decode(*provide(cut)), nullptr) << file << " cut to " << size;
@@ -136,15 +136,15 @@ TEST(Image, EveryPrefixOfAFileIsBroken) {
     }
 }
 
-TEST(Image, FilesThatCannotBeReadGiveNoProvider) {
+TEST(Image, UnreadableFilesHaveNoProvider) {
     for (const char* name : {"", "/", "/dev/zero", "/nowhere/at/all", "/proc/self/mem"}) {
         const auto provider = CGDataProvider::createWithFilename(name);
         EXPECT_TRUE(!provider || provider->bytes().empty()) << name;
     }
 }
 
-TEST(Image, RawPixelsThatEndEarlyAreTransparentBehind) {
-    // Two columns and three rows are announced; two pixels and a half are there.
+TEST(Image, MissingRawPixelsAreTransparent) {
+    // Claims two columns and three rows; the data has two and a half pixels.
     const std::vector<unsigned char> bytes = {255, 0, 0, 255, 255, 255, 255, 128, 0, 255};
     const Image image = CGImage::create(2, 3, 8, *provide(bytes));
     ASSERT_TRUE(image);
@@ -153,7 +153,7 @@ TEST(Image, RawPixelsThatEndEarlyAreTransparentBehind) {
     EXPECT_FALSE(image->isOpaque());
 }
 
-TEST(Image, AbsurdSizesOfRawPixelsGiveNone) {
+TEST(Image, RejectsInvalidSizesOfRawPixels) {
     constexpr std::ptrdiff_t kMost = PTRDIFF_MAX;
     const auto provider = provide({1, 2, 3, 4});
     using Sizes = std::array<std::ptrdiff_t, 3>;
@@ -179,7 +179,7 @@ TEST(Image, WritesWhatItReads) {
     std::filesystem::remove(file);
 }
 
-// Draws upright on a canvas whose y axis runs down, as bitmaps are drawn there: flipped locally.
+// Draws the image upright on a canvas whose y axis is down, by flipping locally.
 void drawUpright(CGContext& canvas, const CGImage& image, const CGRect& rect) {
     canvas.saveGState();
     canvas.translateCTM(rect.origin.x, rect.origin.y + rect.size.height);
@@ -188,15 +188,15 @@ void drawUpright(CGContext& canvas, const CGImage& image, const CGRect& rect) {
     canvas.restoreGState();
 }
 
-TEST(Image, IsCopiedExactlyAtItsSize) {
+TEST(Image, IsCopiedExactlyAtItsOwnSize) {
     for (const char* file : {"png/rgb8.png", "png/rgba8.png"}) {
         const Image image = decodeFile(file);
         ASSERT_TRUE(image);
         for (const bool clipped : {false, true}) {
-            // Between pixels it goes to the nearest.
+            // Positions between pixels are rounded to the nearest.
             for (const CGPoint place : {CGPoint{3, 4}, CGPoint{2.6, 4.3}}) {
                 CGBitmapContext canvas(20, 20);
-                if (clipped) {  // antialiased, though not where it matters
+                if (clipped) {  // antialiased, but not at the probes
                     canvas.clipToRect({{0.5, 0}, {30, 30}});
                 }
                 drawUpright(canvas, *image, {place, {8, 6}});
@@ -213,16 +213,16 @@ TEST(Image, IsCopiedExactlyAtItsSize) {
     }
 }
 
-TEST(Image, IsFilteredWhenScaledAndTurned) {
+TEST(Image, IsFilteredWhenScaledOrTurned) {
     const Image image = CGImage::createWithPixels(2, 1, {0xff000000, 0xffffffff});
     CGBitmapContext enlarged(40, 20);
     drawUpright(enlarged, *image, {{0, 0}, {40, 20}});
     EXPECT_EQ(pixel(enlarged, 2, 10), 0xff000000u);
     EXPECT_EQ(pixel(enlarged, 37, 10), 0xffffffffu);
-    EXPECT_NEAR(pixel(enlarged, 20, 10) & 255, 128, 12);  // a slope between them
+    EXPECT_NEAR(pixel(enlarged, 20, 10) & 255, 128, 12);  // linear interpolation between the colors
     EXPECT_EQ(coveredArea(enlarged), 800);
 
-    // A chequered bitmap, reduced, is grey: every pixel takes part.
+    // A reduced checkerboard is gray, because every pixel counts.
     std::vector<std::uint32_t> squares(200 * 200);
     for (std::size_t i = 0; i < squares.size(); ++i) {
         squares[i] = (i % 200 + i / 200) % 2 == 0 ? 0xff000000 : 0xffffffff;

@@ -14,7 +14,7 @@ std::string segmentsOf(const CGPath& path) {
     return recorded::outlineOf(path).segments;
 }
 
-TEST(Path, TheBoxGoesAroundTheCurvesThemselves) {
+TEST(Path, BoundingBoxIgnoresControlPoints) {
     CGPath path;
     EXPECT_EQ(path.getPathBoundingBox(), std::nullopt);
     path.moveToPoint(0, 0);
@@ -27,17 +27,17 @@ TEST(Path, TheBoxGoesAroundTheCurvesThemselves) {
     EXPECT_EQ(rectPath(4, 6, -3, -4).getPathBoundingBox(), (CGRect{{1, 2}, {3, 4}}));
 }
 
-TEST(Path, KeepsSubpathsWhole) {
+TEST(Path, ContinuesSubpathsLikeTheInterface) {
     CGPath path;
-    path.addLineToPoint(1, 1);  // nothing to come from: it begins there
+    path.addLineToPoint(1, 1);  // without a current point, the subpath begins here
     path.addLineToPoint(2, 1);
     path.closeSubpath();
     path.closeSubpath();
-    path.addLineToPoint(3, 3);  // goes on where the closed one began
+    path.addLineToPoint(3, 3);  // continues at the start of the closed subpath
     EXPECT_EQ(segmentsOf(path), "M 1 1 L 1 1 L 2 1 Z M 1 1 L 3 3");
 
     CGPath mixed = rectPath(0, 0, 2, 1);
-    mixed.addRelativeArc({}, 0, 0, 1, 0, 0);  // joined by a line to the rectangle's start
+    mixed.addRelativeArc({}, 0, 0, 1, 0, 0);  // a line connects it to the start of the rectangle
     mixed.addRect({{5, 5}, {1, 1}});
     EXPECT_EQ(segmentsOf(mixed), "M 0 0 L 2 0 L 2 1 L 0 1 Z M 0 0 L 1 0 M 5 5 L 6 5 L 6 6 L 5 6 Z");
 }

@@ -29,7 +29,7 @@ TEST(AttributedStringTest, AttributesBelongToCharacters) {
     EXPECT_FALSE(string.runs()[0].attributes.foregroundColor) << "left with the text";
 }
 
-TEST(AttributedStringTest, RunsCoverTheTextWithoutGapsAndNeighboursDiffer) {
+TEST(AttributedStringTest, RunsCoverTheTextAndAdjacentRunsDiffer) {
     CFMutableAttributedString string;
     string.replaceString("0123456789");
     string.setForegroundColor({2, 3}, kRed);
@@ -53,7 +53,7 @@ TEST(AttributedStringTest, RunsCoverTheTextWithoutGapsAndNeighboursDiffer) {
     string.setUnderline(string.range(), false);
     EXPECT_EQ(string.runs().size(), 1u);
 
-    // Never inside a character.
+    // Runs never end inside a character.
     string.replaceString("a\u65e5b");
     string.setUnderline({2, 1}, true);
     EXPECT_EQ(string.runs().size(), 1u);
@@ -61,7 +61,7 @@ TEST(AttributedStringTest, RunsCoverTheTextWithoutGapsAndNeighboursDiffer) {
     EXPECT_EQ(string.runs().front().range, (CFRange{0, 1}));
 }
 
-TEST(AttributedStringTest, ReplacesWhatIsNotUtf8) {
+TEST(AttributedStringTest, ReplacesInvalidUtf8) {
     using namespace std::string_literals;
     const std::string box = "\xEF\xBF\xBD";
     const std::pair<std::string, std::string> cases[] = {

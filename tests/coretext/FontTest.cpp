@@ -15,17 +15,17 @@ protected:
     void SetUp() override { registerTestFonts(); }
 };
 
-TEST_F(FontTest, FindsAFontByPostScriptNameThenFullNameThenFamily) {
+TEST_F(FontTest, FindsFontsByPostScriptNameFullNameAndFamily) {
     const std::pair<const char*, const char*> cases[] = {
         {"DejaVuSans-Bold", "DejaVuSans-Bold"},
         {"dejavusans-bold", "DejaVuSans-Bold"},
         {"DejaVu Sans Bold", "DejaVuSans-Bold"},
-        // A family gives its regular face, also when that is called "Book".
+        // A family gives its regular face, even if it is named "Book".
         {"DejaVu Sans", "DejaVuSans"},
         {"DejaVu Serif", "DejaVuSerif"},
         {"DejaVu Sans Mono", "DejaVuSansMono"},
         {"Noto Color Emoji Subset", "NotoColorEmoji-Subset"},
-        // No such font: the plainest of the registered ones.
+        // Unknown names give the plainest registered font.
         {"No Such Font", "DejaVuSans"},
         {"", "DejaVuSans"},
         {"\xff\xfe,;:=", "DejaVuSans"},
@@ -35,8 +35,8 @@ TEST_F(FontTest, FindsAFontByPostScriptNameThenFullNameThenFamily) {
     }
 }
 
-TEST_F(FontTest, GivesTheMetricsOfTheFontInUserUnits) {
-    // The numbers of the font's own table: ascender 1901, descender -483, gap 0, of 2048.
+TEST_F(FontTest, MetricsAreInUserUnits) {
+    // From the font's hhea table: ascender 1901, descender -483 and line gap 0, in units of 1/2048.
     for (const double size : {1.0, 12.0, 13.5, 400.0}) {
         const auto font = CTFont::createWithName("DejaVuSans", size);
         EXPECT_NEAR(font->ascent(), size * 1901 / 2048, 0.01) << size;
@@ -52,7 +52,7 @@ TEST_F(FontTest, AnInvalidSizeIsTheDefaultAndDoesNotAffectOtherSizes) {
     EXPECT_EQ(CTFont::createWithName(name, 40)->size(), 40);
 }
 
-TEST_F(FontTest, RefusesWhatIsNoWholeFont) {
+TEST_F(FontTest, RefusesIncompleteFonts) {
     std::ifstream in(testFont("DejaVuSerif.ttf"), std::ios::binary);
     const std::string good(std::istreambuf_iterator<char>(in), {});
     ASSERT_GT(good.size(), 100000u);
@@ -62,9 +62,9 @@ TEST_F(FontTest, RefusesWhatIsNoWholeFont) {
     }
     const std::pair<const char*, std::string> cases[] = {
         {"nothing", ""},
-        {"text", "this is no font"},
+        {"text", "this is not a font"},
         {"noise", noise},
-        {"noise behind a good beginning", good.substr(0, 12) + noise},
+        {"noise after a valid header", good.substr(0, 12) + noise},
         {"half a font", good.substr(0, good.size() / 2)},
         {"the last bytes missing", good.substr(0, good.size() - 100)},
     };
@@ -83,7 +83,7 @@ TEST_F(FontTest, RegistersAFontOnce) {
     ASSERT_TRUE(error);
     EXPECT_NE(error->find("DejaVuSans"), error->npos);
 
-    // The same font under another file name is the same font.
+    // The same font under another file name counts as registered.
     const auto copy = CGFont::createWithDataProvider(*provider, "copy.ttf");
     EXPECT_TRUE(CTFontManager::registerGraphicsFont(*copy));
 }

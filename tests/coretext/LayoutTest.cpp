@@ -38,7 +38,7 @@ protected:
     }
 };
 
-TEST_F(LayoutTest, ShapesWhatBelongsTogether) {
+TEST_F(LayoutTest, ShapesClustersAndFallbackFonts) {
     const double gap = 0.01;
     EXPECT_LT(widthOf("AV"), widthOf("A") + widthOf("V") - 0.5) << "kerning";
     EXPECT_NEAR(widthOf("e\u0301"), widthOf("e"), gap) << "a combining mark";
@@ -68,7 +68,7 @@ TEST_F(LayoutTest, FindsTheCharacterUnderAPoint) {
     EXPECT_EQ(indexAt("abc", "abcdef"), 2u) << "right of the line";
     EXPECT_EQ(indexAt("\u00e4\u00f6x", "\u00e4\u00f6"), 4u) << "bytes";
     EXPECT_EQ(indexAt("e\u0301x", "e"), 3u) << "behind a combining mark";
-    // Right to left: the first character of the text stands at the right end.
+    // Right to left: the first character of the text is at the right end.
     const auto hebrew = CTLine::createWithAttributedString(styled("\u05d0\u05d1\u05d2"));
     const double width = hebrew->typographicBounds().width;
     EXPECT_EQ(hebrew->stringIndexForPosition(width - 1), 0u);
@@ -76,14 +76,14 @@ TEST_F(LayoutTest, FindsTheCharacterUnderAPoint) {
     EXPECT_EQ(hebrew->stringIndexForPosition(-50), 4u);
     const CFMutableAttributedString empty;
     EXPECT_EQ(CTLine::createWithAttributedString(empty)->stringIndexForPosition(0), std::nullopt);
-    // Lam and alef become one glyph, which they share.
+    // Lam and alef share one glyph.
     const auto ligature = CTLine::createWithAttributedString(styled("\u0644\u0627"));
     const double shared = ligature->typographicBounds().width;
     EXPECT_EQ(ligature->stringIndexForPosition(shared * 0.75), 0u);
     EXPECT_EQ(ligature->stringIndexForPosition(shared * 0.25), 2u);
 }
 
-TEST_F(LayoutTest, EveryCharacterIsInOneLineAndNoLineIsTooLong) {
+TEST_F(LayoutTest, LinesContainEveryCharacterOnceAndFitTheWidth) {
     std::mt19937 random(7);
     const std::vector<std::string> words = {"the",
                                             "quick",
@@ -117,7 +117,7 @@ TEST_F(LayoutTest, EveryCharacterIsInOneLineAndNoLineIsTooLong) {
             EXPECT_LT(lineBottom, origin.y);
             bottom = lineBottom;
             at = range.end();
-            // White space may hang over at the end of a paragraph.
+            // Trailing white space may extend beyond the width.
             const std::string content = text.substr(range.location, range.length);
             if (content.find_last_not_of(" \t") + 1 == content.size()) {
                 EXPECT_LE(line->typographicBounds().width, width + 0.01) << content;
@@ -181,8 +181,8 @@ TEST_F(LayoutTest, AlignsEachParagraphInTheRectangle) {
     }
 }
 
-// The fuzzers' corpus of texts, each at the widths that make every kind of break.
-TEST_F(LayoutTest, LaysOutTextsThatAreHostile) {
+// The fuzzers' corpus of texts, at widths that cause every kind of line break.
+TEST_F(LayoutTest, LaysOutHostileTexts) {
     for (const auto& entry :
          std::filesystem::directory_iterator(std::string(ORVANE_TEST_CORPUS) + "/text")) {
         std::ifstream in(entry.path(), std::ios::binary);
@@ -203,13 +203,13 @@ TEST_F(LayoutTest, LaysOutTextsThatAreHostile) {
     }
 }
 
-TEST_F(LayoutTest, AMegabyteIsLaidOutAtAnyWidth) {
+TEST_F(LayoutTest, LaysOutAMegabyteAtAnyWidth) {
     constexpr std::size_t kSize = 1 << 20;
     std::string mixed;
     while (mixed.size() < kSize) {
         mixed += "word \u05e9\u05dc\u05d5\u05dd 12 \u65e5\u672c, ";
     }
-    // Where every byte is a character or a line of its own a part of a megabyte will do.
+    // Texts with a character or a line per byte need less than a megabyte.
     const std::string texts[] = {std::string(kSize, 'x'), mixed, std::string(kSize, ' '),
                                  std::string(kSize / 8, '\xff'), std::string(kSize / 8, '\n')};
     for (const std::string& text : texts) {

@@ -50,7 +50,7 @@ protected:
     }
 };
 
-TEST_F(PaintTest, APictureInPiecesEqualsThePictureInOne) {
+TEST_F(PaintTest, PaintingInPiecesEqualsPaintingAtOnce) {
     const double c = std::cos(0.4);
     const double s = std::sin(0.4);
     const std::pair<std::shared_ptr<const CTLine>, CGAffineTransform> scene[] = {
@@ -85,7 +85,7 @@ TEST_F(PaintTest, APictureInPiecesEqualsThePictureInOne) {
     }
 }
 
-TEST_F(PaintTest, TextKeepsItsPlaceAndWeightAtEveryScaleAndMovesSmoothly) {
+TEST_F(PaintTest, TextScalesAndMovesSmoothly) {
     const auto text = line("Hamburgefons", 14);
     const double once = ink(*text, {1, 0, 0, 1, 20, 100});
     EXPECT_GT(once, 100);
@@ -100,19 +100,19 @@ TEST_F(PaintTest, TextKeepsItsPlaceAndWeightAtEveryScaleAndMovesSmoothly) {
         EXPECT_NEAR(coveredArea(*moved), once, 0.02 * once) << step;
         previous = picture(*moved);
     }
-    // A whole pixel is the same picture elsewhere.
+    // Moved by a whole pixel, the picture is the same.
     auto shifted = picture(*drawn(*text, {1, 0, 0, 1, 21, 100}));
     std::rotate(shifted.begin(), shifted.begin() + 1, shifted.end());
     EXPECT_EQ(shifted, first);
 
-    // From one size on letters are filled as outlines; nothing may jump there.
+    // Larger letters are filled as outlines; their size must not jump there.
     const auto letter = line("R", 100);
     const double before = ink(*letter, {1.59, 0, 0, 1.59, 50, 200});
     const double after = ink(*letter, {1.61, 0, 0, 1.61, 50, 200});
     EXPECT_NEAR(after / before, 1.61 * 1.61 / (1.59 * 1.59), 0.01);
 }
 
-TEST_F(PaintTest, ColourComesFromTheTextAndPicturesKeepTheirOwn) {
+TEST_F(PaintTest, TextHasItsColorAndEmojiKeepTheirOwn) {
     const auto count = [](const char* text, auto isCounted) {
         const auto pixels = picture(*drawn(*line(text, 60, {0, 0, 1, 1}), {1, 0, 0, 1, 20, 100}));
         return std::count_if(pixels.begin(), pixels.end(), isCounted);
@@ -126,9 +126,9 @@ TEST_F(PaintTest, ColourComesFromTheTextAndPicturesKeepTheirOwn) {
     EXPECT_EQ(count("text", [](std::uint32_t pixel) { return (pixel & 0xffff00) != 0; }), 0);
 }
 
-TEST_F(PaintTest, HugeTextAndHugeCoordinatesLeaveTheCanvasAlive) {
+TEST_F(PaintTest, HugeTextAndCoordinatesDoNotBreakTheCanvas) {
     CGBitmapContext canvas(kSide, kSide);
-    const auto text = line("neighbour", 20);
+    const auto text = line("neighbor", 20);
     const auto endless = line(std::string(1 << 20, 'x'), 13);
     draw(canvas, *endless, {1, 0, 0, 1, 0, 30});
     EXPECT_GT(coveredArea(canvas), 500) << "the part on the canvas shows";

@@ -13,8 +13,8 @@ inline std::string testFont(const std::string& name) {
     return std::string(ORVANE_TEST_FONTS) + "/" + name;
 }
 
-// The fonts of the repository and none of the system's, so that what is measured and painted is the
-// same on every machine. Once a process; nothing else asks for a font in it before.
+// Registers the fonts of the repository and hides those of the system, so that measurements and
+// pictures are equal on every machine. Works once per process, before any other use of fonts.
 inline void registerTestFonts() {
     static const bool once = [] {
         setenv("FONTCONFIG_FILE", testFont("../../tests/coretext/no-system-fonts.conf").c_str(), 1);

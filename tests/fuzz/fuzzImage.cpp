@@ -6,7 +6,7 @@
 
 using namespace orvane::platform;
 
-// A PNG or a JPEG: whichever it begins like is decoded beyond its first bytes.
+// The input is a PNG or JPEG file. A decoder rejects the other format at its first bytes.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const auto provider =
         CGDataProvider::createWithData(orvane::commons::ByteArray::createFromArray(data, size));

@@ -7,7 +7,7 @@
 
 using namespace orvane::platform;
 
-// The first four bytes are width and height, the rest the pixels.
+// The first four bytes are the width and the height; the rest are pixels.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     std::int16_t sides[2];
     if (size < sizeof sides) {

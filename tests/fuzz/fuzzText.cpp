@@ -10,7 +10,7 @@
 
 using namespace orvane::platform;
 
-// The first byte is the width of the lines, the rest the text.
+// The first byte is the width of the lines; the rest is the text.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     if (size == 0) {
         return 0;

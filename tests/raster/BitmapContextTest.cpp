@@ -34,7 +34,7 @@ TEST(BitmapContext, PaintsByModeAndFillRule) {
         CGBitmapContext canvas(40, 40);
         canvas.setRGBFillColor(1, 0, 0, 1);
         canvas.setLineWidth(2);
-        // Two squares, one in the other, running the same way around.
+        // Two nested squares with the same direction.
         canvas.addPath(rectPath(5, 5, 30, 30));
         canvas.addPath(rectPath(15, 15, 10, 10));
         canvas.drawPath(c.mode);
@@ -42,16 +42,16 @@ TEST(BitmapContext, PaintsByModeAndFillRule) {
         EXPECT_EQ(pixel(canvas, 5, 10), c.edge);
         EXPECT_EQ(pixel(canvas, 20, 20), c.middle);
         EXPECT_EQ(pixel(canvas, 2, 2), 0u);
-        // The path is used up.
+        // drawPath emptied the path.
         canvas.setRGBFillColor(0, 1, 0, 1);
         canvas.drawPath(Fill);
         EXPECT_EQ(pixel(canvas, 10, 10), c.inside);
     }
 }
 
-// Shapes small and large, straight and turned, through every way that coverage is worked out: the
-// paint they take is the area they have.
-TEST(BitmapContext, CoversTheAreaThatAShapeHas) {
+// Small and large shapes, aligned and turned, so that every method of computing coverage is used.
+// The painted coverage equals the area of the shape.
+TEST(BitmapContext, CoverageEqualsTheAreaOfTheShape) {
     const auto turned = CGAffineTransform::makeTranslation(100, 100).rotate(0.3);
     const auto stretched = CGAffineTransform().scale(4, 2);
     const struct {
@@ -65,7 +65,7 @@ TEST(BitmapContext, CoversTheAreaThatAShapeHas) {
     } cases[] = {
         {"box", rectPath(10.3, 20.6, 30.5, 7.25), Fill, 30.5 * 7.25},
         {"frame", rectPath(10.3, 20.6, 30.5, 7.25), Stroke, 32 * 8.75 - 29 * 5.75, 1.5},
-        {"frame thicker than it is wide", rectPath(50, 50, 4, 20), Stroke, 14 * 30, 10},
+        {"stroke wider than the box", rectPath(50, 50, 4, 20), Stroke, 14 * 30, 10},
         {"slanted line", linePath({{50, 50}, {80, 90}}), Stroke, 100, 2},
         {"sharp corner", linePath({{100, 100}, {200, 120}, {100, 140}}), Stroke, 2039.6, 10},
         {"dashed line", linePath({{50, 50}, {450, 50}}), Stroke, 400 * 2 * 0.6, 2, {6, 4}},
@@ -76,16 +76,16 @@ TEST(BitmapContext, CoversTheAreaThatAShapeHas) {
         {"ring of a large circle", ellipsePath(3.3, 4.4, 480, 480), Stroke, 480 * kPi * 3, 3},
         {"scaled circle", ellipsePath(10, 10, 100, 100), Fill, 2500 * kPi * 8, 1, {}, stretched},
         {"rounded box", roundedPath(10, 10, 90, 50, 10, 10), Fill, 90 * 50 - (400 - 100 * kPi)},
-        {"rounded to an ellipse", roundedPath(10, 10, 90, 50, 1e9, 1e300), Fill, 45 * 25 * kPi},
+        {"radii larger than the box", roundedPath(10, 10, 90, 50, 1e9, 1e300), Fill, 45 * 25 * kPi},
         {"half a circle", ellipsePath(-100, 100, 200, 200), Fill, 100 * 100 * kPi / 2},
         {"stretched pen", linePath({{5, 20}, {55, 20}}), Stroke, 200 * 4, 2, {}, stretched},
-        // What is far larger than the canvas shows the part that lies on it.
-        {"endless band", rectPath(-1e30, 10.5, 2e30, 30), Fill, 500 * 30},
-        {"endless half plane", polygonPath({{-1e9, -1e9}, {1e9, 1e9}, {-1e9, 1e9}}), Fill, 125'000},
-        {"endless line", linePath({{-1e9, 250}, {1e9, 250}}), Stroke, 500 * 5, 5},
-        {"endless dashes", linePath({{-1.6e7, 50}, {1.6e7, 50}}), Stroke, 252 * 3, 3, {8, 8}},
-        {"endless circle", ellipsePath(250, 250 - 1e8, 2e8, 2e8), Fill, 250 * 500},
-        {"endless pen", polygonPath({{30, 40}, {60, 50}, {40, 80}}), Stroke, 250'000, 1e12},
+        // Of shapes much larger than the canvas, the part on the canvas is painted.
+        {"huge band", rectPath(-1e30, 10.5, 2e30, 30), Fill, 500 * 30},
+        {"huge half plane", polygonPath({{-1e9, -1e9}, {1e9, 1e9}, {-1e9, 1e9}}), Fill, 125'000},
+        {"huge line", linePath({{-1e9, 250}, {1e9, 250}}), Stroke, 500 * 5, 5},
+        {"huge dashes", linePath({{-1.6e7, 50}, {1.6e7, 50}}), Stroke, 252 * 3, 3, {8, 8}},
+        {"huge circle", ellipsePath(250, 250 - 1e8, 2e8, 2e8), Fill, 250 * 500},
+        {"huge pen", polygonPath({{30, 40}, {60, 50}, {40, 80}}), Stroke, 250'000, 1e12},
     };
     for (const auto& c : cases) {
         CGBitmapContext canvas(500, 500);
@@ -112,7 +112,7 @@ TEST(BitmapContext, ClipsIntersectAndEndWithTheirState) {
     EXPECT_EQ(pixel(canvas, 21, 12), 0u);
     canvas.restoreGState();
     fillRect(canvas, {{0, 0}, {60, 60}});
-    EXPECT_EQ(pixel(canvas, 35, 30), kBlack);  // the fill colour is restored, too
+    EXPECT_EQ(pixel(canvas, 35, 30), kBlack);  // the fill color is restored, too
     EXPECT_EQ(pixel(canvas, 0, 59), kBlack);
 }
 
@@ -132,8 +132,8 @@ TEST(BitmapContext, GradientsRunAlongTheirAxis) {
         {"no ends", *even, {20, 0}, {80, 0}, 0, {0, 0xffa65900, 0xff00ff00, 0}},
         {"hard edge", *hard, {0, 0}, {60, 0}, 3, {0xffd12e00, 0xff0000ff, 0xff0000ff, 0xff0000ff}},
         {"no length", *even, {20, 0}, {20, 0}, 3, {0xff0000ff, 0xff0000ff, 0xff0000ff, 0xff0000ff}},
-        {"no colours", *none, {20, 0}, {80, 0}, 3, {}},
-        {"no numbers", *even, {NAN, 0}, {80, INFINITY}, 0, {}},
+        {"no colors", *none, {20, 0}, {80, 0}, 3, {}},
+        {"not finite", *even, {NAN, 0}, {80, INFINITY}, 0, {}},
     };
     for (const auto& c : cases) {
         CGBitmapContext canvas(100, 4);
@@ -145,7 +145,7 @@ TEST(BitmapContext, GradientsRunAlongTheirAxis) {
     }
 }
 
-TEST(BitmapContext, AnEmptyCanvasTakesEveryCall) {
+TEST(BitmapContext, EmptyCanvasAcceptsEveryCall) {
     std::uint32_t pixels[4] = {};
     CGBitmapContext canvases[] = {
         {0, 10},           {-5, 10},         {100'000, 100'000}, {nullptr, 2, 2, 8},

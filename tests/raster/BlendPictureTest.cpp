@@ -8,9 +8,9 @@
 namespace orvane::platform {
 namespace {
 
-// Many pixels are computed at once: all of a row's ends and offsets, and every mixture of
-// transparent, opaque and other pixels, must come out as one pixel would.
-TEST(BlendPictureTest, EveryPixelIsLaidOverAsItWouldBeAlone) {
+// The implementation blends several pixels at once. All row lengths and offsets, and all mixtures
+// of transparent, opaque and other pixels, give the same result as blending single pixels.
+TEST(BlendPictureTest, BlendsEveryPixelIndependently) {
     std::mt19937 random(3);
     const auto color = [&random](unsigned kind) {
         const std::uint32_t alpha = kind == 0 ? 0 : kind == 1 ? 255 : random() % 256;

@@ -1,5 +1,5 @@
-// Whatever an application asks for, its object paints nothing or its nearest sensible form, and
-// everything else on the canvas is painted as if it were not there.
+// An object with invalid properties paints nothing or its nearest sensible form, and everything
+// else on the canvas is painted as usual.
 
 #include <gtest/gtest.h>
 
@@ -21,15 +21,16 @@ namespace {
 using enum CGPathDrawingMode;
 enum Expected { Nothing, Something, Anything };
 
-// A square of ten that the raster library paints, if its context is not broken.
+// A square with sides of 10 that is painted through Cairo, unless the Cairo context is in an error
+// state.
 class Square final : public CGDrawable {
 public:
     explicit Square(bool breaks) : breaks_(breaks) {}
 
     void paint(CairoCanvas& canvas) const override {
         if (breaks_) {
-            const double senseless = -1;
-            cairo_set_dash(canvas.cairo, &senseless, 1, 0);
+            const double invalid = -1;
+            cairo_set_dash(canvas.cairo, &invalid, 1, 0);
         }
         cairo_rectangle(canvas.cairo, 0, 0, 10, 10);
         cairo_fill(canvas.cairo);
@@ -41,9 +42,9 @@ private:
     const bool breaks_;
 };
 
-// A neighbour, painted before and after the object in question: a circle with a frame, and a
+// Another object, painted before and after the object under test: a circle with an outline, and a
 // square.
-void paintNeighbour(CGContext& canvas, double y) {
+void paintNeighbor(CGContext& canvas, double y) {
     canvas.saveGState();
     canvas.setLineWidth(1);
     draw(canvas, ellipsePath(40.3, y, 15, 15), FillStroke);
@@ -52,7 +53,7 @@ void paintNeighbour(CGContext& canvas, double y) {
     canvas.restoreGState();
 }
 
-// Everything that can be drawn, around 10, 10 to 30, 30.
+// Draws every kind of content between (10, 10) and (30, 30).
 void paintEverything(CGContext& canvas) {
     const CGRect rect{{10, 10}, {20, 20}};
     CGPath path;
@@ -77,15 +78,15 @@ void expectHarmless(const char* name, Expected expected,
                     const std::function<void(CGContext&)>& drawObject) {
     constexpr int kSide = 60;
     CGBitmapContext alone(kSide, kSide), canvas(kSide, kSide);
-    paintNeighbour(alone, 2);
-    paintNeighbour(alone, 32);
+    paintNeighbor(alone, 2);
+    paintNeighbor(alone, 32);
 
-    paintNeighbour(canvas, 2);
+    paintNeighbor(canvas, 2);
     canvas.saveGState();
     canvas.clipToRect({{0, 0}, {38, kSide}});
     drawObject(canvas);
     canvas.restoreGState();
-    paintNeighbour(canvas, 32);
+    paintNeighbor(canvas, 32);
     if (expected != Anything) {
         EXPECT_EQ(coveredArea(canvas) > coveredArea(alone), expected == Something) << name;
     }
@@ -99,12 +100,12 @@ TEST(HostileDrawing, TransformationsAndStates) {
         CGAffineTransform transform;
         Expected expected;
     } rows[] = {
-        {"scale 0 one way", {1, 0, 0, 0, 0, 0}, Nothing},
+        {"scale 0 in one direction", {1, 0, 0, 0, 0, 0}, Nothing},
         {"scale almost 0", {1e-300, 0, 0, 1, 0, 0}, Nothing},
         {"huge scale", {1e300, 0, 0, 1e300, 0, 0}, Nothing},
         {"NaN scale", {NAN, 0, 0, 1, 0, 0}, Nothing},
         {"infinite translation", {1, 0, 0, 1, INFINITY, 0}, Nothing},
-        {"huge scale that still shows", {1e9, 0, 0, 1e9, -2e10, -2e10}, Anything},
+        {"huge visible scale", {1e9, 0, 0, 1e9, -2e10, -2e10}, Anything},
         {"mirrored", {-1, 0, 0, 1, 40, 0}, Something},
     };
     for (const auto& row : rows) {
@@ -121,7 +122,7 @@ TEST(HostileDrawing, TransformationsAndStates) {
         canvas.clip();
         paintEverything(canvas);
     });
-    expectHarmless("colours out of range", Something, [](CGContext& canvas) {
+    expectHarmless("colors out of range", Something, [](CGContext& canvas) {
         canvas.setRGBFillColor(NAN, -1, 1e30, 7);
         fillRect(canvas, {{10, 10}, {20, 20}});
     });
@@ -130,7 +131,7 @@ TEST(HostileDrawing, TransformationsAndStates) {
         canvas.restoreGState();
         canvas.saveGState();
     });
-    expectHarmless("the library's context broken", Anything,
+    expectHarmless("Cairo context in an error state", Anything,
                    [](CGContext& canvas) { canvas.drawLine(Square(true)); });
 }
 

@@ -10,7 +10,7 @@
 namespace orvane::platform {
 namespace {
 
-// Bytes of masks that a drawing adds to the cache of the current thread.
+// The size of the masks that `drawing` adds to the cache of the current thread, in bytes.
 template <typename Draw>
 std::size_t bytesAddedBy(Draw drawing) {
     const std::size_t before = MaskCache::forThisThread().byteCount();
@@ -18,8 +18,8 @@ std::size_t bytesAddedBy(Draw drawing) {
     return MaskCache::forThisThread().byteCount() - before;
 }
 
-TEST(MaskCache, ForgetsWhatWasUsedTheLongestTimeAgo) {
-    const std::vector<std::uint8_t> grey(64 * 64, 99);
+TEST(MaskCache, DropsTheLeastRecentlyUsedMasks) {
+    const std::vector<std::uint8_t> gray(64 * 64, 99);
     MaskCache cache(100'000);
     const auto key = [](double width) {
         MaskKey made;
@@ -31,15 +31,15 @@ TEST(MaskCache, ForgetsWhatWasUsedTheLongestTimeAgo) {
         return cache.find({nullptr, {}, wanted.numbers}) != nullptr;
     };
     for (int i = 0; i < 1000; ++i) {
-        cache.insert(key(i), Mask(grey.data(), 64, 64, 64));
+        cache.insert(key(i), Mask(gray.data(), 64, 64, 64));
         ASSERT_LE(cache.byteCount(), 100'000u);
-        ASSERT_TRUE(has(0) || i == 0) << i;  // asked for each time, so it stays
+        ASSERT_TRUE(has(0) || i == 0) << i;  // looked up each time, so it stays
     }
     EXPECT_TRUE(has(999));
     EXPECT_FALSE(has(500));
 }
 
-TEST(MaskCache, ServesLikeShapesWhereverTheyStand) {
+TEST(MaskCache, EqualShapesShareMasksAtAnyPosition) {
     CGBitmapContext canvas(200, 200);
     draw(canvas, ellipsePath(10.25, 10.5, 33, 21));
     EXPECT_EQ(bytesAddedBy([&] {
@@ -54,7 +54,7 @@ TEST(MaskCache, ServesLikeShapesWhereverTheyStand) {
     EXPECT_GT(bytesAddedBy([&] { draw(canvas, ellipsePath(10.25, 10.5, 33, 21)); }), 0u);
 }
 
-TEST(MaskCache, AChangedPathIsPaintedAsItIsNow) {
+TEST(MaskCache, PaintsTheCurrentStateOfAChangedPath) {
     CGBitmapContext canvas(40, 40);
     CGPath path = linePath({{2, 2}, {30, 2}, {2, 30}});
     draw(canvas, path);
@@ -65,7 +65,7 @@ TEST(MaskCache, AChangedPathIsPaintedAsItIsNow) {
     EXPECT_GT(pixel(canvas, 20, 25) >> 24, 0u);
 }
 
-TEST(MaskCache, OnlyTilesThatAreSeenAreMade) {
+TEST(MaskCache, MakesOnlyVisibleTiles) {
     CGBitmapContext canvas(2000, 1000);
     const CGPath large = ellipsePath(-900.3, -900.3, 3800, 2800);
     canvas.saveGState();

@@ -1,5 +1,5 @@
-// The strongest promise of the canvas: what a pixel becomes depends on the drawing calls alone, not
-// on the part of the picture that is being painted.
+// The color of a pixel depends only on the drawing calls, not on the part of the picture that is
+// painted.
 
 #include <gtest/gtest.h>
 
@@ -18,7 +18,7 @@ namespace {
 constexpr int kWidth = 320;
 constexpr int kHeight = 300;
 
-// A picture made of everything that a canvas paints, the same for the same seed.
+// A picture of everything that a canvas can paint. Equal seeds give equal pictures.
 class RandomScene {
 public:
     explicit RandomScene(unsigned seed) : seed_(seed) {}
@@ -52,7 +52,8 @@ private:
         return std::uniform_real_distribution<double>(from, to)(random_);
     }
     bool chance(double share) { return number(0, 1) < share; }
-    // Fractions, exact ones among them, whole pixels, sometimes far off the canvas.
+    // Arbitrary fractions, exact binary fractions and whole pixels, sometimes far outside the
+    // canvas.
     double coordinate() {
         if (chance(0.03)) {
             return number(-1e5, 1e5);
@@ -152,7 +153,7 @@ protected:
     CGBitmapContext whole_{kWidth, kHeight};
 };
 
-TEST_P(Piecewise, RepaintingPieceByPieceLeavesNoTraceOfWhatWasThere) {
+TEST_P(Piecewise, RepaintingInPiecesEqualsPaintingAtOnce) {
     CGBitmapContext canvas(kWidth, kHeight);
     RandomScene(GetParam() + 1000).paint(canvas);
     for (const CGRect& piece : randomPieces(GetParam())) {
@@ -168,7 +169,7 @@ TEST_P(Piecewise, RepaintingPieceByPieceLeavesNoTraceOfWhatWasThere) {
 TEST_P(Piecewise, MovingTheCanvasByWholePixelsMovesThePicture) {
     constexpr int kLeft = 37;
     constexpr int kTop = 101;
-    // A window onto the picture, in storage with longer rows than its own.
+    // A canvas for a part of the picture, in memory with longer rows.
     std::vector<std::uint32_t> storage(200 * 120);
     CGBitmapContext part(storage.data(), 150, 120, 200 * 4,
                          CGAffineTransform::makeTranslation(-kLeft, -kTop));

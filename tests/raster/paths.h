@@ -5,7 +5,7 @@
 #include "platform/coregraphics/CGContext.h"
 #include "platform/coregraphics/CGPath.h"
 
-// Paths in one expression each, for the rows of tables.
+// Paths as single expressions, for tables of cases.
 namespace orvane::platform {
 
 inline CGPath rectPath(double x, double y, double width, double height) {

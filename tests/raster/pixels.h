@@ -15,7 +15,7 @@ inline std::uint32_t pixel(const CGBitmapContext& canvas, int x, int y) {
                            static_cast<std::size_t>(x)];
 }
 
-// All pixels, row by row.
+// All pixels in rows from the top.
 inline std::vector<std::uint32_t> picture(const CGBitmapContext& canvas) {
     std::vector<std::uint32_t> result;
     for (int y = 0; y < canvas.height(); ++y) {
@@ -26,7 +26,7 @@ inline std::vector<std::uint32_t> picture(const CGBitmapContext& canvas) {
     return result;
 }
 
-// The largest difference of one channel.
+// The largest difference of a channel.
 inline int difference(std::uint32_t a, std::uint32_t b) {
     int largest = 0;
     for (int shift = 0; shift < 32; shift += 8) {
@@ -36,7 +36,7 @@ inline int difference(std::uint32_t a, std::uint32_t b) {
     return largest;
 }
 
-// The same of two canvases of one size.
+// The largest difference of a channel between two canvases of the same size.
 inline int largestDifference(const CGBitmapContext& a, const CGBitmapContext& b) {
     int largest = 0;
     for (int y = 0; y < a.height(); ++y) {
@@ -47,7 +47,7 @@ inline int largestDifference(const CGBitmapContext& a, const CGBitmapContext& b)
     return largest;
 }
 
-// How many pixels' worth of paint there is, by the alpha channel.
+// The sum of all alpha values, in opaque pixels.
 inline double coveredArea(const CGBitmapContext& canvas) {
     double sum = 0;
     for (const std::uint32_t each : picture(canvas)) {
