@@ -144,8 +144,8 @@ TEST_F(GoldenTest, WrappedAndAttributedText) {
 TEST_F(GoldenTest, Images) {
     float x = 4;
     for (const char* const file :
-         {"png/grey1.png", "png/rgba8.png", "png/palette4.png", "jpeg/baseline.jpg",
-          "jpeg/progressive.jpg", "jpeg/grey.jpg", "jpeg/cmyk.jpg"}) {
+         {"png/gray1.png", "png/rgba8.png", "png/palette4.png", "jpeg/baseline.jpg",
+          "jpeg/progressive.jpg", "jpeg/gray.jpg", "jpeg/cmyk.jpg"}) {
         image(file, x, 4);
         image(file, x, 44, 2.5F);
         x += 50;
