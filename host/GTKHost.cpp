@@ -4,17 +4,30 @@
 #include <gtk/gtk.h>
 #include <gtkmm/init.h>
 
+#include <cmath>
+#include <string>
+
 #include "host/EventScript.h"
 #include "host/Options.h"
 
 namespace orvane::host {
 
-bool GTKHost::connect() {
-    if (gtk_init_check() == FALSE) {
-        return false;
+bool GTKHost::connect(const Options& options) {
+    constexpr char kScaleVariable[] = "GDK_SCALE";
+    const bool isScaled = options.scale && *options.scale == std::floor(*options.scale) &&
+                          !options.endsAfterOutput() && g_getenv(kScaleVariable) == nullptr;
+    if (isScaled) {
+        g_setenv(kScaleVariable, std::to_string(std::lround(*options.scale)).c_str(), TRUE);
     }
-    Gtk::init_gtkmm_internals();
-    return true;
+    const bool isConnected = gtk_init_check() != FALSE;
+    if (isScaled) {
+        // Programs that this process starts must not inherit it.
+        g_unsetenv(kScaleVariable);
+    }
+    if (isConnected) {
+        Gtk::init_gtkmm_internals();
+    }
+    return isConnected;
 }
 
 GTKHost::GTKHost(const Options& options, const EventScript& script)

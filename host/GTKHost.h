@@ -22,8 +22,11 @@ struct Options;
 // was asked for is written. Call connect() first. Main thread only.
 class GTKHost {
 public:
-    // Initializes GTK. Returns false if there is no display.
-    static bool connect();
+    // Initializes GTK. Returns false if there is no display. On X11, a whole --scale becomes the
+    // scale of the desktop for this process, so that the window and the controls in it have that
+    // scale too. A run that ends after its output leaves the desktop's scale, because the screen
+    // would limit the size of its picture.
+    static bool connect(const Options& options);
 
     GTKHost(const Options& options, const EventScript& script);
     ~GTKHost();

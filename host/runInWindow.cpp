@@ -5,7 +5,7 @@
 namespace orvane::host {
 
 std::optional<ExitCode> runInWindow(const Options& options, const EventScript& script) {
-    if (!GTKHost::connect()) {
+    if (!GTKHost::connect(options)) {
         complain("no display: rendering off-screen");
         return {};
     }

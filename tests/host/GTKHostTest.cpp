@@ -22,11 +22,11 @@ TEST_F(GTKHost, ShowsWhatTheOffscreenHostRenders) {
     }
 }
 
-TEST_F(GTKHost, ReportsAResizeToTheDisplay) {
-    HostProcess host({"--size", "600x400", probe});
+TEST_F(GTKHost, ReportsAResizeToTheDisplayInPoints) {
+    HostProcess host({"--size", "600x400", "--scale", "2", probe});
     ASSERT_TRUE(host.awaitOutput("started 600x400"));
-    XWindow().resize(300, 700);
-    EXPECT_TRUE(host.awaitOutput(" portrait\n"));
+    XWindow().resize(600, 1000);
+    EXPECT_TRUE(host.awaitOutput("size 300x500 portrait\n"));
     host.sendSignal(SIGTERM);
     EXPECT_EQ(host.finish().exitCode, 0);
 }
