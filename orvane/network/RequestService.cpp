@@ -88,57 +88,85 @@ platform::NSMutableURLRequest nativeRequest(const Request& request) {
     return target;
 }
 
-void fill(Response& target, const platform::NSData& data,
-          const std::optional<platform::NSHTTPURLResponse>& response,
-          const std::optional<platform::NSError>& error) {
-    if (response) {
-        target.setStatusCode(response->statusCode());
-        if (!target.isOk()) {
-            target.setStatusMessage(convert(
-                platform::NSHTTPURLResponse::localizedStringForStatusCode(response->statusCode())));
+Response responseFrom(const platform::NSData& data,
+                      const std::optional<platform::NSHTTPURLResponse>& native,
+                      const std::optional<platform::NSError>& error) {
+    Response response;
+    if (native) {
+        response.setStatusCode(native->statusCode());
+        if (!response.isOk()) {
+            response.setStatusMessage(convert(
+                platform::NSHTTPURLResponse::localizedStringForStatusCode(native->statusCode())));
         }
-        for (const auto& [name, value] : response->allHeaderFields()) {
-            target.addHeader(convert(name), convert(value));
+        for (const auto& [name, value] : native->allHeaderFields()) {
+            response.addHeader(convert(name), convert(value));
         }
     }
     if (error) {
-        target.setStatusMessage(convert(error->localizedDescription()));
+        response.setStatusMessage(convert(error->localizedDescription()));
     } else {
         // The ByteArray does not own the data, so the response does.
         auto storage = std::make_shared<const platform::NSData>(data);
         const auto body = commons::ByteArray::createFromNativeObject(storage.get());
-        target.setBody(body, std::move(storage));
+        response.setBody(body, std::move(storage));
     }
+    return response;
 }
+
+// Calls `answered` with the response on the session's thread.
+template <typename Handler>
+void send(const Request& request, Handler answered) {
+    platform::NSURLSession::sharedSession()
+        .dataTaskWithRequest(nativeRequest(request),
+                             [answered = std::move(answered)](
+                                 const platform::NSData& data,
+                                 const std::optional<platform::NSHTTPURLResponse>& response,
+                                 const std::optional<platform::NSError>& error) mutable {
+                                 answered(responseFrom(data, response, error));
+                             })
+        ->resume();
+}
+
+// What asyncRequest passes from thread to thread. The application's functions, and what they
+// captured, are destroyed on the main thread.
+struct Delivery {
+    Request request;
+    std::function<void(const Response&)> callback;
+
+    void deliver(const Response& response) const {
+        if (response.isOk()) {
+            callback(response);
+        } else {
+            request.onError(response.getStatusCode(), response.getStatusMessage());
+        }
+    }
+};
 
 }  // namespace
 
 Response RequestService::syncRequest(const Request& request, bool /*flag*/) {
     Response result;
     platform::DispatchSemaphore answered(0);
-    platform::NSURLSession::sharedSession()
-        .dataTaskWithRequest(nativeRequest(request),
-                             [&](const platform::NSData& data,
-                                 const std::optional<platform::NSHTTPURLResponse>& response,
-                                 const std::optional<platform::NSError>& error) {
-                                 fill(result, data, response, error);
-                                 answered.signal();
-                             })
-        ->resume();
+    send(request, [&](Response response) {
+        result = std::move(response);
+        answered.signal();
+    });
     answered.wait();
     return result;
 }
 
+// The steps of syncRequest, except that no thread of the background queue is blocked until the
+// response arrives, and none until the main thread has run the callback.
 void RequestService::asyncRequest(const Request& request,
                                   const std::function<void(const Response&)>& callback) {
-    thread::dispatch_background([request, callback] {
-        const Response response = syncRequest(request);
-        thread::dispatch_main([request, callback, response] {
-            if (response.isOk()) {
-                callback(response);
-            } else {
-                request.onError(response.getStatusCode(), response.getStatusMessage());
-            }
+    auto shared = std::make_shared<const Delivery>(Delivery{request, callback});
+    thread::dispatch_background([delivery = std::move(shared)]() mutable {
+        const Request& sent = delivery->request;
+        send(sent, [delivery = std::move(delivery)](Response response) mutable {
+            platform::dispatchMainAsync(
+                [delivery = std::move(delivery), response = std::move(response)] {
+                    delivery->deliver(response);
+                });
         });
     });
 }

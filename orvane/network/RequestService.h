@@ -23,8 +23,12 @@ public:
 
     // Sends a copy of the request and returns at once, on any thread. When the request has been
     // answered, the main thread calls `callback` with a response that is ok, or else the request's
-    // error callback. An empty callback raises std::bad_function_call there. A request cannot be
-    // canceled.
+    // error callback. An empty callback raises std::bad_function_call there; what the callbacks
+    // throw is logged. A request cannot be canceled.
+    //
+    // The number of requests is not limited. At most 512 run at the same time, or half of the file
+    // descriptors that the process may have, and half of these to one host; others wait for their
+    // turn. A request that waits blocks no thread.
     static void asyncRequest(const Request& request,
                              const std::function<void(const Response&)>& callback);
 };

@@ -10,6 +10,7 @@
 #include <mutex>
 #include <optional>
 #include <semaphore>
+#include <stdexcept>
 #include <string>
 #include <thread>
 
@@ -332,6 +333,21 @@ TEST(RequestService, TellsAFailureOfTheServerByItsCodeAndKeepsItsPage) {
     EXPECT_EQ(outcome.code, 404);
     EXPECT_EQ(outcome.message, "not found");
     EXPECT_EQ(bodyOf(RequestService::syncRequest(request)), "a page");
+}
+
+TEST(RequestService, LogsWhatACallbackThrows) {
+    TestServer server(echo);
+    bool isCalled = false;
+    testing::internal::CaptureStderr();
+    RequestService::asyncRequest(requestTo(server.url("/")), [&](const Response&) {
+        isCalled = true;
+        throw std::runtime_error("thrown by the callback");
+    });
+    while (!isCalled) {
+        platform::drainMainQueue(std::chrono::seconds(1));
+    }
+    const std::string log = testing::internal::GetCapturedStderr();
+    EXPECT_NE(log.find("thrown by the callback"), std::string::npos) << log;
 }
 
 TEST(RequestService, ServesTwoHundredRequestsAtOnce) {
