@@ -49,4 +49,9 @@ ByteArray ByteArray::createFromNativeObject<const platform::NSData*>(
     return {object->bytes(), object->length(), std::make_shared<ObjcObjectWrapper>(object)};
 }
 
+template <>
+ByteArray ByteArray::createFromNativeObject<platform::NSData*>(platform::NSData* object) {
+    return createFromNativeObject<const platform::NSData*>(object);
+}
+
 }  // namespace orvane::commons

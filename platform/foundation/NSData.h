@@ -39,9 +39,12 @@ private:
 
 namespace orvane::commons {
 
-// Returns a view of the object's bytes. It does not keep the object alive.
+// Return a view of the object's bytes. It does not keep the object alive.
 template <>
 ORVANE_EXPORT ByteArray
 ByteArray::createFromNativeObject<const platform::NSData*>(const platform::NSData* object);
+template <>
+ORVANE_EXPORT ByteArray
+ByteArray::createFromNativeObject<platform::NSData*>(platform::NSData* object);
 
 }  // namespace orvane::commons

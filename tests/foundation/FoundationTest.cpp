@@ -38,6 +38,13 @@ TEST(NSPathUtilities, TheEnvironmentCountsOnlyWhenItNamesAnAbsoluteFolder) {
     setenv("HOME", home.c_str(), 1);
 }
 
+TEST(NSData, IsViewedByByteArraysThatDoNotOwnIt) {
+    auto data = NSData::dataWithBytes("bytes", 5);
+    const auto view = orvane::commons::ByteArray::createFromNativeObject<NSData*>(&data);
+    EXPECT_EQ(view.data(), data.bytes());
+    EXPECT_EQ(view.size(), 5U);
+}
+
 TEST(NSFileManager, ListsSortedAndWalksWithoutFollowingLinks) {
     const TemporaryFolder folder;
     write(folder.path() / "b/inner.ttf", "");
