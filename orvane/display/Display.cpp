@@ -41,10 +41,14 @@ void setDisplayOfSubtree(const std::shared_ptr<DisplayLayer>& layer,
     }
 }
 
+// The view of a layer; null for a layer that is not native, or whose view was not created.
+std::shared_ptr<NSView> viewOf(const std::shared_ptr<DisplayLayer>& layer) {
+    const auto native = std::dynamic_pointer_cast<NativeLayer>(layer);
+    return native ? native->getLayerHandler() : nullptr;
+}
+
 std::shared_ptr<NSView> viewOf(const std::shared_ptr<DisplayObject>& object) {
-    const auto layer =
-        object ? std::dynamic_pointer_cast<NativeLayer>(object->getLayer()) : nullptr;
-    return layer ? layer->getLayerHandler() : nullptr;
+    return object ? viewOf(object->getLayer()) : nullptr;
 }
 
 platform::CATransition platformTransition(const Transition& transition) {
@@ -170,14 +174,14 @@ void Display::detachLayer(const std::shared_ptr<DisplayLayer>& layer) {
 }
 
 void Display::attachLayerHandler(const std::shared_ptr<DisplayLayer>& layer) {
-    if (const auto native = std::dynamic_pointer_cast<NativeLayer>(layer)) {
-        dispatch_ui([&] { view_->addSubview(native->getLayerHandler()); });
+    if (const std::shared_ptr<NSView> view = viewOf(layer)) {
+        dispatch_ui([&] { view_->addSubview(view); });
     }
 }
 
 void Display::detachLayerHandler(const std::shared_ptr<DisplayLayer>& layer) {
-    if (const auto native = std::dynamic_pointer_cast<NativeLayer>(layer)) {
-        dispatch_ui([&] { native->getLayerHandler()->removeFromSuperviewWithoutNeedingDisplay(); });
+    if (const std::shared_ptr<NSView> view = viewOf(layer)) {
+        dispatch_ui([&] { view->removeFromSuperviewWithoutNeedingDisplay(); });
     }
 }
 

@@ -71,11 +71,18 @@ public:
     // Removes a layer and its sublayers from this display and hides the layer's view.
     void detachLayer(const std::shared_ptr<DisplayLayer>& layer);
 
+    // Adds the view of a layer to the root view, on top. attachLayer calls it.
+    void attachLayerHandler(const std::shared_ptr<DisplayLayer>& layer);
+    // Removes the view of a layer from the root view. detachLayer calls it.
+    void detachLayerHandler(const std::shared_ptr<DisplayLayer>& layer);
+
     // Tells the listeners of FrameChangedEvent a new size of the display, in points.
     void frameChanged(const geometry::Size<double>& size);
     // Tells the listeners the current size of the view.
     void frameChanged();
 
+    // Creates the root view. The constructor calls it.
+    void initView();
     // The root view. A host puts it into its window.
     const std::shared_ptr<DisplayView>& getView() const { return view_; }
     // The size of the root view, in points; zero while there is no view.
@@ -103,10 +110,6 @@ public:
 
 private:
     static std::shared_ptr<Display> s_instance;  // defined in runtime/statics.cpp
-
-    void initView();
-    void attachLayerHandler(const std::shared_ptr<DisplayLayer>& layer);
-    void detachLayerHandler(const std::shared_ptr<DisplayLayer>& layer);
 
     std::vector<std::shared_ptr<DisplayObject>> objects_;
     std::shared_ptr<DisplayView> view_;

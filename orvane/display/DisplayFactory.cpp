@@ -22,21 +22,9 @@ std::shared_ptr<graphics::Container> DisplayFactory::createContainer() {
     return std::make_shared<QuartzContainer>();
 }
 
-namespace {
-
-// The init of a native object needs the shared_ptr that holds the object.
-template <typename T, typename... Arguments>
-std::shared_ptr<T> makeNative(Arguments... arguments) {
-    auto object = std::make_shared<T>(arguments...);
-    object->init();
-    return object;
-}
-
-}  // namespace
-
 std::shared_ptr<graphics::ScrollContainer> DisplayFactory::createScrollContainer(
     graphics::ScrollContainer::Type type, bool paging) {
-    return makeNative<UIScrollContainer>(type, paging);
+    return createInitialized<UIScrollContainer>(type, paging);
 }
 
 std::shared_ptr<graphics::SizedContainer> DisplayFactory::createClipContainer(bool scrollable) {
@@ -83,7 +71,7 @@ std::shared_ptr<graphics::AttributedText> DisplayFactory::createAttributedText()
 
 std::shared_ptr<graphics::InputText> DisplayFactory::createInputText(bool multiline, bool secure,
                                                                      int maximumLength) {
-    return makeNative<UIInputText>(multiline, true, secure, maximumLength);
+    return createInitialized<UIInputText>(multiline, true, secure, maximumLength);
 }
 
 std::shared_ptr<graphics::Image> DisplayFactory::createImage() {

@@ -60,6 +60,21 @@ public:
                                                                 int maximumLength);
     // Creates an image without a picture.
     static std::shared_ptr<graphics::Image> createImage();
+
+    // Creates a layer of the kind T, which derives from native::NativeLayer, with its view.
+    template <typename T>
+    static std::shared_ptr<T> createLayer() {
+        return createInitialized<T>();
+    }
+
+private:
+    // The init of native layers and objects needs the shared_ptr that holds them.
+    template <typename T, typename... Arguments>
+    static std::shared_ptr<T> createInitialized(Arguments... arguments) {
+        auto object = std::make_shared<T>(arguments...);
+        object->init();
+        return object;
+    }
 };
 
 }  // namespace orvane::display

@@ -1,3 +1,4 @@
+#include "orvane/display/native/BitmapLayer.h"
 #include "orvane/system/ScreenTypeView.h"
 #include "platform/quartzcore/CAMediaTime.h"
 #include "tests/native/Stage.h"
@@ -27,6 +28,13 @@ TEST_F(DisplayTest, TheLastAddedObjectIsOnTopUntilItIsRemoved) {
     display_->add(nullptr);
     Display::reset();
     EXPECT_NE(Display::instance(), display_) << "the old display belongs to its owners";
+}
+
+TEST_F(DisplayTest, ALayerWithoutAViewIsAddedAndRemovedSilently) {
+    const auto object = rect(0, 0, 10, 10, 0xFFFF0000);
+    object->extractIntoLayer(std::make_shared<native::BitmapLayer>());  // not initialized
+    display_->add(object);
+    EXPECT_TRUE(display_->remove(object));
 }
 
 TEST_F(DisplayTest, ListenersGetTheSizeAndTheWindowDeterminesTheScale) {

@@ -1,6 +1,7 @@
 #include <filesystem>
 #include <fstream>
 
+#include "orvane/display/native/BitmapLayer.h"
 #include "platform/appkit/NSTextField.h"
 #include "platform/coretext/CTFont.h"
 #include "tests/native/Stage.h"
@@ -36,6 +37,7 @@ TEST_F(FactoryTest, CreatesEachKindOwnedByASharedPointer) {
         EXPECT_EQ(object->ownsLayer(), native) << description;
         EXPECT_EQ(object->getLayer() != nullptr, native) << description;
     }
+    EXPECT_TRUE(DisplayFactory::createLayer<native::BitmapLayer>()->getLayerHandler());
 }
 
 TEST_F(FactoryTest, AScrollContainerClipsItsChildrenToItsBounds) {

@@ -15,6 +15,9 @@ class FrameAnimationDelegate;
 // from 0 up to 1. The phase of the last call of a run is exactly 1; the completion callback follows
 // it. The calls begin when the delay has passed.
 //
+// When the function throws, the exception is logged and the run continues. When it throws in the
+// last call, the completion callback follows all the same, because the application may wait for it.
+//
 // The function is called on the main thread, must be set before run(), and keeps its state from
 // frame to frame. A run needs a duration above zero and no target. Changes to delay, duration and
 // repeat count apply from the next run on.

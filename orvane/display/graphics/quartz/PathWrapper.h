@@ -23,6 +23,8 @@ public:
     // Empties the outline; the bounds remain.
     void start();
     // Updates the bounds. An empty outline has none, and the previous bounds remain.
+    void calculateBounds();
+    // Ends an outline: updates the bounds.
     void finish() { calculateBounds(); }
 
     // These functions replace the whole outline and, except for setLine, update the bounds.
@@ -58,8 +60,6 @@ public:
     void draw(platform::CGContext& canvas, bool fill, bool stroke) const;
 
 private:
-    void calculateBounds();
-
     geometry::Rect<double> bounds_;
     platform::CGPath path_;
     bool isEOFill_ = false;

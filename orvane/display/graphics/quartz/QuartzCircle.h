@@ -15,10 +15,10 @@ public:
     void setCy(float cy) override;
     void setR(float r) override;
 
-private:
-    // Rebuilds the outline and invalidates the object.
+    // Rebuilds the outline and invalidates the object. Every setter calls it.
     void update();
 
+private:
     float cx_ = 0;
     float cy_ = 0;
     float r_ = 0;

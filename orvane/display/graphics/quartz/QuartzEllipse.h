@@ -16,10 +16,10 @@ public:
     void setRx(float rx) override;
     void setRy(float ry) override;
 
-private:
-    // Rebuilds the outline and invalidates the object.
+    // Rebuilds the outline and invalidates the object. Every setter calls it.
     void update();
 
+private:
     float cx_ = 0;
     float cy_ = 0;
     float rx_ = 0;

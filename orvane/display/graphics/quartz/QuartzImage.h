@@ -33,6 +33,13 @@ public:
     // Drops the picture; keeps the bounds and does not repaint.
     void releaseImage();
 
+    // These functions return whether there is a picture now. The first one decodes a PNG or JPEG
+    // file, the second one takes pixels as setRawData does.
+    bool setDataProvider(const platform::CGDataProvider& provider);
+    bool setRawDataProvider(const platform::CGDataProvider& provider, int width, int height);
+    // Takes the bounds of the picture and repaints, if there is a picture.
+    bool postProcessImage();
+
     geometry::Rect<double> getBounds() override { return bounds_; }
 
 protected:
@@ -44,9 +51,6 @@ private:
     bool decodeFile(const std::string& path);
     bool decodeAddress(const std::string& address);
     bool decode(const platform::CGDataProvider& provider, const std::string& source);
-    bool setDataProvider(const platform::CGDataProvider& provider);
-    bool setRawDataProvider(const platform::CGDataProvider& provider, int width, int height);
-    bool postProcessImage();
 
     std::shared_ptr<const platform::CGImage> image_;
     geometry::Rect<double> bounds_;

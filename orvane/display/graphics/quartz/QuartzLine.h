@@ -23,13 +23,13 @@ public:
     void setX2(float x2) override;
     void setY2(float y2) override;
 
+    // Rebuilds the outline and invalidates the object. Every setter calls it.
+    void update();
+
 protected:
     void doValidate(const geometry::Rect<double>& rect) override;
 
 private:
-    // Rebuilds the outline and invalidates the object.
-    void update();
-
     PathWrapper path_;
     float x1_ = 0;
     float y1_ = 0;

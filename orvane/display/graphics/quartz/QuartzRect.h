@@ -18,10 +18,10 @@ public:
     void setRx(float rx) override;
     void setRy(float ry) override;
 
-private:
-    // Rebuilds the outline and invalidates the object.
+    // Rebuilds the outline and invalidates the object. Every setter calls it.
     void update();
 
+private:
     float x_ = 0;
     float y_ = 0;
     float width_ = 0;
