@@ -8,8 +8,8 @@
 
 namespace orvane::platform {
 
-// A rectangle of whole device pixels, from left/top up to but not including right/bottom. Empty
-// when either extent is not above zero. A view may be wider than 32 bits count pixels.
+// A rectangle of whole device pixels, from left/top up to but not including right/bottom. It is
+// empty if an extent is zero or negative. A view may have more pixels in a row than 32 bits count.
 struct NSBackingRect {
     std::int64_t left = 0;
     std::int64_t top = 0;
@@ -31,7 +31,7 @@ struct NSBackingRect {
         return {std::max(left, other.left), std::max(top, other.top), std::min(right, other.right),
                 std::min(bottom, other.bottom)};
     }
-    // The box around both; an empty one adds nothing.
+    // The bounding box of both; an empty rectangle adds nothing.
     constexpr NSBackingRect united(const NSBackingRect& other) const {
         if (isEmpty()) {
             return other;
@@ -45,8 +45,8 @@ struct NSBackingRect {
     constexpr NSBackingRect movedBy(std::int64_t dx, std::int64_t dy) const {
         return {left + dx, top + dy, right + dx, bottom + dy};
     }
-    // The whole pixels that a rectangle in points touches, at `scale` pixels a point. What is not a
-    // number or beyond any view is brought to the edge of what can be counted.
+    // The whole pixels that a rectangle in points touches, at `scale` pixels per point. NaN and
+    // coordinates beyond 1e12 pixels are clamped to that range.
     static NSBackingRect around(const CGRect& points, double scale) {
         return {floorPixel(points.origin.x * scale), floorPixel(points.origin.y * scale),
                 -floorPixel(-(points.origin.x + points.size.width) * scale),

@@ -22,7 +22,7 @@ NSBackingRect tileRect(std::int64_t column, std::int64_t line) {
     return {column * size, line * size, (column + 1) * size, (line + 1) * size};
 }
 
-// The graphics state around one drawRect.
+// Saves the graphics state and restores it at the end of the scope.
 class SavedState {
 public:
     explicit SavedState(CGContext& canvas) : canvas_(canvas) { canvas_.saveGState(); }
@@ -94,14 +94,14 @@ bool NSBackingStore::setArea(const NSBackingRect& area) {
     const NSBackingRect keptTiles = tilesAround(kept);
     for (std::int64_t line = keptTiles.top; line < keptTiles.bottom; ++line) {
         for (std::int64_t column = keptTiles.left; column < keptTiles.right; ++column) {
-            // A tile that the edge of the area cuts elsewhere now has pixels of another extent.
+            // The extent of a tile at the edge of the area may have changed; its texture is stale.
             const NSBackingRect tile = tileRect(column, line);
             const std::uint64_t serial = old.serialAt(column, line);
             const bool same = tile.intersection(area_) == tile.intersection(old.area_);
             serialAt(column, line) = same || serial == 0 ? serial : nextSerial();
         }
     }
-    // What lies around the kept part, in four bands.
+    // The four bands around the kept part.
     damage_.add({area_.left, area_.top, area_.right, kept.top});
     damage_.add({area_.left, kept.bottom, area_.right, area_.bottom});
     damage_.add({area_.left, kept.top, kept.left, kept.bottom});
@@ -128,7 +128,7 @@ void NSBackingStore::paintRect(NSView& view, const NSBackingRect& rect) {
         std::fill_n(row(y) + (rect.left - area_.left), rect.width(), 0U);
     }
     const SavedState state(*canvas_);
-    // The clip in pixels, before the view's space is set up: it falls on whole pixels exactly.
+    // The clip is set in pixels, before the scale, so that it is exactly on pixel boundaries.
     canvas_->clipToRect(
         {{static_cast<double>(rect.left - area_.left), static_cast<double>(rect.top - area_.top)},
          {static_cast<double>(rect.width()), static_cast<double>(rect.height())}});

@@ -6,10 +6,10 @@ namespace orvane::platform {
 
 enum class NSControlKind { TextField };
 
-// A native control: a view that holds the control's state and says what kind it is. A window on a
-// desktop shows it by the desktop's own widget and keeps the two in step: it hears of the state by
-// didChangeView(kNSViewStateChanged) and writes back what the user did with the same setters.
-// Off-screen the control paints a plain likeness of itself.
+// A native control: a view that holds the control's state and its kind. A desktop window shows it
+// with a widget of the desktop and keeps the two in sync: didChangeView(kNSViewStateChanged)
+// reports changes of the state, and the window stores the user's input with the same setters.
+// Off-screen the control paints a plain approximation of itself.
 class ORVANE_EXPORT NSControl : public NSView {
 public:
     virtual NSControlKind controlKind() const = 0;

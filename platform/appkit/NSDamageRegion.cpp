@@ -7,24 +7,24 @@ namespace orvane::platform {
 
 namespace {
 
-// Beyond so many separate rectangles the list turns to a grid.
-constexpr std::size_t listLimit = 128;
-// Rectangles nearly touch when no more pixels than this lie between them.
-constexpr std::int64_t nearby = 8;
-// What a box may hold of pixels that were not damaged: as much as a call to paint them costs
-// anyway, or a share of what was.
-constexpr std::int64_t wasteAllowed = 32 * 32;
-constexpr std::int64_t wasteShare = 4;
-constexpr std::int64_t smallestCell = 64;
-constexpr std::int64_t cellLimit = 1024;
+// The number of separate rectangles beyond which the list becomes a grid.
+constexpr std::size_t kListLimit = 128;
+// Rectangles nearly touch if at most this number of pixels is between them.
+constexpr std::int64_t kNearby = 8;
+// The number of undamaged pixels that a merged box may contain: about as many as one more call of
+// drawRect costs, or this share of the damaged pixels (a quarter).
+constexpr std::int64_t kWasteAllowed = 32 * 32;
+constexpr std::int64_t kWasteShare = 4;
+constexpr std::int64_t kSmallestCell = 64;
+constexpr std::int64_t kCellLimit = 1024;
 
 bool areWorthMerging(const NSBackingRect& a, const NSBackingRect& b) {
-    if (a.left > b.right + nearby || b.left > a.right + nearby || a.top > b.bottom + nearby ||
-        b.top > a.bottom + nearby) {
+    if (a.left > b.right + kNearby || b.left > a.right + kNearby || a.top > b.bottom + kNearby ||
+        b.top > a.bottom + kNearby) {
         return false;
     }
     const std::int64_t damaged = a.area() + b.area() - a.intersection(b).area();
-    return a.united(b).area() - damaged <= std::max(wasteAllowed, damaged / wasteShare);
+    return a.united(b).area() - damaged <= std::max(kWasteAllowed, damaged / kWasteShare);
 }
 
 }  // namespace
@@ -51,8 +51,8 @@ void NSDamageRegion::add(const NSBackingRect& rect) {
         return;
     }
     addToList(inside);
-    if (rects_.size() > listLimit) {
-        turnToGrid();
+    if (rects_.size() > kListLimit) {
+        switchToGrid();
     }
 }
 
@@ -62,7 +62,7 @@ void NSDamageRegion::addToList(NSBackingRect rect) {
             return;
         }
     }
-    // Growing, it may come to reach others in turn.
+    // A merged rectangle is larger and may touch others in turn, so the search starts over.
     for (std::size_t i = 0; i < rects_.size();) {
         if (!areWorthMerging(rects_[i], rect)) {
             ++i;
@@ -76,10 +76,10 @@ void NSDamageRegion::addToList(NSBackingRect rect) {
     rects_.push_back(rect);
 }
 
-void NSDamageRegion::turnToGrid() {
-    cellSize_ = smallestCell;
+void NSDamageRegion::switchToGrid() {
+    cellSize_ = kSmallestCell;
     const auto cellsFor = [this](std::int64_t extent) { return extent / cellSize_ + 1; };
-    while (cellsFor(bounds_.width()) * cellsFor(bounds_.height()) > cellLimit) {
+    while (cellsFor(bounds_.width()) * cellsFor(bounds_.height()) > kCellLimit) {
         cellSize_ *= 2;
     }
     columns_ = cellsFor(bounds_.width());
@@ -93,7 +93,7 @@ void NSDamageRegion::turnToGrid() {
 }
 
 void NSDamageRegion::addToGrid(const NSBackingRect& rect) {
-    // Where everything is damaged again and again, it is not counted cell by cell each time.
+    // Skips the walk over the cells when the whole area is damaged repeatedly.
     if (covered_.contains(rect)) {
         return;
     }
@@ -101,24 +101,23 @@ void NSDamageRegion::addToGrid(const NSBackingRect& rect) {
         covered_ = rect;
     }
     const NSBackingRect place = rect.movedBy(-bounds_.left, -bounds_.top);
-    for (std::int64_t line = place.top / cellSize_; line <= (place.bottom - 1) / cellSize_;
-         ++line) {
+    for (std::int64_t row = place.top / cellSize_; row <= (place.bottom - 1) / cellSize_; ++row) {
         for (std::int64_t column = place.left / cellSize_; column <= (place.right - 1) / cellSize_;
              ++column) {
             const std::int64_t x = bounds_.left + column * cellSize_;
-            const std::int64_t y = bounds_.top + line * cellSize_;
-            NSBackingRect& cell = cells_[static_cast<std::size_t>(line * columns_ + column)];
+            const std::int64_t y = bounds_.top + row * cellSize_;
+            NSBackingRect& cell = cells_[static_cast<std::size_t>(row * columns_ + column)];
             cell = cell.united(rect.intersection({x, y, x + cellSize_, y + cellSize_}));
         }
     }
 }
 
 void NSDamageRegion::mergeGrid(std::vector<NSBackingRect>& out) const {
-    // Each line of cells is joined to runs, and each run to what the line before left open: boxes
-    // that end further up cannot be reached any more.
+    // Joins the cells of each row to runs, and each run to the boxes of the previous row. Boxes
+    // that end above the previous row cannot touch the run.
     std::size_t openFrom = 0;
-    for (std::size_t lineBegin = 0; lineBegin < cells_.size();
-         lineBegin += static_cast<std::size_t>(columns_)) {
+    for (std::size_t rowBegin = 0; rowBegin < cells_.size();
+         rowBegin += static_cast<std::size_t>(columns_)) {
         const std::size_t previousOpen = openFrom;
         const std::size_t previousEnd = out.size();
         NSBackingRect run;
@@ -136,7 +135,7 @@ void NSDamageRegion::mergeGrid(std::vector<NSBackingRect>& out) const {
             run = {};
         };
         for (std::size_t i = 0; i < static_cast<std::size_t>(columns_); ++i) {
-            const NSBackingRect& cell = cells_[lineBegin + i];
+            const NSBackingRect& cell = cells_[rowBegin + i];
             if (!run.isEmpty() && !cell.isEmpty() && areWorthMerging(run, cell)) {
                 run = run.united(cell);
             } else if (!cell.isEmpty()) {
@@ -160,8 +159,8 @@ void NSDamageRegion::take(std::vector<NSBackingRect>& out) {
     out.clear();
     if (gridded_) {
         mergeGrid(out);
-        // Lines of cells are joined greedily; what they left side by side is joined as in the list.
-        if (out.size() <= listLimit) {
+        // Rows are joined greedily, which can leave neighbors that are worth merging.
+        if (out.size() <= kListLimit) {
             for (const NSBackingRect& rect : out) {
                 addToList(rect);
             }

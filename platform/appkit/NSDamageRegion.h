@@ -8,16 +8,16 @@
 
 namespace orvane::platform {
 
-// A set of damaged rectangles in device pixels. What overlaps or nearly touches is merged as it
-// comes, as long as the box around the two holds little that neither covers: two far corners never
-// become one big box.
+// A set of damaged rectangles in device pixels. Rectangles that overlap or nearly touch are merged
+// when they are added, if their bounding box adds few undamaged pixels. Two distant corners never
+// become one large box.
 //
-// Up to a limit the rectangles stand in a list. Beyond it the region turns to a coarse grid over
-// its bounds, in which each cell keeps the box of its own damage; ten thousand rectangles so cost
-// ten thousand small steps. It keeps its memory when emptied.
+// A small number of rectangles is kept in a list. Beyond a limit, the region switches to a coarse
+// grid over its bounds, in which each cell keeps the bounding box of its own damage, so the cost of
+// adding a rectangle stays small. Clearing the region keeps its memory.
 class ORVANE_EXPORT NSDamageRegion {
 public:
-    // What is added is cut to these. Damage outside new bounds is dropped.
+    // Added rectangles are clipped to the bounds. Damage outside new bounds is dropped.
     void setBounds(const NSBackingRect& bounds);
     const NSBackingRect& bounds() const { return bounds_; }
 
@@ -25,13 +25,13 @@ public:
     void addAll() { add(bounds_); }
     bool isEmpty() const { return rects_.empty() && !gridded_; }
     void clear();
-    // Moves the rectangles to `out` (emptied first) and empties the region.
+    // Moves the rectangles to `out`, which is emptied first, and clears the region.
     void take(std::vector<NSBackingRect>& out);
 
 private:
     void addToList(NSBackingRect rect);
     void addToGrid(const NSBackingRect& rect);
-    void turnToGrid();
+    void switchToGrid();
     void mergeGrid(std::vector<NSBackingRect>& out) const;
 
     NSBackingRect bounds_;
@@ -40,7 +40,7 @@ private:
     std::int64_t cellSize_ = 0;  // in pixels
     std::int64_t columns_ = 0;
     std::vector<NSBackingRect> cells_;
-    NSBackingRect covered_;  // the largest rectangle that lies in the grid as a whole
+    NSBackingRect covered_;  // the largest rectangle that was added to the grid
 };
 
 }  // namespace orvane::platform

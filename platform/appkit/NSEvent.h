@@ -6,11 +6,11 @@ namespace orvane::platform {
 
 enum class NSEventType { LeftMouseDown, LeftMouseDragged, LeftMouseUp };
 
-// A pointer event. The place is in the window's content coordinates, y down, in points.
+// A pointer event. The location is in the coordinates of the window's content: points, y down.
 struct NSEvent {
     NSEventType type = NSEventType::LeftMouseDown;
     CGPoint locationInWindow;
-    double timestamp = 0;  // seconds, of the media clock
+    double timestamp = 0;  // in seconds of the media clock
 };
 
 }  // namespace orvane::platform

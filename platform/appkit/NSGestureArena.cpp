@@ -50,7 +50,7 @@ void NSGestureArena::deliver(const std::shared_ptr<NSView>& contentView, const N
 }
 
 void NSGestureArena::enter(NSView& contentView, const NSEvent& event) {
-    for (NSView* view = contentView.hitTest(event.locationInWindow); view;
+    for (NSView* view = contentView.hitTest(event.locationInWindow); view != nullptr;
          view = view->superview()) {
         for (const std::shared_ptr<NSGestureRecognizer>& recognizer : view->gestureRecognizers()) {
             entries_.push_back({recognizer});
@@ -101,8 +101,8 @@ bool NSGestureArena::mustWait(Entry& entry) {
 bool NSGestureArena::waitsFor(const Entry& entry, const Entry& other) const {
     const auto mustFailFirst = [](const Entry& first, const Entry& second) {
         NSGestureRecognizerDelegate* delegate = first.recognizer->delegate();
-        return delegate && delegate->shouldBeRequiredToFailByGestureRecognizer(*first.recognizer,
-                                                                               *second.recognizer);
+        return delegate != nullptr && delegate->shouldBeRequiredToFailByGestureRecognizer(
+                                          *first.recognizer, *second.recognizer);
     };
     // Where both are to wait for one another (two recognizers of one view), the later one does.
     return mustFailFirst(other, entry) && (&other < &entry || !mustFailFirst(entry, other));

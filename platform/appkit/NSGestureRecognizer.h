@@ -21,26 +21,26 @@ enum class NSGestureRecognizerState {
 
 class NSGestureRecognizer;
 
-// Answers how recognizers of nested views give way to one another.
+// Decides which of the recognizers of nested views sees a gesture first.
 class ORVANE_EXPORT NSGestureRecognizerDelegate {
 public:
     virtual ~NSGestureRecognizerDelegate() = default;
-    // True when `other` must wait until `recognizer` has failed before it sees the gesture.
+    // Returns true if `other` must not see the gesture until `recognizer` has failed. Called once
+    // for each pair of recognizers in a gesture, and must not change either.
     virtual bool shouldBeRequiredToFailByGestureRecognizer(const NSGestureRecognizer& recognizer,
                                                            const NSGestureRecognizer& other) = 0;
 };
 
-// Turns the pointer events of one view, from button down to button up, into a gesture. The window
-// feeds it: the recognizers of the hit view and of the views around it see each gesture, inner ones
-// first; what the delegate says decides who waits for whom. Entering Began, Changed or Ended sends
-// the action. Main thread only.
+// Interprets the pointer events of one view, from button down to button up, as a gesture. The
+// window calls it through NSGestureArena, which decides which recognizers see the events. Setting
+// the state to Began, Changed or Ended calls invokeAction. Main thread only.
 class ORVANE_EXPORT NSGestureRecognizer {
 public:
     NSGestureRecognizer();
     virtual ~NSGestureRecognizer();
 
     NSView* view() const { return view_; }
-    // Borrowed; it must outlive the recognizer.
+    // Borrowed; must outlive the recognizer.
     void setDelegate(NSGestureRecognizerDelegate* delegate) { delegate_ = delegate; }
     NSGestureRecognizerDelegate* delegate() const { return delegate_; }
 
@@ -50,13 +50,13 @@ public:
     // The gesture is over for this recognizer though the button is not up: its view left the
     // window, or an inner recognizer claimed the gesture after this one saw its beginning.
     virtual void cancelled();
-    // The action, sent on Began, Changed and Ended.
+    // The action; called when the state is set to Began, Changed or Ended.
     virtual void invokeAction() {}
 
     NSGestureRecognizerState state() const { return state_; }
     void setState(NSGestureRecognizerState state);
 
-    // The place of the event in a view's coordinates.
+    // The location of an event in a view's coordinates.
     CGPoint locationInView(const NSEvent& event, const NSView& view) const;
 
 private:

@@ -6,13 +6,13 @@ namespace orvane::platform {
 
 class CGContext;
 
-// The canvas of the view that is being drawn, for the time of its drawRect. Main thread only.
+// Provides the canvas of the view that is being painted. Main thread only.
 class ORVANE_EXPORT NSGraphicsContext {
 public:
-    // Null outside a drawRect.
+    // Null outside drawRect.
     static CGContext* currentGraphicsPort();
 
-    // Makes `canvas` current for a scope; for whoever calls drawRect.
+    // Makes a canvas current for a scope. Used by the code that calls drawRect. Scopes may nest.
     class ORVANE_EXPORT Scope {
     public:
         explicit Scope(CGContext& canvas);

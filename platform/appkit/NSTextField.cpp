@@ -14,12 +14,12 @@ namespace orvane::platform {
 
 namespace {
 
-// Much like the desktop's own.
-constexpr char fontName[] = "sans-serif";
-constexpr double fontSize = 13;
-constexpr double padding = 8;
-constexpr double cornerRadius = 5;
-constexpr CGColor textColor{0.18, 0.2, 0.21, 1};
+// Similar to the default theme of GTK.
+constexpr char kFontName[] = "sans-serif";
+constexpr double kFontSize = 13;
+constexpr double kPadding = 8;
+constexpr double kCornerRadius = 5;
+constexpr CGColor kTextColor{0.18, 0.2, 0.21, 1};
 
 }  // namespace
 
@@ -42,13 +42,13 @@ void NSTextField::setEnabled(bool enabled) {
 
 void NSTextField::drawRect(const CGRect&) {
     CGContext* canvas = NSGraphicsContext::currentGraphicsPort();
-    if (!canvas) {
+    if (canvas == nullptr) {
         return;
     }
     const CGSize size = bounds().size;
     const CGRect frame{{0.5, 0.5}, {std::max(size.width - 1, 0.0), std::max(size.height - 1, 0.0)}};
     CGPath outline;
-    outline.addRoundedRect(frame, cornerRadius, cornerRadius);
+    outline.addRoundedRect(frame, kCornerRadius, kCornerRadius);
     const double shade = enabled_ ? 1.0 : 0.95;
     canvas->setRGBFillColor(shade, shade, shade, 1);
     canvas->setRGBStrokeColor(0.72, 0.72, 0.74, 1);
@@ -61,16 +61,16 @@ void NSTextField::drawRect(const CGRect&) {
     if (!line_) {
         CFMutableAttributedString text;
         CTAttributes attributes;
-        attributes.font = CTFont::createWithName(fontName, fontSize);
-        attributes.foregroundColor = textColor;
+        attributes.font = CTFont::createWithName(kFontName, kFontSize);
+        attributes.foregroundColor = kTextColor;
         text.append(stringValue_, attributes);
         line_ = CTLine::createWithAttributedString(text);
     }
     const CTLine::TypographicBounds& line = line_->typographicBounds();
     canvas->saveGState();
-    canvas->clipToRect({{padding, 0}, {std::max(size.width - 2 * padding, 0.0), size.height}});
-    canvas->translateCTM(padding, std::round((size.height + line.ascent - line.descent) / 2));
-    canvas->scaleCTM(1, -1);  // text has its y axis up
+    canvas->clipToRect({{kPadding, 0}, {std::max(size.width - 2 * kPadding, 0.0), size.height}});
+    canvas->translateCTM(kPadding, std::round((size.height + line.ascent - line.descent) / 2));
+    canvas->scaleCTM(1, -1);  // the y axis of text points up
     canvas->drawLine(*line_);
     canvas->restoreGState();
 }

@@ -9,13 +9,13 @@ namespace orvane::platform {
 
 class CTLine;
 
-// One line of text that the user can edit.
+// A control with one line of text that the user can edit.
 class ORVANE_EXPORT NSTextField : public NSControl {
 public:
     NSControlKind controlKind() const override { return NSControlKind::TextField; }
 
-    // UTF-8. Whether the application or the user changed it, the window is told once, and not at
-    // all when it is what it was.
+    // UTF-8. The window is notified once for each change, whether the application or the user made
+    // it; setting an equal value does nothing.
     const std::string& stringValue() const { return stringValue_; }
     void setStringValue(const std::string& value);
     bool isEnabled() const { return enabled_; }
@@ -25,7 +25,7 @@ public:
 
 private:
     std::string stringValue_;
-    std::shared_ptr<const CTLine> line_;  // of the value; made when it is painted
+    std::shared_ptr<const CTLine> line_;  // the value's layout; null until it is painted
     bool enabled_ = true;
 };
 

@@ -25,7 +25,7 @@ NSView::NSView() : layer_(std::make_shared<CALayer>()) {
 
 NSView::~NSView() {
     layer_->setDelegate(nullptr);
-    // Whoever else holds a subview or a recognizer must not find its way back here.
+    // Subviews and recognizers may outlive this view if they have other owners.
     for (const std::shared_ptr<NSView>& subview : subviews_) {
         subview->superview_ = nullptr;
     }
@@ -63,7 +63,7 @@ void NSView::addSubview(const std::shared_ptr<NSView>& view, NSWindowOrderingMod
         subviewOrderChanged();
         return;
     }
-    if (!view->superview_) {
+    if (view->superview_ == nullptr) {
         view->leaveContentView();
     }
     insertSubview(view, target());
@@ -72,45 +72,45 @@ void NSView::addSubview(const std::shared_ptr<NSView>& view, NSWindowOrderingMod
 void NSView::insertSubview(const std::shared_ptr<NSView>& view, std::size_t at) {
     const std::shared_ptr<NSView> held = view;
     NSWindow* const previous = held->window_;
-    if (previous) {
+    if (previous != nullptr) {
         previous->viewsWillLeave(*held, previous == window_);
     }
     held->leaveSuperview();
     held->superview_ = this;
     subviews_.insert(subviews_.begin() + static_cast<std::ptrdiff_t>(at), held);
     subviewOrderChanged();
-    if (window_) {
+    if (window_ != nullptr) {
         window_->viewsDidEnter(*held);
     }
     if (previous != window_) {
-        held->tellMovedToWindow();
+        held->notifyMovedToWindow();
     }
 }
 
 void NSView::leaveContentView() {
-    if (window_) {
+    if (window_ != nullptr) {
         window_->setContentView(nullptr);
     }
 }
 
 void NSView::removeFromSuperviewWithoutNeedingDisplay() {
-    if (!superview_) {
+    if (superview_ == nullptr) {
         leaveContentView();
         return;
     }
     const std::shared_ptr<NSView> held = shared_from_this();
     NSWindow* const previous = window_;
-    if (previous) {
+    if (previous != nullptr) {
         previous->viewsWillLeave(*this, false);
     }
     leaveSuperview();
-    if (previous) {
-        tellMovedToWindow();
+    if (previous != nullptr) {
+        notifyMovedToWindow();
     }
 }
 
 void NSView::leaveSuperview() {
-    if (!superview_) {
+    if (superview_ == nullptr) {
         return;
     }
     NSView& superview = *std::exchange(superview_, nullptr);
@@ -119,8 +119,8 @@ void NSView::leaveSuperview() {
     superview.subviewOrderChanged();
 }
 
-void NSView::tellMovedToWindow() {
-    // Application code may rearrange the tree while it is told.
+void NSView::notifyMovedToWindow() {
+    // A list, because viewDidMoveToWindow may change the tree.
     std::vector<std::shared_ptr<NSView>> subtree{shared_from_this()};
     for (std::size_t i = 0; i < subtree.size(); ++i) {
         const auto& children = subtree[i]->subviews_;
@@ -132,7 +132,7 @@ void NSView::tellMovedToWindow() {
 }
 
 std::size_t NSView::indexOf(const NSView* view) const {
-    // From the end: most of what is looked up was added last.
+    // Backward, because most views that are looked up were added last.
     for (std::size_t i = subviews_.size(); i-- > 0;) {
         if (subviews_[i].get() == view) {
             return i;
@@ -143,7 +143,7 @@ std::size_t NSView::indexOf(const NSView* view) const {
 
 bool NSView::isDescendantOf(const NSView& view) const {
     const NSView* ancestor = this;
-    while (ancestor && ancestor != &view) {
+    while (ancestor != nullptr && ancestor != &view) {
         ancestor = ancestor->superview_;
     }
     return ancestor != nullptr;
@@ -151,7 +151,7 @@ bool NSView::isDescendantOf(const NSView& view) const {
 
 void NSView::subviewOrderChanged() {
     drawingOrderValid_ = false;
-    if (window_) {
+    if (window_ != nullptr) {
         window_->subviewOrderDidChange(*this);
     }
 }
@@ -162,7 +162,7 @@ const std::vector<NSView*>& NSView::subviewsInDrawingOrder() const {
         for (const std::shared_ptr<NSView>& subview : subviews_) {
             drawingOrder_.push_back(subview.get());
         }
-        // A z that is not a number would break the order; it counts as 0.
+        // NaN would break the sort, so it counts as 0.
         const auto z = [](const NSView* view) {
             const double position = view->layer_->zPosition();
             return std::isnan(position) ? 0 : position;
@@ -187,14 +187,14 @@ void NSView::setFrame(const CGRect& frame) {
 void NSView::setHidden(bool hidden) {
     if (hidden_ != hidden) {
         hidden_ = hidden;
-        if (window_) {
+        if (window_ != nullptr) {
             window_->viewDidChange(*this, kNSViewHiddenChanged);
         }
     }
 }
 
 bool NSView::isHiddenOrHasHiddenAncestor() const {
-    for (const NSView* view = this; view; view = view->superview_) {
+    for (const NSView* view = this; view != nullptr; view = view->superview_) {
         if (view->hidden_) {
             return true;
         }
@@ -205,10 +205,10 @@ bool NSView::isHiddenOrHasHiddenAncestor() const {
 // ---- drawing ----
 
 void NSView::layerDidChange(CALayer&, unsigned changes) {
-    if ((changes & kCALayerZPositionChanged) && superview_) {
+    if ((changes & kCALayerZPositionChanged) && superview_ != nullptr) {
         superview_->subviewOrderChanged();
     }
-    if (!window_) {
+    if (window_ == nullptr) {
         return;
     }
     unsigned seen = 0;
@@ -231,26 +231,25 @@ void NSView::layerDidChange(CALayer&, unsigned changes) {
 }
 
 void NSView::stateDidChange() {
-    if (window_) {
+    if (window_ != nullptr) {
         window_->viewDidChange(*this, kNSViewStateChanged);
     }
 }
 
 void NSView::setNeedsDisplayInRect(const CGRect& rect) {
-    // Without a store nothing has been painted yet, and all will be.
+    // A view without a store has not been painted yet, and will be painted completely.
     if (!store_ || policy_ == NSViewLayerContentsRedrawPolicy::Never) {
         return;
     }
     if (isFinite(rect)) {
-        // One pixel around for what reaches beyond its own frame: antialiased edges, and frames
-        // that were rounded on their way.
+        // One pixel on each side, for antialiased edges and for frames that callers rounded.
         NSBackingRect damaged = NSBackingRect::around(standardized(rect), store_->scale());
         damaged = {damaged.left - 1, damaged.top - 1, damaged.right + 1, damaged.bottom + 1};
         store_->damage().add(damaged);
     } else {
         store_->damage().addAll();
     }
-    if (window_ && store_->needsPainting()) {
+    if (window_ != nullptr && store_->needsPainting()) {
         window_->viewNeedsDisplay(*this);
     }
 }
@@ -264,7 +263,7 @@ void NSView::setRealization(std::unique_ptr<NSViewRealization> realization) {
 // ---- input ----
 
 void NSView::addGestureRecognizer(const std::shared_ptr<NSGestureRecognizer>& recognizer) {
-    if (recognizer && !recognizer->view_) {
+    if (recognizer && recognizer->view_ == nullptr) {
         recognizer->view_ = this;
         recognizers_.push_back(recognizer);
     }
@@ -281,7 +280,8 @@ NSView* NSView::hitTest(CGPoint point) {
     const CGPoint place = toView->apply(point);
     const std::vector<NSView*>& order = subviewsInDrawingOrder();
     for (std::size_t i = order.size(); i-- > 0;) {
-        if (NSView* hit = order[i]->hitTest(place)) {
+        NSView* const hit = order[i]->hitTest(place);
+        if (hit != nullptr) {
             return hit;
         }
     }
@@ -292,7 +292,7 @@ NSView* NSView::hitTest(CGPoint point) {
 
 CGAffineTransform NSView::transformToWindow() const {
     CGAffineTransform toWindow;
-    for (const NSView* view = this; view; view = view->superview_) {
+    for (const NSView* view = this; view != nullptr; view = view->superview_) {
         toWindow = toWindow.concat(modelTransform(*view->layer_));
     }
     return toWindow;

@@ -24,22 +24,21 @@ enum class NSViewLayerContentsRedrawPolicy { Never = 0, OnSetNeedsDisplay = 1 };
 enum class NSViewListKind { Changed, Reordered, Damaged, Animated };
 constexpr std::size_t kNSViewListKinds = 4;
 
-// What a window keeps with each view that it shows (a widget, a place in its image). The view owns
-// it; it goes when the view leaves the window.
+// What a window keeps with each view that it shows, for example a widget. Owned by the view and
+// destroyed when the view leaves the window.
 class ORVANE_EXPORT NSViewRealization {
 public:
     virtual ~NSViewRealization() = default;
 };
 
-// A surface in a window: a frame in its superview, ordered subviews, a layer, and, where the kind
-// paints (drawRect), a backing store that persists between frames. Origin at the top left, y down,
-// in points. Siblings are drawn by z position of their layers, then in order. Subviews are not cut
-// to their superview.
+// A surface in a window: a frame in its superview, ordered subviews, a layer, and, if its class
+// paints (drawRect), a backing store that persists between frames. The origin is at the top left,
+// y points down, and lengths are in points. Siblings are drawn by the z positions of their layers,
+// then in order. Subviews are not clipped to their superview.
 //
-// Views are made, changed and destroyed on the main thread only. A superview owns its subviews.
-// Nothing is painted or composed by a setter: the window hears of the change and does what is
-// needed at its next display pass. A view that moves, turns, fades, hides or is restacked keeps its
-// pixels.
+// Views are created, changed and destroyed on the main thread only. A superview owns its subviews.
+// A setter never paints or composes: it notifies the window, which does what is needed at its next
+// display pass. A view keeps its pixels when it is moved, rotated, faded, hidden or reordered.
 class ORVANE_EXPORT NSView : public std::enable_shared_from_this<NSView>, private CALayerDelegate {
 public:
     NSView();
@@ -48,27 +47,28 @@ public:
     NSView& operator=(const NSView&) = delete;
 
     // ---- the view tree ----
-    // On top. A view that has a superview leaves it first. A view cannot go into itself or its own
-    // subtree: nothing happens then.
+    // Adds a view on top of the other subviews, after removing it from its superview. Does nothing
+    // if this view is the added view or one of its descendants.
     void addSubview(const std::shared_ptr<NSView>& view);
-    // Directly above or below `relativeTo`; on top or at the bottom when that is no subview.
+    // Adds a view directly above or below `relativeTo`; at the top or the bottom if `relativeTo` is
+    // not a subview of this view.
     void addSubview(const std::shared_ptr<NSView>& view, NSWindowOrderingMode place,
                     const NSView* relativeTo);
-    // Animations of a subtree that leaves its window are removed, and so are over for their
-    // transactions; a view that goes elsewhere in its window by addSubview keeps them.
-    // Of a window's content view the window is left without content.
+    // Removes the view from its superview, or from its window if it is the content view. When a
+    // subtree leaves its window, its animations are removed, which completes them for their
+    // transactions. A view that addSubview moves within one window keeps its animations.
     void removeFromSuperviewWithoutNeedingDisplay();
     NSView* superview() const { return superview_; }
     const std::vector<std::shared_ptr<NSView>>& subviews() const { return subviews_; }
-    // Sorted by z position, then order: the first is drawn first.
+    // Sorted by z position, then by order; the first is drawn first.
     const std::vector<NSView*>& subviewsInDrawingOrder() const;
     NSWindow* window() const { return window_; }
-    // Also true of the view itself.
+    // Also true for the view itself.
     bool isDescendantOf(const NSView& view) const;
 
     // ---- geometry ----
-    // Sets the layer's size, and its position so that the anchor point keeps its share of the
-    // frame.
+    // In the superview's coordinates. Sets the layer's size, and places the layer's anchor point at
+    // the corresponding point of the frame.
     void setFrame(const CGRect& frame);
     CGRect frame() const { return frame_; }
     CGRect bounds() const { return {{0, 0}, frame_.size}; }
@@ -77,47 +77,49 @@ public:
     bool isHiddenOrHasHiddenAncestor() const;
 
     // ---- drawing ----
-    // Every view has its layer from the start; asking for one changes nothing.
+    // Does nothing: every view has a layer from the start.
     void setWantsLayer(bool) {}
     CALayer* layer() const { return layer_.get(); }
-    // Never: damage is ignored; the view is painted when it first shows, and no more.
+    // With Never, damage is ignored: the view is painted only when it is first shown.
     void setLayerContentsRedrawPolicy(NSViewLayerContentsRedrawPolicy policy) { policy_ = policy; }
-    // Damages an area, in the view's coordinates; it is painted at the next display pass. Rounded
-    // outwards to whole device pixels and grown by one. Anything that is not finite damages the
-    // whole view. Negative extents count as the area they span.
+    // Damages an area, in the view's coordinates; it is painted at the next display pass. The area
+    // is rounded outward to whole device pixels and expanded by one pixel. A rectangle that is not
+    // finite damages the whole view. A negative extent means the area that it spans.
     void setNeedsDisplayInRect(const CGRect& rect);
-    // Paints into NSGraphicsContext's current canvas, whose user space is the view's. `dirty` is
-    // cleared before and clipped to. Called once for each merged rectangle of the damage.
+    // Called by the display pass, once for each merged rectangle of the damage. Paints on
+    // NSGraphicsContext's current canvas, in the view's coordinates. `dirty` has been cleared and
+    // is the clip.
     virtual void drawRect(const CGRect& dirty);
-    // Whether this kind has a drawRect, and so a backing store. Must not change.
+    // Whether the class implements drawRect and so needs a backing store. Must be constant.
     virtual bool paints() const { return false; }
     virtual bool isFlipped() const { return false; }
     virtual bool isOpaque() const { return false; }
-    // The view has entered a window, left it (window() is null), or changed windows.
+    // Called after the view entered a window, left it (window() is null), or changed windows.
     virtual void viewDidMoveToWindow() {}
 
     // ---- input ----
+    // Does nothing if the recognizer belongs to a view already.
     void addGestureRecognizer(const std::shared_ptr<NSGestureRecognizer>& recognizer);
     const std::vector<std::shared_ptr<NSGestureRecognizer>>& gestureRecognizers() const {
         return recognizers_;
     }
-    // The frontmost visible view of this subtree that holds the point, given in the superview's
-    // coordinates; null for none. Layer transforms (model values) count.
+    // Returns the frontmost visible view of this subtree that contains a point in the superview's
+    // coordinates; null for none. Uses the model values of the layers, including their transforms.
     virtual NSView* hitTest(CGPoint point);
-    // To this view's coordinates, through the model values of the layers. A mapping that cannot be
-    // inverted gives the point as it is.
+    // Converts a point from the window's content to this view's coordinates, using the model values
+    // of the layers. Returns the point unchanged if the mapping has no inverse.
     CGPoint convertPointFromWindow(CGPoint point) const;
-    // From this view's coordinates to its window's content, by the layers' model values.
+    // Maps this view's coordinates to its window's content, using the model values of the layers.
     CGAffineTransform transformToWindow() const;
 
     // ---- for the window that shows the view ----
-    // Null while nothing of the view can be seen, or for a kind that does not paint.
+    // Null while no part of the view is visible, and for a class that does not paint.
     const NSBackingStore* backingStore() const { return store_.get(); }
     NSViewRealization* realization() const { return realization_.get(); }
     void setRealization(std::unique_ptr<NSViewRealization> realization);
 
 protected:
-    // For controls: what they hold has changed. The window is told (kNSViewStateChanged).
+    // Called by controls when their state has changed. Notifies the window (kNSViewStateChanged).
     void stateDidChange();
 
 private:
@@ -126,13 +128,13 @@ private:
 
     void layerDidChange(CALayer& layer, unsigned changes) override;
     void insertSubview(const std::shared_ptr<NSView>& view, std::size_t at);
-    // The place in subviews_; its end when it is none.
+    // Returns the index in subviews_; subviews_.size() if the view is not a subview.
     std::size_t indexOf(const NSView* view) const;
     void leaveSuperview();
-    // For a view without a superview: it is a window's content, or in none.
+    // Removes a view that has no superview from the window whose content view it is, if any.
     void leaveContentView();
-    // viewDidMoveToWindow for the subtree, superviews first.
-    void tellMovedToWindow();
+    // Calls viewDidMoveToWindow for the subtree, superviews first.
+    void notifyMovedToWindow();
     void subviewOrderChanged();
 
     static constexpr std::size_t kNotListed = static_cast<std::size_t>(-1);
@@ -146,14 +148,14 @@ private:
     NSViewLayerContentsRedrawPolicy policy_ = NSViewLayerContentsRedrawPolicy::OnSetNeedsDisplay;
     CGRect frame_;
     std::shared_ptr<CALayer> layer_;
-    // Shared so that a drawRect that takes its own view out of the window paints on to its end.
+    // Shared, so that painting can continue when drawRect removes its own view from the window.
     std::shared_ptr<NSBackingStore> store_;
     std::unique_ptr<NSViewRealization> realization_;
     std::vector<std::shared_ptr<NSGestureRecognizer>> recognizers_;
 
-    // The window's bookkeeping: the changes that it has not seen, and the places in its lists.
+    // Written by the window: the changes that were not reported yet (NSViewChange), and the index
+    // in each of the window's lists, by NSViewListKind.
     unsigned changes_ = 0;
-    // By NSViewListKind; kNotListed where the view is not in the list.
     std::array<std::size_t, kNSViewListKinds> indexInList_;
 };
 

@@ -19,11 +19,11 @@ namespace orvane::platform {
 
 namespace {
 
-// Beside the changes that kinds of windows hear of: what of the view and its subtree can be seen is
-// to be looked at anew.
-constexpr unsigned visibilityStale = 1U << 30;
-constexpr unsigned affectsVisibility =
-    visibilityStale | kNSViewGeometryChanged | kNSViewHiddenChanged;
+// An internal bit next to the NSViewChange bits: which part of the view and its subtree is visible
+// must be computed again.
+constexpr unsigned kVisibilityStale = 1U << 30;
+constexpr unsigned kAffectsVisibility =
+    kVisibilityStale | kNSViewGeometryChanged | kNSViewHiddenChanged;
 
 }  // namespace
 
@@ -39,7 +39,7 @@ struct NSWindow::State {
     bool scheduled = false;
     bool displaying = false;
     double displayTime = 0;
-    // Of the pass under way; kept for their memory.
+    // Used during a pass only; members to reuse their memory.
     std::vector<std::shared_ptr<NSView>> working;
     std::vector<std::shared_ptr<NSView>> visibilityRoots;
     NSGestureArena gestures;
@@ -48,7 +48,7 @@ struct NSWindow::State {
 NSWindow::NSWindow() : state_(std::make_unique<State>()) {}
 
 NSWindow::~NSWindow() {
-    state_->scheduled = true;  // there is nobody left to be asked
+    state_->scheduled = true;  // scheduleDisplay is pure virtual from here on
     setContentView(nullptr);
 }
 
@@ -62,13 +62,13 @@ void NSWindow::setContentView(const std::shared_ptr<NSView>& view) {
     }
     if (const std::shared_ptr<NSView> old = std::move(state_->contentView)) {
         viewsWillLeave(*old, false);
-        old->tellMovedToWindow();
+        old->notifyMovedToWindow();
     }
     state_->contentView = view;
     if (view) {
         view->removeFromSuperviewWithoutNeedingDisplay();
         viewsDidEnter(*view);
-        view->tellMovedToWindow();
+        view->notifyMovedToWindow();
     }
 }
 
@@ -76,7 +76,7 @@ double NSWindow::displayTime() const {
     return state_->displayTime;
 }
 
-// ---- what views tell ----
+// ---- changes of views ----
 
 void NSWindow::setNeedsPass() {
     if (!state_->scheduled) {
@@ -92,7 +92,7 @@ void NSWindow::viewsDidEnter(NSView& root) {
         subtree.pop_back();
         view.window_ = this;
         view.changes_ = 0;
-        viewDidChange(view, visibilityStale);
+        viewDidChange(view, kVisibilityStale);
         if (!view.subviews_.empty()) {
             state_->reordered.add(view);
         }
@@ -159,7 +159,7 @@ void NSWindow::backingPropertiesDidChange() {
     state_->mustPresent = true;
     setNeedsPass();
     if (state_->contentView) {
-        viewDidChange(*state_->contentView, visibilityStale);
+        viewDidChange(*state_->contentView, kVisibilityStale);
     }
 }
 
@@ -183,7 +183,7 @@ void NSWindow::displayIfNeeded() {
     }
     const commons::ScopedFlag displaying(state_->displaying);
     state_->displayTime = CACurrentMediaTime();
-    // What the completions change belongs to this pass and asks for no other.
+    // Changes that the completions make belong to this pass and must not schedule another one.
     state_->scheduled = true;
     CATimeline::instance().tick(state_->displayTime);
     state_->scheduled = false;
@@ -216,17 +216,18 @@ void NSWindow::reportChanges() {
     std::vector<std::shared_ptr<NSView>>& roots = state_->visibilityRoots;
     roots.clear();
     for (const std::shared_ptr<NSView>& view : views) {
-        // A view whose superviews are looked at themselves is reached from there.
+        // The walk from a changed ancestor reaches this view, too.
         bool reached = false;
-        for (const NSView* above = view->superview_; above && !reached; above = above->superview_) {
-            reached = (above->changes_ & affectsVisibility) != 0;
+        for (const NSView* above = view->superview_; above != nullptr && !reached;
+             above = above->superview_) {
+            reached = (above->changes_ & kAffectsVisibility) != 0;
         }
-        if ((view->changes_ & affectsVisibility) && !reached) {
+        if ((view->changes_ & kAffectsVisibility) && !reached) {
             roots.push_back(view);
         }
     }
     for (const std::shared_ptr<NSView>& view : views) {
-        const unsigned changes = std::exchange(view->changes_, 0) & ~visibilityStale;
+        const unsigned changes = std::exchange(view->changes_, 0) & ~kVisibilityStale;
         if (changes && view->window_ == this) {
             didChangeView(*view, changes);
         }
@@ -237,7 +238,7 @@ void NSWindow::reportChanges() {
             continue;
         }
         CGAffineTransform superviewToWindow;
-        for (const NSView* above = root->superview_; above; above = above->superview_) {
+        for (const NSView* above = root->superview_; above != nullptr; above = above->superview_) {
             superviewToWindow = superviewToWindow.concat(
                 above->layer_->affineTransform(above->layer_->presentation(state_->displayTime)));
         }
@@ -303,8 +304,8 @@ void NSWindow::paintDamage() {
     std::vector<std::shared_ptr<NSView>>& views = state_->working;
     state_->damaged.take(views);
     for (const std::shared_ptr<NSView>& view : views) {
-        // Painting may take any of them out of the window. The damage of a hidden view waits until
-        // it shows.
+        // Painting may remove any of the views from the window. The damage of a hidden view waits
+        // until the view is shown.
         const std::shared_ptr<NSBackingStore> store = view->store_;
         if (view->window_ == this && store && !view->isHiddenOrHasHiddenAncestor()) {
             const std::span<const NSBackingRect> painted = store->paint(*view);
@@ -322,7 +323,7 @@ void NSWindow::sendEvent(const NSEvent& event) {
     state_->gestures.sendEvent(state_->contentView, event);
 }
 
-// ---- for kinds ----
+// ---- for subclasses ----
 
 void NSWindow::didAddView(NSView&) {}
 void NSWindow::willRemoveView(NSView&) {}

@@ -14,104 +14,105 @@ class NSView;
 struct CGAffineTransform;
 struct NSEvent;
 
-// What of a view changed: a bit set.
+// What changed about a view: a set of bits.
 enum NSViewChange : unsigned {
-    // Frame, or the layer's position, anchor point or transform, as it is shown: also at each pass
-    // while an animation of it runs.
+    // The frame, or the position, anchor point or transform that the layer shows. Also set at each
+    // pass while an animation of the layer runs.
     kNSViewGeometryChanged = 1U << 0,
     kNSViewHiddenChanged = 1U << 1,
-    kNSViewOpacityChanged = 1U << 2,     // of the layer, as it is shown; as above
-    kNSViewBackgroundChanged = 1U << 3,  // of the layer
-    kNSViewStateChanged = 1U << 4,       // a control's state
+    // The opacity that the layer shows. Also set at each pass while an animation runs.
+    kNSViewOpacityChanged = 1U << 2,
+    kNSViewBackgroundChanged = 1U << 3,
+    kNSViewStateChanged = 1U << 4,  // a control's state
 };
 
-// What shows a tree of views. Off-screen it composes them into an image; on a desktop it realises
-// them with the desktop's widgets. Main thread only.
+// Shows a tree of views. A subclass decides how: off-screen it composes them into an image; on a
+// desktop it realizes each view with a widget. Main thread only.
 //
-// The protocol of a kind of window, in the order in which things happen:
+// The protocol of a subclass, in the order in which things happen:
 //
-//  1. Views change. didAddView and willRemoveView are called at once; all else is collected, and
-//     scheduleDisplay is called when the first change comes in.
-//  2. When it suits (the frame clock, the loop being idle), the window calls displayIfNeeded: one
-//     display pass, at the media time of its beginning. In it, in this order,
-//       a. animations that are over are dropped, and completions run (application code: anything
-//          may change here, and belongs to this pass);
-//       b. didReorderSubviews for each superview whose drawing order changed;
-//       c. didChangeView once for each view that changed or is being animated, with all its
-//       changes; d. views that can be seen and are damaged paint, didPaintView for each; e.
-//       present.
-//     A change that comes in during b to e waits for the next pass.
-//  3. While animations run, scheduleDisplay is called again at the end of each pass; otherwise the
-//     window is left in peace until something changes.
+//  1. Views change. The window calls didAddView and willRemoveView synchronously. It collects all
+//     other changes, and calls scheduleDisplay for the first of them.
+//  2. At a suitable time, for example when the desktop asks for a frame, the subclass calls
+//     displayIfNeeded: one display pass, at the media time at which it starts. The pass
+//       a. drops animations that are over and runs completions. This is application code: it may
+//          change anything, and its changes belong to this pass;
+//       b. calls didReorderSubviews for each superview whose drawing order changed;
+//       c. calls didChangeView once for each view that changed or is animated;
+//       d. lets the views that are visible and damaged paint, and calls didPaintView for each;
+//       e. calls present.
+//     A change during b to e belongs to the next pass.
+//  3. While animations run, the window calls scheduleDisplay again at the end of each pass.
+//     Otherwise it calls nothing until something changes.
 //
-// What is to be shown of a view, at any point of a pass: frame().size, isHidden(), z order by
-// superview->subviewsInDrawingOrder(), layer()->presentation(displayTime()) for place, transform
-// and opacity (of the view with its subviews, as one group), layer()->backgroundColor(), and the
-// pixels of backingStore() from tile to tile.
+// At any point of a pass, the subclass reads what to show of a view from frame().size, isHidden(),
+// the superview's subviewsInDrawingOrder(), layer()->presentation(displayTime()) for the place, the
+// transform and the opacity (of the view and its subviews as one group),
+// layer()->backgroundColor(), and the pixels of backingStore().
 class ORVANE_EXPORT NSWindow {
 public:
     NSWindow();
-    // Kinds must call setContentView(nullptr) in their own destructor if they want to hear of the
-    // views leaving.
+    // A subclass that overrides willRemoveView must call setContentView(nullptr) in its own
+    // destructor; here it is too late for virtual calls.
     virtual ~NSWindow();
     NSWindow(const NSWindow&) = delete;
     NSWindow& operator=(const NSWindow&) = delete;
 
     NSView* contentView() const;
-    // The root of the tree; null takes it away. Its frame stays as it is.
+    // Sets the root of the view tree; null removes it. The view's frame is not changed.
     void setContentView(const std::shared_ptr<NSView>& view);
-    // Pixels a point; above zero.
+    // The number of pixels per point; greater than zero.
     virtual double backingScaleFactor() const = 0;
-    // What the window shows of its content, in points.
+    // The size of the part of the content that is visible, in points.
     virtual CGSize contentSize() const = 0;
-    // Delivers a pointer event to the recognizers it belongs to. The recognizers of the view under
-    // a button press keep the gesture until the button is up, wherever the pointer goes.
+    // Delivers a pointer event to the gesture recognizers of the view under the last button press
+    // and of its ancestors, wherever the pointer is. See NSGestureArena.
     void sendEvent(const NSEvent& event);
-    // One display pass, if anything has changed or is being animated. Not while one is under way.
+    // Runs one display pass if anything changed or is animated. Does nothing during a pass.
     void displayIfNeeded();
     // Whether a display pass would do anything.
     bool needsDisplay() const;
-    // Whether an animation runs that changes what is shown from frame to frame.
+    // Whether an animation that can change each frame is running.
     bool isAnimating() const;
 
 protected:
-    // Asks for a display pass at the next opportunity. Called once, until displayIfNeeded begins.
+    // Must arrange that displayIfNeeded is called soon. Called only once until displayIfNeeded
+    // starts.
     virtual void scheduleDisplay() = 0;
-    // The view has come into the tree. Called for the whole subtree, superviews first, subviews in
-    // order; superview and window are set. Its properties are to be read here: what it was before
-    // is not reported as changes.
+    // The view was added to the tree. Called for each view of a subtree, superviews first, subviews
+    // in order; superview() and window() are set. The subclass must read the view's properties
+    // here: only later changes are reported.
     virtual void didAddView(NSView& view);
-    // The view is about to leave the tree; superview and window are still set. Called for the whole
-    // subtree, subviews first. The realization goes after this.
+    // The view is about to leave the tree; superview() and window() are still set. Called for each
+    // view of a subtree, subviews first. The realization is destroyed afterward.
     virtual void willRemoveView(NSView& view);
-    // superview.subviewsInDrawingOrder() is no longer what it was at the last pass: subviews came,
-    // left, or changed places.
+    // superview.subviewsInDrawingOrder() changed since the last pass.
     virtual void didReorderSubviews(NSView& superview);
-    // `changes` are NSViewChange bits.
+    // `changes` is a set of NSViewChange bits.
     virtual void didChangeView(NSView& view, unsigned changes);
-    // The view has painted these rectangles of its backing store (the view's pixels), or its stored
-    // area has changed (view.backingStore()->area(); null when it has been dropped).
+    // The view painted these rectangles of its backing store, in the view's pixels, or its stored
+    // area changed: see backingStore()->area(); backingStore() is null if it was dropped.
     virtual void didPaintView(NSView& view, std::span<const NSBackingRect> rects);
-    // The pass is over: show the picture.
+    // The pass is complete: show the picture.
     virtual void present();
-    // True for a view that this window shows by means of its own (a desktop's widget): it gets no
-    // backing store and is never asked to paint. Must not change for a view while it is in the
-    // window.
+    // Returns true for a view that this window shows by its own means, for example a widget of the
+    // desktop. Such a view has no backing store and never paints. Must be constant for a view while
+    // it is in the window.
     virtual bool showsNatively(const NSView& view) const;
 
-    // The kind's scale factor or content size has changed: stores follow, and repaint with a new
-    // scale.
+    // Must be called when backingScaleFactor() or contentSize() changed. Adapts the backing stores;
+    // a new scale repaints them.
     void backingPropertiesDidChange();
-    // The media time that the pass under way shows, or the last one.
+    // The media time that the current pass shows; outside a pass, the time of the last one.
     double displayTime() const;
 
 private:
     friend class NSView;
     struct State;
 
-    // By views.
+    // Called by views.
     void viewsDidEnter(NSView& root);
-    // Moving within the window, they keep their stores and animations.
+    // Views that move within the window keep their stores and animations.
     void viewsWillLeave(NSView& root, bool stayInWindow);
     void viewDidChange(NSView& view, unsigned changes);
     void viewAnimationsDidChange(NSView& view);

@@ -5,9 +5,9 @@
 namespace orvane::platform {
 
 bool NSWorkspace::openURL(const std::string& url) {
-    // What has no scheme is no address; the desktop would take it for a file's name.
+    // GIO would treat a text without a scheme as the name of a file.
     char* scheme = g_uri_parse_scheme(url.c_str());
-    if (!scheme) {
+    if (scheme == nullptr) {
         return false;
     }
     g_free(scheme);

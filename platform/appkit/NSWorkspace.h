@@ -6,11 +6,11 @@
 
 namespace orvane::platform {
 
-// The desktop around the process.
+// Services of the desktop on which the process runs.
 class ORVANE_EXPORT NSWorkspace {
 public:
-    // Opens an address with the desktop's preferred application. False when the address is
-    // malformed or nothing could be started. Any thread.
+    // Opens a URL with the application that the desktop prefers for its scheme. Returns false if
+    // the URL is malformed or no application could be started. Thread-safe.
     static bool openURL(const std::string& url);
 };
 

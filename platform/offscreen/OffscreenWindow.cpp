@@ -13,11 +13,11 @@ namespace orvane::platform {
 
 namespace {
 
-// As far as images go, here and in the formats that they are written in.
-constexpr double longestSide = 32767;
+// The largest side of an image that Pixman supports.
+constexpr double kLongestSide = 32767;
 
-// Comparisons that are false for NaN bring it within the limits, too.
-double within(double value, double least, double most) {
+// Clamps a number. The comparisons are written so that NaN becomes `least`.
+double clamped(double value, double least, double most) {
     return value > least ? (value < most ? value : most) : least;
 }
 
@@ -46,12 +46,12 @@ void OffscreenWindow::setBackingScaleFactor(double scale) {
 }
 
 void OffscreenWindow::resize(CGSize size, double scale) {
-    scale_ = within(scale, 0.01, 100);
-    size_ = {within(size.width, 1 / scale_, longestSide / scale_),
-             within(size.height, 1 / scale_, longestSide / scale_)};
+    scale_ = clamped(scale, 0.01, 100);
+    size_ = {clamped(size.width, 1 / scale_, kLongestSide / scale_),
+             clamped(size.height, 1 / scale_, kLongestSide / scale_)};
     compositor_->setImage(
-        static_cast<int>(within(std::ceil(size_.width * scale_), 1, longestSide)),
-        static_cast<int>(within(std::ceil(size_.height * scale_), 1, longestSide)), scale_);
+        static_cast<int>(clamped(std::ceil(size_.width * scale_), 1, kLongestSide)),
+        static_cast<int>(clamped(std::ceil(size_.height * scale_), 1, kLongestSide)), scale_);
     backingPropertiesDidChange();
 }
 

@@ -14,37 +14,36 @@ namespace orvane::platform {
 class CGImage;
 class OffscreenCompositor;
 
-// A window in memory: composes its views into an image. For servers, screenshots and tests. Only
-// what was damaged is composed anew: what views painted, and where they were and are now when they
-// moved, came, left, hid, faded or changed places.
-//
-// Nothing shows by itself: display() makes the picture true to the views. Main thread only.
+// A window in memory that composes its views into an image, for servers, screenshots and tests.
+// The image changes only when display() is called. display() composes only what was damaged: what
+// views painted, and the old and new places of views that changed. Main thread only.
 class ORVANE_EXPORT OffscreenWindow : public NSWindow {
 public:
-    // In points, and pixels a point. Extents and scales out of reason are brought within it.
+    // `size` is in points; `scale` is the number of pixels per point. Sizes and scales out of range
+    // are clamped: an image has 1 to 32767 pixels a side, and the scale is from 0.01 to 100.
     OffscreenWindow(CGSize size, double scale = 1);
     ~OffscreenWindow() override;
 
     double backingScaleFactor() const override;
     CGSize contentSize() const override;
-    // Both compose everything anew at the next display().
+    // Both cause the next display() to compose everything.
     void setContentSize(CGSize size);
     void setBackingScaleFactor(double scale);
 
-    // One display pass at the present media time. The rectangles of the image that were composed;
-    // valid until the next call.
+    // Runs one display pass at the current media time. Returns the rectangles of the image that
+    // were composed; they are valid until the next call.
     std::span<const NSBackingRect> display();
 
-    // ---- the picture, as of the last display() ----
+    // ---- the image, as of the last display() ----
     int pixelWidth() const;
     int pixelHeight() const;
-    // Premultiplied ARGB, 32 bits in the machine's byte order, rows `bytesPerRow` apart;
-    // transparent where no view covers it.
+    // Premultiplied ARGB, 32 bits in the machine's byte order; transparent where there is no view.
+    // Valid until the window is resized or destroyed.
     const std::uint32_t* pixels() const;
     std::size_t bytesPerRow() const;
-    // A copy.
+    // Returns a copy.
     std::shared_ptr<const CGImage> image() const;
-    // False when the file could not be written.
+    // Returns false if the file could not be written.
     bool writePNG(const std::string& path) const;
 
 protected:

@@ -9,38 +9,41 @@ namespace orvane::platform {
 class CALayer;
 struct CALayerPresentation;
 
-// What all animations of a layer share: when they run. A description only: CALayer::addAnimation
-// takes a copy, and what it does at a time is a function of that time.
+// The base of all animations of a layer; it holds when they run. An animation is only a
+// description: CALayer::addAnimation stores a copy, and the effect of the copy at a given time is a
+// function of that time.
 //
-// All times are seconds; beginTime is a media time (CACurrentMediaTime). An animation has no effect
-// before it begins and none after it has ended.
+// All times are in seconds; beginTime is a media time (CACurrentMediaTime). An animation has no
+// effect before it begins or after it has ended.
 class ORVANE_EXPORT CAAnimation {
 public:
     virtual ~CAAnimation() = default;
 
-    // 0, the default: when it is added to the layer.
+    // 0, the default, means the time at which the animation is added to a layer.
     void setBeginTime(double time) { beginTime_ = time; }
     double beginTime() const { return beginTime_; }
-    // Of one pass. Not above zero: it is over as soon as it has begun.
+    // The duration of one pass. An animation whose duration is not greater than zero ends as soon
+    // as it begins.
     void setDuration(double seconds) { duration_ = seconds; }
     double duration() const { return duration_; }
-    // Number of passes, fractions and infinity included; 0, negative numbers and NaN mean one.
+    // The number of passes, which may be fractional or infinite; 0, negative numbers and NaN
+    // mean 1.
     void setRepeatCount(float count) { repeatCount_ = count; }
     float repeatCount() const { return repeatCount_; }
-    // True, the default: the layer drops it when it has ended. Otherwise it stays registered under
-    // its key, without effect; for its transaction it has ended all the same.
+    // If true, the default, the layer drops the animation when it has ended. Otherwise the
+    // animation stays registered under its key, without effect; its transaction completes anyway.
     void setRemovedOnCompletion(bool removed) { removedOnCompletion_ = removed; }
     bool isRemovedOnCompletion() const { return removedOnCompletion_; }
 
-    // The media time from which it has no effect any more; infinity for one that repeats for ever.
+    // The media time at which the animation ends; infinity if it repeats forever.
     double endTime() const;
-    // How much of the current pass has gone by, from 0 up to but not including 1, at a time from
+    // The elapsed fraction of the current pass, from 0 up to but not including 1, at a time from
     // beginTime up to but not including endTime.
     double phase(double time) const;
 
-    // Used by CALayer.
+    // The rest is called by CALayer.
     virtual std::unique_ptr<CAAnimation> copy() const = 0;
-    // Changes what `layer` shows in a pass's `phase`.
+    // Changes what `layer` shows at the elapsed fraction `phase` of a pass.
     virtual void apply(double phase, const CALayer& layer, CALayerPresentation& shown) const = 0;
     // Returns the second layer that the animation changes while it runs; null for none.
     virtual std::shared_ptr<CALayer> outgoingLayer() const { return nullptr; }

@@ -11,9 +11,9 @@ namespace orvane::platform {
 
 namespace {
 
-// The value in a phase of the key frames, none when there are none. `lead` goes between two.
-template <typename T, typename Lead>
-std::optional<T> valueAt(const std::vector<T>& values, double phase, Lead lead) {
+// Returns the value at an elapsed fraction of the pass; nothing if there are no key frames.
+template <typename T, typename Interpolate>
+std::optional<T> valueAt(const std::vector<T>& values, double phase, Interpolate interpolate) {
     if (values.empty()) {
         return std::nullopt;
     }
@@ -22,7 +22,7 @@ std::optional<T> valueAt(const std::vector<T>& values, double phase, Lead lead) 
     if (index + 1 >= values.size()) {
         return values.back();
     }
-    return lead(values[index], values[index + 1], place - static_cast<double>(index));
+    return interpolate(values[index], values[index + 1], place - static_cast<double>(index));
 }
 
 }  // namespace

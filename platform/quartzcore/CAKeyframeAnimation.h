@@ -10,13 +10,15 @@
 
 namespace orvane::platform {
 
-// Leads one property of a layer through key frames, spread evenly over a pass and joined linearly.
+// Animates one property of a layer through key frames, which are evenly spaced over a pass and
+// interpolated linearly.
 //
-// Key paths: "opacity", "transform.translation.x", "transform.translation.y", "transform.rotation"
-// (radians) with numbers, "transform" with transforms. The sub-paths of transform replace that one
-// part of what the layer's transform is otherwise; the other parts stay. Transforms are joined by
-// their parts (translation, rotation, scale, skew), so a rotation turns. Any other key path, and
-// values of the wrong kind or none at all, change nothing, but the animation runs its time.
+// The key paths "opacity", "transform.translation.x", "transform.translation.y" and
+// "transform.rotation" (in radians) take numbers; "transform" takes transforms. The last three
+// paths that take numbers replace one component of the layer's transform and keep the others.
+// Transforms are interpolated by components (CATransform3D::interpolate), so a rotation stays a
+// rotation. An animation with another key path, with values of the wrong type or without values
+// runs for its duration and changes nothing.
 class ORVANE_EXPORT CAKeyframeAnimation : public CAAnimation {
 public:
     explicit CAKeyframeAnimation(const std::string& keyPath);

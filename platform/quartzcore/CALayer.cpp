@@ -36,7 +36,7 @@ CALayer::~CALayer() {
 }
 
 void CALayer::changed(unsigned changes) {
-    if (delegate_) {
+    if (delegate_ != nullptr) {
         delegate_->layerDidChange(*this, changes);
     }
 }

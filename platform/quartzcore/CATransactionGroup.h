@@ -5,9 +5,10 @@
 
 namespace orvane::platform {
 
-// What holds a transaction open: the transaction itself until its commit, each animation added in
-// it until it is over, and the groups of the transactions nested in it. When the last of them lets
-// go, the completion is handed to the timeline; so it runs once, however the animations end.
+// The shared state of one transaction. It is owned by the open transaction until its commit, by
+// each animation added in it until the animation is over, and by the groups of nested transactions.
+// When the last owner releases it, the destructor gives the completion to the timeline, so the
+// completion runs exactly once, however the animations end.
 class CATransactionGroup {
 public:
     explicit CATransactionGroup(std::shared_ptr<CATransactionGroup> outer);
@@ -15,7 +16,7 @@ public:
     CATransactionGroup(const CATransactionGroup&) = delete;
     CATransactionGroup& operator=(const CATransactionGroup&) = delete;
 
-    // Of the innermost transaction that is open on this thread; null for none.
+    // The group of the innermost transaction that is open on this thread; null for none.
     static std::shared_ptr<CATransactionGroup> current();
 
     void setCompletion(std::function<void()> completion) { completion_ = std::move(completion); }

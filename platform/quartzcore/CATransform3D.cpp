@@ -8,9 +8,9 @@ namespace orvane::platform {
 
 namespace {
 
-// What a transform of the plane is made of, in the order of application: the axes are scaled, the
-// y axis leans along the x axis by the skew, both turn, and all moves.
-struct Parts {
+// The components of a transform of the plane, in the order of application: scale, skew of the y
+// axis along the x axis, rotation, translation.
+struct Components {
     double scaleX;
     double scaleY;
     double skew;
@@ -23,7 +23,7 @@ bool liesInPlane(const CATransform3D& t) {
            t.m[2][1] == 0 && t.m[2][2] == 1 && t.m[2][3] == 0 && t.m[3][3] == 1;
 }
 
-std::optional<Parts> takeApart(const CATransform3D& t) {
+std::optional<Components> decompose(const CATransform3D& t) {
     const double a = t.m[0][0];
     const double b = t.m[0][1];
     const double c = t.m[1][0];
@@ -32,22 +32,22 @@ std::optional<Parts> takeApart(const CATransform3D& t) {
     if (!liesInPlane(t) || !std::isfinite(determinant) || determinant == 0) {
         return std::nullopt;
     }
-    // A mirror image is laid to the axis that is turned round already, so that mirroring from left
-    // to right does not turn as well.
+    // For a mirrored transform, the axis that already points backward gets the negative scale, so
+    // that mirroring left to right is not also a rotation.
     const double sign = determinant < 0 && a < d ? -1 : 1;
     const double scaleX = sign * std::hypot(a, b);
     const double cosine = a / scaleX;
     const double sine = b / scaleX;
-    return Parts{scaleX,
-                 d * cosine - c * sine,
-                 c * cosine + d * sine,
-                 std::atan2(sine, cosine),
-                 t.m[3][0],
-                 t.m[3][1],
-                 t.m[3][2]};
+    return Components{scaleX,
+                      d * cosine - c * sine,
+                      c * cosine + d * sine,
+                      std::atan2(sine, cosine),
+                      t.m[3][0],
+                      t.m[3][1],
+                      t.m[3][2]};
 }
 
-CATransform3D assemble(const Parts& parts) {
+CATransform3D compose(const Components& parts) {
     const double cosine = std::cos(parts.rotation);
     const double sine = std::sin(parts.rotation);
     CATransform3D t;
@@ -81,15 +81,15 @@ CGAffineTransform CATransform3D::affineTransform() const {
 
 CATransform3D CATransform3D::interpolate(const CATransform3D& from, const CATransform3D& to,
                                          double share) {
-    // The ends come out as they went in, to the last bit.
+    // At the ends, the result equals the argument exactly.
     if (share <= 0 || from == to) {
         return from;
     }
     if (share >= 1) {
         return to;
     }
-    const std::optional<Parts> first = takeApart(from);
-    const std::optional<Parts> last = takeApart(to);
+    const std::optional<Components> first = decompose(from);
+    const std::optional<Components> last = decompose(to);
     if (!first || !last) {
         CATransform3D t;
         for (std::size_t row = 0; row < 4; ++row) {
@@ -100,11 +100,11 @@ CATransform3D CATransform3D::interpolate(const CATransform3D& from, const CATran
         return t;
     }
     const double turn = std::remainder(last->rotation - first->rotation, 2 * std::numbers::pi);
-    return assemble({std::lerp(first->scaleX, last->scaleX, share),
-                     std::lerp(first->scaleY, last->scaleY, share),
-                     std::lerp(first->skew, last->skew, share), first->rotation + turn * share,
-                     std::lerp(first->tx, last->tx, share), std::lerp(first->ty, last->ty, share),
-                     std::lerp(first->tz, last->tz, share)});
+    return compose({std::lerp(first->scaleX, last->scaleX, share),
+                    std::lerp(first->scaleY, last->scaleY, share),
+                    std::lerp(first->skew, last->skew, share), first->rotation + turn * share,
+                    std::lerp(first->tx, last->tx, share), std::lerp(first->ty, last->ty, share),
+                    std::lerp(first->tz, last->tz, share)});
 }
 
 CATransform3D CATransform3D::withTranslationX(double tx) const {
@@ -120,12 +120,12 @@ CATransform3D CATransform3D::withTranslationY(double ty) const {
 }
 
 CATransform3D CATransform3D::withRotation(double radians) const {
-    std::optional<Parts> parts = takeApart(*this);
+    std::optional<Components> parts = decompose(*this);
     if (!parts) {
         return *this;
     }
     parts->rotation = radians;
-    return assemble(*parts);
+    return compose(*parts);
 }
 
 }  // namespace orvane::platform

@@ -7,22 +7,24 @@
 
 namespace orvane::platform {
 
-// Row vectors are multiplied from the left: m[row][column], translation in the last row.
+// A transform for row vectors: m[row][column], with the translation in the last row.
 struct ORVANE_EXPORT CATransform3D {
     std::array<std::array<double, 4>, 4> m{
         {{1, 0, 0, 0}, {0, 1, 0, 0}, {0, 0, 1, 0}, {0, 0, 0, 1}}};
 
     static CATransform3D makeTranslation(double tx, double ty, double tz);
     static CATransform3D makeAffineTransform(const CGAffineTransform& transform);
-    // What is left of it on the plane of the screen, where the layers lie.
+    // The transform's effect in the plane of the screen; the third dimension is dropped.
     CGAffineTransform affineTransform() const;
 
-    // Between two transforms, `share` of the way from the first: their parts (translation, rotation
-    // the shorter way round, scale, skew) are led over, so that a turn stays a turn. Two that have
-    // no such parts (scale 0, not finite, out of the plane) are led over number by number.
+    // Interpolates between two transforms; `share` is 0 for the first and 1 for the second. The
+    // components (translation, rotation in the shorter direction, scale, skew) are interpolated
+    // separately, so that a rotation stays a rotation. If a transform has no such components (scale
+    // 0, not finite, out of the plane), the elements of the matrices are interpolated.
     static CATransform3D interpolate(const CATransform3D& from, const CATransform3D& to,
                                      double share);
-    // The same transform with one of its parts replaced. What cannot be taken apart stays as it is.
+    // Return the transform with one component replaced. A transform that has no components is
+    // returned unchanged by withRotation.
     CATransform3D withTranslationX(double tx) const;
     CATransform3D withTranslationY(double ty) const;
     CATransform3D withRotation(double radians) const;

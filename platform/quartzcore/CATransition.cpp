@@ -8,7 +8,7 @@
 namespace orvane::platform {
 
 void CATransition::setOutgoingLayer(CALayer* layer) {
-    outgoing_ = layer ? layer->weak_from_this() : std::weak_ptr<CALayer>();
+    outgoing_ = layer != nullptr ? layer->weak_from_this() : std::weak_ptr<CALayer>();
 }
 
 std::unique_ptr<CAAnimation> CATransition::copy() const {
