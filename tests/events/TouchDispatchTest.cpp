@@ -126,6 +126,30 @@ TEST_F(TouchDispatch, HitsVisibleObjectsIncludingTheirEdges) {
     EXPECT_EQ(log_, "");
 }
 
+TEST_F(TouchDispatch, QueriesTheVisibilityOfEachContainerOnce) {
+    struct CountingGroup : Group {
+        explicit CountingGroup(int& count) : queries(count) {}
+        bool isVisible() const override {
+            ++queries;
+            return Group::isVisible();
+        }
+        int& queries;
+    };
+    constexpr int kLevels = 100;
+    int queries = 0;
+    std::shared_ptr<ContainerObject> deepest = root_;
+    for (int i = 0; i < kLevels; ++i) {
+        const auto level = std::make_shared<CountingGroup>(queries);
+        deepest->add(level);
+        deepest = level;
+    }
+    deepest->add(std::make_shared<Spot>());
+    root_->getFrame();
+    queries = 0;
+    handler_.touchBegan(root_, {5, 5});
+    EXPECT_EQ(queries, kLevels);
+}
+
 TEST_F(TouchDispatch, SearchesAfterTheRootUpToAnotherLayer) {
     const auto sibling = std::make_shared<Spot>();
     const auto onOther = std::make_shared<Spot>();

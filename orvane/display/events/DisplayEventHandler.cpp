@@ -1,12 +1,54 @@
 #include "orvane/display/events/DisplayEventHandler.h"
 
+#include <optional>
 #include <utility>
 
 #include "orvane/commons/ScopedFlag.h"
 #include "orvane/display/tree/ContainerObject.h"
 #include "orvane/display/tree/DisplayLayer.h"
+#include "orvane/display/tree/ParentVisibilityScope.h"
 
 namespace orvane::display::events {
+
+namespace {
+
+// The visibility of objects that are visited in pre-order. It keeps the visibility of the
+// containers on the path to the present object: if every object queried all its ancestors, a press
+// on a chain of n containers would cost n squared.
+class VisibilityInPreOrder {
+public:
+    // `first` is the object at which the visit begins.
+    explicit VisibilityInPreOrder(DisplayObject& first) {
+        for (const std::shared_ptr<DisplayObject>& node : first.getPathToRoot()) {
+            of(*node);
+        }
+    }
+
+    bool of(const DisplayObject& object) {
+        const std::shared_ptr<ContainerObject> parent = object.getParent();
+        while (!path_.empty() && path_.back().container != parent.get()) {
+            path_.pop_back();
+        }
+        std::optional<DisplayObject::ParentVisibilityScope> scope;
+        if (!path_.empty()) {
+            scope.emplace(*parent, path_.back().visible);
+        }
+        const bool visible = object.isVisible();
+        if (const ContainerObject* const container = object.asContainer()) {
+            path_.push_back({container, visible});
+        }
+        return visible;
+    }
+
+private:
+    struct Ancestor {
+        const ContainerObject* container;
+        bool visible;
+    };
+    std::vector<Ancestor> path_;
+};
+
+}  // namespace
 
 TouchEventListenerState DisplayEventHandler::touchBegan(const std::shared_ptr<DisplayObject>& root,
                                                         const Point& location) {
@@ -57,12 +99,13 @@ void DisplayEventHandler::releaseGesture() {
 void DisplayEventHandler::collectListeners(const std::shared_ptr<DisplayObject>& root,
                                            const Point& location) {
     const std::shared_ptr<DisplayLayer> layer = root->getAscendingLayer();
+    VisibilityInPreOrder visibility(*root);
     const auto visit = [&](const std::shared_ptr<DisplayObject>& object) {
         const std::shared_ptr<DisplayLayer> own = object->getLayer();
         if (own && own != layer) {
             return true;  // the objects from here on are on another surface
         }
-        if (!object->isVisible() || !object->getFrame().contains(location)) {
+        if (!visibility.of(*object) || !object->getFrame().contains(location)) {
             return false;
         }
         for (const auto& each : object->getListeners<TouchEvent>()) {

@@ -144,6 +144,9 @@ public:
     // This object as a container, borrowed, or null when it is none. Constant time, unlike a cast.
     ContainerObject* asContainer() const { return container_; }
 
+    // Caches the visibility of one container while its children are visited.
+    class ParentVisibilityScope;
+
     // What assistive technology learns about this object: null until it was created here.
     std::shared_ptr<AccessibilityElement> getAccessibilityElement() const;
     std::shared_ptr<AccessibilityElement> getOrCreateAccessibilityElement();
@@ -155,9 +158,6 @@ protected:
     // Called in the constructors of kinds whose validate does nothing for a rectangle that does not
     // touch their frame. Containers then omit the call.
     void setCulledByFrame() { culledByFrame_ = true; }
-
-    // Caches the visibility of one container while its children are visited.
-    class ParentVisibilityScope;
 
 private:
     friend class ChildFrames;
