@@ -60,6 +60,7 @@ public:
     // Sets credentials for basic authentication. They are sent only if neither text is empty. A
     // header named "Authorization" replaces them.
     void setBasicAuthorization(const std::string& login, const std::string& password);
+    // What setBasicAuthorization has set:
     [[nodiscard]] const std::string& getLogin() const { return login_; }
     [[nodiscard]] const std::string& getPassword() const { return password_; }
 
@@ -82,9 +83,11 @@ public:
 
     // Appends a query parameter. A name may occur several times.
     void addParam(const std::string& name, const std::string& value);
+    // The parameters with a value, in the order of adding.
     [[nodiscard]] const std::vector<Parameter>& getParameters() const { return parameters_; }
     // Appends a query parameter that has no value and no "=".
     void addSingleParam(const std::string& name);
+    // The parameters without a value, in the order of adding.
     [[nodiscard]] const std::vector<std::string>& getSingleParameters() const {
         return singleParameters_;
     }
@@ -93,6 +96,7 @@ public:
     // sets Content-Type and Content-Length of a body itself, and drops a field whose name or value
     // is not valid, with a line in the log.
     void addHeader(const std::string& name, const std::string& value);
+    // The header fields by name.
     [[nodiscard]] const std::unordered_map<std::string, std::string>& getHeaders() const {
         return headers_;
     }
@@ -107,7 +111,7 @@ public:
     // Adds a body part that is sent as it is. See above for the lifetime of the bytes.
     void addByteContent(const commons::ByteArray& bytes, const std::string& type,
                         const std::string& subtype, const std::string& parameter);
-    // Shorthands for addContent with common types. Text is sent as UTF-8.
+    // Shorthands for addContent with common types; text is sent as UTF-8:
     void addHtmlContent(const std::string& content) { addContent(content, "text", "html"); }
     void addJsonContent(const std::string& content) { addContent(content, "application", "json"); }
     void addXmlContent(const std::string& content) { addContent(content, "application", "xml"); }
@@ -117,6 +121,7 @@ public:
     void addTextContent(const std::string& content) {
         addContent(content, "text", "plain", "charset=utf-8");
     }
+    // The body parts, in the order of adding:
     [[nodiscard]] const std::vector<ContentPart>& getContents() const { return contents_; }
     [[nodiscard]] const std::vector<ByteContentPart>& getByteContents() const {
         return byteContents_;

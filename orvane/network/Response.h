@@ -22,6 +22,7 @@ public:
     // RequestService writes well-known names in their standard form ("Content-Type"), and others as
     // the server sent them. It joins the values of fields with the same name by ", ".
     void addHeader(const std::string& name, const std::string& value) { headers_[name] = value; }
+    // The header fields by name.
     [[nodiscard]] const std::unordered_map<std::string, std::string>& getHeaders() const {
         return headers_;
     }
@@ -38,7 +39,7 @@ public:
     void setStatusMessage(const std::string& message) { statusMessage_ = message; }
     [[nodiscard]] const std::string& getStatusMessage() const { return statusMessage_; }
 
-    // True for the codes from 200 to 399: a redirection that was not followed is a success, too.
+    // Whether the code is from 200 to 399. A redirection that was not followed is a success, too:
     [[nodiscard]] bool isOk() const { return isOkStatus(statusCode_); }
     [[nodiscard]] static bool isOkStatus(std::int32_t code) { return code >= 200 && code <= 399; }
 

@@ -60,8 +60,8 @@ public:
     // The body of the thread of the timed tasks, which the constructor starts. Returns when it
     // meets an empty task. Nothing else may call it.
     void loop();
-    // Called by loop() at the beginning and at the end of its thread, for platforms whose threads
-    // need preparation. Empty on this platform.
+    // loop() calls these functions at the beginning and at the end of its thread. They are for
+    // platforms whose threads need preparation, and empty on this platform:
     static void initThread();
     static void cleanupThread();
 

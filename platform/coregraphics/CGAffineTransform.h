@@ -16,10 +16,12 @@ namespace orvane::platform {
 struct ORVANE_EXPORT CGAffineTransform {
     double a = 1, b = 0, c = 0, d = 1, tx = 0, ty = 0;
 
+    // Return a transformation that does one thing; the angle is in radians:
     static CGAffineTransform makeTranslation(double tx, double ty);
     static CGAffineTransform makeScale(double sx, double sy);
     static CGAffineTransform makeRotation(double radians);
 
+    // Return this transformation with an operation before it; see above:
     CGAffineTransform translate(double tx, double ty) const;
     CGAffineTransform scale(double sx, double sy) const;
     CGAffineTransform rotate(double radians) const;
@@ -28,6 +30,7 @@ struct ORVANE_EXPORT CGAffineTransform {
 
     // The largest absolute value among a, b, c and d.
     double norm() const { return std::max({std::abs(a), std::abs(b), std::abs(c), std::abs(d)}); }
+    // The factor by which areas grow, negative if the transformation mirrors.
     double determinant() const { return a * d - b * c; }
     // Without the translation.
     CGAffineTransform linear() const { return {a, b, c, d, 0, 0}; }
@@ -39,6 +42,7 @@ struct ORVANE_EXPORT CGAffineTransform {
     // The inverse; none unless the transformation is drawable.
     std::optional<CGAffineTransform> invert() const;
 
+    // Maps a point.
     constexpr CGPoint apply(CGPoint point) const {
         return {a * point.x + c * point.y + tx, b * point.x + d * point.y + ty};
     }

@@ -13,6 +13,8 @@ class CGGradient;
 class CGImage;
 class CGPath;
 
+// What drawPath paints. EO stands for the even-odd fill rule; the others fill by the nonzero
+// winding rule.
 enum class CGPathDrawingMode { Fill = 0, EOFill = 1, Stroke = 2, FillStroke = 3, EOFillStroke = 4 };
 
 // Bits for drawLinearGradient: whether the gradient continues before its start and after its end.
@@ -36,39 +38,50 @@ class ORVANE_EXPORT CGContext {
 public:
     virtual ~CGContext() = default;
 
+    // Pushes a copy of the graphics state.
     virtual void saveGState() = 0;
-    // Does nothing without a matching saveGState.
+    // Pops the graphics state that was pushed last. Does nothing without a matching saveGState.
     virtual void restoreGState() = 0;
 
+    // Apply a transformation before the current one, in user space:
     virtual void translateCTM(double tx, double ty) = 0;
     virtual void scaleCTM(double sx, double sy) = 0;
     virtual void concatCTM(const CGAffineTransform& transform) = 0;
 
+    // Intersects the clip with a rectangle in user space.
     virtual void clipToRect(const CGRect& rect) = 0;
     // Intersects the clip with the current path (nonzero winding rule) and empties the path.
     virtual void clip() = 0;
 
+    // Set a color. The components are from 0 to 1, not premultiplied:
     virtual void setRGBFillColor(double r, double g, double b, double a) = 0;
     virtual void setRGBStrokeColor(double r, double g, double b, double a) = 0;
+    // In user space units.
     virtual void setLineWidth(double width) = 0;
+    // `lengths` are those of the dashes and the gaps in turn, in user space units; empty for a
+    // solid line. The pattern begins `phase` units after its start.
     virtual void setLineDash(double phase, std::span<const double> lengths) = 0;
 
+    // Extend the current path, in user space:
     virtual void moveToPoint(double x, double y) = 0;
     virtual void addLineToPoint(double x, double y) = 0;
     virtual void addRect(const CGRect& rect) = 0;
     // Appends the path as it is now, mapped by the current transformation.
     virtual void addPath(const CGPath& path) = 0;
-    // Paints the current path and empties it.
+    // Paint the current path and empty it:
     virtual void drawPath(CGPathDrawingMode mode) = 0;
     virtual void strokePath() = 0;
 
+    // Fills the clip with a gradient along the axis from `start` to `end`, in user space. `options`
+    // are bits of CGGradientDrawingOptions.
     virtual void drawLinearGradient(const CGGradient& gradient, CGPoint start, CGPoint end,
                                     unsigned options) = 0;
     // Images have their y axis up: the top row of the image is at the largest y of the rectangle.
     virtual void drawImage(const CGRect& rect, const CGImage& image) = 0;
 
+    // Sets the transformation of text before that of user space.
     virtual void setTextMatrix(const CGAffineTransform& matrix) = 0;
-    // Draw a CTLine and a CTFrame at the text position (0, 0) of the current user space, y axis up.
+    // Draw a CTLine or a CTFrame at the position (0, 0) of the current user space, y axis up:
     virtual void drawLine(const CGDrawable& line) = 0;
     virtual void drawFrame(const CGDrawable& frame) = 0;
 };

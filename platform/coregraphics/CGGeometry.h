@@ -5,18 +5,21 @@
 
 namespace orvane::platform {
 
+// A position; the owner of the value says in which coordinate space.
 struct CGPoint {
     double x = 0;
     double y = 0;
     friend constexpr bool operator==(const CGPoint&, const CGPoint&) = default;
 };
 
+// A width and a height, which may be negative in a CGRect; see standardized().
 struct CGSize {
     double width = 0;
     double height = 0;
     friend constexpr bool operator==(const CGSize&, const CGSize&) = default;
 };
 
+// A rectangle that extends from its origin by its size.
 struct CGRect {
     CGPoint origin;
     CGSize size;

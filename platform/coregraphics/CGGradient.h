@@ -13,6 +13,7 @@ namespace orvane::platform {
 // axis when it paints. Immutable and shared; safe to pass between threads.
 class ORVANE_EXPORT CGGradient {
 public:
+    // A color and its location on the axis, from 0 to 1.
     struct Stop {
         double location;
         CGColor color;
@@ -24,6 +25,7 @@ public:
     static std::shared_ptr<const CGGradient> createWithColorComponents(
         std::span<const double> components, std::span<const double> locations);
 
+    // The colors in the order in which they were given.
     const std::vector<Stop>& stops() const { return stops_; }
 
 private:

@@ -18,8 +18,8 @@ class CGDataProvider;
 // without gaps, the top row first.
 class ORVANE_EXPORT CGImage {
 public:
-    // Decode the whole image. Return null for data that is not in the format, is damaged, or claims
-    // more pixels than its bytes can hold or a bitmap may have.
+    // Decode the whole image. They return null for data that is not in the format, is damaged, or
+    // claims more pixels than its bytes can hold or a bitmap may have:
     static std::shared_ptr<const CGImage> createWithPNGDataProvider(const CGDataProvider& provider);
     static std::shared_ptr<const CGImage> createWithJPEGDataProvider(
         const CGDataProvider& provider);
@@ -36,8 +36,10 @@ public:
     static std::shared_ptr<const CGImage> createWithPixels(int width, int height,
                                                            std::vector<std::uint32_t> pixels);
 
+    // The size in pixels:
     int width() const { return width_; }
     int height() const { return height_; }
+    // `width * height` words as described above, borrowed from the image.
     std::span<const std::uint32_t> pixels() const { return pixels_; }
 
     // Whether every pixel has full alpha.

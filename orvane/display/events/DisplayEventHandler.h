@@ -23,7 +23,8 @@ class DisplayEventHandler {
 public:
     using Point = geometry::Point<double>;
 
-    // `root` is the first object of the layer. Locations are in screen coordinates, in points.
+    // The steps of a gesture. `root` is the first object of the layer. Locations are in screen
+    // coordinates, in points:
     TouchEventListenerState touchBegan(const std::shared_ptr<DisplayObject>& root,
                                        const Point& location);
     TouchEventListenerState touchMoved(const Point& location);

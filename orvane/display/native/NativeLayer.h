@@ -38,14 +38,14 @@ public:
     // The content view of the superlayer, or null.
     std::shared_ptr<platform::NSView> getSuperlayerHandler() const;
 
-    // Conversions between screen coordinates and the coordinates of the view, which are the layer
-    // coordinates.
+    // Convert between screen coordinates and the coordinates of the view, which are the layer
+    // coordinates:
     virtual Point convertPointToLayerHandler(const Point& point);
     virtual Point convertPointFromLayerHandler(const Point& point);
 
-    // The steps of a gesture, at a point in view coordinates; see DisplayEventHandler for the
-    // protocol and the result. While touch is disabled, or when the layer has no object, they
-    // return Failed and call no listener. Main thread.
+    // The steps of a gesture, at a point in view coordinates. While touch is disabled, or when the
+    // layer has no object, they return Failed and call no listener. Main thread.
+    // DisplayEventHandler describes the protocol and the result:
     events::TouchEventListenerState touchBegan(const Point& point);
     events::TouchEventListenerState touchMoved(const Point& point);
     events::TouchEventListenerState touchEnded(const Point& point);

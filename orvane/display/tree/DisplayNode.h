@@ -30,7 +30,7 @@ public:
     // Null for a root, and after the parent was destroyed.
     std::shared_ptr<P> getParent() const { return parent_.lock(); }
 
-    // The sibling after and the sibling before this node, or null.
+    // The sibling after this node, or before it; null if there is none:
     std::shared_ptr<T> next() const;
     std::shared_ptr<T> prev() const;
 
