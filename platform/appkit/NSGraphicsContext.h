@@ -15,6 +15,7 @@ public:
     // Makes a canvas current for a scope. Used by the code that calls drawRect. Scopes may nest.
     class ORVANE_EXPORT Scope {
     public:
+        // Borrows the canvas; the destructor makes the previous one current again.
         explicit Scope(CGContext& canvas);
         ~Scope();
         Scope(const Scope&) = delete;

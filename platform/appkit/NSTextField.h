@@ -18,6 +18,7 @@ public:
     // it; setting an equal value does nothing.
     const std::string& stringValue() const { return stringValue_; }
     void setStringValue(const std::string& value);
+    // Whether the user can edit the text. True at first.
     bool isEnabled() const { return enabled_; }
     void setEnabled(bool enabled);
 

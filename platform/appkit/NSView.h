@@ -16,7 +16,9 @@ class NSBackingStore;
 class NSGestureRecognizer;
 class NSWindow;
 
+// Where addSubview puts a view. Out counts as Above.
 enum class NSWindowOrderingMode { Below = -1, Out = 0, Above = 1 };
+// When the contents of a view are painted; see setLayerContentsRedrawPolicy.
 enum class NSViewLayerContentsRedrawPolicy { Never = 0, OnSetNeedsDisplay = 1 };
 
 // The lists in which a window keeps its views: with changes that were not reported yet, superviews
@@ -58,10 +60,13 @@ public:
     // subtree leaves its window, its animations are removed, which completes them for their
     // transactions. A view that addSubview moves within one window keeps its animations.
     void removeFromSuperviewWithoutNeedingDisplay();
+    // Null for the content view of a window and for a view in no tree.
     NSView* superview() const { return superview_; }
+    // In order, the last one on top among equal z positions.
     const std::vector<std::shared_ptr<NSView>>& subviews() const { return subviews_; }
     // Sorted by z position, then by order; the first is drawn first.
     const std::vector<NSView*>& subviewsInDrawingOrder() const;
+    // The window whose tree the view is in, or null.
     NSWindow* window() const { return window_; }
     // Also true for the view itself.
     bool isDescendantOf(const NSView& view) const;
@@ -71,14 +76,18 @@ public:
     // the corresponding point of the frame.
     void setFrame(const CGRect& frame);
     CGRect frame() const { return frame_; }
+    // The frame in the view's own coordinates.
     CGRect bounds() const { return {{0, 0}, frame_.size}; }
+    // The view's own flag. A hidden view hides its subviews.
     void setHidden(bool hidden);
     bool isHidden() const { return hidden_; }
+    // Whether a flag of the view or of one of its superviews hides it.
     bool isHiddenOrHasHiddenAncestor() const;
 
     // ---- drawing ----
     // Does nothing: every view has a layer from the start.
     void setWantsLayer(bool) {}
+    // Never null; borrowed from the view.
     CALayer* layer() const { return layer_.get(); }
     // With Never, damage is ignored: the view is painted only when it is first shown.
     void setLayerContentsRedrawPolicy(NSViewLayerContentsRedrawPolicy policy) { policy_ = policy; }
@@ -92,6 +101,7 @@ public:
     virtual void drawRect(const CGRect& dirty);
     // Whether the class implements drawRect and so needs a backing store. Must be constant.
     virtual bool paints() const { return false; }
+    // Part of the interface of views; nothing on this platform reads them, y always points down:
     virtual bool isFlipped() const { return false; }
     virtual bool isOpaque() const { return false; }
     // Called after the view entered a window, left it (window() is null), or changed windows.
@@ -100,6 +110,7 @@ public:
     // ---- input ----
     // Does nothing if the recognizer belongs to a view already.
     void addGestureRecognizer(const std::shared_ptr<NSGestureRecognizer>& recognizer);
+    // In order of adding.
     const std::vector<std::shared_ptr<NSGestureRecognizer>>& gestureRecognizers() const {
         return recognizers_;
     }
@@ -115,6 +126,7 @@ public:
     // ---- for the window that shows the view ----
     // Null while no part of the view is visible, and for a class that does not paint.
     const NSBackingStore* backingStore() const { return store_.get(); }
+    // What the window keeps with the view; null if it keeps nothing.
     NSViewRealization* realization() const { return realization_.get(); }
     void setRealization(std::unique_ptr<NSViewRealization> realization);
 

@@ -58,6 +58,7 @@ public:
     NSWindow(const NSWindow&) = delete;
     NSWindow& operator=(const NSWindow&) = delete;
 
+    // The root of the view tree, or null.
     NSView* contentView() const;
     // Sets the root of the view tree; null removes it. The view's frame is not changed.
     void setContentView(const std::shared_ptr<NSView>& view);

@@ -49,9 +49,10 @@ public:
     // the interface) for an empty path and for a path with a coordinate that is not finite.
     std::optional<CGRect> getPathBoundingBox() const;
 
-    // The outline in the form that canvases use. The result is shared and never changes: a later
-    // change to this path copies it first.
+    // The outline in the form that canvases use.
     struct Outline;
+    // Returns the outline, which is shared and never changes: a later change to this path copies it
+    // first. Never null.
     std::shared_ptr<const Outline> outline() const;
 
 private:

@@ -26,7 +26,7 @@ public:
 
     double backingScaleFactor() const override;
     CGSize contentSize() const override;
-    // Both cause the next display() to compose everything.
+    // Change what the constructor has set; the next display() composes everything:
     void setContentSize(CGSize size);
     void setBackingScaleFactor(double scale);
 
@@ -35,11 +35,13 @@ public:
     std::span<const NSBackingRect> display();
 
     // ---- the image, as of the last display() ----
+    // The size of the image in pixels:
     int pixelWidth() const;
     int pixelHeight() const;
     // Premultiplied ARGB, 32 bits in the machine's byte order; transparent where there is no view.
     // Valid until the window is resized or destroyed.
     const std::uint32_t* pixels() const;
+    // The distance between two rows of pixels().
     std::size_t bytesPerRow() const;
     // Returns a copy.
     std::shared_ptr<const CGImage> image() const;

@@ -4,28 +4,32 @@
 
 namespace orvane::platform {
 
-// Seconds on a clock that never goes back: the time base of animations and events. Any thread.
+// The media time: seconds on a clock that never goes back, which animations and events use. Any
+// thread.
 ORVANE_EXPORT double CACurrentMediaTime();
 
-// While one exists, media time stands still but for advanceTo: tests and exact off-screen frames
-// hold the clock. Nothing happens by real time then: no timers are set, and display links tick from
-// advanceTo. At most one at a time. Main thread only.
+// While a virtual clock exists, media time changes by advanceTo only, so that tests and off-screen
+// frames are exact. Real time has no effect then: no timers are set, and advanceTo makes display
+// links tick. Create at most one at a time. Main thread only.
 class ORVANE_EXPORT CAVirtualClock {
 public:
-    // Above zero: to animations and display links, a time of zero is none.
+    // `start` is the first media time, in seconds. It must be greater than zero, which means "no
+    // time" to animations and display links.
     explicit CAVirtualClock(double start = 1);
     ~CAVirtualClock();
     CAVirtualClock(const CAVirtualClock&) = delete;
     CAVirtualClock& operator=(const CAVirtualClock&) = delete;
 
+    // The virtual clock that exists, or null.
     static CAVirtualClock* current();
 
-    // Sets the time, calls the refresh handler, then ends the animations that are over and runs
-    // completions. A time before the present one is ignored.
+    // Sets the media time, calls the refresh handler, then ends the animations that are over and
+    // runs their completions. A time before the current one is ignored.
     void advanceTo(double time);
+    // Calls advanceTo with a later time, in seconds from the current one.
     void advanceBy(double seconds);
 
-    // Called with the new time at each advance of any virtual clock: for the display links. Any
+    // Sets the function that every virtual clock calls with its new time. Display links use it. Any
     // thread.
     static void setRefreshHandler(void (*handler)(double time));
 };

@@ -12,7 +12,9 @@ struct ORVANE_EXPORT CATransform3D {
     std::array<std::array<double, 4>, 4> m{
         {{1, 0, 0, 0}, {0, 1, 0, 0}, {0, 0, 1, 0}, {0, 0, 0, 1}}};
 
+    // A translation by lengths in the layer's units.
     static CATransform3D makeTranslation(double tx, double ty, double tz);
+    // The same transformation in the plane of the screen.
     static CATransform3D makeAffineTransform(const CGAffineTransform& transform);
     // The transform's effect in the plane of the screen; the third dimension is dropped.
     CGAffineTransform affineTransform() const;
@@ -23,8 +25,8 @@ struct ORVANE_EXPORT CATransform3D {
     // 0, not finite, out of the plane), the elements of the matrices are interpolated.
     static CATransform3D interpolate(const CATransform3D& from, const CATransform3D& to,
                                      double share);
-    // Return the transform with one component replaced. A transform that has no components is
-    // returned unchanged by withRotation.
+    // Return the transform with one component replaced; the angle is in radians. withRotation
+    // returns a transform that has no components unchanged:
     CATransform3D withTranslationX(double tx) const;
     CATransform3D withTranslationY(double ty) const;
     CATransform3D withRotation(double radians) const;

@@ -36,6 +36,7 @@ public:
     Position find(const std::shared_ptr<T>& element) const;
 
 protected:
+    // The children in drawing order, the last one on top.
     const Children& children() const { return children_; }
 
 private:

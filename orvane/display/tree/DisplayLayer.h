@@ -89,6 +89,7 @@ public:
     // unlockValidation; ValidationLock pairs them. Unlocking an unlocked layer does nothing.
     void lockValidation() { ++validationLock_; }
     void unlockValidation();
+    // Whether an unlockValidation is missing.
     bool isValidationLocked() const { return validationLock_ != 0; }
 
     // Marks the layer dirty without recording an object.
@@ -115,8 +116,8 @@ public:
     // The parent of the first live object listed, or null.
     std::shared_ptr<ContainerObject> getObjectsParent() const;
 
-    // Conversions between screen coordinates and layer coordinates, whose origin is the origin of
-    // the layer frame. A resulting rectangle has a non-negative width and height.
+    // Convert between screen coordinates and layer coordinates, whose origin is the origin of the
+    // layer frame. A resulting rectangle has a non-negative width and height:
     Point convertPointToScreen(const Point& point);
     Point convertPointFromScreen(const Point& point);
     Rect convertRectToScreen(const Rect& rect);
@@ -132,11 +133,11 @@ protected:
     // Synchronizes what the layer shows. With `force` the layer frame has changed and everything on
     // the layer must be repainted.
     virtual void validateContent(bool force) = 0;
-    // Called when this layer has entered or left the sublayers of another layer.
+    // Called when this layer has entered or left the sublayers of another layer:
     virtual void onAddToSuperlayer() {}
     virtual void onRemoveFromSuperlayer() {}
     // Called when an object has started or stopped drawing on this layer, either listed or inside a
-    // listed container.
+    // listed container:
     virtual void onAddObjectIntoRenderingTree(const std::shared_ptr<DisplayObject>& object);
     virtual void onRemoveObjectFromRenderingTree(const std::shared_ptr<DisplayObject>& object);
 
@@ -158,6 +159,7 @@ private:
 // Defers the updates of a layer for a scope. It holds the layer; the layer may be null.
 class ValidationLock {
 public:
+    // Locks the layer; the destructor unlocks it.
     explicit ValidationLock(std::shared_ptr<DisplayLayer> layer) : layer_(std::move(layer)) {
         if (layer_) {
             layer_->lockValidation();

@@ -81,7 +81,7 @@ public:
 
     // Change the transformation: scale, translate and applyMatrix compose with the present one (the
     // argument is applied first), setMatrix replaces it, and setScale and setTranslate call the
-    // functions of Matrix with these names. The six numbers are in the order of Matrix's fields.
+    // functions of Matrix with these names. The six numbers are in the order of Matrix's fields:
     void scale(float sx, float sy);
     void translate(float tx, float ty);
     void setScale(float sx, float sy);
@@ -149,6 +149,7 @@ public:
 
     // What assistive technology learns about this object: null until it was created here.
     std::shared_ptr<AccessibilityElement> getAccessibilityElement() const;
+    // Creates the element at the first call.
     std::shared_ptr<AccessibilityElement> getOrCreateAccessibilityElement();
 
 protected:
