@@ -2,7 +2,6 @@
 
 #include <gdkmm/frameclock.h>
 #include <gtk/gtk.h>
-#include <gtkmm/init.h>
 
 #include <cmath>
 #include <string>
@@ -19,13 +18,10 @@ bool GTKHost::connect(const Options& options) {
     if (isScaled) {
         g_setenv(kScaleVariable, std::to_string(std::lround(*options.scale)).c_str(), TRUE);
     }
-    const bool isConnected = gtk_init_check() != FALSE;
+    const bool isConnected = platform::GTKWindow::initialize();
     if (isScaled) {
         // Programs that this process starts must not inherit it.
         g_unsetenv(kScaleVariable);
-    }
-    if (isConnected) {
-        Gtk::init_gtkmm_internals();
     }
     return isConnected;
 }

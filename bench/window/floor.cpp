@@ -1,12 +1,13 @@
 // The least that a GTK window can cost: kept render nodes and the same damage, with nothing behind
 // them, drawn by GTK's Cairo renderer.
-//   bench_window_floor move COUNT MOVING | turn COUNT | drag COUNT | idle COUNT
+//   bench_window_floor move COUNT MOVING | turn COUNT | drag COUNT | idle COUNT | start
 #include <cairo.h>
 #include <gtk/gtk.h>
 
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <cstring>
 #include <functional>
 #include <optional>
 #include <utility>
@@ -183,8 +184,18 @@ private:
 
 int main(int argc, char** argv) {
     g_setenv("GSK_RENDERER", "cairo", FALSE);
+    g_setenv("GDK_DEBUG", "gl-disable", FALSE);
     gtk_init();
     FloorStage stage;
+    if (argc > 1 && std::strcmp(argv[1], "start") == 0) {
+        stage.addShape(0);
+        stage.run(0, nullptr);
+        while (stage.framesShown() == 0) {
+            g_main_context_iteration(nullptr, TRUE);
+        }
+        bench::reportStart();
+        return 0;
+    }
     bench::measureWindow(stage, argc, argv);
     return 0;
 }

@@ -1,6 +1,5 @@
 // Our side of the window's scenes: a display in a GTKWindow, as a host shows it.
 //   bench_window move COUNT MOVING | turn COUNT | drag COUNT | idle COUNT | start DIRECTORY
-#include <gtkmm/init.h>
 #include <gtkmm/window.h>
 
 #include <cstring>
@@ -35,13 +34,13 @@ public:
 // The window of a host.
 class HostWindow {
 public:
-    HostWindow() : session_(content_, "") {
+    explicit HostWindow(const std::string& applications) : session_(content_, applications) {
         toplevel_.set_decorated(false);
         toplevel_.set_child(content_.widget());
     }
     ~HostWindow() { toplevel_.unset_child(); }
 
-    bool start(const std::string& directory) { return session_.start(directory); }
+    bool start() { return session_.start(); }
     void open() { toplevel_.present(); }
     Gtk::Window& toplevel() { return toplevel_; }
     orvane::platform::GTKWindow& content() { return content_; }
@@ -98,7 +97,7 @@ public:
     int framesShown() const override { return loop_->framesShown(); }
 
 private:
-    HostWindow window_;
+    HostWindow window_{""};
     std::optional<bench::GTKLoop> loop_;
     std::shared_ptr<ContainerObject> root_ = DisplayFactory::createContainer();
     std::vector<std::shared_ptr<graphics::Shape>> shapes_;
@@ -106,8 +105,8 @@ private:
 };
 
 int measureStart(const char* directory) {
-    HostWindow window;
-    if (!window.start(directory)) {
+    HostWindow window(directory);
+    if (!window.start()) {
         return 1;
     }
     window.open();
@@ -122,10 +121,9 @@ int measureStart(const char* directory) {
 }  // namespace
 
 int main(int argc, char** argv) {
-    if (gtk_init_check() == FALSE) {
+    if (!orvane::platform::GTKWindow::initialize()) {
         return 1;
     }
-    Gtk::init_gtkmm_internals();
     if (argc > 2 && std::strcmp(argv[1], "start") == 0) {
         return measureStart(argv[2]);
     }

@@ -9,15 +9,17 @@
 
 #include "platform/corevideo/CVDisplayLink.h"
 #include "platform/gtk/GTKAccessibleElement.h"
-#include "platform/gtk/GTKView.h"
+#include "platform/gtk/GTKPresentation.h"
+#include "platform/gtk/toExtent.h"
 #include "platform/quartzcore/CAMediaTime.h"
 
 namespace orvane::platform {
 
-GTKRoot::GTKRoot(CGSize size, Delegate delegate)
+GTKRoot::GTKRoot(CGSize size, std::optional<double> scale, Delegate delegate)
     : Glib::ObjectBase("OrvaneRoot"),
       wanted_(size),
       size_(size),
+      scale_(scale),
       delegate_(std::move(delegate)),
       drag_(Gtk::GestureDrag::create()) {
     set_overflow(Gtk::Overflow::HIDDEN);
@@ -39,7 +41,7 @@ GTKRoot::GTKRoot(CGSize size, Delegate delegate)
         send(NSEventType::LeftMouseUp, x + dx, y + dy);
     });
     add_controller(drag_);
-    property_scale_factor().signal_changed().connect([this] { delegate_.scaleFactorChanged(); });
+    property_scale_factor().signal_changed().connect([this] { delegate_.resized(); });
 }
 
 GTKRoot::~GTKRoot() = default;
@@ -54,6 +56,14 @@ void GTKRoot::setLabels(const std::vector<NSAccessibilityLabel>& labels) {
     }
 }
 
+void GTKRoot::setPresentation(GTKPresentation* presentation) {
+    presentation_ = presentation;
+}
+
+double GTKRoot::pixelsPerPoint() const {
+    return scale_.value_or(get_scale_factor());
+}
+
 void GTKRoot::send(NSEventType type, double x, double y) {
     delegate_.pointerMoved({type, {x, y}, CACurrentMediaTime()});
 }
@@ -61,8 +71,9 @@ void GTKRoot::send(NSEventType type, double x, double y) {
 void GTKRoot::measure_vfunc(Gtk::Orientation orientation, int, int& minimum, int& natural,
                             int& minimumBaseline, int& naturalBaseline) const {
     minimum = 0;
-    natural = static_cast<int>(orientation == Gtk::Orientation::HORIZONTAL ? wanted_.width
-                                                                           : wanted_.height);
+    const double points =
+        orientation == Gtk::Orientation::HORIZONTAL ? wanted_.width : wanted_.height;
+    natural = toExtent(points);
     minimumBaseline = naturalBaseline = -1;
 }
 
@@ -72,8 +83,8 @@ void GTKRoot::size_allocate_vfunc(int width, int height, int) {
         size_ = size;
         delegate_.resized();
     }
-    if (auto* const content = dynamic_cast<GTKView*>(get_first_child())) {
-        content->allocate();
+    if (presentation_ != nullptr) {
+        presentation_->allocate();
     }
     for (const auto& label : labels_) {
         label->allocate();
@@ -81,7 +92,14 @@ void GTKRoot::size_allocate_vfunc(int width, int height, int) {
 }
 
 void GTKRoot::snapshot_vfunc(const Glib::RefPtr<Gtk::Snapshot>& snapshot) {
-    GTKView::snapshotChildren(*this, snapshot);
+    if (presentation_ != nullptr) {
+        presentation_->snapshot(snapshot);
+    }
+}
+
+void GTKRoot::on_realize() {
+    Gtk::Widget::on_realize();
+    delegate_.realized();
 }
 
 void GTKRoot::on_map() {

@@ -5,6 +5,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <vector>
 
 #include "platform/appkit/NSEvent.h"
@@ -13,34 +14,40 @@
 namespace orvane::platform {
 
 class GTKAccessibleElement;
+class GTKPresentation;
 
-// The widget that a GTKWindow gives to the program: it holds the widget of the content view, cuts
-// it to the window, and turns what the pointer does into events. Controls come first: a press that
-// one of them takes for itself is no event of the window's. Main thread only.
+// The widget that a GTKWindow gives to the program. It contains what the window's presentation
+// shows, clips it, and turns pointer input into events. A press that a control takes is not an
+// event of the window. Main thread only.
 class GTKRoot final : public Gtk::Widget {
 public:
     // What the window does about it.
     struct Delegate {
-        std::function<void()> resized;
-        std::function<void()> scaleFactorChanged;
+        std::function<void()> realized;  // the renderer is known
+        std::function<void()> resized;   // or the number of pixels per point changed
         std::function<void(const NSEvent&)> pointerMoved;
     };
 
-    // `size` in points is what the widget asks for.
-    GTKRoot(CGSize size, Delegate delegate);
+    // `size` in points is what the widget asks for. `scale` is the number of pixels per point;
+    // without one, the desktop's.
+    GTKRoot(CGSize size, std::optional<double> scale, Delegate delegate);
     ~GTKRoot() override;
 
-    // What assistive technology finds here.
+    // Borrowed; null for none.
+    void setPresentation(GTKPresentation* presentation);
+    // Sets what assistive technology finds here.
     void setLabels(const std::vector<NSAccessibilityLabel>& labels);
 
-    // In points: as allocated, or as asked for before that.
+    // In points: the allocated size, or the requested one before the first allocation.
     CGSize size() const { return size_; }
+    double pixelsPerPoint() const;
 
 protected:
     void measure_vfunc(Gtk::Orientation orientation, int forSize, int& minimum, int& natural,
                        int& minimumBaseline, int& naturalBaseline) const override;
     void size_allocate_vfunc(int width, int height, int baseline) override;
     void snapshot_vfunc(const Glib::RefPtr<Gtk::Snapshot>& snapshot) override;
+    void on_realize() override;
     void on_map() override;
 
 private:
@@ -48,7 +55,9 @@ private:
 
     CGSize wanted_;
     CGSize size_;
+    std::optional<double> scale_;
     Delegate delegate_;
+    GTKPresentation* presentation_ = nullptr;
     Glib::RefPtr<Gtk::GestureDrag> drag_;
     std::vector<std::unique_ptr<GTKAccessibleElement>> labels_;
 };

@@ -6,53 +6,13 @@
 
 #include <algorithm>
 #include <cmath>
-#include <numbers>
-#include <optional>
-#include <vector>
 
 #include "platform/gtk/GTKControl.h"
 #include "platform/gtk/toExtent.h"
+#include "platform/gtk/toGskTransform.h"
 #include "platform/quartzcore/CALayer.h"
 
 namespace orvane::platform {
-
-namespace {
-
-// Whether the compositor can show something under this transformation: GTK stores it and its
-// inverse in single precision.
-bool canShow(const CGAffineTransform& t) {
-    constexpr double largest = 1e6;
-    const std::optional<CGAffineTransform> inverse = t.invert();
-    return inverse &&
-           std::max({t.norm(), std::abs(t.tx), std::abs(t.ty), inverse->norm()}) <= largest;
-}
-
-float toDegrees(double radians) {
-    return static_cast<float>(radians * 180 / std::numbers::pi);
-}
-
-// Of an invertible transform. GTK's compositors need to know that it stays in the plane, which a
-// matrix does not tell them: so it is turned, skewed and scaled.
-GskTransform* toGskTransform(const CGAffineTransform& t) {
-    const graphene_point_t offset = {static_cast<float>(t.tx), static_cast<float>(t.ty)};
-    GskTransform* transform = gsk_transform_translate(nullptr, &offset);
-    const double scaleX = std::hypot(t.a, t.b);
-    const double scaleY = (t.a * t.d - t.b * t.c) / scaleX;
-    const double skew = (t.a * t.c + t.b * t.d) / (scaleX * scaleY);
-    if (t.b != 0 || t.a < 0) {
-        transform = gsk_transform_rotate(transform, toDegrees(std::atan2(t.b, t.a)));
-    }
-    if (skew != 0) {
-        transform = gsk_transform_skew(transform, toDegrees(std::atan(skew)), 0);
-    }
-    if (scaleX != 1 || scaleY != 1) {
-        transform =
-            gsk_transform_scale(transform, static_cast<float>(scaleX), static_cast<float>(scaleY));
-    }
-    return transform;
-}
-
-}  // namespace
 
 GTKView::GTKView(NSView& view)
     : Glib::ObjectBase("OrvaneView"), control_(GTKControl::create(view)) {
@@ -62,6 +22,10 @@ GTKView::GTKView(NSView& view)
 }
 
 GTKView::~GTKView() {
+    fadeFrom(nullptr);
+    if (fadesTo_ != nullptr) {
+        fadesTo_->fadesFrom_ = nullptr;
+    }
     if (control_) {
         control_->widget().unparent();
     }
@@ -89,12 +53,12 @@ void GTKView::takePlace(const NSView& view, double time) {
 void GTKView::takeOpacity(const NSView& view, double time) {
     const CALayerPresentation shown = view.layer()->presentation(time);
     opacity_ = std::clamp(shown.opacity, 0.0, 1.0);
-    fadesFrom_ = nullptr;
+    fadeFrom(nullptr);
     if (shown.fadesFrom != nullptr && view.superview() != nullptr) {
         const auto& siblings = view.superview()->subviews();
         const auto from = std::ranges::find_if(
             siblings, [&](const auto& sibling) { return sibling->layer() == shown.fadesFrom; });
-        fadesFrom_ = from != siblings.end() ? of(**from) : nullptr;
+        fadeFrom(from != siblings.end() ? of(**from) : nullptr);
     }
     if (Gtk::Widget* const parent = get_parent()) {
         parent->queue_draw();
@@ -184,26 +148,30 @@ void GTKView::snapshot_vfunc(const Glib::RefPtr<Gtk::Snapshot>& snapshot) {
 }
 
 void GTKView::snapshotChildren(Gtk::Widget& parent, const Glib::RefPtr<Gtk::Snapshot>& snapshot) {
-    std::vector<GTKView*> views;
-    std::vector<const GTKView*> fadedOver;
     for (Gtk::Widget* child = parent.get_first_child(); child != nullptr;
          child = child->get_next_sibling()) {
-        if (auto* const view = dynamic_cast<GTKView*>(child)) {
-            views.push_back(view);
-            if (view->fadesFrom_ != nullptr) {
-                fadedOver.push_back(view->fadesFrom_);
-            }
-        } else {
-            parent.snapshot_child(*child, snapshot);  // a control's own, behind the views
-        }
-    }
-    for (GTKView* const view : views) {
-        const auto from = std::ranges::find(views, view->fadesFrom_);
-        if (from != views.end()) {
-            snapshotFade(parent, **from, *view, snapshot);
-        } else if (std::ranges::find(fadedOver, view) == fadedOver.end()) {
+        auto* const view = dynamic_cast<GTKView*>(child);
+        if (view == nullptr) {
+            parent.snapshot_child(*child, snapshot);  // a control's own widget, behind the views
+        } else if (view->fadesFrom_ != nullptr && view->fadesFrom_->get_parent() == &parent) {
+            snapshotFade(parent, *view->fadesFrom_, *view, snapshot);
+        } else if (view->fadesTo_ == nullptr) {
             snapshotGroup(parent, *view, view->opacity_, snapshot);
         }
+    }
+}
+
+// Pairs the views of a cross-fade, or ends the fade.
+void GTKView::fadeFrom(GTKView* outgoing) {
+    if (fadesFrom_ != nullptr) {
+        fadesFrom_->fadesTo_ = nullptr;
+    }
+    fadesFrom_ = outgoing;
+    if (outgoing != nullptr) {
+        if (outgoing->fadesTo_ != nullptr) {
+            outgoing->fadesTo_->fadesFrom_ = nullptr;
+        }
+        outgoing->fadesTo_ = this;
     }
 }
 

@@ -50,6 +50,7 @@ protected:
 
 private:
     void layParentOut();
+    void fadeFrom(GTKView* outgoing);
     static void snapshotGroup(Gtk::Widget& parent, GTKView& view, double opacity,
                               const Glib::RefPtr<Gtk::Snapshot>& snapshot);
     static void snapshotFade(Gtk::Widget& parent, GTKView& from, GTKView& to,
@@ -59,8 +60,9 @@ private:
     CGAffineTransform transform_;  // to the superview
     bool shown_ = false;
     double opacity_ = 1;
-    // Only ever compared with the widgets that are there: it may have gone.
-    const GTKView* fadesFrom_ = nullptr;
+    // The other view of a cross-fade, in each of the two.
+    GTKView* fadesFrom_ = nullptr;
+    GTKView* fadesTo_ = nullptr;
     CGColor background_;
     GTKTiles tiles_;
     std::unique_ptr<GTKControl> control_;

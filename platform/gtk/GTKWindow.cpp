@@ -1,31 +1,46 @@
 #include "platform/gtk/GTKWindow.h"
 
 #include <gtk/gtk.h>
+#include <gtkmm/init.h>
 
 #include <utility>
 
+#include "platform/appkit/NSBackingStore.h"
 #include "platform/appkit/NSView.h"
 #include "platform/gtk/GTKControl.h"
+#include "platform/gtk/GTKPresentation.h"
+#include "platform/gtk/GTKRenderer.h"
 #include "platform/gtk/GTKRoot.h"
-#include "platform/gtk/GTKView.h"
 
 namespace orvane::platform {
 
-GTKWindow::GTKWindow(CGSize size, std::optional<double> scale)
-    : root_(std::make_unique<GTKRoot>(
-          size, GTKRoot::Delegate{[this] {
-                                      resized_ = true;
-                                      scheduleDisplay();
-                                  },
-                                  [this] { backingPropertiesDidChange(); },
-                                  [this](const NSEvent& event) { sendEvent(event); }})),
-      scale_(scale) {}
+GTKWindow::GTKWindow(CGSize size, std::optional<double> scale) {
+    chooseRenderer(*gdk_display_get_default());
+    root_ = std::make_unique<GTKRoot>(
+        size, scale,
+        GTKRoot::Delegate{[this] { choosePresentation(); },
+                          [this] {
+                              resized_ = true;
+                              scheduleDisplay();
+                          },
+                          [this](const NSEvent& event) { sendEvent(event); }});
+}
 
 GTKWindow::~GTKWindow() {
     if (labelsTimer_ != 0) {
         g_source_remove(labelsTimer_);
     }
     setContentView(nullptr);
+    root_->setPresentation(nullptr);
+}
+
+bool GTKWindow::initialize() {
+    disableSoftwareGL();
+    if (gtk_init_check() == FALSE) {
+        return false;
+    }
+    Gtk::init_gtkmm_internals();
+    return true;
 }
 
 Gtk::Widget& GTKWindow::widget() {
@@ -33,7 +48,7 @@ Gtk::Widget& GTKWindow::widget() {
 }
 
 double GTKWindow::backingScaleFactor() const {
-    return scale_ ? *scale_ : static_cast<double>(root_->get_scale_factor());
+    return root_->pixelsPerPoint();
 }
 
 CGSize GTKWindow::contentSize() const {
@@ -55,6 +70,9 @@ bool GTKWindow::tick() {
     ticking_ = true;
     scheduled_ = false;
     if (std::exchange(resized_, false)) {
+        if (presentation_) {
+            presentation_->resize(contentSize(), backingScaleFactor());
+        }
         if (resizeHandler_) {
             resizeHandler_(contentSize());
         }
@@ -65,41 +83,73 @@ bool GTKWindow::tick() {
     return scheduled_;
 }
 
+// The renderer of the window that the root is in is known when the root is realized, and may be
+// another when the root was put into another window.
+void GTKWindow::choosePresentation() {
+    const GTKRendererKind kind = rendererKind(*root_);
+    if (presentation_ && kind == kind_) {
+        return;
+    }
+    kind_ = kind;
+    std::vector<NSView*> views;  // superviews first
+    if (NSView* const content = contentView()) {
+        views.push_back(content);
+    }
+    for (std::size_t i = 0; i < views.size(); ++i) {
+        for (const std::shared_ptr<NSView>& subview : views[i]->subviews()) {
+            views.push_back(subview.get());
+        }
+    }
+    if (presentation_) {
+        for (std::size_t i = views.size(); i-- > 0;) {
+            presentation_->remove(*views[i]);
+            views[i]->setRealization(nullptr);
+        }
+    }
+    root_->setPresentation(nullptr);
+    presentation_ = GTKPresentation::create(kind, *root_);
+    root_->setPresentation(presentation_.get());
+    presentation_->resize(contentSize(), backingScaleFactor());
+    for (NSView* const view : views) {
+        presentation_->add(*view);
+    }
+    for (NSView* const view : views) {
+        presentation_->reorder(*view);
+        if (const NSBackingStore* const store = view->backingStore()) {
+            presentation_->paint(*view, {&store->area(), 1});
+        }
+    }
+    backingPropertiesDidChange();
+}
+
 void GTKWindow::didAddView(NSView& view) {
-    auto owned = std::make_unique<GTKView>(view);
-    GTKView& widget = *owned;
-    Gtk::Widget* const parent = view.superview() != nullptr
-                                    ? static_cast<Gtk::Widget*>(GTKView::of(*view.superview()))
-                                    : root_.get();
-    view.setRealization(std::move(owned));
-    widget.set_parent(*parent);
-    widget.takePlace(view, displayTime());
-    widget.takeOpacity(view, displayTime());
-    widget.takeBackground(view);
+    if (presentation_) {
+        presentation_->add(view);
+    }
+}
+
+void GTKWindow::willRemoveView(NSView& view) {
+    if (presentation_) {
+        presentation_->remove(view);
+    }
 }
 
 void GTKWindow::didReorderSubviews(NSView& superview) {
-    GTKView::of(superview)->takeOrder(superview);
+    if (presentation_) {
+        presentation_->reorder(superview);
+    }
 }
 
 void GTKWindow::didChangeView(NSView& view, unsigned changes) {
-    GTKView& widget = *GTKView::of(view);
-    if ((changes & (kNSViewGeometryChanged | kNSViewHiddenChanged)) != 0) {
-        widget.takePlace(view, displayTime());
-    }
-    if ((changes & kNSViewOpacityChanged) != 0) {
-        widget.takeOpacity(view, displayTime());
-    }
-    if ((changes & kNSViewBackgroundChanged) != 0) {
-        widget.takeBackground(view);
-    }
-    if ((changes & kNSViewStateChanged) != 0) {
-        widget.takeControlState();
+    if (presentation_) {
+        presentation_->change(view, changes, displayTime());
     }
 }
 
 void GTKWindow::didPaintView(NSView& view, std::span<const NSBackingRect> rects) {
-    GTKView::of(view)->takeTiles(view, rects);
+    if (presentation_) {
+        presentation_->paint(view, rects);
+    }
 }
 
 void GTKWindow::setAccessibilityLabels(std::function<std::vector<NSAccessibilityLabel>()> labels) {
@@ -107,6 +157,9 @@ void GTKWindow::setAccessibilityLabels(std::function<std::vector<NSAccessibility
 }
 
 void GTKWindow::present() {
+    if (presentation_) {
+        presentation_->present(contentView(), displayTime());
+    }
     // Gathering the labels may take a walk through all that is shown: not for each frame.
     constexpr unsigned delay = 250;  // milliseconds
     if (labels_ && labelsTimer_ == 0) {

@@ -16,18 +16,29 @@ class Widget;
 
 namespace orvane::platform {
 
+class GTKPresentation;
 class GTKRoot;
+enum class GTKRendererKind;
 
-// A window on a real desktop: shows its views by GTK widgets, one a view, and hands it the
-// pointer's events. It comes as a widget, to be put into a window of the program's own, X11 or
-// Wayland.
+// A window on a real desktop, X11 or Wayland: a widget that shows views and turns pointer input
+// into events, to be put into a window of the program's own.
 //
 // The display pass runs on the frame clock, and only when something has changed. GTK must be
-// initialised, and the widget be taken out of its parent before this window goes. Main thread only.
+// initialized, and the widget removed from its parent before this object is destroyed. Main thread
+// only.
+//
+// Without a GPU, the processor composes the views, and creating the first GTKWindow makes GTK use
+// its Cairo renderer for all windows that the program opens afterwards. The environment variable
+// GSK_RENDERER, if it is set, chooses the renderer instead.
 class ORVANE_EXPORT GTKWindow final : public NSWindow {
 public:
-    // `scale` is pixels a point; without one the desktop's own, also when that changes. The widget
-    // is as large as its parent makes it, and asks for `size` points.
+    // Initializes GTK and gtkmm, without the software GL that GTK would otherwise load on a machine
+    // without a GPU: that saves memory and time to start. A program that initializes them itself
+    // need not call this. Returns false if there is no display.
+    static bool initialize();
+
+    // `scale` is the number of pixels per point; without one it is the desktop's own, also when
+    // that changes. The widget requests `size`, in points.
     explicit GTKWindow(CGSize size, std::optional<double> scale = {});
     ~GTKWindow() override;
 
@@ -53,6 +64,7 @@ public:
 protected:
     void scheduleDisplay() override;
     void didAddView(NSView& view) override;
+    void willRemoveView(NSView& view) override;
     void didReorderSubviews(NSView& superview) override;
     void didChangeView(NSView& view, unsigned changes) override;
     void didPaintView(NSView& view, std::span<const NSBackingRect> rects) override;
@@ -60,11 +72,13 @@ protected:
     bool showsNatively(const NSView& view) const override;
 
 private:
-    // A frame of the frame clock. Whether the next one is wanted too.
+    // A frame of the frame clock. Returns whether the next one is wanted, too.
     bool tick();
+    void choosePresentation();
 
     std::unique_ptr<GTKRoot> root_;
-    std::optional<double> scale_;
+    std::unique_ptr<GTKPresentation> presentation_;  // null until the root is realized
+    GTKRendererKind kind_{};
     std::function<void(CGSize)> resizeHandler_;
     std::function<std::vector<NSAccessibilityLabel>()> labels_;
     unsigned int labelsTimer_ = 0;

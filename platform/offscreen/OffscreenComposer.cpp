@@ -13,13 +13,6 @@ namespace orvane::platform {
 
 namespace {
 
-// Whether the view's background alone covers the rectangle completely.
-bool hidesAllBelow(const NSView& view, const NSBackingRect& rect) {
-    const OffscreenPlace& place = OffscreenPlace::of(view);
-    return place.isPixelAligned && place.opacity == 1 &&
-           view.layer()->backgroundColor().alpha >= 1 && place.own.contains(rect);
-}
-
 void drawBackground(OffscreenTarget& target, const NSView& view, double alpha,
                     const NSBackingRect& rect) {
     const OffscreenPlace& place = OffscreenPlace::of(view);
@@ -65,12 +58,19 @@ void copyContents(OffscreenTarget& target, const NSBackingStore& store, const Of
 
 }  // namespace
 
+bool OffscreenComposer::hidesAllBelow(const NSView& view, const NSBackingRect& rect) {
+    const OffscreenPlace& place = OffscreenPlace::of(view);
+    return place.isPixelAligned && place.opacity == 1 &&
+           view.layer()->backgroundColor().alpha >= 1 && place.own.contains(rect);
+}
+
 void OffscreenComposer::compose(OffscreenTarget& image, NSView* root,
                                 const NSBackingRect& rect) const {
-    if (root == nullptr || !hidesAllBelow(*root, rect)) {
+    if (root == nullptr || picture_ > 0 || !hidesAllBelow(*root, rect)) {
         pixman_fill(image.pixels.get(), static_cast<int>(image.area.width()), 32,
-                    static_cast<int>(rect.left), static_cast<int>(rect.top),
-                    static_cast<int>(rect.width()), static_cast<int>(rect.height()), 0);
+                    static_cast<int>(rect.left - image.area.left),
+                    static_cast<int>(rect.top - image.area.top), static_cast<int>(rect.width()),
+                    static_cast<int>(rect.height()), 0);
     }
     if (root != nullptr) {
         drawView(image, *root, rect);
@@ -80,11 +80,13 @@ void OffscreenComposer::compose(OffscreenTarget& image, NSView* root,
 void OffscreenComposer::drawView(OffscreenTarget& target, NSView& view,
                                  const NSBackingRect& rect) const {
     const OffscreenPlace& place = OffscreenPlace::of(view);
-    if (!place.all.intersects(rect)) {
+    if (!place.all.intersects(rect) || picture_ < place.firstPicture ||
+        picture_ > place.lastPicture) {
         return;
     }
-    const bool hasBackground = view.layer()->backgroundColor().alpha > 0;
-    const bool hasContents = view.backingStore() != nullptr;
+    const bool isHere = picture_ == place.firstPicture;
+    const bool hasBackground = isHere && view.layer()->backgroundColor().alpha > 0;
+    const bool hasContents = isHere && view.backingStore() != nullptr;
     const auto draw = [&](OffscreenTarget& on, double alpha, const NSBackingRect& part) {
         if (hasBackground && place.own.intersects(part)) {
             drawBackground(on, view, alpha, place.own.intersection(part));

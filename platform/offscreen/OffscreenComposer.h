@@ -16,11 +16,16 @@ struct OffscreenPlace;
 class OffscreenComposer {
 public:
     // `scale` is the number of the views' pixels per point.
-    OffscreenComposer(double scale, bool isFading) : scale_(scale), isFading_(isFading) {}
+    // Views that are not in the picture are left out.
+    OffscreenComposer(double scale, bool isFading, int picture)
+        : scale_(scale), isFading_(isFading), picture_(picture) {}
 
     // Replaces a part of the window's image by what the views show there; transparent pixels where
     // there is no view. `root` may be null.
     void compose(OffscreenTarget& image, NSView* root, const NSBackingRect& rect) const;
+
+    // Whether the view's background alone covers a rectangle of the image completely.
+    static bool hidesAllBelow(const NSView& view, const NSBackingRect& rect);
 
 private:
     void drawView(OffscreenTarget& target, NSView& view, const NSBackingRect& rect) const;
@@ -38,6 +43,7 @@ private:
 
     double scale_;
     bool isFading_;
+    int picture_;
 };
 
 }  // namespace orvane::platform

@@ -2,7 +2,11 @@
 
 #include <algorithm>
 
+#include "platform/appkit/NSBackingStore.h"
+#include "platform/appkit/NSView.h"
 #include "platform/offscreen/OffscreenComposer.h"
+#include "platform/offscreen/OffscreenPlace.h"
+#include "platform/offscreen/OffscreenTarget.h"
 
 namespace orvane::platform {
 
@@ -11,20 +15,62 @@ namespace {
 // The number of pixels that are composed at once: 256 KiB of them.
 constexpr std::int64_t kBandArea = 65536;
 
+// Whether the root, or the first view on it, covers the whole image.
+bool isCoveredByBackground(const NSView* root, const NSBackingRect& bounds) {
+    for (const NSView* view = root; view != nullptr;) {
+        if (OffscreenComposer::hidesAllBelow(*view, bounds)) {
+            return true;
+        }
+        const bool isGroup = OffscreenPlace::of(*view).opacity < 1;
+        const std::vector<NSView*>& subviews = view->subviewsInDrawingOrder();
+        view = isGroup || subviews.empty() ? nullptr : subviews.front();
+    }
+    return false;
+}
+
 }  // namespace
+
+OffscreenCompositor::OffscreenCompositor() = default;
+OffscreenCompositor::~OffscreenCompositor() = default;
 
 void OffscreenCompositor::setImage(int width, int height, double scale) {
     scale_ = scale;
-    image_ = OffscreenTarget::create({0, 0, width, height});
-    damage_.setBounds(image_.area);
-    layout_.setImage(image_.area, scale);
+    bounds_ = {0, 0, width, height};
+    pictures_.clear();
+    pictures_.push_back(OffscreenTarget::create(bounds_));
+    damage_.setBounds(bounds_);
+    layout_.setImage(bounds_, scale);
+}
+
+std::size_t OffscreenCompositor::pictureCount() const {
+    return pictures_.size();
+}
+
+OffscreenCompositor::Picture OffscreenCompositor::picture(std::size_t index) const {
+    return {pictures_[index].area, pictures_[index].pixels, index == 0 && isOpaque_};
+}
+
+OffscreenCompositor::NativePlace OffscreenCompositor::placeOfNative(const NSView& view) {
+    const OffscreenPlace& place = OffscreenPlace::of(view);
+    double opacity = 1;
+    for (const NSView* above = &view; above != nullptr; above = above->superview()) {
+        opacity *= OffscreenPlace::of(*above).opacity;
+    }
+    return {place.toImage, place.isShown, opacity, place.firstPicture + 1};
 }
 
 void OffscreenCompositor::add(NSView& view) {
     layout_.add(view);
 }
 
+void OffscreenCompositor::addNative(NSView& view) {
+    layout_.add(view);
+    OffscreenPlace::of(view).isNative = true;
+    ++natives_;
+}
+
 void OffscreenCompositor::remove(NSView& view) {
+    natives_ -= OffscreenPlace::of(view).isNative ? 1 : 0;
     layout_.remove(view);
     damage_.forget(view);
 }
@@ -32,6 +78,14 @@ void OffscreenCompositor::remove(NSView& view) {
 void OffscreenCompositor::reorder(NSView& superview) {
     layout_.markSubviews(superview);
     damage_.addReordered(superview);
+}
+
+void OffscreenCompositor::change(NSView& view) {
+    layout_.mark(view);
+}
+
+void OffscreenCompositor::recolor(NSView& view) {
+    layout_.markRecolored(view);
 }
 
 void OffscreenCompositor::painted(NSView& view, std::span<const NSBackingRect> rects) {
@@ -42,17 +96,71 @@ std::span<const NSBackingRect> OffscreenCompositor::compose(NSView* root, double
     if (root != nullptr) {
         layout_.update(*root, time);
     }
+    if (natives_ > 0 || pictures_.size() > 1) {
+        areas_.assign(1, bounds_);
+        if (root != nullptr) {
+            assignPictures(*root, 0);
+        }
+        fitPictures();
+    }
+    isOpaque_ = isCoveredByBackground(root, bounds_);
     damage_.take(composed_, scale_);
-    const OffscreenComposer composer(scale_, layout_.isFading());
-    for (const NSBackingRect& rect : composed_) {
-        // Bands that fit in the processor's cache while one view after the other is drawn on them.
-        const std::int64_t height = std::max<std::int64_t>(kBandArea / rect.width(), 1);
-        for (std::int64_t top = rect.top; top < rect.bottom; top += height) {
-            composer.compose(image_, root,
-                             {rect.left, top, rect.right, std::min(top + height, rect.bottom)});
+    for (std::size_t i = 0; i < pictures_.size(); ++i) {
+        const OffscreenComposer composer(scale_, layout_.isFading(), static_cast<int>(i));
+        for (const NSBackingRect& damaged : composed_) {
+            const NSBackingRect rect = damaged.intersection(pictures_[i].area);
+            if (rect.isEmpty()) {
+                continue;
+            }
+            // Bands that fit in the processor's cache while all views are drawn on them.
+            const std::int64_t height = std::max<std::int64_t>(kBandArea / rect.width(), 1);
+            for (std::int64_t top = rect.top; top < rect.bottom; top += height) {
+                composer.compose(pictures_[i], root,
+                                 {rect.left, top, rect.right, std::min(top + height, rect.bottom)});
+            }
         }
     }
     return composed_;
+}
+
+// Returns the picture that the view's last descendant is in.
+int OffscreenCompositor::assignPictures(NSView& view, int picture) {
+    OffscreenPlace& place = OffscreenPlace::of(view);
+    if (place.firstPicture != picture) {
+        place.firstPicture = picture;
+        damage_.add(place.own);
+    }
+    auto& area = areas_[static_cast<std::size_t>(picture)];
+    if (place.isNative) {
+        areas_.emplace_back();
+        ++picture;
+    } else {
+        area = area.united(place.own);
+    }
+    for (NSView* const subview : view.subviewsInDrawingOrder()) {
+        picture = assignPictures(*subview, picture);
+    }
+    place.lastPicture = picture;
+    return picture;
+}
+
+// Gives every picture the area that it needs. A picture keeps an area that is larger.
+void OffscreenCompositor::fitPictures() {
+    pictures_.resize(areas_.size());
+    for (std::size_t i = 1; i < pictures_.size(); ++i) {
+        // Whole tiles: a view that moves must not need another area in each frame.
+        const NSBackingRect tiles = NSBackingStore::tilesAround(areas_[i]);
+        constexpr std::int64_t size = NSBackingStore::tileSize;
+        const NSBackingRect needed = NSBackingRect{tiles.left * size, tiles.top * size,
+                                                   tiles.right * size, tiles.bottom * size}
+                                         .intersection(bounds_);
+        if (needed.isEmpty()) {
+            pictures_[i] = {};
+        } else if (!pictures_[i].area.contains(needed)) {
+            pictures_[i] = OffscreenTarget::create(needed);
+            damage_.add(needed);
+        }
+    }
 }
 
 }  // namespace orvane::platform

@@ -1,39 +1,71 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <span>
 #include <vector>
 
+#include "orvane/commons/Export.h"
 #include "platform/appkit/NSBackingRect.h"
+#include "platform/coregraphics/CGAffineTransform.h"
 #include "platform/offscreen/OffscreenDamage.h"
 #include "platform/offscreen/OffscreenLayout.h"
-#include "platform/offscreen/OffscreenTarget.h"
 
 namespace orvane::platform {
 
 class NSView;
+struct OffscreenTarget;
 
-// Keeps the image of an off-screen window equal to its views, composing only what changed: the
-// layout knows where the views are, the damage what must be composed again, and a composer draws
-// it.
-class OffscreenCompositor {
+// Keeps the image of a window equal to its views, composing only what changed: the layout knows
+// where the views are, the damage what must be composed again, and a composer draws it.
+//
+// Where the desktop shows some of the views with widgets ("native" views), there is more than one
+// picture: the views behind the first native view, those between it and the second, and so on.
+class ORVANE_EXPORT OffscreenCompositor {
 public:
+    OffscreenCompositor();
+    ~OffscreenCompositor();
+    OffscreenCompositor(const OffscreenCompositor&) = delete;
+    OffscreenCompositor& operator=(const OffscreenCompositor&) = delete;
+
     // Replaces the image, and damages all of it. `width` and `height` are in pixels; `scale` is the
     // number of pixels per point.
     void setImage(int width, int height, double scale);
-    int width() const { return static_cast<int>(image_.area.width()); }
-    int height() const { return static_cast<int>(image_.area.height()); }
-    // Premultiplied ARGB, packed rows.
-    const std::uint32_t* pixels() const { return image_.pixels.get(); }
+    const NSBackingRect& bounds() const { return bounds_; }
 
-    // What OffscreenWindow receives about its views; see NSWindow.
+    double scale() const { return scale_; }
+
+    struct Picture {
+        NSBackingRect area;  // the part of the image that it covers; empty if it shows nothing
+        std::shared_ptr<const std::uint32_t[]> pixels;  // premultiplied ARGB, packed rows
+        bool isOpaque;                                  // false if that is not known
+    };
+    // One more than there are native views. The first always covers the whole image. compose()
+    // changes the pixels, or replaces them when the picture gets another area.
+    std::size_t pictureCount() const;
+    Picture picture(std::size_t index) const;
+
+    struct NativePlace {
+        CGAffineTransform toImage;  // from the view's points to the image's pixels
+        bool isShown = false;
+        double opacity = 1;  // including its superviews'
+        int picture = 0;     // the picture directly in front of the view
+
+        friend bool operator==(const NativePlace&, const NativePlace&) = default;
+    };
+    // Where a native view is, as of the last compose().
+    static NativePlace placeOfNative(const NSView& view);
+
+    // What a window receives about its views; see NSWindow.
     void add(NSView& view);
+    void addNative(NSView& view);
     void remove(NSView& view);
     void reorder(NSView& superview);
     // The view moved, or its visibility or opacity changed.
-    void change(NSView& view) { layout_.mark(view); }
+    void change(NSView& view);
     // The view's background changed.
-    void recolor(NSView& view) { layout_.markRecolored(view); }
+    void recolor(NSView& view);
     void painted(NSView& view, std::span<const NSBackingRect> rects);
 
     // Makes the image equal to the views as they are shown at a media time. Returns the rectangles
@@ -41,7 +73,14 @@ public:
     std::span<const NSBackingRect> compose(NSView* root, double time);
 
 private:
-    OffscreenTarget image_;
+    int assignPictures(NSView& view, int picture);
+    void fitPictures();
+
+    NSBackingRect bounds_;
+    std::vector<OffscreenTarget> pictures_;
+    std::vector<NSBackingRect> areas_;  // the parts of the image that the pictures must cover
+    bool isOpaque_ = false;             // the first picture
+    int natives_ = 0;                   // the number of native views
     double scale_ = 1;
     OffscreenDamage damage_;
     OffscreenLayout layout_{damage_};

@@ -46,6 +46,12 @@ struct OffscreenPlace final : NSViewRealization {
     };
     std::vector<Box> boxes;
 
+    // A view that the desktop shows with a widget: it separates the views behind it, which are in
+    // one picture, from those in front of it, which are in the next.
+    bool isNative = false;
+    int firstPicture = 0;  // the picture that the view itself is in
+    int lastPicture = 0;   // the picture that its last descendant is in
+
     std::size_t rank = 0;  // one-based index among the siblings in drawing order; 0 if unknown
     bool isMarked = false;
     bool isRecolored = false;

@@ -16,7 +16,7 @@ PixmanImage opacityMask(double alpha) {
 OffscreenTarget OffscreenTarget::create(const NSBackingRect& area) {
     OffscreenTarget target;
     target.area = area;
-    target.pixels = std::make_unique<std::uint32_t[]>(static_cast<std::size_t>(area.area()));
+    target.pixels = std::make_shared<std::uint32_t[]>(static_cast<std::size_t>(area.area()));
     target.image =
         wrapPixels(target.pixels.get(), static_cast<int>(area.width()),
                    static_cast<int>(area.height()), static_cast<std::ptrdiff_t>(area.width()));

@@ -13,7 +13,7 @@ namespace orvane::platform {
 // image as one. Premultiplied ARGB, 32 bits in the machine's byte order, packed rows.
 struct OffscreenTarget {
     NSBackingRect area;  // in the window's image
-    std::unique_ptr<std::uint32_t[]> pixels;
+    std::shared_ptr<std::uint32_t[]> pixels;
     PixmanImage image;  // refers to `pixels`
 
     // Transparent pixels for an area of the image.

@@ -92,13 +92,13 @@ void OffscreenWindow::present() {
 }
 
 int OffscreenWindow::pixelWidth() const {
-    return compositor_->width();
+    return static_cast<int>(compositor_->bounds().width());
 }
 int OffscreenWindow::pixelHeight() const {
-    return compositor_->height();
+    return static_cast<int>(compositor_->bounds().height());
 }
 const std::uint32_t* OffscreenWindow::pixels() const {
-    return compositor_->pixels();
+    return compositor_->picture(0).pixels.get();
 }
 
 std::size_t OffscreenWindow::bytesPerRow() const {

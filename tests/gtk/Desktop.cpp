@@ -2,10 +2,11 @@
 
 #include <gtest/gtest.h>
 #include <gtk/gtk.h>
-#include <gtkmm/init.h>
 #include <gtkmm/window.h>
 
 #include <memory>
+
+#include "platform/gtk/GTKWindow.h"
 
 // Last: their macros break others' headers.
 #include <X11/Xlib.h>
@@ -15,13 +16,7 @@
 namespace orvane::tests::desktop {
 
 bool connect() {
-    static const bool connected = [] {
-        if (gtk_init_check() == FALSE) {
-            return false;
-        }
-        Gtk::init_gtkmm_internals();
-        return true;
-    }();
+    static const bool connected = platform::GTKWindow::initialize();
     return connected;
 }
 

@@ -168,6 +168,9 @@ TEST_F(GTKWindow, UploadsOnlyTheTilesThatWerePainted) {
     const auto view = add({{0, 0}, size}, {1, 0, 0, 1});
     window_->show();
     const auto before = texturesOf(window_->window().widget());
+    if (before.empty()) {
+        GTEST_SKIP() << "the processor composes: there are no textures";
+    }
     ASSERT_EQ(before.size(), 6U);  // 600x400 in tiles of 256
     view->setNeedsDisplayInRect({{300, 10}, {20, 20}});
     window_->show();

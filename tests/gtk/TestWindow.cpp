@@ -3,6 +3,9 @@
 #include <gtest/gtest.h>
 #include <gtk/gtk.h>
 
+// After GTK's.
+#include <gsk/gskcairorenderer.h>
+
 #include <cmath>
 
 #include "platform/appkit/NSGraphicsContext.h"
@@ -29,6 +32,10 @@ void TestWindow::show() {
     window_.widget().queue_draw();
     EXPECT_TRUE(desktop::runUntil(
         [&] { return frames_ > before && (!window_.needsDisplay() || window_.isAnimating()); }));
+}
+
+bool TestWindow::isComposedByProcessor() {
+    return GSK_IS_CAIRO_RENDERER(gtk_native_get_renderer(GTK_NATIVE(toplevel_.gobj())));
 }
 
 desktop::Picture TestWindow::picture() {

@@ -25,6 +25,8 @@ public:
     void show();
     // show(), and what is on screen then, in device pixels.
     desktop::Picture picture();
+    // Whether the window does without a GPU.
+    bool isComposedByProcessor();
     // How many frames GTK has drawn.
     int frames() const { return frames_; }
 

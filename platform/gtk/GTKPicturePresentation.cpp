@@ -1,0 +1,195 @@
+#include "platform/gtk/GTKPicturePresentation.h"
+
+#include <gtk/gtk.h>
+
+#include <algorithm>
+#include <cmath>
+#include <optional>
+#include <utility>
+#include <vector>
+
+#include "platform/appkit/NSView.h"
+#include "platform/appkit/NSWindow.h"
+#include "platform/gtk/GTKControl.h"
+#include "platform/gtk/GTKRoot.h"
+#include "platform/gtk/toExtent.h"
+#include "platform/gtk/toGskTransform.h"
+
+namespace orvane::platform {
+
+namespace {
+
+// The limit of Cairo's images, in pixels.
+constexpr int kLongestSide = 32767;
+
+}  // namespace
+
+GTKPicturePresentation::GTKPicturePresentation(GTKRoot& root)
+    : root_(root),
+      shield_(
+          std::make_unique<GTKShield>(root, [this](CGPoint point) { return isCovered(point); })) {}
+
+GTKPicturePresentation::~GTKPicturePresentation() {
+    for (const auto& [view, control] : controls_) {
+        control.realization->widget().unparent();
+    }
+}
+
+void GTKPicturePresentation::add(NSView& view) {
+    if (!GTKControl::realizes(view)) {
+        compositor_.add(view);
+        return;
+    }
+    compositor_.addNative(view);
+    Control control;
+    control.realization = GTKControl::create(view);
+    // In front of all widgets but the shield. GTK asks the last child first who takes the pointer.
+    gtk_widget_insert_before(control.realization->widget().gobj(), root_.gobj(), shield_->gobj());
+    controls_.emplace(&view, std::move(control));
+}
+
+void GTKPicturePresentation::remove(NSView& view) {
+    compositor_.remove(view);
+    if (const auto found = controls_.find(&view); found != controls_.end()) {
+        found->second.realization->widget().unparent();
+        controls_.erase(found);
+    }
+    if (&view == contentView_) {
+        contentView_ = nullptr;
+    }
+}
+
+void GTKPicturePresentation::reorder(NSView& superview) {
+    compositor_.reorder(superview);
+}
+
+void GTKPicturePresentation::change(NSView& view, unsigned changes, double) {
+    if ((changes & (kNSViewGeometryChanged | kNSViewHiddenChanged | kNSViewOpacityChanged)) != 0) {
+        compositor_.change(view);
+    }
+    if ((changes & kNSViewBackgroundChanged) != 0) {
+        compositor_.recolor(view);
+    }
+    if ((changes & kNSViewStateChanged) != 0) {
+        if (const auto found = controls_.find(&view); found != controls_.end()) {
+            found->second.realization->stateDidChange();
+        }
+    }
+}
+
+void GTKPicturePresentation::paint(NSView& view, std::span<const NSBackingRect> rects) {
+    compositor_.painted(view, rects);
+}
+
+void GTKPicturePresentation::resize(CGSize size, double scale) {
+    const int width = std::clamp(toExtent(size.width * scale), 1, kLongestSide);
+    const int height = std::clamp(toExtent(size.height * scale), 1, kLongestSide);
+    if (compositor_.bounds() != NSBackingRect{0, 0, width, height} ||
+        compositor_.scale() != scale) {
+        compositor_.setImage(width, height, scale);
+    }
+    root_.queue_allocate();
+}
+
+void GTKPicturePresentation::present(NSView* contentView, double time) {
+    contentView_ = contentView;
+    const std::span<const NSBackingRect> composed = compositor_.compose(contentView, time);
+    if (composed.empty() && controls_.empty()) {
+        return;
+    }
+    while (pictures_.size() > compositor_.pictureCount()) {
+        pictures_.pop_back();
+    }
+    while (pictures_.size() < compositor_.pictureCount()) {
+        pictures_.emplace_back();
+    }
+    for (std::size_t i = 0; i < pictures_.size(); ++i) {
+        OffscreenCompositor::Picture picture = compositor_.picture(i);
+        pictures_[i].show(std::move(picture.pixels), picture.area, picture.isOpaque,
+                          compositor_.scale());
+    }
+    if (!composed.empty()) {
+        damage_.set(composed, compositor_.scale());
+        root_.queue_draw();
+    }
+    if (!controls_.empty()) {
+        takeControls();
+    }
+}
+
+// Takes over where the controls are, and in which order.
+void GTKPicturePresentation::takeControls() {
+    bool isMoved = false;
+    for (auto& [view, control] : controls_) {
+        const OffscreenCompositor::NativePlace place = OffscreenCompositor::placeOfNative(*view);
+        const CGSize size = view->frame().size;
+        isMoved = isMoved || place != control.place || size != control.size;
+        control.place = place;
+        control.size = size;
+    }
+    if (isMoved) {
+        root_.queue_allocate();
+        root_.queue_draw();
+    }
+}
+
+bool GTKPicturePresentation::isCovered(CGPoint point) const {
+    if (contentView_ == nullptr || controls_.empty()) {
+        return false;
+    }
+    const NSView* const hit = contentView_->hitTest(point);
+    return hit != nullptr && !controls_.contains(hit);
+}
+
+void GTKPicturePresentation::allocate() {
+    const CGSize size = root_.size();
+    gtk_widget_allocate(shield_->gobj(), toExtent(size.width), toExtent(size.height), -1, nullptr);
+    for (const auto& [view, control] : controls_) {
+        allocateControl(control);
+    }
+}
+
+void GTKPicturePresentation::allocateControl(const Control& control) const {
+    Gtk::Widget& widget = control.realization->widget();
+    const double pointsPerPixel = 1 / compositor_.scale();
+    const CGAffineTransform place =
+        control.place.toImage.concat({pointsPerPixel, 0, 0, pointsPerPixel, 0, 0});
+    const bool isShown = control.place.isShown && canShow(place) &&
+                         !std::isnan(control.size.width) && !std::isnan(control.size.height);
+    widget.set_child_visible(isShown);
+    if (isShown) {
+        // A widget is never made smaller than it wants to be: it then extends beyond its view.
+        GtkRequisition least;
+        gtk_widget_get_preferred_size(widget.gobj(), &least, nullptr);
+        gtk_widget_allocate(widget.gobj(), std::max(toExtent(control.size.width), least.width),
+                            std::max(toExtent(control.size.height), least.height), -1,
+                            toGskTransform(place));
+    }
+}
+
+void GTKPicturePresentation::snapshot(const Glib::RefPtr<Gtk::Snapshot>& snapshot) {
+    // In drawing order.
+    std::vector<const Control*> controls;
+    for (const auto& [view, control] : controls_) {
+        controls.push_back(&control);
+    }
+    std::ranges::sort(controls, {}, [](const Control* control) { return control->place.picture; });
+    std::size_t next = 0;
+    for (std::size_t i = 0; i < pictures_.size(); ++i) {
+        for (; next < controls.size() && controls[next]->place.picture <= static_cast<int>(i);
+             ++next) {
+            const double opacity = controls[next]->place.opacity;
+            if (opacity < 1) {
+                snapshot->push_opacity(opacity);
+            }
+            root_.snapshot_child(controls[next]->realization->widget(), snapshot);
+            if (opacity < 1) {
+                snapshot->pop();
+            }
+        }
+        pictures_[i].append(snapshot);
+    }
+    damage_.append(snapshot);
+}
+
+}  // namespace orvane::platform

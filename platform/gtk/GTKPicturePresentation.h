@@ -1,0 +1,57 @@
+#pragma once
+
+#include <deque>
+#include <map>
+#include <memory>
+
+#include "platform/gtk/GTKPicture.h"
+#include "platform/gtk/GTKPresentation.h"
+#include "platform/gtk/GTKShield.h"
+#include "platform/offscreen/OffscreenCompositor.h"
+
+namespace orvane::platform {
+
+class GTKControl;
+
+// Composes the views into pictures, as an off-screen window does, and gives GTK these and where
+// they changed. Without a GPU that costs a small part of what GTK's own composing costs.
+//
+// Controls are widgets in the root, each between the picture of the views behind it and the picture
+// of those in front of it.
+class GTKPicturePresentation final : public GTKPresentation {
+public:
+    // The root is borrowed.
+    explicit GTKPicturePresentation(GTKRoot& root);
+    ~GTKPicturePresentation() override;
+
+    void add(NSView& view) override;
+    void remove(NSView& view) override;
+    void reorder(NSView& superview) override;
+    void change(NSView& view, unsigned changes, double time) override;
+    void paint(NSView& view, std::span<const NSBackingRect> rects) override;
+    void present(NSView* contentView, double time) override;
+    void resize(CGSize size, double scale) override;
+    void allocate() override;
+    void snapshot(const Glib::RefPtr<Gtk::Snapshot>& snapshot) override;
+
+private:
+    struct Control {
+        std::unique_ptr<GTKControl> realization;
+        CGSize size;
+        OffscreenCompositor::NativePlace place;
+    };
+
+    void takeControls();
+    bool isCovered(CGPoint point) const;
+    void allocateControl(const Control& control) const;
+
+    GTKRoot& root_;
+    OffscreenCompositor compositor_;
+    std::deque<GTKPicture> pictures_;
+    GTKDamage damage_;
+    std::map<const NSView*, Control> controls_;
+    NSView* contentView_ = nullptr;  // of the last display pass; null once it left
+    std::unique_ptr<GTKShield> shield_;
+};
+
+}  // namespace orvane::platform

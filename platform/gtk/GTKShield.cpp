@@ -1,0 +1,20 @@
+#include "platform/gtk/GTKShield.h"
+
+#include <utility>
+
+namespace orvane::platform {
+
+GTKShield::GTKShield(Gtk::Widget& parent, std::function<bool(CGPoint)> isCovered)
+    : Glib::ObjectBase("OrvaneShield"), isCovered_(std::move(isCovered)) {
+    set_parent(parent);
+}
+
+GTKShield::~GTKShield() {
+    unparent();
+}
+
+bool GTKShield::contains_vfunc(double x, double y) const {
+    return isCovered_({x, y});
+}
+
+}  // namespace orvane::platform

@@ -1,0 +1,16 @@
+#pragma once
+
+#include <gsk/gsk.h>
+
+#include "platform/coregraphics/CGAffineTransform.h"
+
+namespace orvane::platform {
+
+// Whether GTK can show something under this transform: GTK stores it and its inverse in single
+// precision. False for a transform with a NaN.
+bool canShow(const CGAffineTransform& transform);
+
+// Converts a transform that can be shown. The caller owns the result.
+GskTransform* toGskTransform(const CGAffineTransform& transform);
+
+}  // namespace orvane::platform
