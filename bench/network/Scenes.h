@@ -21,10 +21,10 @@ struct Client {
 
     // The caller waits for each answer before it sends the next request.
     Work oneByOne;
-    // 32 requests are in flight: each answer starts the next request. The client chooses the thread
-    // that receives the answers...
+    // 32 requests run at the same time: each response starts the next request. The client chooses
+    // the thread that receives the responses.
     Work inFlight;
-    // ... or receives them on the main thread, which does nothing else.
+    // The same, but the main thread receives the responses and does nothing else.
     Work toMainThread;
 };
 

@@ -1,4 +1,4 @@
-// Requests through the runtime's doors, and through the session behind them.
+// Measures requests through RequestService, and through the URL session that it uses.
 #include <atomic>
 #include <chrono>
 #include <cstdlib>

@@ -1,6 +1,5 @@
-// The rival: plain libcurl doing the same. One thread runs all transfers on the multi interface and
-// keeps the connections; a caller on another thread hands it a request and waits. The same bytes go
-// over the wire.
+// The rival: the same requests with libcurl alone. One thread runs all transfers on the multi
+// interface and keeps the connections; callers on other threads pass it requests and wait.
 #include <curl/curl.h>
 
 #include <atomic>
@@ -19,7 +18,7 @@
 
 namespace {
 
-// A request that can be sent again and again.
+// A request that can be sent repeatedly.
 class Transfer {
 public:
     explicit Transfer(const std::string& url) : easy_(curl_easy_init(), &curl_easy_cleanup) {
@@ -36,11 +35,11 @@ public:
 
     CURL* handle() const { return easy_.get(); }
 
-    // On the thread of the transfers, with each answer.
+    // Called on the thread of the transfers for each response.
     std::function<void()> answered;
 
     void end(CURLcode code) {
-        // Whoever asked for the body takes it, and the next one starts with nothing.
+        // The caller takes the body, so the next response starts with an empty one.
         const std::string body = std::move(body_);
         if (code != CURLE_OK || body.size() < bench::kSmallLength) {
             std::abort();
@@ -75,7 +74,7 @@ public:
     Session(const Session&) = delete;
     Session& operator=(const Session&) = delete;
 
-    // From any thread; the transfer is the session's until it has answered.
+    // Thread-safe. The session uses the transfer until it has called `answered`.
     void send(Transfer* transfer) {
         {
             const std::lock_guard lock(mutex_);
@@ -131,7 +130,7 @@ Session& session() {
     return session;
 }
 
-// Waits for each.
+// Sends requests one after the other and waits for each response.
 void perform(Transfer& transfer, int count) {
     std::binary_semaphore answered(0);
     transfer.answered = [&answered] { answered.release(); };
@@ -171,7 +170,7 @@ void inFlight(const std::string& url, int count) {
     allEnded.acquire();
 }
 
-// Hands things over between threads.
+// Passes values between threads.
 class Queue {
 public:
     void push(bool value) {
@@ -195,7 +194,7 @@ private:
     std::deque<bool> values_;
 };
 
-// Workers wait for the transfers; the main thread waits for the workers.
+// Workers wait for the transfers, and the main thread waits for the workers.
 void toMainThread(const std::string& url, int count) {
     Queue wanted;
     Queue answers;

@@ -31,7 +31,7 @@ public:
     void cancel();
 
 private:
-    // Calls with the mutex held. Returns whether the thread must be woken afterwards.
+    // Called with the mutex held. Returns whether the thread must be woken afterwards.
     [[nodiscard]] bool enqueue(URLTask task);
     void startLookUp(const NSURL& url);
     void proxyFound(const std::string& origin, const std::string& proxy);

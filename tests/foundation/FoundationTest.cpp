@@ -24,7 +24,7 @@ void write(const fs::path& path, const std::string& text) {
     std::ofstream(path) << text;
 }
 
-TEST(NSPathUtilities, TheEnvironmentCountsOnlyWhenItNamesAnAbsoluteFolder) {
+TEST(NSPathUtilities, IgnoresVariablesThatAreNotAbsolutePaths) {
     const TemporaryUser user;
     EXPECT_EQ(applicationSupportDirectory(), user.data());
     const std::string home = std::getenv("HOME") ? std::getenv("HOME") : "";
@@ -38,7 +38,7 @@ TEST(NSPathUtilities, TheEnvironmentCountsOnlyWhenItNamesAnAbsoluteFolder) {
     setenv("HOME", home.c_str(), 1);
 }
 
-TEST(NSData, IsViewedByByteArraysThatDoNotOwnIt) {
+TEST(NSData, ConvertsToAByteArray) {
     auto data = NSData::dataWithBytes("bytes", 5);
     const auto view = orvane::commons::ByteArray::createFromNativeObject<NSData*>(&data);
     EXPECT_EQ(view.data(), data.bytes());
@@ -61,7 +61,7 @@ TEST(NSFileManager, ListsSortedAndWalksWithoutFollowingLinks) {
     }
 }
 
-TEST(NSUserDefaults, StoredValuesComeBackAsTheyWere) {
+TEST(NSUserDefaults, ReturnsStoredValuesUnchanged) {
     const TemporaryUser user;
     auto& defaults = NSUserDefaults::standardUserDefaults();
     EXPECT_EQ(defaults.objectForKey("Folder"), std::nullopt);
@@ -72,12 +72,12 @@ TEST(NSUserDefaults, StoredValuesComeBackAsTheyWere) {
     EXPECT_TRUE(defaults.setObjectForKey("2", "Other One"));
     EXPECT_EQ(defaults.objectForKey("Folder"), "[x]");
     EXPECT_EQ(defaults.objectForKey("Other One"), "2");
-    // Replaced as a whole: nothing else lies beside it.
+    // The file was replaced atomically, and no temporary file is left.
     EXPECT_EQ(NSFileManager::defaultManager().enumeratorAtPath(user.configuration()),
               (Names{"Orvane", "Orvane/defaults.conf"}));
 }
 
-TEST(NSUserDefaults, ADamagedFileHoldsNothingAndIsReplaced) {
+TEST(NSUserDefaults, ReplacesADamagedFile) {
     const TemporaryUser user;
     write(user.configuration() / "Orvane/defaults.conf", "[Defaults]\nKey=1\nno sense");
     auto& defaults = NSUserDefaults::standardUserDefaults();
@@ -86,7 +86,7 @@ TEST(NSUserDefaults, ADamagedFileHoldsNothingAndIsReplaced) {
     EXPECT_EQ(defaults.objectForKey("Key"), "2");
 }
 
-TEST(NSBundle, NoIdentifierLeadsOutOfTheFolderOfBundles) {
+TEST(NSBundle, FindsNothingOutsideTheFolderOfBundles) {
     const TemporaryUser user;
     for (const char* folder : {"bundles/a/Resources", "bundles/Resources", "Resources"}) {
         fs::create_directories(user.data() / "orvane" / folder);

@@ -25,7 +25,7 @@ namespace {
 
 using Connection = TestServer::Connection;
 
-// Answers with what it was asked, byte for byte.
+// Answers with the bytes of the request.
 void echo(const TestServer::Request& request, Connection& connection) {
     connection.answer(200, request.head + "\r\n" + request.body);
 }
@@ -54,7 +54,7 @@ struct Outcome {
     std::string message;
 };
 
-// Runs the request through the asynchronous door and drains the main queue until it has reported.
+// Sends the request asynchronously and drains the main queue until a callback has been called.
 Outcome outcomeOf(Request request) {
     std::optional<Outcome> outcome;
     request.setErrorCallback([&](int code, const std::string& message) {
@@ -71,7 +71,7 @@ Outcome outcomeOf(Request request) {
     return *outcome;
 }
 
-// What a server that echoes was sent.
+// Sends the request to a server that echoes and returns what the server received.
 TestServer::Request sentBy(const Request& request) {
     const std::string echoed = bodyOf(RequestService::syncRequest(request));
     const auto end = echoed.find("\r\n\r\n");
@@ -87,7 +87,7 @@ TEST(RequestService, SendsMethodBodyAndHeaders) {
     const struct {
         Method method;
         void (*change)(Request&);
-        std::string sent;  // line, type, length, body
+        std::string sent;  // Request line|type|length|body.
     } cases[] = {
         {Method::GET, [](Request& r) { r.addParam("q", "a b"); }, "GET /p?q=a+b HTTP/1.1|||"},
         {static_cast<Method>(17), [](Request&) {}, "GET /p HTTP/1.1|||"},
@@ -105,7 +105,7 @@ TEST(RequestService, SendsMethodBodyAndHeaders) {
          "PUT /p HTTP/1.1|image/png; x=y|4|" + bytes},
         {Method::GET, [](Request& r) { r.addJsonContent("{}"); },
          "GET /p HTTP/1.1|application/json|2|{}"},
-        // Two parts: none is sent.
+        // Of several parts none is sent.
         {Method::POST,
          [](Request& r) {
              r.addTextContent("one");
@@ -124,7 +124,7 @@ TEST(RequestService, SendsMethodBodyAndHeaders) {
     }
 }
 
-TEST(RequestService, AuthorizesWhenNameAndSecretAreGiven) {
+TEST(RequestService, AuthorizesIfNameAndPasswordAreGiven) {
     TestServer server(echo);
     const struct {
         const char* login;
@@ -144,13 +144,13 @@ TEST(RequestService, AuthorizesWhenNameAndSecretAreGiven) {
         EXPECT_EQ(sentBy(request).header("Authorization"), "");
         EXPECT_EQ(sentBy(request).header("authorization"), "Bearer t");
     }
-    // What an address carries goes with that address alone.
+    // Credentials in an address are sent for that address only.
     for (const auto& [host, sent] : {std::pair("u:p@127.0.0.1", "Basic dTpw"), {"127.0.0.1", ""}}) {
         EXPECT_EQ(sentBy(requestTo(server.url("/", host))).header("Authorization"), sent);
     }
 }
 
-TEST(RequestService, LetsNoHeaderBecomeTwo) {
+TEST(RequestService, DropsFieldsThatWouldAddOthers) {
     TestServer server(echo);
     const std::pair<std::string, std::string> fields[] = {{"X-A", "1\r\nEvil: 1"},
                                                           {"X-A", "1\nEvil: 1"},
@@ -173,7 +173,7 @@ TEST(RequestService, LetsNoHeaderBecomeTwo) {
     }
 }
 
-TEST(RequestService, KeepsTheBytesOfHeadersAndDecodesTheBody) {
+TEST(RequestService, KeepsTheBytesOfHeadersAndDecodesKnownEncodings) {
     TestServer server([](const TestServer::Request& request, Connection& connection) {
         EXPECT_NE(request.header("Accept-Encoding").find("gzip"), std::string::npos);
         connection.answer(200, packedHello(),
@@ -193,7 +193,7 @@ TEST(RequestService, KeepsTheBytesOfHeadersAndDecodesTheBody) {
     EXPECT_EQ(headers.at("X-Empty"), "");
 }
 
-TEST(Convert, IsUtf8TowardsThePlatformAndLatin1Back) {
+TEST(Convert, ReadsUtf8OrLatin1AndReturnsLatin1) {
     EXPECT_EQ(convert(std::string("\xC3\xA9")).UTF8String(), "\xC3\xA9");
     EXPECT_EQ(convert(std::string("\xE9")).UTF8String(), "\xC3\xA9");
     EXPECT_EQ(convert(convert(std::string("\xC3\xA9"))), "\xE9");
@@ -239,7 +239,7 @@ TEST(RequestService, FollowsRedirectionsAsBrowsersDo) {
         EXPECT_EQ(seen.header("Authorization").empty(), path.ends_with("other"));
         EXPECT_EQ(seen.header("Cookie").empty(), path.ends_with("other"));
     }
-    // Not a redirection, whatever it carries.
+    // A 300 is not followed, even with a location.
     EXPECT_EQ(bodyOf(RequestService::syncRequest(requestTo(server.url("/300")))), "not this");
 }
 
@@ -309,7 +309,7 @@ TEST(RequestService, ReportsEveryFailure) {
     };
     for (const auto& [path, answer] : answers) {
         Request request = requestTo(server.url(path));
-        // The others get an answer, however long that takes.
+        // The others must not fail because of a slow machine.
         if (answer.stalls) {
             request.setTimeout(1);
         }
@@ -322,11 +322,11 @@ TEST(RequestService, ReportsEveryFailure) {
     }
 }
 
-TEST(RequestService, TellsAFailureOfTheServerByItsCodeAndKeepsItsPage) {
+TEST(RequestService, ReportsTheStatusOfAFailureAndKeepsItsBody) {
     TestServer server(
         [](const auto&, Connection& connection) { connection.answer(404, "a page"); });
     const Request request = requestTo(server.url("/"));
-    // Without an error callback nobody is told.
+    // Without an error callback no function is called.
     RequestService::asyncRequest(request, [](const Response&) { ADD_FAILURE(); });
     const Outcome outcome = outcomeOf(request);
     EXPECT_FALSE(outcome.body);
@@ -355,7 +355,7 @@ TEST(RequestService, ServesTwoHundredRequestsAtOnce) {
     std::mutex mutex;
     std::condition_variable changed;
     int arrived = 0;
-    // The slowest of servers: it answers nobody before everybody has asked.
+    // The server answers when all requests have arrived.
     TestServer server([&](const TestServer::Request& request, Connection& connection) {
         std::unique_lock lock(mutex);
         ++arrived;
@@ -382,12 +382,12 @@ TEST(RequestService, ServesTwoHundredRequestsAtOnce) {
     }
 }
 
-TEST(RequestServiceDeathTest, TheProcessEndsWithRequestsOnTheirWay) {
+TEST(RequestServiceDeathTest, TheProcessExitsWhileRequestsAreRunning) {
     GTEST_FLAG_SET(death_test_style, "threadsafe");
     const auto leave = [] {
         alarm(60);
         constexpr int count = 20;
-        // They go after the session, which is made later.
+        // Static objects are destroyed in reverse order, so these outlive the session.
         static std::counting_semaphore<> arrived(0);
         static TestServer server([](const auto&, Connection& connection) {
             arrived.release();

@@ -7,7 +7,7 @@
 namespace orvane::network {
 namespace {
 
-TEST(Request, BuildsTheUrlThatGoesOut) {
+TEST(Request, BuildsTheUrlWithEncodedParameters) {
     const struct {
         const char* url;
         const char* built;
@@ -18,7 +18,7 @@ TEST(Request, BuildsTheUrlThatGoesOut) {
         {"http://h/p?=dropped", "http://h/p"},
         {"http://h/p?a=1&b&=c&d=&&e=f=g&", "http://h/p?a=1&d=&e=f%3Dg&b&"},
         {"http://h/p?q=a b", "http://h/p?q=a+b"},
-        // What is encoded already is encoded again.
+        // Escapes are encoded again.
         {"http://h/p?q=a%20b&c=d+e", "http://h/p?q=a%2520b&c=d%2Be"},
         {"http://h/p?q=\xC3\xA9\xFF", "http://h/p?q=%C3%A9%FF"},
         {"http://h/p?q=AZaz09-._~!*'()/?", "http://h/p?q=AZaz09-._~%21%2A%27%28%29%2F%3F"},
@@ -36,7 +36,7 @@ TEST(Request, BuildsTheUrlThatGoesOut) {
     EXPECT_EQ(twice.buildUrl(), "http://other/?a=1&h=i&b");
 }
 
-TEST(Request, NormalisesFormsAndNothingElse) {
+TEST(Request, EncodesFormsAndNothingElse) {
     Request request;
     request.addFormContent("name=J\xC3\xB6rg B&flag&=x&e=%41");
     request.addContent("a=b c", "text", "x-www-form-urlencoded", "p=q");

@@ -2,9 +2,9 @@
 
 #include <openssl/ssl.h>
 
-// Whether HTTP/2 was agreed on in the handshake.
+// Whether HTTP/2 was negotiated in the handshake.
 bool isHttp2(const SSL* tls);
 
-// Answers every request with 200 and no body, and with the path that was asked for as the content
-// type, whose name is in lower case as the protocol has it, until the other side goes.
+// Answers every request until the client closes the connection: with status 200, no body, and the
+// requested path as the value of "content-type" (the protocol sends names in lower case).
 void serveHttp2(SSL* tls);

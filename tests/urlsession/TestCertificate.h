@@ -5,19 +5,19 @@
 #include <memory>
 #include <string>
 
-// What a TLS server needs, made for one test run: its certificate vouches for itself.
+// A self-signed certificate and the context of a TLS server that uses it.
 class TestCertificate {
 public:
-    enum class Protocol { Http1Unsaid, Http2 };
+    enum class Protocol { Http1, Http2 };
 
-    // For this host: "DNS:name" or "IP:address".
-    explicit TestCertificate(const std::string& host, Protocol protocol = Protocol::Http1Unsaid);
+    // `host` is the certificate's subject: "DNS:name" or "IP:address".
+    explicit TestCertificate(const std::string& host, Protocol protocol = Protocol::Http1);
     ~TestCertificate();
     TestCertificate(const TestCertificate&) = delete;
     TestCertificate& operator=(const TestCertificate&) = delete;
 
     [[nodiscard]] SSL_CTX* server() const { return server_.get(); }
-    // A PEM file for those who trust it, which goes with the object.
+    // The certificate as a PEM file, which is removed with the object.
     [[nodiscard]] const std::string& file() const { return file_; }
 
 private:

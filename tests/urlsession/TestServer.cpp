@@ -137,7 +137,7 @@ void TestServer::accept() {
 }
 
 void TestServer::serve(int socket) {
-    // Connections that are gone are written to.
+    // A write to a connection that the client closed must not end the process.
     sigset_t pipe;
     sigemptyset(&pipe);
     sigaddset(&pipe, SIGPIPE);

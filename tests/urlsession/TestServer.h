@@ -9,17 +9,18 @@
 #include <thread>
 #include <vector>
 
-// A real HTTP/1.1 server on a port of the loopback device, a thread a connection; over TLS when it
-// gets a context. What it answers is up to its handler, which writes bytes and may break any rule.
+// An HTTP/1.1 server on a port of the loopback device, over TLS if it gets a context. Each
+// connection has a thread, which calls the handler for each request. The handler writes bytes, so
+// it can also answer in ways that break the protocol.
 class TestServer {
 public:
     struct Request {
         std::string target;
-        // The whole head, as it came.
+        // The request line and the header lines, as received.
         std::string head;
         std::string body;
 
-        // Empty when there is none.
+        // The value of a header field; empty if there is no such field. Case is significant.
         [[nodiscard]] std::string header(const std::string& name) const;
     };
 
@@ -28,10 +29,10 @@ public:
         Connection(int socket, SSL_CTX* tls);
 
         void send(const std::string& bytes);
-        // An answer that keeps the connection. The header lines end with a line break.
+        // Sends a complete response and keeps the connection. Each header line ends with "\r\n".
         void answer(int status, const std::string& body, const std::string& headerLines = {});
         [[nodiscard]] int answers() const { return answers_; }
-        // Answers nothing, until the other side has given up.
+        // Sends nothing and returns when the client has closed the connection.
         void stall();
         void close();
 
@@ -42,7 +43,7 @@ public:
         bool readRequest(Request& request);
 
         int socket_;
-        // Bytes as they are, or through TLS.
+        // The socket, or TLS on top of it.
         std::unique_ptr<BIO, decltype(&BIO_free_all)> stream_;
         SSL* tls_ = nullptr;
         std::string pending_;
@@ -70,7 +71,7 @@ private:
     int listener_;
     int port_ = 0;
     std::atomic<int> connections_ = 0;
-    // The acceptor's, until it has ended.
+    // Used by the acceptor's thread until it has ended.
     std::vector<int> sockets_;
     std::vector<std::thread> threads_;
     std::thread acceptor_;

@@ -25,7 +25,7 @@ void answerTarget(const TestServer::Request& request, Connection& connection) {
     connection.answer(200, request.target);
 }
 
-// The body of a whole answer, or the words of the error.
+// The body of a complete response, or the text of the error.
 struct Outcome {
     std::optional<std::string> body;
     std::string error;
@@ -75,7 +75,7 @@ NSURLSessionConfiguration trusting(const TestCertificate& certificate) {
     return result;
 }
 
-TEST(NSURL, TakesAddressesThatCanBeSpokenTo) {
+TEST(NSURL, AcceptsHttpAddressesOnly) {
     const struct {
         const char* text;
         const char* absolute;
@@ -101,7 +101,7 @@ TEST(NSURL, TakesAddressesThatCanBeSpokenTo) {
     }
 }
 
-TEST(NSURLSession, KeepsItsConnectionsAndAsksAgainWhereOneIsClosedInsteadOfAnswering) {
+TEST(NSURLSession, KeepsConnectionsAndRepeatsARequestOnANewOneIfTheServerClosedIt) {
     for (const int answers : {1, 100}) {
         TestServer server([=](const TestServer::Request& request, Connection& connection) {
             connection.answers() < answers ? answerTarget(request, connection) : connection.close();
@@ -115,7 +115,7 @@ TEST(NSURLSession, KeepsItsConnectionsAndAsksAgainWhereOneIsClosedInsteadOfAnswe
     }
 }
 
-TEST(NSURLSession, SendsNothingOfTheRequestBeforeThatUsedTheSameHandle) {
+TEST(NSURLSession, SendsNothingOfAnEarlierRequest) {
     TestServer server([](const TestServer::Request& request, Connection& connection) {
         connection.answer(200, request.head + "\r\n" + request.body);
     });
@@ -139,7 +139,7 @@ TEST(NSURLSession, SendsNothingOfTheRequestBeforeThatUsedTheSameHandle) {
     }
 }
 
-TEST(NSURLSession, LetsWaitingTasksHaveTheirTurnWithoutTimingOut) {
+TEST(NSURLSession, DoesNotCountTheTimeOfWaitingTasksAsTimeOut) {
     std::binary_semaphore held(0);
     TestServer server([&](const TestServer::Request& request, Connection& connection) {
         if (request.target == "/held") {
@@ -156,9 +156,9 @@ TEST(NSURLSession, LetsWaitingTasksHaveTheirTurnWithoutTimingOut) {
     for (int i = 0; i < 10; ++i) {
         others.push_back(start(session, server.url("/x"), timeout));
     }
-    // Another host is not held back.
+    // Requests to another host do not wait.
     EXPECT_EQ(start(session, server.url("/y", "localhost")).get().body, "/y");
-    // They wait for longer than an answer may take them.
+    // The tasks wait for longer than their time-out.
     std::this_thread::sleep_for(std::chrono::milliseconds(timeout * 1100));
     held.release();
     EXPECT_EQ(first.get().body, "/held");
@@ -242,7 +242,7 @@ TEST(NSURLSession, ServesOtherRequestsWhileAProxyIsLookedUp) {
     EXPECT_EQ(redirected.get().body, "http://slow.invalid/x");
 }
 
-TEST(NSURLSession, TellsEveryTaskWhenItIsInvalidated) {
+TEST(NSURLSession, FailsEveryTaskWhenItIsInvalidated) {
     TestServer server([](const auto&, Connection& connection) { connection.stall(); });
     auto limited = configuration();
     limited.HTTPMaximumConnectionsPerHost = 2;
@@ -258,7 +258,7 @@ TEST(NSURLSession, TellsEveryTaskWhenItIsInvalidated) {
     }
 }
 
-TEST(NSURLSession, AsksTheProxyThatTheEnvironmentOrTheSystemNames) {
+TEST(NSURLSession, UsesTheProxyOfTheEnvironmentOrOfTheSystem) {
     TestServer proxy(answerTarget);
     TestServer server(answerTarget);
     setenv("http_proxy", proxy.url("").c_str(), 1);
@@ -274,7 +274,7 @@ TEST(NSURLSession, AsksTheProxyThatTheEnvironmentOrTheSystemNames) {
     EXPECT_EQ(start(told, "http://example.invalid/y").get().body, "http://example.invalid/y");
 }
 
-TEST(NSURLSession, TrustsTheServersThatItsCertificatesVouchFor) {
+TEST(NSURLSession, TrustsServersWithAValidCertificateOnly) {
     const TestCertificate right("IP:127.0.0.1");
     const TestCertificate stranger("IP:127.0.0.1");
     const TestCertificate elsewhere("DNS:elsewhere.invalid");
@@ -294,14 +294,14 @@ TEST(NSURLSession, TrustsTheServersThatItsCertificatesVouchFor) {
         EXPECT_EQ(outcome.body.has_value(), error.empty()) << outcome.error;
         EXPECT_NE(outcome.error.find(error), std::string::npos) << outcome.error;
     }
-    // A handshake that nobody answers.
+    // The handshake is not answered.
     TestServer plain(answerTarget);
     NSURLSession session(configuration());
     auto url = plain.url("/");
     EXPECT_EQ(start(session, url.replace(0, 4, "https"), 1).get().error, "The request timed out.");
 }
 
-TEST(NSURLSession, SharesOneConnectionAmongRequestsInHttp2) {
+TEST(NSURLSession, SharesAConnectionAmongRequestsOverHttp2) {
     const TestCertificate certificate("IP:127.0.0.1", TestCertificate::Protocol::Http2);
     TestServer server(answerTarget, certificate.server());
     NSURLSession session(trusting(certificate));
