@@ -17,7 +17,7 @@ constexpr std::uintmax_t kLargestFile = std::uintmax_t{256} << 20;
 std::shared_ptr<const CGDataProvider> CGDataProvider::createWithData(
     orvane::commons::ByteArray data) {
     auto provider = std::make_shared<CGDataProvider>();
-    provider->data_ = std::move(data);
+    provider->data_ = data;
     return provider;
 }
 
