@@ -64,10 +64,8 @@ void URLLoader::add(URLTask task) {
     startWaiting();
 }
 
-void URLLoader::turn() {
-    if (!std::exchange(hasAdded_, false)) {
-        wait();
-    }
+void URLLoader::proceed() {
+    hasAdded_ = false;
     int running = 0;
     curl_multi_perform(multi_.get(), &running);
     finishEnded();
@@ -76,6 +74,9 @@ void URLLoader::turn() {
 }
 
 void URLLoader::wait() {
+    if (hasAdded_) {
+        return;
+    }
     constexpr std::int64_t longest = 3'600'000;
     const auto left =
         std::chrono::ceil<std::chrono::milliseconds>(nextDeadline_ - Clock::now()).count();

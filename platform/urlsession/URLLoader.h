@@ -33,10 +33,11 @@ public:
     URLLoader& operator=(const URLLoader&) = delete;
 
     void add(URLTask task);
-    // Waits until a transfer can proceed, a time-out is due or wake() is called. Then it lets the
-    // transfers proceed as far as they can, and ends and starts tasks.
-    void turn();
-    // Ends the wait of the current or the next turn. Thread-safe.
+    // Lets the transfers proceed as far as they can, and ends and starts tasks.
+    void proceed();
+    // Waits until a transfer can proceed, a time-out is due or wake() is called.
+    void wait();
+    // Ends the current wait or the next one. Thread-safe.
     void wake();
     // Ends every task with an error.
     void failAll(const char* description);
@@ -64,7 +65,6 @@ private:
         std::unique_ptr<URLTransfer> transfer;
     };
 
-    void wait();
     void startWaiting();
     void start(const std::string& origin, Server& server);
     void send(std::unique_ptr<Running> running);

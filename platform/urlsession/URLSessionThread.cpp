@@ -147,11 +147,11 @@ void URLSessionThread::run() {
             loader_.failAll(kCancelled);
             return;
         }
-        // A task that failed at once may have submitted the next one from its handler.
-        if (!tasks.empty() && hasSubmitted()) {
-            loader_.wake();
+        loader_.proceed();
+        // Handlers that ran on this thread may have submitted tasks.
+        if (!hasSubmitted()) {
+            loader_.wait();
         }
-        loader_.turn();
     }
 }
 
