@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <stdexcept>
 
 #include "orvane/display/events/DisplayEventHandler.h"
 #include "tests/tree/FakeLayer.h"
@@ -175,6 +176,38 @@ TEST_F(TouchDispatch, AListenerMayCauseEventsAndRemoveItsObject) {
     EXPECT_EQ(handler_.touchBegan(root_, {5, 5}), State::Possible);
     EXPECT_EQ(handler_.touchMoved({5, 6}), State::Possible);
     EXPECT_EQ(log_, "first reset, first began, first moved");
+}
+
+TEST_F(TouchDispatch, AListenerThatThrowsIsLoggedAndGivesUp) {
+    const auto thrower = listen(first_, "first", {State::Changed});
+    thrower->then = [] { throw std::runtime_error("out of paper"); };
+    listen(second_, "second", {State::Began});
+    testing::internal::CaptureStderr();
+    EXPECT_EQ(handler_.touchBegan(root_, {5, 5}), State::Began);
+    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+              "exception of a touch listener: out of paper\n");
+    EXPECT_EQ(log_, "first reset, second reset, first began, second began");
+}
+
+TEST_F(TouchDispatch, CancelsOnlyAnOpenGesture) {
+    const auto listener = listen(first_, "first", {State::Began});
+    handler_.touchBegan(root_, {5, 5});
+    handler_.cancelGesture();
+    handler_.cancelGesture();
+    EXPECT_EQ(log_, "first reset, first began, first cancelled");
+    log_.clear();
+    handler_.touchBegan(root_, {5, 5});
+    handler_.touchEnded({5, 5});
+    handler_.cancelGesture();
+    EXPECT_EQ(log_, "first reset, first began, first ended");
+
+    log_.clear();
+    listener->then = [&] {  // from within a listener
+        listener->then = nullptr;
+        handler_.cancelGesture();
+    };
+    EXPECT_EQ(handler_.touchBegan(root_, {5, 5}), State::Failed);
+    EXPECT_EQ(log_, "first reset, first began, first cancelled");
 }
 
 }  // namespace

@@ -1,9 +1,11 @@
 #include "orvane/display/events/DisplayEventHandler.h"
 
+#include <exception>
 #include <optional>
 #include <utility>
 
 #include "orvane/commons/ScopedFlag.h"
+#include "orvane/commons/reportMisuse.h"
 #include "orvane/display/tree/ContainerObject.h"
 #include "orvane/display/tree/DisplayLayer.h"
 #include "orvane/display/tree/ParentVisibilityScope.h"
@@ -11,6 +13,20 @@
 namespace orvane::display::events {
 
 namespace {
+
+// An exception of a listener ends here, with a line in the log: the platform's event loop, from
+// which a listener is called, has no use for it.
+template <typename Call>
+void callListener(const Call& call) {
+    constexpr const char* kWhere = "exception of a touch listener";
+    try {
+        call();
+    } catch (const std::exception& exception) {
+        commons::reportMisuse(kWhere, exception.what());
+    } catch (...) {
+        commons::reportMisuse(kWhere, "not a std::exception");
+    }
+}
 
 // The visibility of objects that are visited in pre-order. It keeps the visibility of the
 // containers on the path to the present object: if every object queried all its ancestors, a press
@@ -62,7 +78,7 @@ TouchEventListenerState DisplayEventHandler::touchBegan(const std::shared_ptr<Di
     {
         const commons::ScopedFlag notifying(notifying_);
         for (const Candidate& candidate : listeners_) {
-            candidate.second->reset();
+            callListener([&] { candidate.second->reset(); });
         }
     }
     return notify(location, TouchEventPhase::Began);
@@ -84,11 +100,23 @@ void DisplayEventHandler::invokeActiveListenerAction() {
     if (!listeners_.empty()) {
         // Held: the action may destroy the layer, and this handler with it.
         const std::shared_ptr<TouchEventListener> active = listeners_.front().second;
-        active->action();
+        callListener([&] { active->action(); });
     }
 }
 
+void DisplayEventHandler::cancelGesture() {
+    if (notifying_) {
+        cancelling_ = true;
+        return;
+    }
+    if (open_) {
+        touchCancelled(lastLocation_);
+    }
+    releaseGesture();
+}
+
 void DisplayEventHandler::releaseGesture() {
+    open_ = false;
     releasing_ = notifying_;
     if (!notifying_) {
         events_.clear();
@@ -125,6 +153,15 @@ void DisplayEventHandler::collectListeners(const std::shared_ptr<DisplayObject>&
 }
 
 TouchEventListenerState DisplayEventHandler::notify(const Point& location, TouchEventPhase phase) {
+    const TouchEventListenerState state = deliver(location, phase);
+    if (!notifying_ && std::exchange(cancelling_, false)) {
+        cancelGesture();
+        return TouchEventListenerState::Failed;
+    }
+    return state;
+}
+
+TouchEventListenerState DisplayEventHandler::deliver(const Point& location, TouchEventPhase phase) {
     using State = TouchEventListenerState;
     if (notifying_) {
         return State::Failed;
@@ -136,7 +173,8 @@ TouchEventListenerState DisplayEventHandler::notify(const Point& location, Touch
     std::size_t cursor = events_.size() - 1;  // the first listener received the earlier events
     while (!listeners_.empty()) {
         const auto& [object, listener] = listeners_.front();
-        state = (*listener)(object, events_[cursor]);
+        state = State::Failed;  // the answer of a listener that throws
+        callListener([&] { state = (*listener)(object, events_[cursor]); });
         if (state == State::Failed) {
             listeners_.pop_front();
             cursor = 0;
@@ -147,7 +185,8 @@ TouchEventListenerState DisplayEventHandler::notify(const Point& location, Touch
             break;
         }
         if (state != State::Possible) {
-            listener->action();  // the platform requests the action of the last event
+            callListener(
+                [&] { listener->action(); });  // the platform requests the action of the last event
         }
     }
     if (state != State::Possible) {
@@ -157,6 +196,8 @@ TouchEventListenerState DisplayEventHandler::notify(const Point& location, Touch
         }
     }
     lastLocation_ = location;
+    open_ = !listeners_.empty() && state != State::Ended && phase != TouchEventPhase::Ended &&
+            phase != TouchEventPhase::Cancelled;
     if (std::exchange(releasing_, false)) {
         listeners_.clear();
         events_.clear();
