@@ -1,5 +1,8 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <stdexcept>
+
 #include "tests/tree/FakeLayer.h"
 
 namespace orvane::display {
@@ -82,15 +85,141 @@ TEST(DisplayNode, FindsAndErasesOnlyItsOwnChildren) {
 TEST(DisplayNode, RefusesWhatWouldMakeACycle) {
     const auto root = std::make_shared<Group>();
     const auto inner = std::make_shared<Group>();
+    const auto outer = std::make_shared<FakeLayer>("outer");
+    const auto layer = std::make_shared<FakeLayer>("layer");
+    outer->store(outer->getSublayers().end(), layer);
+    layer->addObject(root);
     root->add(inner);
     testing::internal::CaptureStderr();
     root->add(nullptr);
     root->add(root);
     inner->add(root);
+    layer->store(layer->getSublayers().end(), outer);
+    layer->store(layer->getSublayers().end(), nullptr);
+    layer->addObject(nullptr);
+    EXPECT_EQ(inner->extractIntoLayer(layer), nullptr);
+    EXPECT_EQ(inner->extractIntoLayer(outer), nullptr);
     const std::string lines = testing::internal::GetCapturedStderr();
-    EXPECT_EQ(std::count(lines.begin(), lines.end(), '\n'), 3);
+    EXPECT_EQ(std::count(lines.begin(), lines.end(), '\n'), 8);
+    layer->addObject(root);  // is there already
     EXPECT_EQ(root->getChildren().size(), 1U);
     EXPECT_TRUE(inner->getChildren().empty());
+    EXPECT_TRUE(layer->getSublayers().empty());
+    EXPECT_EQ(layer->getObjects().size(), 1U);
+}
+
+TEST(DisplayNode, TakesAnElementFromItsFormerParent) {
+    const auto first = std::make_shared<Group>();
+    const auto second = std::make_shared<Group>();
+    const auto element = std::make_shared<Group>();
+    first->add(element);
+    second->add(element);
+    element->add(first);
+    EXPECT_EQ(first->getParent(), element);
+    EXPECT_TRUE(first->getChildren().empty());
+
+    const Object above = std::make_shared<Spot>();
+    second->add(above);
+    second->add(second->getChildren().front());
+    EXPECT_EQ(second->getChildren(),
+              (DisplayContainer<DisplayObject, ContainerObject>::Children{above, element}));
+
+    // The same holds for layers and their objects; siblings may share a layer.
+    const auto a = std::make_shared<FakeLayer>("a");
+    const auto b = std::make_shared<FakeLayer>("b");
+    const auto shared = std::make_shared<FakeLayer>("shared");
+    a->addObject(second);
+    above->extractIntoLayer(shared);
+    element->extractIntoLayer(shared);
+    EXPECT_EQ(names(*a), "shared ");
+    b->store(b->getSublayers().end(), shared);
+    EXPECT_EQ(names(*a), "");
+    b->addObject(second);
+    EXPECT_TRUE(a->getObjects().empty());
+}
+
+TEST(DisplayNode, VisitorsAndPaintersMayEraseObjects) {
+    // Erases itself and the sibling before it.
+    struct Eraser : Spot {
+        ~Eraser() override { *destroyed = true; }
+        void validate(const Rect&) override {
+            const std::shared_ptr<ContainerObject> parent = getParent();
+            parent->erase(parent->getChildren().begin());
+            parent->erase(parent->getChildren().begin());
+            EXPECT_FALSE(*destroyed);
+        }
+        bool* destroyed = nullptr;
+    };
+    for (const int others : {1, 100}) {
+        const auto root = std::make_shared<Group>();
+        const auto last = std::make_shared<Spot>();
+        bool destroyed = false;
+        {
+            const auto eraser = std::make_shared<Eraser>();
+            eraser->destroyed = &destroyed;
+            root->add(std::make_shared<Spot>());
+            root->add(eraser);
+        }
+        for (int i = 1; i < others; ++i) {
+            root->add(std::make_shared<Spot>(R(i * 100.0, 0, 10, 10)));
+        }
+        root->add(last);
+        root->validate({0, 0, 5, 5});
+        EXPECT_TRUE(destroyed);
+        EXPECT_EQ(last->validations, 1);
+
+        int visits = 0;
+        root->traverse([&](const Object& object) {
+            ++visits;
+            object->removeFromParent();
+            return false;
+        });
+        EXPECT_EQ(visits, others + 1);
+        EXPECT_TRUE(root->getChildren().empty());
+    }
+}
+
+TEST(DisplayNode, ClearsAndDestroysInOrder) {
+    struct LoggingGroup : Group {
+        ~LoggingGroup() override { *log += std::to_string(getChildren().size()) + " children "; }
+        Position erase(Position position) override {
+            *log += std::to_string((*position)->getId() - firstId) + " ";
+            if (*log == throwAfter) {
+                throw std::runtime_error("refused");
+            }
+            return Group::erase(position);
+        }
+        std::string* log = nullptr;
+        std::string throwAfter;
+        std::uint64_t firstId = 0;
+    };
+    std::string log;
+    auto root = std::make_shared<LoggingGroup>();
+    root->log = &log;
+    for (int i = 0; i < 3; ++i) {
+        root->add(std::make_shared<Spot>());
+    }
+    root->firstId = root->getChildren().front()->getId();
+    root->throwAfter = "0 1 ";
+    EXPECT_THROW(root->clear(), std::runtime_error);
+    ASSERT_EQ(root->getChildren().size(), 2U);
+    EXPECT_EQ(root->getChildren().back()->getIndex(), 1U);
+    root->clear();
+    EXPECT_EQ(log, "0 1 1 2 ");
+
+    log.clear();
+    auto inner = std::make_shared<LoggingGroup>();
+    inner->log = &log;
+    inner->add(std::make_shared<Spot>());
+    auto outer = std::make_shared<Group>();
+    outer->add(std::make_shared<Group>());
+    outer->add(root);
+    root->add(inner);
+    root->add(std::make_shared<Spot>());
+    inner.reset();
+    root.reset();
+    outer.reset();
+    EXPECT_EQ(log, "2 children 1 children ");
 }
 
 TEST(DisplayNode, AChildMayOutliveItsParent) {

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <random>
+#include <set>
 
 #include "tests/tree/FakeLayer.h"
 
@@ -10,8 +11,15 @@ namespace {
 
 using Object = std::shared_ptr<DisplayObject>;
 
-// After any sequence of operations both trees are consistent, and the sublayers of each layer are
-// in the drawing order of the objects that own them.
+// An object whose frame depends on the transformations above it.
+class PlacedSpot : public DisplayObject {
+protected:
+    Rect computeFrame() override { return applyTransformToRect({0, 0, 10, 10}); }
+};
+
+// After any sequence of operations both trees are consistent, the sublayers of each layer are in
+// the drawing order of the objects that own them, and every frame equals an independent
+// computation.
 class RandomTree : public testing::TestWithParam<unsigned> {
 protected:
     void SetUp() override {
@@ -47,7 +55,7 @@ protected:
             groups_.push_back(group);
             element = group;
         } else {
-            element = std::make_shared<Spot>();
+            element = std::make_shared<PlacedSpot>();
             if (random_() % 2 == 0) {
                 element->extractIntoLayer(std::make_shared<FakeLayer>());
             }
@@ -78,7 +86,7 @@ protected:
     }
 
     void step() {
-        switch (random_() % 5) {
+        switch (random_() % 6) {
             case 0:
             case 1:
                 return insertSomething();
@@ -91,8 +99,19 @@ protected:
                 }
                 return;
             }
-            default:
-                any(all_)->setVisible(random_() % 2 == 0);
+            case 4:
+                return any(all_)->translate(static_cast<float>(random_() % 9),
+                                            static_cast<float>(random_() % 9));
+            default: {
+                const Object object = any(all_);
+                const bool visible = random_() % 3 != 0;
+                object->setVisible(visible);
+                if (visible) {
+                    hidden_.erase(object.get());
+                } else {
+                    hidden_.insert(object.get());
+                }
+            }
         }
     }
 
@@ -114,8 +133,8 @@ protected:
             expectOrder(object, own);
             return;
         }
-        if (const auto group = object->as<ContainerObject>()) {
-            expectLinks<ContainerObject>(group, group->getChildren());
+        if (ContainerObject* const group = object->asContainer()) {
+            expectLinks(group->as<ContainerObject>(), group->getChildren());
             for (const Object& child : group->getChildren()) {
                 collect(child, on, order);
             }
@@ -123,8 +142,8 @@ protected:
     }
     void expectOrder(const Object& object, const std::shared_ptr<DisplayLayer>& layer) {
         std::vector<std::shared_ptr<DisplayLayer>> expected;
-        if (const auto group = object->as<ContainerObject>()) {
-            expectLinks<ContainerObject>(group, group->getChildren());
+        if (ContainerObject* const group = object->asContainer()) {
+            expectLinks(group->as<ContainerObject>(), group->getChildren());
             for (const Object& child : group->getChildren()) {
                 collect(child, layer, expected);
             }
@@ -133,7 +152,42 @@ protected:
         expectLinks<DisplayLayer>(layer, layer->getSublayers());
     }
 
+    // The frame of `object`, whose parent's coordinates begin at (x, y) and is `visible`.
+    DisplayObject::Rect expectFrames(const Object& object, double x, double y, bool visible) {
+        const DisplayObject::Rect own = object->getTransformation().mapRect({0, 0, 10, 10});
+        x += own.x;
+        y += own.y;
+        visible = visible && !hidden_.contains(object.get());
+        DisplayObject::Rect frame(x, y, 10, 10);
+        if (const ContainerObject* const group = object->asContainer()) {
+            frame = {};
+            for (const Object& child : group->getChildren()) {
+                const auto childFrame = expectFrames(child, x, y, visible);
+                if (visible && !hidden_.contains(child.get())) {
+                    frame.unite(childFrame);
+                }
+            }
+        }
+        EXPECT_EQ(object->isVisible(), visible);
+        EXPECT_EQ(object->getFrame(), frame) << "of object " << object->getId();
+        return frame;
+    }
+    static void expectLayerFrame(const std::shared_ptr<DisplayLayer>& layer) {
+        DisplayLayer::Rect frame;
+        for (const auto& entry : layer->getObjects()) {
+            if (const Object object = entry.lock()) {
+                frame.unite(object->getFrame());
+            }
+        }
+        for (const std::shared_ptr<DisplayLayer>& sublayer : layer->getSublayers()) {
+            expectLayerFrame(sublayer);
+            frame.unite(sublayer->getLayerFrame());
+        }
+        EXPECT_EQ(layer->getLayerFrame(), frame);
+    }
+
     std::mt19937 random_{GetParam()};
+    std::set<const DisplayObject*> hidden_;
     std::shared_ptr<FakeLayer> layer_ = std::make_shared<FakeLayer>();
     std::shared_ptr<Group> root_ = std::make_shared<Group>();
     std::vector<std::shared_ptr<Group>> groups_;
@@ -145,6 +199,10 @@ TEST_P(RandomTree, LayersFollowObjects) {
     for (int i = 0; i < 400; ++i) {
         step();
         expectOrder(root_, layer_);
+        if (i % 3 == 0) {  // between the other steps frames stay unknown
+            expectFrames(root_, 0, 0, true);
+            expectLayerFrame(layer_);
+        }
         EXPECT_FALSE(layer_->isDirty() && !layer_->getSublayers().empty() &&
                      !layer_->isValidationLocked() && !layer_->getLayerFrame().isEmpty());
         if (HasFailure()) {

@@ -45,24 +45,10 @@ void ChildFrames::add(DisplayObject& child) {
 }
 
 void ChildFrames::remove(DisplayObject& child) {
-    std::uint32_t slot = child.frameSlot_;
-    if (slot >= entries_.size() || entries_[slot].object != &child) {
-        // A child that is stored twice has the slot of its last entry.
-        const auto found = std::find_if(entries_.begin(), entries_.end(),
-                                        [&](const Entry& each) { return each.object == &child; });
-        if (found == entries_.end()) {
-            return;
-        }
-        slot = static_cast<std::uint32_t>(found - entries_.begin());
-    }
+    const std::uint32_t slot = child.frameSlot_;
     removeFromGrid(slot);
-    Entry& entry = entries_[slot];
-    if (entry.counted) {
-        entry.counted = false;
-        --counted_;
-        unionStale_ = true;
-    }
-    entry.object = nullptr;
+    uncount(slot);
+    entries_[slot].object = nullptr;
     freeSlots_.push_back(slot);
     --live_;
 }
@@ -76,85 +62,98 @@ void ChildFrames::reset(DisplayObject& child) {
 }
 
 void ChildFrames::refresh() {
-    if (pending_.empty()) {
-        return;
+    if (!pending_.empty()) {
+        const DisplayObject::ParentVisibilityScope scope(container_, true);
+        for (const std::uint32_t slot : pending_) {
+            refreshEntry(slot);
+        }
+        pending_.clear();
     }
-    const bool visible = container_.isVisible();
-    const DisplayObject::ParentVisibilityScope scope(container_, visible);
-    for (const std::uint32_t slot : pending_) {
-        refreshEntry(slot, visible);
+    if (unionStale_) {
+        recomputeUnion();
     }
-    pending_.clear();
 }
 
-void ChildFrames::refreshEntry(std::uint32_t slot, bool parentVisible) {
+void ChildFrames::refreshEntry(std::uint32_t slot) {
     Entry& entry = entries_[slot];
     entry.pending = false;
     if (entry.object == nullptr) {
         return;
     }
-    // The frame of a hidden child is computed, too: resetting a frame that is not known would not
-    // reach the parent.
     const Rect frame = entry.object->getFrame();
-    const Rect reached = frame.cutToReach();
-    const bool counts = parentVisible && entry.object->isVisible() && !reached.isEmpty();
-
-    if (entry.counted) {
-        const Rect old = entry.frame.cutToReach();
-        const bool atEdge = old.x <= left_ || old.y <= top_ || old.x + old.width >= right_ ||
-                            old.y + old.height >= bottom_;
-        unionStale_ = unionStale_ || atEdge;
-        --counted_;
-    }
-    if (counts) {
-        const bool first = counted_ == 0;
-        left_ = first ? reached.x : std::min(left_, reached.x);
-        top_ = first ? reached.y : std::min(top_, reached.y);
-        right_ = first ? reached.x + reached.width : std::max(right_, reached.x + reached.width);
-        bottom_ =
-            first ? reached.y + reached.height : std::max(bottom_, reached.y + reached.height);
-        ++counted_;
-    }
-    entry.counted = counts;
+    uncount(slot);
     if (!gridStale_) {
         removeFromGrid(slot);
     }
     entry.frame = frame;
+    if (entry.object->isVisible() && !frame.cutToReach().isEmpty()) {
+        count(slot);
+    }
     if (!gridStale_) {
         insertIntoGrid(slot);
     }
 }
 
+void ChildFrames::count(std::uint32_t slot) {
+    entries_[slot].counted = true;
+    countedSlots_ ^= slot;
+    ++counted_;
+    widenUnion(entries_[slot].frame.cutToReach(), counted_ == 1);
+}
+
+void ChildFrames::uncount(std::uint32_t slot) {
+    Entry& entry = entries_[slot];
+    if (!entry.counted) {
+        return;
+    }
+    entry.counted = false;
+    countedSlots_ ^= slot;
+    --counted_;
+    const Rect old = entry.frame.cutToReach();
+    unionStale_ = unionStale_ || old.x <= left_ || old.y <= top_ || old.x + old.width >= right_ ||
+                  old.y + old.height >= bottom_;
+}
+
+void ChildFrames::widenUnion(const Rect& frame, bool first) {
+    const double right = frame.x + frame.width;
+    const double bottom = frame.y + frame.height;
+    left_ = first ? frame.x : std::min(left_, frame.x);
+    top_ = first ? frame.y : std::min(top_, frame.y);
+    right_ = first ? right : std::max(right_, right);
+    bottom_ = first ? bottom : std::max(bottom_, bottom);
+}
+
 void ChildFrames::recomputeUnion() {
     bool first = true;
     for (const Entry& entry : entries_) {
-        if (entry.object == nullptr || !entry.counted) {
-            continue;
+        if (entry.counted) {
+            widenUnion(entry.frame.cutToReach(), first);
+            first = false;
         }
-        const Rect frame = entry.frame.cutToReach();
-        left_ = first ? frame.x : std::min(left_, frame.x);
-        top_ = first ? frame.y : std::min(top_, frame.y);
-        right_ = first ? frame.x + frame.width : std::max(right_, frame.x + frame.width);
-        bottom_ = first ? frame.y + frame.height : std::max(bottom_, frame.y + frame.height);
-        first = false;
     }
     unionStale_ = false;
 }
 
 auto ChildFrames::unionOfFrames() -> Rect {
     refresh();
-    if (counted_ == 0) {
-        return {};
+    if (counted_ > 1) {
+        return {left_, top_, right_ - left_, bottom_ - top_};
     }
-    if (unionStale_) {
-        recomputeUnion();
+    if (counted_ == 1) {
+        return entries_[countedSlots_].frame.cutToReach();
     }
-    return {left_, top_, right_ - left_, bottom_ - top_};
+    // A union of empty frames only is the last of them.
+    const DisplayObject::ParentVisibilityScope scope(container_, true);
+    const auto& children = container_.getChildren();
+    const auto last = std::find_if(children.rbegin(), children.rend(),
+                                   [](const auto& child) { return child->isVisible(); });
+    return last != children.rend() ? (*last)->getFrame().cutToReach() : Rect();
 }
 
 auto ChildFrames::touching(const Rect& rect) -> const std::vector<DisplayObject*>* {
-    const Rect all = unionOfFrames();
-    if (!rect.isWithinReach() || rect.width * rect.height * 2 > all.width * all.height) {
+    refresh();
+    const double area = counted_ == 0 ? 0 : (right_ - left_) * (bottom_ - top_);
+    if (!rect.isWithinReach() || rect.width * rect.height * 2 > area) {
         return nullptr;
     }
     if (gridStale_ || live_ > 2 * gridBuiltFor_) {

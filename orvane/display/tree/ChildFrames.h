@@ -34,7 +34,9 @@ public:
     // The frame of `child` was reset.
     void reset(DisplayObject& child);
 
-    // The union of the frames of the visible children, in screen coordinates.
+    // The union of the frames of the children, in screen coordinates: exactly what a walk over the
+    // children of a visible container gives. The visibility of the container and its ancestors does
+    // not count, because their changes are not reported here.
     Rect unionOfFrames();
 
     // The children that painting `rect` (screen coordinates) can concern, in drawing order. Null
@@ -56,7 +58,10 @@ private:
     };
 
     void refresh();
-    void refreshEntry(std::uint32_t slot, bool parentVisible);
+    void refreshEntry(std::uint32_t slot);
+    void count(std::uint32_t slot);
+    void uncount(std::uint32_t slot);
+    void widenUnion(const Rect& frame, bool first);
     void recomputeUnion();
     void rebuildGrid();
     void insertIntoGrid(std::uint32_t slot);
@@ -72,10 +77,10 @@ private:
     std::vector<std::uint32_t> pending_;
     std::size_t live_ = 0;
 
-    // The edges of the union. They are kept as edges, not as a rectangle, so that an edge that did
-    // not change keeps its exact value.
+    // The edges of the union of the counted entries.
     double left_ = 0, top_ = 0, right_ = 0, bottom_ = 0;
     std::size_t counted_ = 0;
+    std::uint32_t countedSlots_ = 0;  // the exclusive or of their slots: of one entry, its slot
     bool unionStale_ = false;
 
     Rect gridArea_;

@@ -1,10 +1,12 @@
 #include "orvane/display/tree/ContainerObject.h"
 
-#include <algorithm>
+#include <utility>
+#include <vector>
 
 #include "orvane/commons/reportMisuse.h"
 #include "orvane/display/tree/ChildFrames.h"
 #include "orvane/display/tree/DisplayLayer.h"
+#include "orvane/display/tree/FrameCache.h"
 #include "orvane/display/tree/LayerPlacement.h"
 #include "orvane/display/tree/ParentVisibilityScope.h"
 
@@ -13,6 +15,36 @@ namespace orvane::display {
 namespace {
 
 using LayerPointer = std::shared_ptr<DisplayLayer>;
+
+// Keeps the objects that are erased while containers paint alive until the outermost one has ended:
+// painting borrows the objects of the tree.
+class PaintScope {
+public:
+    PaintScope() { ++state().depth; }
+    ~PaintScope() {
+        if (--state().depth == 0 && !state().erased.empty()) {
+            const auto released = std::exchange(state().erased, {});
+        }
+    }
+    PaintScope(const PaintScope&) = delete;
+    PaintScope& operator=(const PaintScope&) = delete;
+
+    static void keep(const std::shared_ptr<DisplayObject>& erased) {
+        if (state().depth != 0) {
+            state().erased.push_back(erased);
+        }
+    }
+
+private:
+    struct State {
+        std::size_t depth = 0;
+        std::vector<std::shared_ptr<DisplayObject>> erased;
+    };
+    static State& state() {
+        static thread_local State ofThread;
+        return ofThread;
+    }
+};
 
 }  // namespace
 
@@ -32,17 +64,31 @@ LayerList ContainerObject::getLayersFromSubtree() const {
 }
 
 void ContainerObject::validate(const Rect& rect) {
+    const PaintScope painting;
     const ParentVisibilityScope scope(*this, isVisible());
-    const auto* const touched = childFrames_ ? childFrames_->touching(rect) : nullptr;
-    const std::size_t count = touched != nullptr ? touched->size() : children().size();
-    // By position: this function recurses for every level of the tree and must use little stack.
-    for (std::size_t i = 0; i < count; ++i) {
-        DisplayObject* const child = touched != nullptr ? (*touched)[i] : children()[i].get();
-        if (child->layer_.expired()) {  // a layer validates the objects that it lists
-            child->validate(rect);
+    // This function recurses for every level of the tree and must use little stack. Painting may
+    // erase children, which live on in the PaintScope.
+    if (const auto* const touched = childFrames_ ? childFrames_->touching(rect) : nullptr) {
+        for (DisplayObject* const child : *touched) {
+            validateChild(*child, rect);
+        }
+    } else {
+        const DisplayObject* before = nullptr;
+        for (std::size_t i = 0; i < children().size();) {
+            DisplayObject* const child = children()[i].get();
+            validateChild(*child, rect);
+            before = child->parentOrNull() == this ? child : before;
+            i = indexAfter(before);
         }
     }
     DisplayObject::validate(rect);
+}
+
+void ContainerObject::validateChild(DisplayObject& child, const Rect& rect) {
+    // A layer validates the objects that it lists.
+    if (child.layer_.expired() && child.parentOrNull() == this) {
+        child.validate(rect);
+    }
 }
 
 void ContainerObject::invalidate(bool mark) {
@@ -67,21 +113,7 @@ void ContainerObject::clear() {
 }
 
 auto ContainerObject::computeFrame() -> Rect {
-    if (childFrames_) {
-        return childFrames_->unionOfFrames();
-    }
-    Rect result;
-    const bool visible = isVisible();
-    const ParentVisibilityScope scope(*this, visible);
-    for (const std::shared_ptr<DisplayObject>& child : children()) {
-        // A hidden child does not count, but its frame is computed, too: resetting a frame that is
-        // not known would not reach this container, and showing the child must reset its frame.
-        const Rect& frame = child->getFrame();
-        if (visible && child->isVisible()) {
-            result.unite(frame);
-        }
-    }
-    return result;
+    return FrameCache::unionOfChildren(*this);
 }
 
 bool ContainerObject::canStore(const std::shared_ptr<DisplayObject>& element) const {
@@ -104,29 +136,47 @@ bool ContainerObject::canStore(const std::shared_ptr<DisplayObject>& element) co
     return fault == nullptr;
 }
 
-auto ContainerObject::store(Position position, const std::shared_ptr<DisplayObject>& element)
+auto ContainerObject::takeFromFormerParent(Position position,
+                                           const std::shared_ptr<DisplayObject>& element)
     -> Position {
-    if (!canStore(element)) {
+    const std::shared_ptr<ContainerObject> former = element->getParent();
+    if (!former) {
         return position;
     }
-    const LayerPointer elementLayer = element->getLayer();
+    auto index = position - children().begin();
+    if (former.get() == this && element->getIndex() < static_cast<std::uint64_t>(index)) {
+        --index;
+    }
+    former->erase(former->find(element));
+    return children().begin() + index;
+}
+
+auto ContainerObject::store(Position position, const std::shared_ptr<DisplayObject>& child)
+    -> Position {
+    if (!canStore(child)) {
+        return position;
+    }
+    const std::shared_ptr<DisplayObject> element = child;  // the argument may be one of children()
     const LayerPointer ascending = getAscendingLayer();
     const ValidationLock lock(ascending);
+    position = takeFromFormerParent(position, element);
+    const LayerPointer elementLayer = element->getLayer();
 
     const Position stored =
         DisplayContainer<DisplayObject, ContainerObject>::store(position, element);
+    changeLayeredCount(static_cast<std::ptrdiff_t>(element->layeredCount_));
+    LayerPlacement::indicesChanged(*this, element->getIndex());
     if (childFrames_) {
         childFrames_->add(*element);
     } else if (children().size() >= ChildFrames::kWorthwhile) {
         childFrames_ = std::make_unique<ChildFrames>(*this);
     }
 
+    FrameCache::resetSubtree(*element);
     LayerPlacement::link(element, *this, ascending);
     if (elementLayer) {
         element->invalidate(true);
     }
-    // Also for an element with a layer: its own frame may not be known yet, and then the reset that
-    // invalidate does would not reach this container.
     resetFrame();
     return stored;
 }
@@ -144,7 +194,18 @@ auto ContainerObject::erase(Position position) -> Position {
     if (childFrames_) {
         childFrames_->remove(*element);
     }
-    return DisplayContainer<DisplayObject, ContainerObject>::erase(position);
+    changeLayeredCount(-static_cast<std::ptrdiff_t>(element->layeredCount_));
+    PaintScope::keep(element);
+    // Found again: what runs above may have changed the children.
+    const Position next = DisplayContainer<DisplayObject, ContainerObject>::erase(find(element));
+    LayerPlacement::indicesChanged(*this, static_cast<std::uint64_t>(next - children().begin()));
+    return next;
+}
+
+// The index at which a walk over the children continues. `before` is the last child visited that
+// was still here after the visit: visits may erase children.
+std::size_t ContainerObject::indexAfter(const DisplayObject* before) const {
+    return before != nullptr && before->parentOrNull() == this ? before->getIndex() + 1 : 0;
 }
 
 bool ContainerObject::traverse(
@@ -152,11 +213,17 @@ bool ContainerObject::traverse(
     if (visit(shared_from_this())) {
         return true;
     }
-    for (const std::shared_ptr<DisplayObject>& child : children()) {
+    std::shared_ptr<DisplayObject> before;
+    for (std::size_t i = 0; i < children().size();) {
+        std::shared_ptr<DisplayObject> child = children()[i];
         ContainerObject* const container = child->asContainer();
         if (container != nullptr ? container->traverse(visit) : visit(child)) {
             return true;
         }
+        if (child->parentOrNull() == this) {
+            before = std::move(child);
+        }
+        i = indexAfter(before.get());
     }
     return false;
 }

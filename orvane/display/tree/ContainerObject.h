@@ -40,10 +40,17 @@ public:
 
     // Erases all children; costs one layer update.
     void clear() override;
-    // Inserts `element` before `position` and returns its position. Erase the element from its
-    // former parent first. An element that cannot be stored here (null, this container, one of its
-    // ancestors) is refused: one line is logged and `position` is returned.
-    Position store(Position position, const std::shared_ptr<DisplayObject>& element) override;
+
+protected:
+    // The union of the frames of the visible children. Frames are in screen coordinates, so they
+    // include the container's own transformation already.
+    Rect computeFrame() override;
+
+public:
+    // Inserts `child` before `position` and returns its position. A child of a container, this one
+    // included, is erased there first. A child that cannot be stored here (null, this container,
+    // one of its ancestors) is refused: one line is logged and `position` is returned.
+    Position store(Position position, const std::shared_ptr<DisplayObject>& child) override;
     // Removes the child at `position` and returns the position after it. A child that owns its
     // layer keeps it, ready to be stored again; any other child is taken off its layer. The end
     // position erases nothing.
@@ -55,18 +62,19 @@ public:
     void remove(const std::shared_ptr<DisplayObject>& child) { erase(find(child)); }
 
     // Calls `visit` on this container, then on every descendant in pre-order, until a call returns
-    // true. Returns whether one did. An empty function raises std::bad_function_call.
+    // true. Returns whether one did. A call may erase the object that it visits. An empty function
+    // raises std::bad_function_call.
     bool traverse(const std::function<bool(const std::shared_ptr<DisplayObject>&)>& visit);
 
-protected:
-    // The union of the frames of the visible children. Frames are in screen coordinates, so they
-    // include the container's own transformation already.
-    Rect computeFrame() override;
-
 private:
-    friend class DisplayObject;
+    friend class FrameCache;
+    friend class LayerPlacement;
 
     bool canStore(const std::shared_ptr<DisplayObject>& element) const;
+    // Returns `position`, adjusted to the removal.
+    Position takeFromFormerParent(Position position, const std::shared_ptr<DisplayObject>& element);
+    std::size_t indexAfter(const DisplayObject* before) const;
+    void validateChild(DisplayObject& child, const Rect& rect);
 
     // Null while the container has always had few children.
     std::unique_ptr<ChildFrames> childFrames_;

@@ -20,7 +20,8 @@ public:
     ~DisplayContainer() override;
 
     // Erases all children, the first one first, through the virtual erase, so that the bookkeeping
-    // of a subclass runs for each.
+    // of a subclass runs for each. Linear; in the virtual erase the container has only the children
+    // that are not waiting for their turn.
     virtual void clear();
 
     // Inserts `element`, which must not be null, before `position` and returns its position. The
@@ -127,27 +128,47 @@ void DisplayNode<T, P, Traits>::removeFromParent() {
 
 template <typename T, typename P>
 DisplayContainer<T, P>::~DisplayContainer() {
-    // A subtree that dies with this node is dismantled level by level. If each vector destroyed its
-    // own elements, a tree of thousands of levels would need as many nested calls.
+    // The children of a container that is destroyed by another container's destructor are left to
+    // that one: otherwise a tree of thousands of levels would need as many nested calls.
+    static thread_local Children* orphans = nullptr;
+    if (orphans != nullptr) {
+        orphans->insert(orphans->end(), std::make_move_iterator(children_.begin()),
+                        std::make_move_iterator(children_.end()));
+        return;
+    }
     Children dying = std::move(children_);
+    orphans = &dying;
     while (!dying.empty()) {
         const std::shared_ptr<T> last = std::move(dying.back());
         dying.pop_back();
-        if (last.use_count() != 1) {
-            continue;
-        }
-        if (auto* const container = dynamic_cast<DisplayContainer*>(last.get())) {
-            dying.insert(dying.end(), std::make_move_iterator(container->children_.begin()),
-                         std::make_move_iterator(container->children_.end()));
-            container->children_.clear();
-        }
     }
+    orphans = nullptr;
 }
 
 template <typename T, typename P>
 void DisplayContainer<T, P>::clear() {
+    // Each child is erased while it is the only one here: with its later siblings present, every
+    // erasure would move and renumber all of them.
     while (!children_.empty()) {
-        erase(children_.begin());
+        Children waiting = std::exchange(children_, {});
+        std::size_t next = 0;
+        try {
+            while (next < waiting.size()) {
+                std::shared_ptr<T> child = std::move(waiting[next++]);
+                Node& node = *child;
+                if (static_cast<const DisplayContainer*>(node.parentOrNull()) != this) {
+                    continue;  // something that an erasure called has moved it elsewhere
+                }
+                children_.insert(children_.begin(), std::move(child));
+                renumberFrom(0);
+                erase(children_.begin());
+            }
+        } catch (...) {
+            children_.insert(children_.end(), waiting.begin() + static_cast<std::ptrdiff_t>(next),
+                             waiting.end());
+            renumberFrom(0);
+            throw;
+        }
     }
 }
 

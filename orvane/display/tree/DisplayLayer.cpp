@@ -1,8 +1,11 @@
 #include "orvane/display/tree/DisplayLayer.h"
 
 #include <algorithm>
+#include <utility>
 
+#include "orvane/commons/reportMisuse.h"
 #include "orvane/display/tree/ContainerObject.h"
+#include "orvane/display/tree/FrameUnion.h"
 #include "orvane/display/tree/LayerPlacement.h"
 
 namespace orvane::display {
@@ -35,6 +38,12 @@ void DisplayLayer::raiseDirty() {
         layerFrameDirty_ = true;
         updateState();
     }
+}
+
+void DisplayLayer::resetContent() {
+    contentReset_ = true;
+    resetLayerFrame();
+    raiseDirty();
 }
 
 void DisplayLayer::markDirty(const std::shared_ptr<DisplayObject>&) {
@@ -82,11 +91,12 @@ void DisplayLayer::validate(bool force) {
         return;
     }
     const bool sizeChanged = frame.sizeDiffers(validFrame_);
-    validateContent(frame.differs(validFrame_));
-    // By position: validation may split off layers, which become sublayers during this loop.
-    for (std::size_t i = 0; i < children().size(); ++i) {
+    validateContent(std::exchange(contentReset_, false) || frame.differs(validFrame_));
+    // By position: validation calls code of the application, which may add and remove sublayers.
+    for (std::size_t i = 0; i < children().size();) {
         const std::shared_ptr<DisplayLayer> sublayer = children()[i];
         sublayer->validate(sizeChanged);  // a mere move does not force sublayers
+        i = sublayer->parentOrNull() == this ? sublayer->getIndex() + 1 : i;
     }
     dirty_ = false;
     validFrame_ = frame;
@@ -110,18 +120,18 @@ void DisplayLayer::resetLayerFrame() {
 }
 
 auto DisplayLayer::computeLayerFrame() -> Rect {
-    Rect result;
+    FrameUnion result;
     for (const std::weak_ptr<DisplayObject>& entry : objects_) {
         if (const std::shared_ptr<DisplayObject> object = entry.lock()) {
-            result.unite(object->getFrame());
+            result.add(object->getFrame());
         }
     }
     for (const std::shared_ptr<DisplayLayer>& sublayer : children()) {
         if (sublayer->affectsParentFrame()) {
-            result.unite(sublayer->getLayerFrame());
+            result.add(sublayer->getLayerFrame());
         }
     }
-    return result;
+    return result.rect();
 }
 
 auto DisplayLayer::convertPointToScreen(const Point& point) -> Point {
@@ -141,6 +151,14 @@ auto DisplayLayer::convertRectFromScreen(const Rect& rect) -> Rect {
     return rect.movedBy({-frame.x, -frame.y}).normalized();
 }
 
+bool DisplayLayer::isShown() const {
+    const DisplayLayer* root = this;
+    while (const DisplayLayer* const superlayer = root->parentOrNull()) {
+        root = superlayer;
+    }
+    return root->display_ != nullptr;
+}
+
 bool DisplayLayer::isHidden() const {
     if (hidden_) {
         return true;
@@ -158,23 +176,54 @@ bool DisplayLayer::isHidden() const {
 // ---- objects ----
 
 void DisplayLayer::addObject(const std::shared_ptr<DisplayObject>& object) {
+    if (!object) {
+        commons::reportMisuse("DisplayLayer::addObject", "nothing is added, there is no object");
+        return;
+    }
+    const std::shared_ptr<DisplayLayer> self = as<DisplayLayer>();
+    if (const std::shared_ptr<DisplayLayer> former = object->getLayer()) {
+        if (former == self) {
+            return;
+        }
+        former->removeObject(object);
+    }
     LayerPlacement::link(object, *this);
-    object->setLayer(as<DisplayLayer>());
-    objects_.push_back(object);
-    std::sort(objects_.begin(), objects_.end(), sort_objects);
+    object->setLayer(self);
+    listObject(object);
     onAddObjectIntoRenderingTree(object);
 }
 
+void DisplayLayer::listObject(const std::shared_ptr<DisplayObject>& object) {
+    if (objectsSorted_) {
+        const std::weak_ptr<DisplayObject> entry = object;
+        objects_.insert(std::upper_bound(objects_.begin(), objects_.end(), entry, sort_objects),
+                        entry);
+    } else {
+        objects_.push_back(object);
+        std::sort(objects_.begin(), objects_.end(), sort_objects);
+        objectsSorted_ = objects_.empty() || !objects_.back().expired();
+    }
+}
+
+auto DisplayLayer::entryOf(const std::shared_ptr<DisplayObject>& object) const
+    -> Objects::const_iterator {
+    // Compared by ownership: locking each entry would cost more than the rest of a removal.
+    return std::find_if(objects_.begin(), objects_.end(),
+                        [&object](const std::weak_ptr<DisplayObject>& entry) {
+                            return !entry.owner_before(object) && !object.owner_before(entry);
+                        });
+}
+
 void DisplayLayer::removeObject(const std::shared_ptr<DisplayObject>& object) {
+    auto listed = entryOf(object);
+    if (!object || listed == objects_.end()) {
+        return;
+    }
     if (const ContainerObject* const container = object->asContainer()) {
         LayerPlacement::unlink(container->getLayersFromSubtree(), *this);
+        listed = entryOf(object);
     }
-    const auto listed = std::find_if(
-        objects_.begin(), objects_.end(),
-        [&object](const std::weak_ptr<DisplayObject>& entry) { return entry.lock() == object; });
-    if (listed != objects_.end()) {
-        objects_.erase(listed);
-    }
+    objects_.erase(listed);
     object->setLayer(nullptr);
     if (objects_.empty() && children().empty()) {
         removeFromParent();
@@ -223,11 +272,33 @@ std::shared_ptr<ContainerObject> DisplayLayer::getObjectsParent() const {
 
 auto DisplayLayer::store(Position position, const std::shared_ptr<DisplayLayer>& sublayer)
     -> Position {
+    if (!canStore(sublayer)) {
+        return position;
+    }
+    if (const std::shared_ptr<DisplayLayer> former = sublayer->getSuperlayer()) {
+        if (former.get() == this) {
+            return find(sublayer);
+        }
+        const std::shared_ptr<DisplayLayer> place =
+            position != children().end() ? *position : nullptr;
+        former->erase(former->find(sublayer));
+        position = find(place);
+    }
     const Position stored = DisplayContainer<DisplayLayer, DisplayLayer>::store(position, sublayer);
     sublayer->onAddToSuperlayer();
     sublayer->setDisplay(display_);
     raiseDirty();
     return stored;
+}
+
+bool DisplayLayer::canStore(const std::shared_ptr<DisplayLayer>& sublayer) {
+    if (!sublayer || sublayer.get() == this ||
+        (!sublayer->children().empty() && findChildOf(sublayer))) {
+        commons::reportMisuse("DisplayLayer::store",
+                              "nothing is stored, there is no layer or it is around this one");
+        return false;
+    }
+    return true;
 }
 
 auto DisplayLayer::erase(Position position) -> Position {
@@ -238,6 +309,9 @@ auto DisplayLayer::erase(Position position) -> Position {
     const Position next = DisplayContainer<DisplayLayer, DisplayLayer>::erase(position);
     sublayer->onRemoveFromSuperlayer();
     sublayer->setDisplay(nullptr);
+    // A clean layer would not validate when it is stored again, and its view would stay away.
+    sublayer->dirty_ = true;
+    sublayer->layerFrameDirty_ = true;
     if (objects_.empty() && children().empty()) {
         removeFromParent();  // may empty the superlayer, which then leaves, too
     } else {

@@ -45,10 +45,14 @@ public:
     // record the object for repainting.
     virtual void markDirty(const std::shared_ptr<DisplayObject>& object);
     // Inserts `sublayer` before `position`, passes this layer's display on to it, and marks this
-    // layer dirty. Returns the position of the sublayer.
+    // layer dirty. Returns the position of the sublayer. A layer that is a sublayer already keeps
+    // its place; one of another layer is erased there first. A layer that cannot be stored here
+    // (null, this layer, one of its superlayers) is refused: one line is logged and `position` is
+    // returned.
     Position store(Position position, const std::shared_ptr<DisplayLayer>& sublayer) override;
-    // Removes the sublayer at `position` and returns the position after it. A layer that this
-    // leaves without objects and sublayers removes itself from its superlayer.
+    // Removes the sublayer at `position`, which becomes dirty, so that it validates when it is
+    // stored again. Returns the position after it. A layer that this leaves without objects and
+    // sublayers removes itself from its superlayer.
     Position erase(Position position) override;
 
     // In drawing order, the last one on top.
@@ -64,6 +68,9 @@ public:
     const std::shared_ptr<Display>& getDisplay() const { return display_; }
     void setDisplay(const std::shared_ptr<Display>& display) { display_ = display; }
 
+    // True when a display shows the root of this layer, so that changes lead to validation.
+    bool isShown() const;
+
     // True when the layer's own flag is set, or when none of its objects and sublayers is visible.
     bool isHidden() const;
     // Sets the layer's own flag.
@@ -77,10 +84,12 @@ public:
     void setAffectsParentFrame(bool affects) { affectsParentFrame_ = affects; }
     bool affectsParentFrame() const { return affectsParentFrame_; }
 
-    // Lists `object` on this layer and makes the layers of its subtree sublayers of this layer.
+    // Lists `object` on this layer and makes the layers of its subtree sublayers of this layer. An
+    // object of this layer stays as it is; an object of another layer is removed from that first.
+    // Null is refused with a line in the log.
     void addObject(const std::shared_ptr<DisplayObject>& object);
-    // Takes `object`, which must be listed here, off this layer, together with the layers of its
-    // subtree. A layer that this leaves empty removes itself from its superlayer.
+    // Takes `object` off this layer, together with the layers of its subtree. A layer that this
+    // leaves empty removes itself from its superlayer. Does nothing when it is not listed here.
     void removeObject(const std::shared_ptr<DisplayObject>& object);
     // Removes all objects; costs one layer update.
     void clearObjects();
@@ -106,7 +115,9 @@ public:
     // The union of the frames of the objects and of those sublayers that affect it, in screen
     // coordinates, in points. Computed on demand.
     const Rect& getLayerFrame();
-    // Resets the cached frames of this layer and its superlayers.
+    // Resets the cached frames of this layer and its superlayers. The superlayers are included
+    // because a dirty superlayer is not marked again: it would keep a frame that it has computed
+    // since it became dirty.
     void resetLayerFrame();
     // The layer frame at the last validation.
     const Rect& getValidFrame() const { return validFrame_; }
@@ -124,6 +135,8 @@ public:
     Rect convertRectFromScreen(const Rect& rect);
 
 protected:
+    friend class DisplayObject;
+    friend class FrameCache;
     friend class LayerPlacement;
 
     // Computes the frame that getLayerFrame caches.
@@ -142,13 +155,20 @@ protected:
     virtual void onRemoveObjectFromRenderingTree(const std::shared_ptr<DisplayObject>& object);
 
 private:
+    bool canStore(const std::shared_ptr<DisplayLayer>& sublayer);
+    Objects::const_iterator entryOf(const std::shared_ptr<DisplayObject>& object) const;
+    void listObject(const std::shared_ptr<DisplayObject>& object);
     void raiseDirty();
+    // The objects on this layer have new places: marks the layer dirty and forces its content.
+    void resetContent();
 
     std::shared_ptr<Display> display_;
     Objects objects_;
+    bool objectsSorted_ = true;  // no index has changed and no entry expired since the last sort
     bool hidden_ = false;
     bool dirty_ = true;
     bool layerFrameDirty_ = true;
+    bool contentReset_ = false;  // the next validation forces the content
     bool fake_ = false;
     bool affectsParentFrame_ = true;
     std::uint64_t validationLock_ = 0;

@@ -2,10 +2,11 @@
 
 #include <utility>
 
+#include "orvane/commons/reportMisuse.h"
 #include "orvane/display/tree/AccessibilityElement.h"
-#include "orvane/display/tree/ChildFrames.h"
 #include "orvane/display/tree/ContainerObject.h"
 #include "orvane/display/tree/DisplayLayer.h"
+#include "orvane/display/tree/FrameCache.h"
 #include "orvane/display/tree/LayerPlacement.h"
 #include "orvane/display/tree/ParentVisibilityScope.h"
 #include "orvane/display/tree/createBitmapLayer.h"
@@ -18,7 +19,11 @@ std::uint64_t DisplayObject::s_idCounter = 0;
 
 DisplayObject::DisplayObject() : id_(s_idCounter++) {}
 
-DisplayObject::~DisplayObject() = default;
+DisplayObject::~DisplayObject() {
+    if (const std::shared_ptr<DisplayLayer> layer = getLayer()) {
+        layer->objectsSorted_ = false;  // the list has an expired entry
+    }
+}
 
 // ---- transformation ----
 
@@ -75,26 +80,11 @@ auto DisplayObject::applyTransformToRect(const Rect& rect) const -> Rect {
 // ---- frame ----
 
 auto DisplayObject::getFrame() -> const Rect& {
-    if (frameDirty_) {
-        frame_ = computeFrame();
-        frameDirty_ = false;
-    }
-    return frame_;
+    return FrameCache::get(*this);
 }
 
 void DisplayObject::resetFrame() {
-    // The walk ends at a frame that is reset already: the frames above it were reset with it.
-    for (DisplayObject* object = this; object != nullptr && !object->frameDirty_;) {
-        object->frameDirty_ = true;
-        if (const std::shared_ptr<DisplayLayer> layer = object->getLayer()) {
-            layer->resetLayerFrame();
-        }
-        ContainerObject* const parent = object->parentOrNull();
-        if (parent != nullptr && parent->childFrames_) {
-            parent->childFrames_->reset(*object);
-        }
-        object = parent;
-    }
+    FrameCache::reset(*this);
 }
 
 void DisplayObject::validate(const Rect&) {
@@ -167,12 +157,11 @@ UpdateLock::~UpdateLock() {
 // ---- layers ----
 
 std::shared_ptr<DisplayLayer> DisplayObject::getAscendingLayer() const {
-    for (const DisplayObject* object = this; object != nullptr; object = object->parentOrNull()) {
-        if (std::shared_ptr<DisplayLayer> layer = object->getLayer()) {
-            return layer;
-        }
+    if (std::shared_ptr<DisplayLayer> layer = layered_ ? getLayer() : nullptr) {
+        return layer;
     }
-    return nullptr;
+    const ContainerObject* const parent = parentOrNull();
+    return parent != nullptr ? parent->getAscendingLayer() : nullptr;
 }
 
 LayerList DisplayObject::getDescendingLayers() const {
@@ -187,6 +176,17 @@ void DisplayObject::setLayer(const std::shared_ptr<DisplayLayer>& layer) {
     // read this object.
     const std::shared_ptr<DisplayLayer> left = ownsLayer() ? std::move(ownedLayer_) : nullptr;
     layer_ = layer;
+    if (const bool layered = layer != nullptr; layered != layered_) {
+        layered_ = layered;
+        changeLayeredCount(layered ? 1 : -1);
+    }
+}
+
+void DisplayObject::changeLayeredCount(std::ptrdiff_t change) {
+    for (DisplayObject* node = this; node != nullptr && change != 0; node = node->parentOrNull()) {
+        node->layeredCount_ =
+            static_cast<std::size_t>(static_cast<std::ptrdiff_t>(node->layeredCount_) + change);
+    }
 }
 
 bool DisplayObject::ownsLayer() const {
@@ -213,9 +213,15 @@ std::shared_ptr<DisplayLayer> DisplayObject::extractIntoLayer(
     if (ownsLayer()) {
         return getLayer();
     }
+    const std::shared_ptr<ContainerObject> parent = getParent();
+    const std::shared_ptr<DisplayLayer> around = parent ? parent->getAscendingLayer() : nullptr;
+    if (layer && around && (around == layer || around->findChildOf(layer))) {
+        commons::reportMisuse("DisplayObject::extractIntoLayer",
+                              "nothing is extracted, the layer shows the object's container");
+        return nullptr;
+    }
     const std::shared_ptr<DisplayLayer> result = layer ? layer : createBitmapLayer();
     const std::shared_ptr<DisplayObject> self = shared_from_this();
-    const std::shared_ptr<ContainerObject> parent = getParent();
     if (!parent) {
         result->addObject(self);
         ownLayer();

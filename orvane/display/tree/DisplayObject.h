@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <string>
@@ -99,8 +100,7 @@ public:
     const Rect& getFrame();
     // The frame at the last validate: the area to repaint to erase the object.
     const Rect& getValidFrame() const { return validFrame_; }
-    // Resets the cached frames of this object and its ancestors, up to the first that is reset
-    // already.
+    // Resets the cached frames of this object and its ancestors; see FrameCache.
     void resetFrame();
 
     // The layer that lists this object, or null: most objects draw on an ancestor's.
@@ -117,7 +117,8 @@ public:
 
     // Moves this object to a layer of its own, `layer` or, for null, a new bitmap layer; it keeps
     // its place among its siblings. Returns the layer. An object that owns its layer keeps it, and
-    // that layer is returned.
+    // that layer is returned. A layer on which an ancestor draws, directly or in a sublayer, is
+    // refused: one line is logged and null is returned.
     std::shared_ptr<DisplayLayer> extractIntoLayer(const std::shared_ptr<DisplayLayer>& layer);
 
     // The next or the previous sibling, or null.
@@ -163,14 +164,22 @@ protected:
 private:
     friend class ChildFrames;
     friend class ContainerObject;
+    friend class FrameCache;
+    friend class LayerPlacement;
+
+    // Adds `change` to layeredCount_ of this object and its ancestors.
+    void changeLayeredCount(std::ptrdiff_t change);
 
     static std::uint64_t s_idCounter;
 
     std::uint64_t id_;
     bool visible_ = true;
-    bool frameDirty_ = true;
+    bool frameReset_ = true;
+    bool frameKnownBelow_ = false;  // a frame of the subtree, this one included, may be known
     bool culledByFrame_ = false;
-    std::uint32_t frameSlot_ = 0;  // the parent's ChildFrames entry
+    bool layered_ = false;          // setLayer has set a layer
+    std::size_t layeredCount_ = 0;  // of the objects in this subtree, this one included
+    std::uint32_t frameSlot_ = 0;   // the parent's ChildFrames entry
     ContainerObject* container_ = nullptr;
     std::weak_ptr<DisplayLayer> layer_;
     std::shared_ptr<DisplayLayer> ownedLayer_;

@@ -13,9 +13,8 @@ namespace {
 // Stores the layers, in order, before `place`, or at the end when that is null or not a sublayer.
 void storeLayers(DisplayLayer& into, const LayerList& layers,
                  const std::shared_ptr<DisplayLayer>& place) {
-    auto position = into.find(place);
     for (const std::shared_ptr<DisplayLayer>& layer : layers) {
-        position = into.store(position, layer) + 1;
+        into.store(into.find(place), layer);
     }
 }
 
@@ -24,20 +23,44 @@ void storeLayers(DisplayLayer& into, const LayerList& layers,
 // ---- queries ----
 
 LayerList LayerPlacement::layersOf(const ContainerObject& container) {
-    const Layer ascending = container.getAscendingLayer();
     LayerList result;
-    for (const std::shared_ptr<DisplayObject>& child : container.getChildren()) {
-        for (Layer& layer : child->getDescendingLayers()) {
-            // A layer under a deeper one follows its superlayer.
-            const Layer superlayer = layer->getSuperlayer();
-            if (!superlayer || superlayer == ascending) {
-                result.push_back(std::move(layer));
-            }
-        }
+    if (container.layeredCount_ != 0) {
+        appendLayers(container, container.getAscendingLayer(), result);
     }
     // A sublayer that several children share is listed once.
     result.erase(std::unique(result.begin(), result.end()), result.end());
     return result;
+}
+
+bool LayerPlacement::hasLayers(const ContainerObject& container) {
+    return container.layeredCount_ != 0;
+}
+
+void LayerPlacement::appendLayers(const ContainerObject& container, const Layer& ascending,
+                                  LayerList& result) {
+    for (const std::shared_ptr<DisplayObject>& child : container.getChildren()) {
+        if (child->layeredCount_ == 0) {
+            continue;
+        }
+        if (const Layer layer = child->getLayer()) {
+            if (Layer branch = branchUnder(ascending, layer)) {
+                result.push_back(std::move(branch));
+            }
+        } else if (const ContainerObject* const nested = child->asContainer()) {
+            appendLayers(*nested, ascending, result);
+        }
+    }
+}
+
+// The layer that represents `layer` under `ascending`: itself, or the wrapper around it. Null when
+// it is under a deeper layer and follows that one.
+auto LayerPlacement::branchUnder(const Layer& ascending, Layer layer) -> Layer {
+    Layer superlayer = layer->getSuperlayer();
+    while (superlayer && superlayer != ascending && superlayer->isFake()) {
+        layer = superlayer;
+        superlayer = layer->getSuperlayer();
+    }
+    return !superlayer || superlayer == ascending ? layer : nullptr;
 }
 
 // What one sibling contributes to the search of an object whose own layer is `searchedFor` and
@@ -101,6 +124,18 @@ void LayerPlacement::NearestBelow::pass(const DisplayObject& child) {
     }
     if (std::optional<Layer> answer = answerAt(child, layer_, layer_, kBackward)) {
         forListed_ = *std::move(answer);
+    }
+    if (const Layer childLayer = child.getLayer()) {
+        if (Layer branch = branchUnder(layer_, childLayer)) {
+            last_ = std::move(branch);
+        }
+    }
+}
+
+void LayerPlacement::NearestBelow::passGuest(const Layer& lastOfSubtree) {
+    forListed_ = nullptr;  // a guest is on another layer than a listed child: on none of its own
+    if (lastOfSubtree) {
+        forGuest_ = last_ = lastOfSubtree;
     }
 }
 
@@ -190,6 +225,20 @@ void LayerPlacement::unlink(const std::shared_ptr<DisplayObject>& element, const
     } else if (ascending) {
         unlink(element->getDescendingLayers(), *ascending);
         ascending->onRemoveObjectFromRenderingTree(element);
+    }
+}
+
+void LayerPlacement::indicesChanged(const ContainerObject& container, std::uint64_t first) {
+    if (container.layeredCount_ == 0) {
+        return;
+    }
+    const auto& children = container.getChildren();
+    for (auto i = static_cast<std::size_t>(first); i < children.size(); ++i) {
+        if (children[i]->layered_) {
+            if (const Layer layer = children[i]->getLayer()) {
+                layer->objectsSorted_ = false;
+            }
+        }
     }
 }
 

@@ -44,9 +44,14 @@ class LayerPlacement {
 public:
     using Layer = std::shared_ptr<DisplayLayer>;
 
-    // The layers that stand for the children of `container`, in drawing order: those whose
-    // superlayer is the layer that the container draws on, and those without a superlayer.
+    // The layers that show the children of `container`, in drawing order: those whose superlayer is
+    // the layer that the container draws on, and those without a superlayer. A layer inside a
+    // wrapper (DisplayLayer::isFake) is represented by the wrapper: otherwise the wrapper would
+    // stay in the layer tree when the container leaves.
     static LayerList layersOf(const ContainerObject& container);
+
+    // False when neither `container` nor anything in it has a layer of its own. Constant time.
+    static bool hasLayers(const ContainerObject& container);
 
     // See DisplayObject::findNearestSublayer.
     static Layer nearestSublayer(const DisplayObject& object, SearchDirection direction,
@@ -62,6 +67,9 @@ public:
     // Takes `element` off its layer before it leaves its parent. An owner stays on its layer, which
     // leaves its superlayer; a guest's descending layers leave `ascending`.
     static void unlink(const std::shared_ptr<DisplayObject>& element, const Layer& ascending);
+    // The children of `container` from index `first` on have new indices, by which their layers
+    // sort them.
+    static void indicesChanged(const ContainerObject& container, std::uint64_t first);
     // Erases those of `layers` that are sublayers of `from`.
     static void unlink(const LayerList& layers, DisplayLayer& from);
 
@@ -73,16 +81,25 @@ public:
         explicit NearestBelow(Layer layer) : layer_(std::move(layer)) {}
 
         const Layer& of(const DisplayObject& child) const;
-        // The walk goes on behind `child`.
+        // The walk continues after `child`.
         void pass(const DisplayObject& child);
+        // The walk continues after a container without a layer of its own, whose last layer the
+        // caller knows: what last() returned after the walk over its children.
+        void passGuest(const Layer& lastOfSubtree);
+        // The last of layersOf the children passed so far, or null.
+        const Layer& last() const { return last_; }
 
     private:
         Layer layer_;
         Layer forGuest_;   // the answer for a child without a layer of its own
         Layer forListed_;  // the answer for a child that layer_ lists
+        Layer last_;
     };
 
 private:
+    static void appendLayers(const ContainerObject& container, const Layer& ascending,
+                             LayerList& result);
+    static Layer branchUnder(const Layer& ascending, Layer layer);
     static std::optional<Layer> answerAt(const DisplayObject& sibling, const Layer& searchedFor,
                                          const Layer& drawnOn, SearchDirection direction);
 };

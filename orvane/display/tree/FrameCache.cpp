@@ -1,0 +1,74 @@
+#include "orvane/display/tree/FrameCache.h"
+
+#include "orvane/display/tree/ChildFrames.h"
+#include "orvane/display/tree/ContainerObject.h"
+#include "orvane/display/tree/DisplayLayer.h"
+#include "orvane/display/tree/FrameUnion.h"
+#include "orvane/display/tree/ParentVisibilityScope.h"
+
+namespace orvane::display {
+
+auto FrameCache::get(DisplayObject& object) -> const Rect& {
+    if (object.frameReset_) {
+        object.frame_ = object.computeFrame();
+        object.frameReset_ = false;
+        // The ancestors of an object with frameKnownBelow_ have it, too.
+        for (DisplayObject* node = &object; node != nullptr && !node->frameKnownBelow_;
+             node = node->parentOrNull()) {
+            node->frameKnownBelow_ = true;
+        }
+    }
+    return object.frame_;
+}
+
+void FrameCache::reset(DisplayObject& object) {
+    for (DisplayObject* node = &object; node != nullptr && !node->frameReset_;) {
+        node->frameReset_ = true;
+        if (const std::shared_ptr<DisplayLayer> layer = node->getLayer()) {
+            layer->resetLayerFrame();
+        }
+        ContainerObject* const parent = node->parentOrNull();
+        if (parent != nullptr && parent->childFrames_) {
+            parent->childFrames_->reset(*node);
+        }
+        node = parent;
+    }
+}
+
+void FrameCache::resetSubtree(DisplayObject& object) {
+    if (!object.frameKnownBelow_) {
+        return;
+    }
+    object.frameKnownBelow_ = false;
+    object.frameReset_ = true;
+    if (const std::shared_ptr<DisplayLayer> layer = object.getLayer()) {
+        layer->resetContent();
+    }
+    if (ContainerObject* const container = object.asContainer()) {
+        for (const std::shared_ptr<DisplayObject>& child : container->getChildren()) {
+            resetSubtree(*child);
+            if (container->childFrames_) {
+                container->childFrames_->reset(*child);
+            }
+        }
+    }
+}
+
+auto FrameCache::unionOfChildren(ContainerObject& container) -> Rect {
+    const bool visible = container.isVisible();
+    if (container.childFrames_) {
+        const Rect all = container.childFrames_->unionOfFrames();
+        return visible ? all : Rect();
+    }
+    FrameUnion result;
+    const DisplayObject::ParentVisibilityScope scope(container, visible);
+    for (const std::shared_ptr<DisplayObject>& child : container.getChildren()) {
+        const Rect& frame = child->getFrame();
+        if (visible && child->isVisible()) {
+            result.add(frame);
+        }
+    }
+    return result.rect();
+}
+
+}  // namespace orvane::display
