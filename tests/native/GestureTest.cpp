@@ -121,5 +121,27 @@ TEST_F(Gesture, AnInnerViewHasPrecedenceAndMayGiveUp) {
     EXPECT_EQ(onRoot->received.size(), 3U);
 }
 
+TEST_F(Gesture, AClaimedGestureIsCancelledWithItsLayer) {
+    const auto root = DisplayFactory::createContainer();
+    root->add(ColorControl::create({0, 0, 20, 20}));
+    root->add(object_);  // gets a layer above the control's
+    display_->add(root);
+    const auto listener = listen(object_, [&](const TouchEvent& event) {
+        if (event.phase == TouchEventPhase::Moved) {
+            root->remove(object_);
+        }
+        return claim(event);
+    });
+    drag();
+    ASSERT_GE(listener->received.size(), 3U);
+    EXPECT_EQ(listener->received.back().phase, TouchEventPhase::Cancelled);
+
+    display_->add(object_);
+    listener->received.clear();
+    send(NSEventType::LeftMouseDown, 60, 60);
+    layerOf(object_)->setTouchDisabled(true);
+    EXPECT_EQ(listener->received.back().phase, TouchEventPhase::Cancelled);
+}
+
 }  // namespace
 }  // namespace orvane::display

@@ -1,3 +1,5 @@
+#include <functional>
+
 #include "orvane/display/native/createLayer.h"
 #include "platform/quartzcore/CALayer.h"
 #include "tests/native/Stage.h"
@@ -72,6 +74,114 @@ TEST_F(NativeLayerTest, TheViewMayOutliveItsLayer) {
     window_.setContentView(view);
     window_.sendEvent({platform::NSEventType::LeftMouseDown, {5, 5}});
     window_.display();
+}
+
+TEST_F(NativeLayerTest, ControlsKeepTheirPlacesWhenWhatIsAroundThemChanges) {
+    const auto group = DisplayFactory::createContainer();
+    const auto control = ColorControl::create({30, 40, 20, 10});
+    const auto background = rect(0, 0, 100, 100, 0xFFFF0000);
+    group->add(background);
+    group->add(control);
+    root_->add(group);
+    EXPECT_EQ(pixel(35, 45), 0x00FF00U);
+    background->setTranslate(20, 20);
+    EXPECT_EQ(pixel(35, 45), 0x00FF00U) << "after the background has moved";
+    root_->remove(group);
+    EXPECT_EQ(pixel(35, 45), 0U);
+    root_->add(group);
+    EXPECT_EQ(pixel(35, 45), 0x00FF00U) << "after the group was away";
+    const auto moved = DisplayFactory::createContainer();
+    moved->setTranslate(50, 0);
+    root_->add(moved);
+    moved->add(group);
+    EXPECT_EQ(pixel(85, 45), 0x00FF00U) << "in a container with another transformation";
+    EXPECT_EQ(pixel(75, 25), shown(0xFF0000));
+    EXPECT_EQ(pixel(35, 45), 0U);
+}
+
+TEST_F(NativeLayerTest, TheOrderOfViewsSurvivesRemovals) {
+    std::vector<std::shared_ptr<ColorControl>> controls;
+    for (unsigned i = 0; i < 4; ++i) {
+        controls.push_back(ColorControl::create({0, 0, 20, 20}, 0x111111 * (i + 1)));
+        root_->add(controls.back());
+    }
+    root_->remove(controls[0]);
+    root_->remove(controls[1]);
+    EXPECT_EQ(pixel(5, 5), 0x444444U);
+    root_->add(controls[0]);
+    EXPECT_EQ(pixel(5, 5), 0x111111U);
+}
+
+TEST_F(NativeLayerTest, NothingOfARemovedGroupStaysOnScreen) {
+    root_->add(rect(0, 0, 200, 150, 0xFF0000FF));
+    const auto group = DisplayFactory::createContainer();
+    const auto clip = DisplayFactory::createClipContainer(false);
+    clip->setBounds({0, 0, 50, 50});
+    clip->add(rect(0, 0, 50, 50, 0xFFFF0000));
+    group->add(clip);
+    root_->add(group);
+    clip->extractAnimationLayer();
+    EXPECT_EQ(pixel(5, 5), shown(0xFF0000));
+    root_->remove(group);
+    EXPECT_EQ(pixel(5, 5), shown(0x0000FF)) << "of a clip container with a wrapper layer";
+    root_->add(group);
+    EXPECT_EQ(pixel(5, 5), shown(0xFF0000));
+    clip->clear();
+    const auto own = DisplayFactory::createContainer();
+    own->add(rect(0, 0, 50, 50, 0xFF00FF00));
+    root_->add(own);
+    own->extractAnimationLayer();
+    EXPECT_EQ(pixel(5, 5), shown(0x00FF00));
+    own->clear();
+    EXPECT_EQ(pixel(5, 5), shown(0x0000FF)) << "of a cleared group with a layer of its own";
+}
+
+TEST_F(NativeLayerTest, ALayerThatIsRemovedByTheCallbackOfItsFrameStaysAway) {
+    struct Layer : BitmapLayer {
+        void onHandlerFrameChanged() override {
+            if (changed) {
+                changed();
+            }
+        }
+        std::function<void()> changed;
+    };
+    const auto object = rect(0, 0, 50, 50, 0xFFFF0000);
+    const auto layer = createLayer<Layer>();
+    layer->changed = [&] { root_->remove(object); };
+    object->extractIntoLayer(layer);
+    root_->add(object);
+    EXPECT_EQ(layer->getLayerHandler()->superview(), nullptr);
+    EXPECT_EQ(object->getParent(), nullptr);
+}
+
+TEST_F(NativeLayerTest, ADirtyObjectMayEndAndDoesNotKeepItsLayer) {
+    // Its destructor changes another object of the layer.
+    struct Last : ContainerObject {
+        ~Last() override { other->invalidate(true); }
+        std::shared_ptr<DisplayObject> other;
+    };
+    const auto other = rect(0, 0, 10, 10, 0xFFFF0000);
+    root_->add(other);
+    for (int i = 0; i < 20; ++i) {
+        auto last = std::make_shared<Last>();
+        last->other = other;
+        const UpdateLock lock(root_);
+        root_->add(last);
+        root_->remove(last);
+    }
+    window_.display();
+
+    // The layer of an object that was stored in one of the layer's dirty objects never validates.
+    auto owner = DisplayFactory::createContainer();
+    auto inner = DisplayFactory::createContainer();
+    owner->extractAnimationLayer();
+    owner->add(inner);
+    owner->remove(inner);
+    inner->add(owner);
+    const std::weak_ptr<DisplayObject> watched = owner;
+    owner.reset();
+    inner.reset();
+    EXPECT_TRUE(watched.expired());
 }
 
 // A container with a control between painted objects.

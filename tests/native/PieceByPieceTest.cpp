@@ -115,7 +115,7 @@ protected:
             return insert();
         }
         const auto object = objects_[random_() % objects_.size()];
-        switch (random_() % 8) {
+        switch (random_() % 9) {
             case 0:
                 return object->setVisible(!oneIn(3));
             case 1:
@@ -138,6 +138,16 @@ protected:
                     object->extractAnimationLayer();
                 }
                 return;
+            case 7: {
+                // To another container, or on top of its own.
+                const auto& into = groups_[random_() % groups_.size()];
+                if (object != into &&
+                    (object->asContainer() == nullptr || !into->findChildOf(object))) {
+                    into->add(object);
+                    object->invalidate(true);
+                }
+                return;
+            }
             case 6:
                 if (oneIn(6)) {
                     object->setScale(0, 1);  // an application's mistake

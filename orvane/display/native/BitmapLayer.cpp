@@ -85,26 +85,36 @@ void BitmapLayer::validateRenderingTree() {
         if (const auto nearest = object->findNearestSublayer(SearchDirection::Backward, false)) {
             resolveOverlapping(nearest, object);
         } else if (const ContainerObject* const container = object->asContainer()) {
-            validateRenderingTree(*container);
+            splitChildren(*container);
         }
     }
 }
 
-void BitmapLayer::validateRenderingTree(const ContainerObject& container) {
+std::shared_ptr<DisplayLayer> BitmapLayer::splitChildren(const ContainerObject& container) {
+    if (!LayerPlacement::hasLayers(container)) {
+        return nullptr;
+    }
     const std::shared_ptr<DisplayLayer> self = as<DisplayLayer>();
     LayerPlacement::NearestBelow below(self);
     for (std::size_t i = 0; i < container.getChildren().size(); ++i) {
         const std::shared_ptr<DisplayObject> child = container.getChildren()[i];
         const std::shared_ptr<DisplayLayer> childLayer = child->getLayer();
-        if (!childLayer || childLayer == self) {
-            if (const std::shared_ptr<DisplayLayer> nearest = below.of(*child)) {
-                resolveOverlapping(nearest, child);
-            } else if (const ContainerObject* const nested = child->asContainer()) {
-                validateRenderingTree(*nested);
+        const ContainerObject* const nested = child->asContainer();
+        if (childLayer && childLayer != self) {
+            below.pass(*child);
+        } else if (const std::shared_ptr<DisplayLayer> nearest = below.of(*child)) {
+            resolveOverlapping(nearest, child);
+            below.pass(*child);
+        } else if (nested != nullptr && !childLayer) {
+            below.passGuest(splitChildren(*nested));
+        } else {
+            if (nested != nullptr) {
+                splitChildren(*nested);
             }
+            below.pass(*child);
         }
-        below.pass(*child);
     }
+    return below.last();
 }
 
 void BitmapLayer::resolveOverlapping(const std::shared_ptr<DisplayLayer>& nearest,

@@ -36,7 +36,10 @@ protected:
 
 private:
     void validateRenderingTree();
-    void validateRenderingTree(const ContainerObject& container);
+    // Splits the children of a container that draws on this layer. Returns the last of the layers
+    // from its subtree, or null. Linear in the number of objects, except for containers without
+    // layers, which are not visited.
+    std::shared_ptr<DisplayLayer> splitChildren(const ContainerObject& container);
     void resolveOverlapping(const std::shared_ptr<DisplayLayer>& nearest,
                             const std::shared_ptr<DisplayObject>& object);
     void updateRect(const Rect& rect);

@@ -16,7 +16,9 @@ public:
     void markDirty(const std::shared_ptr<DisplayObject>& object) override;
 
 protected:
+    void validateLayer() override;
     void validateContent(bool force) override;
+    void onRemoveFromSuperlayer() override;
 
     // Adds `rect`, in screen coordinates, to the damage of the view.
     virtual void validateFrame(const Rect& rect) = 0;
@@ -27,13 +29,19 @@ protected:
 private:
     void damage(DisplayObject& object);
 
+    // The layer does not own its dirty objects any more, and neither do its sublayers.
+    void releaseDirtyObjects();
+
     // Held strongly until the next validation, so that the area of an object that was removed
     // meanwhile is repainted.
     std::unordered_set<std::shared_ptr<DisplayObject>> dirtyObjects_;
-    // The changed objects that this layer lists are held weakly. One of them may own the layer, and
-    // a strong reference would keep both alive forever if no validation comes. An object that is
-    // removed from the layer is marked again.
-    std::set<std::weak_ptr<DisplayObject>, std::owner_less<>> dirtyListed_;
+    // Held weakly: objects that this layer lists, one of which may own the layer, and all objects
+    // while no display shows the layer. A strong reference would keep the layer and the object
+    // alive forever if no validation comes. An object that is removed from the layer is marked
+    // again.
+    std::set<std::weak_ptr<DisplayObject>, std::owner_less<>> dirtyBorrowed_;
+    // An empty set that keeps the memory of the one before.
+    std::unordered_set<std::shared_ptr<DisplayObject>> damaged_;
 };
 
 }  // namespace orvane::display::native

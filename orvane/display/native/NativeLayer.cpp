@@ -1,5 +1,7 @@
 #include "orvane/display/native/NativeLayer.h"
 
+#include <utility>
+
 #include "orvane/display/geometry/rounding.h"
 #include "orvane/display/native/NGestureRecognizer.h"
 #include "orvane/display/tree/DisplayObject.h"
@@ -17,6 +19,7 @@ NativeLayer::NativeLayer() = default;
 
 NativeLayer::~NativeLayer() {
     dispatch_ui([this] {
+        eventHandler_.cancelGesture();
         // Others may still hold the view or the recognizer; these must not refer to this layer.
         if (gestureRecognizer_) {
             gestureRecognizer_->setLayer(nullptr);
@@ -54,8 +57,9 @@ std::shared_ptr<NSView> NativeLayer::getSuperlayerHandler() const {
 // ---- the view ----
 
 void NativeLayer::validateLayer() {
-    if (getLayerHandler()) {
-        dispatch_ui([this] { placeHandler(*getLayerHandler()); });
+    if (const std::shared_ptr<NSView> view = getLayerHandler()) {
+        const std::shared_ptr<NativeLayer> self = as<NativeLayer>();  // callbacks may remove it
+        dispatch_ui([&] { placeHandler(*view); });
     }
 }
 
@@ -66,18 +70,50 @@ void NativeLayer::placeHandler(NSView& view) {
         // A root layer: its view is a subview of the display's view.
         view.setFrame(platform::CGRect(geometry::toInt(getLayerFrame())));
         onHandlerFrameChanged();
-        return;
+    } else {
+        updateHandlerFrame(view);
+        // The stacking order is set once, when the view enters the view tree. The callback of the
+        // frame may have removed this layer.
+        if (view.superview() == nullptr && getSuperlayerHandler() == superview) {
+            stackHandler(*superview);
+        }
     }
+    placeSublayerHandlers();
+}
+
+void NativeLayer::updateHandlerFrame(NSView& view) {
     const Rect wanted = geometry::toInt(getSuperlayer()->convertRectFromScreen(getLayerFrame()));
     if (Rect(view.frame()).differs(wanted)) {
         view.setFrame(platform::CGRect(wanted));
         onHandlerFrameChanged();
     }
-    // The stacking order is set once, when the view enters the view tree.
-    if (view.superview() == nullptr) {
-        stackHandler(*superview);
+}
+
+// The frames of the sublayers' views are relative to this layer. When its origin has moved, they
+// are set here: a move validates no clean sublayer, whose view would move along.
+void NativeLayer::placeSublayerHandlers() {
+    const Point origin = getLayerFrame().position();
+    if (std::exchange(placedOrigin_, origin) == origin) {
+        return;
+    }
+    for (std::size_t i = 0; i < getSublayers().size(); ++i) {
+        const auto sublayer = std::dynamic_pointer_cast<NativeLayer>(getSublayers()[i]);
+        const std::shared_ptr<NSView> view = sublayer ? sublayer->getLayerHandler() : nullptr;
+        if (view && view->superview() != nullptr) {
+            sublayer->updateHandlerFrame(*view);
+        }
     }
 }
+
+namespace {
+
+platform::CALayer* handlerLayerOf(const std::shared_ptr<DisplayLayer>& layer) {
+    const auto native = std::dynamic_pointer_cast<NativeLayer>(layer);
+    const std::shared_ptr<NSView> handler = native ? native->getLayerHandler() : nullptr;
+    return handler ? handler->layer() : nullptr;
+}
+
+}  // namespace
 
 void NativeLayer::stackHandler(NSView& superview) {
     const std::shared_ptr<NSView> view = getLayerHandler();
@@ -98,11 +134,21 @@ void NativeLayer::stackHandler(NSView& superview) {
     if (view->layer() != nullptr) {
         view->layer()->setZPosition(z);
     }
+    // After removals, earlier siblings have z positions above their indices, and possibly above
+    // this view's. They are lowered to their indices, as far as necessary.
+    double lowest = z;
+    for (std::shared_ptr<DisplayLayer> sibling = below; sibling; sibling = sibling->prev()) {
+        if (platform::CALayer* const layer = handlerLayerOf(sibling)) {
+            if (layer->zPosition() < lowest) {
+                break;
+            }
+            lowest = static_cast<double>(sibling->getIndex());
+            layer->setZPosition(lowest);
+        }
+    }
     for (std::shared_ptr<DisplayLayer> sibling = above; sibling; sibling = sibling->next()) {
-        const auto native = std::dynamic_pointer_cast<NativeLayer>(sibling);
-        const std::shared_ptr<NSView> handler = native ? native->getLayerHandler() : nullptr;
-        if (handler && handler->layer() != nullptr) {
-            handler->layer()->setZPosition(++z);
+        if (platform::CALayer* const layer = handlerLayerOf(sibling)) {
+            layer->setZPosition(++z);
         }
     }
 }
@@ -161,6 +207,14 @@ TouchEventListenerState NativeLayer::touchCancelled(const Point& point) {
     const std::shared_ptr<NativeLayer> self = as<NativeLayer>();
     return touchDisabled_ ? TouchEventListenerState::Failed
                           : eventHandler_.touchCancelled(convertPointFromLayerHandler(point));
+}
+
+void NativeLayer::setTouchDisabled(bool disabled) {
+    touchDisabled_ = disabled;
+    if (disabled) {
+        const std::shared_ptr<NativeLayer> self = as<NativeLayer>();
+        eventHandler_.cancelGesture();
+    }
 }
 
 void NativeLayer::invokeTouchHandlerAction() {

@@ -28,6 +28,15 @@ public:
 
     // The view that animations of this layer change.
     std::shared_ptr<platform::NSView> getAnimatableHandler() const override;
+
+    // The virtual functions that this class adds are declared in the order of their slots, because
+    // derived classes may be built against it.
+
+protected:
+    // Creates the view of this layer. Called once, by init(), on the main thread.
+    virtual std::shared_ptr<platform::NSView> createLayerHandler() = 0;
+
+public:
     // The view of this layer; null before init().
     virtual std::shared_ptr<platform::NSView> getLayerHandler() const { return layerHandler_; }
     // The superview of the sublayers' views: the same view, unless a derived layer has its content
@@ -35,17 +44,26 @@ public:
     virtual std::shared_ptr<platform::NSView> getLayerContentHandler() const {
         return getLayerHandler();
     }
-    // The content view of the superlayer, or null.
-    std::shared_ptr<platform::NSView> getSuperlayerHandler() const;
 
+protected:
+    // Called after the frame of the view was set, on the main thread.
+    virtual void onHandlerFrameChanged() {}
+
+public:
     // Convert between screen coordinates and the coordinates of the view, which are the layer
     // coordinates:
     virtual Point convertPointToLayerHandler(const Point& point);
     virtual Point convertPointFromLayerHandler(const Point& point);
+    // Whether init() adds a recognizer to the content view.
+    virtual bool isNeedsGestureRecognizer() const { return true; }
+
+    // The content view of the superlayer, or null.
+    std::shared_ptr<platform::NSView> getSuperlayerHandler() const;
 
     // The steps of a gesture, at a point in view coordinates. While touch is disabled, or when the
-    // layer has no object, they return Failed and call no listener. Main thread.
-    // DisplayEventHandler describes the protocol and the result:
+    // layer has no object, they return Failed and call no listener. A gesture that is open when the
+    // layer is destroyed is cancelled. Main thread. DisplayEventHandler describes the protocol and
+    // the result:
     events::TouchEventListenerState touchBegan(const Point& point);
     events::TouchEventListenerState touchMoved(const Point& point);
     events::TouchEventListenerState touchEnded(const Point& point);
@@ -54,11 +72,8 @@ public:
     void invokeTouchHandlerAction();
     // Releases the objects of a gesture that is over.
     void releaseTouch();
-    // Disables or enables the steps above. Enabled at first.
-    void setTouchDisabled(bool disabled) { touchDisabled_ = disabled; }
-
-    // Whether init() adds a recognizer to the content view.
-    virtual bool isNeedsGestureRecognizer() const { return true; }
+    // Disables or enables the steps above. Enabled at first. Disabling cancels an open gesture.
+    void setTouchDisabled(bool disabled);
 
 protected:
     NativeLayer();
@@ -67,17 +82,15 @@ protected:
     void validateContent(bool force) override;
     void onRemoveFromSuperlayer() override;
 
-    // Creates the view of this layer. Called once, by init(), on the main thread.
-    virtual std::shared_ptr<platform::NSView> createLayerHandler() = 0;
-    // Called after the frame of the view was set, on the main thread.
-    virtual void onHandlerFrameChanged() {}
-
 private:
     void placeHandler(platform::NSView& view);
+    void updateHandlerFrame(platform::NSView& view);
+    void placeSublayerHandlers();
     void stackHandler(platform::NSView& superview);
 
     std::shared_ptr<platform::NSView> layerHandler_;
     std::shared_ptr<NGestureRecognizer> gestureRecognizer_;
+    Point placedOrigin_;  // of the layer frame, when the sublayers' views were placed
     bool touchDisabled_ = false;
     events::DisplayEventHandler eventHandler_;
 };
