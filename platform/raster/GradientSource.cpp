@@ -23,9 +23,7 @@ public:
     Ramp(std::span<const CGGradient::Stop> stops, unsigned options)
         : stops_(stops), options_(options) {}
 
-    std::uint32_t at(double position) {
-        // Colors are constant beyond the axis. A far position on a tiny axis is infinite or NaN.
-        const double t = std::min(kBehindTheEnd, std::max(-1.0, position));
+    std::uint32_t at(double t) {
         if (!(t >= from_ && t < to_)) {
             enter(t);
         }
@@ -108,9 +106,23 @@ GradientSource::GradientSource(const CGGradient& gradient, const CGAffineTransfo
     const auto place = [](double v) { return roundedTo(kPlacesPerPixel, v); };
     const CGPoint mapped = t.apply(start);
     start_ = {place(mapped.x), place(mapped.y)};
+    if (!std::isfinite(start_.x) || !std::isfinite(start_.y)) {
+        hasAxis_ = false;
+        return;
+    }
     const double determinant = t.determinant();
     perColumn_ = (t.d * dx - t.b * dy) / determinant / square;
     perRow_ = (t.a * dy - t.c * dx) / determinant / square;
+    // A very short axis is a hard edge of any steepness. Positions along it must stay in the range
+    // of float.
+    constexpr double kSteepest = 1e24;
+    const double steepness = std::max(std::abs(perColumn_), std::abs(perRow_));
+    if (!std::isfinite(steepness)) {
+        hasAxis_ = false;
+    } else if (steepness > kSteepest) {
+        perColumn_ *= kSteepest / steepness;
+        perRow_ *= kSteepest / steepness;
+    }
 }
 
 void GradientSource::fetch(const PixelRect& area, std::uint32_t* colors) const {
@@ -118,6 +130,10 @@ void GradientSource::fetch(const PixelRect& area, std::uint32_t* colors) const {
     for (int y = area.top; y < area.bottom; ++y, colors += Mask::kSide) {
         if (!hasAxis_) {
             std::fill_n(colors, area.width(), ramp.at(kBehindTheEnd));
+            continue;
+        }
+        if (perRow_ == 0 && y > area.top) {
+            std::copy_n(colors - Mask::kSide, area.width(), colors);
             continue;
         }
         const double row = (y + 0.5 - start_.y) * perRow_;
