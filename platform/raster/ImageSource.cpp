@@ -3,9 +3,12 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
+#include <optional>
 #include <utility>
 
+#include "platform/coregraphics/floorDivide.h"
 #include "platform/raster/Mask.h"
+#include "platform/raster/places.h"
 
 namespace orvane::platform {
 
@@ -41,32 +44,29 @@ bool setFilter(pixman_image_t* image, double perPixelX, double perPixelY) {
 
 }  // namespace
 
-ImageSource::ImageSource(const CGImage& image, const CGAffineTransform& t) {
-    const double determinant = t.determinant();
-    // The inverse, from the canvas's pixels to the image's. Its translation is relative to the
-    // whole pixel at the image's corner, because Pixman's fixed-point numbers have a small range.
-    const double a = t.d / determinant;
-    const double b = -t.b / determinant;
-    const double c = -t.c / determinant;
-    const double d = t.a / determinant;
+ImageSource::ImageSource(const CGImage& image, const CGAffineTransform& toPixels)
+    : toPixels_(toPixels) {
+    toPixels_.tx = roundedTo(kPlacesPerPixel, toPixels.tx);
+    toPixels_.ty = roundedTo(kPlacesPerPixel, toPixels.ty);
     constexpr double kLargest = 16384;
-    constexpr double kFarthest = 1e6;
-    if (std::max({std::abs(a), std::abs(b), std::abs(c), std::abs(d)}) > kLargest ||
-        std::abs(t.tx) > kFarthest || std::abs(t.ty) > kFarthest) {
+    constexpr double kFarthest = 1 << 30;
+    const std::optional<CGAffineTransform> inverse = toPixels.invert();
+    const CGRect box = toPixels_.apply(
+        CGRect{{}, {static_cast<double>(image.width()), static_cast<double>(image.height())}});
+    // False for NaN.
+    const bool isNear = std::abs(box.origin.x) < kFarthest && std::abs(box.origin.y) < kFarthest;
+    if (!inverse || !isNear || inverse->norm() > kLargest) {
         return;
     }
-    originX_ = static_cast<int>(std::floor(t.tx));
-    originY_ = static_cast<int>(std::floor(t.ty));
-    const auto fixed = [](double v) { return pixman_double_to_fixed(v); };
-    const double restX = t.tx - originX_;
-    const double restY = t.ty - originY_;
-    const pixman_transform_t inverse{{{fixed(a), fixed(c), fixed(-(a * restX + c * restY))},
-                                      {fixed(b), fixed(d), fixed(-(b * restX + d * restY))},
-                                      {0, 0, pixman_fixed_1}}};
+    left_ = static_cast<int>(std::floor(box.origin.x));
+    top_ = static_cast<int>(std::floor(box.origin.y));
+    fromPixels_ = inverse->linear();
+    // Pixman's numbers are 16.16, less the support of the filter and one more pixel of the canvas.
+    reach_ = 32766 - 2 * std::max(inverse->norm(), 1.0);
     PixmanImage source =
         wrapPixels(image.pixels().data(), image.width(), image.height(), image.width());
-    if (source && pixman_image_set_transform(source.get(), &inverse) != 0 &&
-        setFilter(source.get(), std::hypot(a, c), std::hypot(b, d))) {
+    if (source && setFilter(source.get(), std::hypot(inverse->a, inverse->c),
+                            std::hypot(inverse->b, inverse->d))) {
         pixman_image_set_repeat(source.get(), PIXMAN_REPEAT_PAD);
         image_ = std::move(source);
     }
@@ -74,11 +74,56 @@ ImageSource::ImageSource(const CGImage& image, const CGAffineTransform& t) {
 
 void ImageSource::fetch(const PixelRect& area, std::uint32_t* colors) const {
     const PixmanImage target = wrapPixels(colors, Mask::kSide, Mask::kSide, Mask::kSide);
-    if (target) {
-        pixman_image_composite32(PIXMAN_OP_SRC, image_.get(), nullptr, target.get(),
-                                 area.left - originX_, area.top - originY_, 0, 0, 0, 0,
-                                 area.width(), area.height());
+    const auto cellOf = [](int pixel, int origin) { return floorDivide(pixel - origin, kCell); };
+    for (int row = cellOf(area.top, top_); row <= cellOf(area.bottom - 1, top_); ++row) {
+        for (int column = cellOf(area.left, left_); column <= cellOf(area.right - 1, left_);
+             ++column) {
+            const PixelRect cell{left_ + column * kCell, top_ + row * kCell,
+                                 left_ + (column + 1) * kCell, top_ + (row + 1) * kCell};
+            fetchFromCell(cell, area.intersected(cell), target.get(), area, colors);
+        }
     }
+}
+
+void ImageSource::fetchFromCell(const PixelRect& cell, const PixelRect& part,
+                                pixman_image_t* target, const PixelRect& area,
+                                std::uint32_t* colors) const {
+    // The cell's corner in the image, and the part's box.
+    const CGPoint corner =
+        fromPixels_.apply(CGPoint{cell.left - toPixels_.tx, cell.top - toPixels_.ty});
+    const CGRect box = fromPixels_.apply(
+        CGRect{{part.left - toPixels_.tx, part.top - toPixels_.ty},
+               {static_cast<double>(part.width()), static_cast<double>(part.height())}});
+    const auto isReachable = [&](CGPoint p) {
+        return std::abs(p.x) < reach_ && std::abs(p.y) < reach_;
+    };
+    const bool isInside =
+        isReachable(corner) && isReachable(box.origin) &&
+        isReachable({box.origin.x + box.size.width, box.origin.y + box.size.height});
+    const auto fixed = [](double v) { return pixman_double_to_fixed(v); };
+    const pixman_transform_t inverse{{{fixed(fromPixels_.a), fixed(fromPixels_.c), fixed(corner.x)},
+                                      {fixed(fromPixels_.b), fixed(fromPixels_.d), fixed(corner.y)},
+                                      {0, 0, pixman_fixed_1}}};
+    const int x = part.left - area.left;
+    const int y = part.top - area.top;
+    if (isInside && target != nullptr && pixman_image_set_transform(image_.get(), &inverse) != 0) {
+        pixman_image_composite32(PIXMAN_OP_SRC, image_.get(), nullptr, target,
+                                 part.left - cell.left, part.top - cell.top, 0, 0, x, y,
+                                 part.width(), part.height());
+        return;
+    }
+    // Most of the part lies outside the image, where the coverage hides it.
+    PixelRect halves[] = {part, part};
+    if (part.width() > 1) {
+        halves[0].right = halves[1].left = part.left + part.width() / 2;
+    } else if (part.height() > 1) {
+        halves[0].bottom = halves[1].top = part.top + part.height() / 2;
+    } else {
+        colors[y * Mask::kSide + x] = 0;
+        return;
+    }
+    fetchFromCell(cell, halves[0], target, area, colors);
+    fetchFromCell(cell, halves[1], target, area, colors);
 }
 
 void paintImage(const Bitmap& bitmap, const CGImage& image, int left, int top,

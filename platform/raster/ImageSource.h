@@ -22,10 +22,20 @@ public:
     void fetch(const PixelRect& area, std::uint32_t* colors) const override;
 
 private:
+    // Pixman's numbers are short, so the canvas is divided into cells of this many pixels each way,
+    // and positions are relative to the corner of a cell. The grid begins at the image's corner.
+    static constexpr int kCell = 512;
+
+    // Fetches `part` of `cell` to its place in `colors`, which holds `area`.
+    void fetchFromCell(const PixelRect& cell, const PixelRect& part, pixman_image_t* target,
+                       const PixelRect& area, std::uint32_t* colors) const;
+
     PixmanImage image_;
-    // The canvas pixel at which the sampling grid begins.
-    int originX_ = 0;
-    int originY_ = 0;
+    CGAffineTransform toPixels_;
+    CGAffineTransform fromPixels_;  // without translation
+    double reach_ = 0;              // the largest coordinate in the image that Pixman can represent
+    int left_ = 0;                  // the corner of the image's box on the canvas
+    int top_ = 0;
 };
 
 // Composites the image over the canvas without scaling, with its corner at (left, top). `clip` lies
