@@ -57,6 +57,10 @@ struct CGPath::Outline {
     bool isEmpty() const;
     // Whether every coordinate is finite. An outline with any other coordinate covers nothing.
     bool isFinite() const;
+    // Whether the outline is a closed curve without corners, so that round joins do not change it.
+    bool isSmooth() const {
+        return std::holds_alternative<Ellipse>(form) || std::holds_alternative<RoundedRect>(form);
+    }
     // The box of all points, control points included. The outline must not be empty.
     CGRect controlBox() const;
     // Converts the outline to segments, so that more can be added.

@@ -16,7 +16,8 @@ class Mask {
 public:
     static constexpr int kSide = 256;
 
-    Mask() = default;
+    // Covers nothing.
+    explicit Mask(int height) : rows_(static_cast<std::size_t>(height) + 1) {}
     // Reads one byte per pixel. Rows are `stride` bytes apart; width and height are at most kSide.
     Mask(const std::uint8_t* coverage, int width, int height, std::ptrdiff_t stride);
 

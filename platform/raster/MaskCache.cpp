@@ -52,7 +52,7 @@ std::size_t MaskCache::Hash::operator()(const Lookup& lookup) const {
     mixer.add(std::bit_cast<std::uintptr_t>(lookup.outline));
     mixer.add(std::uint64_t{n.kind} << 32 | static_cast<std::uint64_t>(n.coverage));
     for (const double number :
-         {n.width, n.height, n.cornerWidth, n.cornerHeight, n.lineWidth, n.dashPhase}) {
+         {n.width, n.height, n.cornerWidth, n.cornerHeight, n.lineWidth, n.dashPhase, n.opacity}) {
         mixer.add(number);
     }
     mixer.add(n.transform);

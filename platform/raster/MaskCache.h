@@ -33,6 +33,7 @@ struct MaskKey {
         CGAffineTransform transform;
         double lineWidth = 0;
         double dashPhase = 0;
+        double opacity = 1;
         // The corner of the mask.
         std::int64_t left = 0;
         std::int64_t top = 0;

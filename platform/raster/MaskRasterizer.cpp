@@ -5,6 +5,7 @@
 
 #include "platform/coregraphics/Outline.h"
 #include "platform/raster/OutlineClipper.h"
+#include "platform/raster/dashedRuns.h"
 
 namespace orvane::platform {
 
@@ -60,13 +61,13 @@ MaskRasterizer::MaskRasterizer() {
 void MaskRasterizer::reset() {
     surface_.reset(cairo_image_surface_create(CAIRO_FORMAT_A8, Mask::kSide, Mask::kSide));
     cairo_.reset(cairo_create(surface_.get()));
-    cairo_set_source_rgba(cairo_.get(), 0, 0, 0, 1);
     cairo_set_tolerance(cairo_.get(), kTolerance);
 }
 
-Mask MaskRasterizer::rasterize(const Request& request) {
+std::optional<Mask> MaskRasterizer::rasterize(const Request& request) {
     cairo_t* const cairo = cairo_.get();
     cairo_new_path(cairo);
+    cairo_set_source_rgba(cairo, 0, 0, 0, request.stroke.opacity);
     cairo_set_fill_rule(cairo, request.coverage == Coverage::EOFill ? CAIRO_FILL_RULE_EVEN_ODD
                                                                     : CAIRO_FILL_RULE_WINDING);
     if (request.isPartial) {
@@ -75,17 +76,17 @@ Mask MaskRasterizer::rasterize(const Request& request) {
         draw(request);
     }
     if (cairo_status(cairo) != CAIRO_STATUS_SUCCESS) {
-        // Only exhausted memory leads here. A Cairo context is unusable after an error.
+        // A Cairo context is unusable after an error.
         reset();
-        return Mask(nullptr, 0, 0, 0);
+        return std::nullopt;
     }
     cairo_surface_flush(surface_.get());
     unsigned char* const pixels = cairo_image_surface_get_data(surface_.get());
     const std::ptrdiff_t stride = cairo_image_surface_get_stride(surface_.get());
     Mask mask(pixels, request.width, request.height, stride);
     // Clear everything that was painted, including what lies outside a partial mask.
-    const int soiledRows = request.isPartial ? Mask::kSide : request.height;
-    for (int y = 0; y < soiledRows; ++y) {
+    const int paintedRows = request.isPartial ? Mask::kSide : request.height;
+    for (int y = 0; y < paintedRows; ++y) {
         std::memset(pixels + y * stride, 0,
                     static_cast<std::size_t>(request.isPartial ? Mask::kSide : request.width));
     }
@@ -95,67 +96,55 @@ Mask MaskRasterizer::rasterize(const Request& request) {
 
 // The pen is a circle of width 1 under a transformation that includes the line width, so that no
 // combination of width and transformation exceeds Cairo's range.
-void MaskRasterizer::setPen(const Request& request, double distance) {
-    const StrokeStyle& stroke = request.stroke;
+void MaskRasterizer::stroke(const Request& request, std::span<const double> dash) {
+    cairo_t* const cairo = cairo_.get();
+    const double width = request.stroke.width;
     const CGAffineTransform& pen = request.pen;
-    const cairo_matrix_t matrix{pen.a * stroke.width,
-                                pen.b * stroke.width,
-                                pen.c * stroke.width,
-                                pen.d * stroke.width,
-                                0,
-                                0};
-    cairo_set_matrix(cairo_.get(), &matrix);
-    cairo_set_line_width(cairo_.get(), 1);
-    if (stroke.dash.empty()) {
-        cairo_set_dash(cairo_.get(), nullptr, 0, 0);
-        return;
-    }
-    std::vector<double> lengths(stroke.dash.begin(), stroke.dash.end());
+    const cairo_matrix_t matrix{pen.a * width, pen.b * width, pen.c * width, pen.d * width, 0, 0};
+    cairo_set_matrix(cairo, &matrix);
+    cairo_set_line_width(cairo, 1);
+    cairo_set_line_join(cairo,
+                        request.outline.isSmooth() ? CAIRO_LINE_JOIN_ROUND : CAIRO_LINE_JOIN_MITER);
+    std::vector<double> lengths(dash.begin(), dash.end());
     for (double& length : lengths) {
-        length /= stroke.width;
+        length /= width;
     }
-    cairo_set_dash(cairo_.get(), lengths.data(), static_cast<int>(lengths.size()),
-                   (stroke.dashPhase + distance) / stroke.width);
+    cairo_set_dash(cairo, lengths.data(), static_cast<int>(lengths.size()),
+                   request.stroke.dashPhase / width);
+    cairo_stroke(cairo);
+    cairo_identity_matrix(cairo);
 }
 
 void MaskRasterizer::draw(const Request& request) {
-    cairo_t* const cairo = cairo_.get();
-    CairoSink sink(cairo, request.transform);
+    CairoSink sink(cairo_.get(), request.transform);
     request.outline.emit(sink);
     if (request.coverage == Coverage::Stroke) {
-        setPen(request, 0);
-        cairo_stroke(cairo);
-        cairo_identity_matrix(cairo);
+        stroke(request, request.stroke.dash);
     } else {
-        cairo_fill(cairo);
+        cairo_fill(cairo_.get());
     }
 }
 
 void MaskRasterizer::drawPartial(const Request& request) {
-    cairo_t* const cairo = cairo_.get();
     const bool dashed = !request.stroke.dash.empty();
-    OutlineClipper clipper(request.transform, request.width, request.height, request.reach, dashed);
+    OutlineClipper clipper(request.transform, request.width, request.height, request.lineReach,
+                           request.joinReach, dashed);
     request.outline.emit(clipper);
     if (request.coverage != Coverage::Stroke) {
         for (const std::vector<CGPoint>& polygon : clipper.filledPolygons()) {
-            addLines(cairo, polygon, true);
+            addLines(cairo_.get(), polygon, true);
         }
-        cairo_fill(cairo);
+        cairo_fill(cairo_.get());
         return;
     }
-    for (const OutlineClipper::Run& run : clipper.strokedRuns(request.pen)) {
-        addLines(cairo, run.points, run.closed);
-        if (dashed) {
-            setPen(request, run.distance);
-            cairo_stroke(cairo);
-            cairo_identity_matrix(cairo);
-        }
+    std::vector<OutlineClipper::Run> runs = clipper.strokedRuns(request.pen);
+    if (dashed) {
+        runs = dashedRuns(runs, request.stroke, request.pen);
     }
-    if (!dashed) {
-        setPen(request, 0);
-        cairo_stroke(cairo);
-        cairo_identity_matrix(cairo);
+    for (const OutlineClipper::Run& run : runs) {
+        addLines(cairo_.get(), run.points, run.closed);
     }
+    stroke(request, {});
 }
 
 }  // namespace orvane::platform

@@ -1,5 +1,8 @@
 #pragma once
 
+#include <optional>
+#include <span>
+
 #include "platform/coregraphics/CGPath.h"
 #include "platform/coregraphics/CairoHandles.h"
 #include "platform/raster/Mask.h"
@@ -20,21 +23,25 @@ public:
         StrokeStyle stroke;  // already validated
         int width;           // of the mask, at most Mask::kSide
         int height;
-        // The largest distance between a stroke and its outline, in pixels.
-        double reach;
+        // The largest distance in pixels between an outline and its stroke, without joins at
+        // corners and with them.
+        double lineReach;
+        double joinReach;
         // Whether the shape extends beyond the mask.
         bool isPartial;
     };
 
     MaskRasterizer();
 
-    Mask rasterize(const Request& request);
+    // None when Cairo fails: memory is exhausted, or the numbers are out of its range.
+    std::optional<Mask> rasterize(const Request& request);
 
 private:
     void reset();
     void draw(const Request& request);
     void drawPartial(const Request& request);
-    void setPen(const Request& request, double distance);
+    // Strokes the current path.
+    void stroke(const Request& request, std::span<const double> dash);
 
     CairoSurface surface_;
     CairoContext cairo_;

@@ -72,24 +72,34 @@ bool clipLine(CGPoint p, CGPoint q, CGPoint min, CGPoint max, double& from, doub
 }  // namespace
 
 OutlineClipper::OutlineClipper(const CGAffineTransform& transform, double width, double height,
-                               double reach, bool exactLengths)
+                               double lineReach, double joinReach, bool exactLengths)
     : transform_(transform),
-      min_{-reach - kMargin, -reach - kMargin},
-      max_{width + reach + kMargin, height + reach + kMargin},
+      lineMin_{-lineReach - kMargin, -lineReach - kMargin},
+      lineMax_{width + lineReach + kMargin, height + lineReach + kMargin},
+      min_{-joinReach - kMargin, -joinReach - kMargin},
+      max_{width + joinReach + kMargin, height + joinReach + kMargin},
       exactLengths_(exactLengths) {}
 
+void OutlineClipper::append(CGPoint p, bool isCorner) {
+    Subpath& subpath = subpaths_.back();
+    subpath.points.push_back(p);
+    subpath.corners.push_back(isCorner);
+}
+
 void OutlineClipper::moveTo(CGPoint p) {
-    subpaths_.emplace_back().points.push_back(transform_.apply(p));
+    subpaths_.emplace_back();
+    append(transform_.apply(p), true);
 }
 
 void OutlineClipper::lineTo(CGPoint p) {
-    subpaths_.back().points.push_back(transform_.apply(p));
+    append(transform_.apply(p), true);
 }
 
 void OutlineClipper::curveTo(CGPoint c1, CGPoint c2, CGPoint p) {
     flatten({subpaths_.back().points.back(), transform_.apply(c1), transform_.apply(c2),
              transform_.apply(p)},
             0);
+    subpaths_.back().corners.back() = true;
 }
 
 void OutlineClipper::close() {
@@ -116,7 +126,7 @@ void OutlineClipper::flatten(const Curve& c, int depth) {
     const bool flat = 0.75 * std::hypot(dx, dy) <= kTolerance;
     if (flat || depth == (exactLengths_ ? kDeepestExactFlattening : kDeepestFlattening) ||
         (!exactLengths_ && isOutOfSight(c))) {
-        subpaths_.back().points.push_back(c.p3);
+        append(c.p3, false);
         return;
     }
     const CGPoint a = middle(c.p0, c.p1);
@@ -152,6 +162,12 @@ std::vector<OutlineClipper::Run> OutlineClipper::strokedRuns(const CGAffineTrans
     return runs;
 }
 
+double OutlineClipper::lengthUnder(const CGAffineTransform& pen, CGPoint p, CGPoint q) {
+    const double x = q.x - p.x;
+    const double y = q.y - p.y;
+    return std::hypot(pen.d * x - pen.c * y, pen.a * y - pen.b * x) / std::abs(pen.determinant());
+}
+
 void OutlineClipper::appendRuns(const Subpath& subpath, const CGAffineTransform& pen,
                                 std::vector<Run>& runs) const {
     const std::vector<CGPoint>& points = subpath.points;
@@ -161,10 +177,24 @@ void OutlineClipper::appendRuns(const Subpath& subpath, const CGAffineTransform&
     };
     const CGPoint farMin{min_.x - kFarMargin, min_.y - kFarMargin};
     const CGPoint farMax{max_.x + kFarMargin, max_.y + kFarMargin};
-    // Finds the kept part of a segment; false if none of it is visible.
+    // A join reaches further than the lines that meet in it.
+    const auto hasVisibleJoin = [&](std::size_t at) {
+        const CGPoint corner = points[at % points.size()];
+        return subpath.corners[at % points.size()] && corner.x >= min_.x && corner.x <= max_.x &&
+               corner.y >= min_.y && corner.y <= max_.y;
+    };
+    // Finds the kept part of a segment; false if none of it is visible. Dashed lines are cut as
+    // near as possible, because every dash outside the visible part would cost time.
     const auto keep = [&](std::size_t i, double& from, double& to) {
         const auto [p, q] = segment(i);
-        return clipLine(p, q, min_, max_, from, to) && clipLine(p, q, farMin, farMax, from, to);
+        const bool hasJoin = hasVisibleJoin(i) || hasVisibleJoin(i + 1);
+        if (!clipLine(p, q, lineMin_, lineMax_, from, to) && !hasJoin) {
+            return false;
+        }
+        if (exactLengths_) {
+            return !hasJoin || clipLine(p, q, min_, max_, from, to);
+        }
+        return clipLine(p, q, farMin, farMax, from, to);
     };
 
     // A closed subpath begins after a segment whose end is not kept, so that the join at its
@@ -176,35 +206,34 @@ void OutlineClipper::appendRuns(const Subpath& subpath, const CGAffineTransform&
             ++first;
         }
         if (first == count) {
-            runs.push_back({points, true, 0});
+            runs.push_back({points, true, false, 0});
             return;
         }
         first = (first + 1) % count;
     }
-    const double determinant = pen.determinant();
-    const auto length = [&](CGPoint p, CGPoint q) {
-        const double x = q.x - p.x;
-        const double y = q.y - p.y;
-        return std::hypot(pen.d * x - pen.c * y, pen.a * y - pen.b * x) / std::abs(determinant);
-    };
     double distance = 0;
-    for (std::size_t i = 0; i < first; ++i) {
-        const auto [p, q] = segment(i);
-        distance += length(p, q);
+    if (exactLengths_) {
+        for (std::size_t i = 0; i < first; ++i) {
+            const auto [p, q] = segment(i);
+            distance += lengthUnder(pen, p, q);
+        }
     }
     bool open = false;
     for (std::size_t k = 0; k < count; ++k) {
         const std::size_t i = (first + k) % count;
-        if (i == 0) {
+        // The dash restarts where the subpath began.
+        const bool restarts = exactLengths_ && i == 0;
+        if (restarts) {
             distance = 0;
-            // The dash restarts where the subpath began.
-            open = open && !exactLengths_;
         }
         const auto [p, q] = segment(i);
-        const double whole = length(p, q);
+        const double whole = exactLengths_ ? lengthUnder(pen, p, q) : 0;
         if (keep(i, from, to)) {
-            if (!open || from > 0) {
-                runs.push_back({{between(p, q, from)}, false, distance + whole * from});
+            if (!open || from > 0 || restarts) {
+                runs.push_back({{between(p, q, from)},
+                                false,
+                                restarts && open && from == 0,
+                                distance + whole * from});
             }
             runs.back().points.push_back(between(p, q, to));
             open = to == 1;

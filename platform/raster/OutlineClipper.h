@@ -20,14 +20,16 @@ public:
     struct Run {
         std::vector<CGPoint> points;
         bool closed;
+        // Whether it begins at the end of the last run, where a closed subpath begins.
+        bool continuesLast;
         double distance;
     };
 
     // `transform` maps the outline to the pixels of the area, which extends from (0, 0) to (width,
-    // height). Strokes keep everything within `reach` of it. With `exactLengths`, invisible curves
-    // keep their length.
-    OutlineClipper(const CGAffineTransform& transform, double width, double height, double reach,
-                   bool exactLengths);
+    // height). Strokes keep lines within `lineReach` of it and joins within `joinReach`. With
+    // `exactLengths`, invisible curves keep their length.
+    OutlineClipper(const CGAffineTransform& transform, double width, double height,
+                   double lineReach, double joinReach, bool exactLengths);
 
     void moveTo(CGPoint p);
     void lineTo(CGPoint p);
@@ -38,22 +40,29 @@ public:
     std::vector<std::vector<CGPoint>> filledPolygons();
     std::vector<Run> strokedRuns(const CGAffineTransform& pen);
 
+    // The distance of two points in the space that `pen` maps to pixels.
+    static double lengthUnder(const CGAffineTransform& pen, CGPoint p, CGPoint q);
+
 private:
     struct Subpath {
         std::vector<CGPoint> points;
+        std::vector<bool> corners;  // whether lines or curves of the outline meet at the point
         bool closed = false;
     };
     struct Curve {
         CGPoint p0, p1, p2, p3;
     };
 
+    void append(CGPoint p, bool isCorner);
     bool isOutOfSight(const Curve& curve) const;
     void flatten(const Curve& curve, int depth);
     void appendRuns(const Subpath& subpath, const CGAffineTransform& pen,
                     std::vector<Run>& runs) const;
 
     CGAffineTransform transform_;
-    CGPoint min_;  // the box of what is kept
+    CGPoint lineMin_;  // the box of the lines that are kept
+    CGPoint lineMax_;
+    CGPoint min_;  // the box of the joins that are kept
     CGPoint max_;
     bool exactLengths_;
     std::vector<Subpath> subpaths_;

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cmath>
 #include <numbers>
+#include <span>
+#include <utility>
 
 #include "platform/coregraphics/Outline.h"
 #include "platform/coregraphics/floorDivide.h"
@@ -23,8 +25,11 @@ constexpr double kSharedExtent = 128;
 // The pen is limited to this many pixels: larger than any bitmap, within Cairo's range.
 constexpr double kWidestPen = 1 << 18;
 constexpr double kThinnestPen = 1.0 / 1024;
-// Shorter dash periods are drawn as a solid line.
+// Shorter dash periods, in pixels, are drawn as a solid line with the average coverage: along both
+// axes, or along the axis that the transformation shortens most. Cairo would need millions of
+// dashes where rounding to its grid is magnified by the inverse of the transformation.
 constexpr double kShortestDashPeriod = 0.25;
+constexpr double kShortestSquashedPeriod = 1.0 / 64;
 
 enum PlainKind : std::uint32_t { kNotPlain, kPlainRect, kPlainEllipse, kPlainRoundedRect };
 
@@ -42,20 +47,44 @@ CGPoint penExtent(const CGAffineTransform& pen, double half) {
     return {half * std::hypot(pen.a, pen.c), half * std::hypot(pen.b, pen.d)};
 }
 
+// The shortest image of a unit vector.
+double smallestStretch(const CGAffineTransform& t) {
+    const double sum = t.a * t.a + t.b * t.b + t.c * t.c + t.d * t.d;
+    const double root = std::sqrt(std::max(0.0, sum * sum / 4 - t.determinant() * t.determinant()));
+    // The smaller singular value, as a quotient because a difference would lose its digits.
+    return std::abs(t.determinant()) / std::sqrt(sum / 2 + root);
+}
+
+// The share of the line that a dash paints. An array of odd length is applied twice, with dashes
+// and gaps exchanged.
+double paintedShare(std::span<const double> dash, double sum) {
+    if (dash.size() % 2 == 1) {
+        return 0.5;
+    }
+    double painted = 0;
+    for (std::size_t i = 0; i < dash.size(); i += 2) {
+        painted += dash[i];
+    }
+    return painted / sum;
+}
+
 // Returns the stroke with limited width and, if it is valid, its dash.
 StrokeStyle sensible(const StrokeStyle& stroke, const CGAffineTransform& pen) {
     StrokeStyle result{std::min(stroke.width, kWidestPen / pen.norm()), 0, {}};
-    double period = 0;
+    double sum = 0;
     for (const double length : stroke.dash) {
         if (!(length >= 0)) {
             return result;
         }
-        period += length;
+        sum += length;
     }
-    if (stroke.dash.size() % 2 == 1) {
-        period *= 2;
+    const double period = stroke.dash.size() % 2 == 1 ? 2 * sum : sum;
+    if (!std::isfinite(period) || period == 0) {
+        return result;
     }
-    if (!std::isfinite(period) || period * pen.norm() < kShortestDashPeriod) {
+    if (period * pen.norm() < kShortestDashPeriod ||
+        period * smallestStretch(pen) < kShortestSquashedPeriod) {
+        result.opacity = paintedShare(stroke.dash, sum);
         return result;
     }
     result.dash = stroke.dash;
@@ -68,17 +97,31 @@ StrokeStyle sensible(const StrokeStyle& stroke, const CGAffineTransform& pen) {
     return result;
 }
 
-// The largest distance of joins from the outline, in half widths: miters of right angles, or of any
-// angle up to the miter limit. The butt caps of a single line add nothing.
+// The largest distance of joins from the outline, in half widths: miters of any angle up to the
+// miter limit. Curved shapes have round joins, and the butt caps of a single line add nothing.
 double joinReach(const Outline& outline) {
-    if (std::holds_alternative<Outline::Ellipse>(outline.form)) {
+    if (outline.isSmooth()) {
         return 1;
     }
     if (const auto* segments = std::get_if<Segments>(&outline.form)) {
         const bool isLine = segments->verbs.size() == 2 && segments->points.size() == 2;
         return isLine ? 1 : 10;
     }
-    return std::numbers::sqrt2;
+    return 10;
+}
+
+// The shape that the solid stroke of a rectangle covers: the rectangle widened by half the width,
+// or the frame between it and the narrowed rectangle.
+Segments strokedRect(const CGRect& rect, double width) {
+    const double half = width / 2;
+    Segments result;
+    emitRect(result, {{rect.origin.x - half, rect.origin.y - half},
+                      {rect.size.width + width, rect.size.height + width}});
+    if (rect.size.width > width && rect.size.height > width) {
+        emitRect(result, {{rect.origin.x + half, rect.origin.y + half},
+                          {rect.size.width - width, rect.size.height - width}});
+    }
+    return result;
 }
 
 int toBitmap(std::int64_t pixel) {
@@ -110,7 +153,8 @@ bool ShapeCoverage::makeBox(const Outline& outline, const CGAffineTransform& toP
                             const CGAffineTransform& pen, Coverage coverage,
                             const StrokeStyle& stroke) {
     const bool isStroke = coverage == Coverage::Stroke;
-    if (!keepsAxes(toPixels) || (isStroke && (!keepsAxes(pen) || !stroke.dash.empty()))) {
+    if (!keepsAxes(toPixels) ||
+        (isStroke && (!keepsAxes(pen) || !stroke.dash.empty() || stroke.opacity != 1))) {
         return false;
     }
     const CGPoint half = isStroke ? penExtent(pen, stroke.width / 2) : CGPoint{};
@@ -178,14 +222,22 @@ void ShapeCoverage::makeMasked(const std::shared_ptr<const Outline>& outline,
     const CGPoint max{min.x + extent.size.width, min.y + extent.size.height};
     CGPoint reach;
     if (coverage == Coverage::Stroke) {
-        reach = penExtent(pen, stroke.width / 2 * joinReach(*outline));
         masked.pen = pen.linear();
+        // The corners of a solid rectangle are as far away as the extents of its pen.
+        const bool isFrame = key.kind == kPlainRect && stroke.dash.empty() && masked.pen == linear;
+        reach = isFrame ? CGPoint{stroke.width / 2 * (std::abs(pen.a) + std::abs(pen.c)),
+                                  stroke.width / 2 * (std::abs(pen.b) + std::abs(pen.d))}
+                        : penExtent(pen, stroke.width / 2 * joinReach(*outline));
         // Keys contain only one transformation, so the pen must be equal to it.
         isLasting = isLasting && masked.pen == linear;
         key.lineWidth = stroke.width;
         key.dashPhase = stroke.dashPhase;
+        key.opacity = stroke.opacity;
         masked.dash = stroke.dash;
-        masked.reach = std::max(reach.x, reach.y);
+        masked.joinReach = std::max(reach.x, reach.y);
+        // The joins of the chords of a curve are blunter than right angles.
+        const CGPoint farthestLine = penExtent(pen, stroke.width / 2 * std::numbers::sqrt2);
+        masked.lineReach = std::min(masked.joinReach, std::max(farthestLine.x, farthestLine.y));
     }
 
     const CGPoint place = toPixels.apply(origin);
@@ -232,13 +284,21 @@ bool ShapeCoverage::isExactBox() const {
     return box != nullptr && box->isExact();
 }
 
-Mask ShapeCoverage::rasterize(const Masked& masked, const MaskKey::Numbers& key) {
+std::optional<Mask> ShapeCoverage::rasterize(const Masked& masked, const MaskKey::Numbers& key) {
     // Plain shapes are rasterized from their key alone, so that the mask does not depend on the
     // first user.
     const CGRect rect{{}, {key.width, key.height}};
+    Coverage coverage = key.coverage;
     Outline plain;
     if (key.kind == kPlainRect) {
-        plain.form = Outline::Rect{rect};
+        // Filling the frame is exact for rectangles of any thinness, and stroking is not.
+        if (coverage == Coverage::Stroke && masked.dash.empty() &&
+            masked.pen == key.transform.linear()) {
+            plain.form = strokedRect(rect, key.lineWidth);
+            coverage = Coverage::EOFill;
+        } else {
+            plain.form = Outline::Rect{rect};
+        }
     } else if (key.kind == kPlainEllipse) {
         plain.form = Outline::Ellipse{rect};
     } else if (key.kind == kPlainRoundedRect) {
@@ -251,9 +311,10 @@ Mask ShapeCoverage::rasterize(const Masked& masked, const MaskKey::Numbers& key)
         return masked.isTiled() ? Mask::kSide : static_cast<int>(extent);
     };
     return MaskCache::forThisThread().rasterizer().rasterize(
-        {masked.outline ? *masked.outline : plain, transform, masked.pen, key.coverage,
-         StrokeStyle{key.lineWidth, key.dashPhase, masked.dash}, side(masked.right - masked.left),
-         side(masked.bottom - masked.top), masked.reach, masked.isTiled()});
+        {masked.outline ? *masked.outline : plain, transform, masked.pen, coverage,
+         StrokeStyle{key.lineWidth, key.dashPhase, masked.dash, key.opacity},
+         side(masked.right - masked.left), side(masked.bottom - masked.top), masked.lineReach,
+         masked.joinReach, masked.isTiled()});
 }
 
 // Calls `visit` with each mask that meets the area, the position of its corner, and the common
@@ -264,16 +325,21 @@ void ShapeCoverage::forEachTile(const PixelRect& area, Visit visit) const {
     MaskCache& cache = MaskCache::forThisThread();
     const auto visitMask = [&](const MaskKey::Numbers& key, const PixelRect& place) {
         const PixelRect piece = area.intersected(place);
-        if (!masked.isLasting) {
-            visit(rasterize(masked, key), place.left, place.top, piece);
+        const Mask* mask =
+            masked.isLasting ? cache.find({masked.outline.get(), masked.dash, key}) : nullptr;
+        if (mask != nullptr) {
+            visit(*mask, place.left, place.top, piece);
             return;
         }
-        const Mask* mask = cache.find({masked.outline.get(), masked.dash, key});
-        if (mask == nullptr) {
-            mask = &cache.insert({masked.outline, {masked.dash.begin(), masked.dash.end()}, key},
-                                 rasterize(masked, key));
+        std::optional<Mask> made = rasterize(masked, key);
+        if (!made || !masked.isLasting) {
+            // A mask that could not be made covers nothing and is not kept.
+            visit(made ? *made : Mask(place.height()), place.left, place.top, piece);
+            return;
         }
-        visit(*mask, place.left, place.top, piece);
+        visit(cache.insert({masked.outline, {masked.dash.begin(), masked.dash.end()}, key},
+                           std::move(*made)),
+              place.left, place.top, piece);
     };
     if (!masked.isTiled()) {
         visitMask(masked.key, bounds_);

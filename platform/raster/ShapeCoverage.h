@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <variant>
 
 #include "platform/coregraphics/CGPath.h"
@@ -50,7 +51,8 @@ private:
         std::int64_t originY;
         // The box of everything covered, in the outline's grid.
         std::int64_t left, top, right, bottom;
-        double reach;
+        double lineReach;
+        double joinReach;
 
         bool isTiled() const { return right - left > Mask::kSide || bottom - top > Mask::kSide; }
     };
@@ -63,7 +65,7 @@ private:
 
     template <typename Visit>
     void forEachTile(const PixelRect& area, Visit visit) const;
-    static Mask rasterize(const Masked& masked, const MaskKey::Numbers& key);
+    static std::optional<Mask> rasterize(const Masked& masked, const MaskKey::Numbers& key);
 
     std::variant<std::monostate, AlignedBox, Masked> form_;
     PixelRect bounds_;

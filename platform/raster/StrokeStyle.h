@@ -11,6 +11,8 @@ struct StrokeStyle {
     double dashPhase = 0;
     // Alternating lengths of dashes and gaps; empty for a solid line.
     std::span<const double> dash;
+    // The share of the line that is painted, if its dashes are too short to be drawn one by one.
+    double opacity = 1;
 };
 
 // How an outline becomes coverage.

@@ -78,6 +78,14 @@ TEST(BitmapContext, CoverageEqualsTheAreaOfTheShape) {
         {"rounded box", roundedPath(10, 10, 90, 50, 10, 10), Fill, 90 * 50 - (400 - 100 * kPi)},
         {"radii larger than the box", roundedPath(10, 10, 90, 50, 1e9, 1e300), Fill, 45 * 25 * kPi},
         {"half a circle", ellipsePath(-100, 100, 200, 200), Fill, 100 * 100 * kPi / 2},
+        {"dash shorter than a pixel",
+         linePath({{50, 50}, {450, 50}}),
+         Stroke,
+         200,
+         2,
+         {0.05, 0.15}},
+        {"flat box", rectPath(20, 40, 40, 0), Stroke, 50 * 10, 10},
+        {"turned flat box", rectPath(0, 0, 40, 0), Stroke, 50 * 10, 10, {}, turned},
         {"stretched pen", linePath({{5, 20}, {55, 20}}), Stroke, 200 * 4, 2, {}, stretched},
         // Of shapes much larger than the canvas, the part on the canvas is painted.
         {"huge band", rectPath(-1e30, 10.5, 2e30, 30), Fill, 500 * 30},
@@ -94,6 +102,41 @@ TEST(BitmapContext, CoverageEqualsTheAreaOfTheShape) {
         canvas.setLineDash(0, c.dash);
         draw(canvas, c.path, c.mode);
         EXPECT_NEAR(coveredArea(canvas), c.area, 0.3 + c.area * 0.007) << c.name;
+    }
+}
+
+TEST(BitmapContext, DashesOfLargeClosedOutlinesMeetAtTheCorner) {
+    for (const double side : {100.0, 800.0}) {
+        CGBitmapContext canvas(400, 400);
+        canvas.setLineWidth(20);
+        // The dash is painted at both ends of the outline.
+        canvas.setLineDash(0, std::array{side, 10.0, 1e4, 1.0});
+        const double end = 30 + side;
+        draw(canvas, polygonPath({{30, 30}, {end, 30}, {end, end}, {30, end}}), Stroke);
+        EXPECT_EQ(pixel(canvas, 22, 22), kBlack) << side;
+    }
+}
+
+TEST(BitmapContext, StrokesOfThinShapesDoNotReachTheNextMask) {
+    const struct {
+        CGPath path;
+        double lineWidth;
+        double angle;
+    } cases[] = {
+        {ellipsePath(0, 0, 1, 0.0034), 8, 0.4658},   {rectPath(0, 0, 7, 0.0012), 2, 13.8233},
+        {ellipsePath(0, 0, 15, 0.0071), 7, 14.6316}, {ellipsePath(0, 0, 4, 0.0078), 8, 55.7042},
+        {rectPath(0, 0, 4, 0.0016), 7, 68.5137},
+    };
+    double side = 61;
+    for (const auto& c : cases) {
+        CGBitmapContext thin(100, 100), canvas(100, 100);
+        thin.translateCTM(30, 30);
+        thin.concatCTM(CGAffineTransform::makeRotation(c.angle));
+        thin.setLineWidth(c.lineWidth);
+        draw(thin, c.path, Stroke);
+        side += 0.25;  // so that the mask is a new one
+        draw(canvas, ellipsePath(5, 5, side, side));
+        EXPECT_NEAR(coveredArea(canvas), side * side * kPi / 4, 1) << c.angle;
     }
 }
 
@@ -132,6 +175,7 @@ TEST(BitmapContext, GradientsRunAlongTheirAxis) {
         {"no ends", *even, {20, 0}, {80, 0}, 0, {0, 0xffa65900, 0xff00ff00, 0}},
         {"hard edge", *hard, {0, 0}, {60, 0}, 3, {0xffd12e00, 0xff0000ff, 0xff0000ff, 0xff0000ff}},
         {"no length", *even, {20, 0}, {20, 0}, 3, {0xff0000ff, 0xff0000ff, 0xff0000ff, 0xff0000ff}},
+        {"steep", *even, {0, 0}, {1e-38, 0}, 3, {0xff0000ff, 0xff0000ff, 0xff0000ff, 0xff0000ff}},
         {"no colors", *none, {20, 0}, {80, 0}, 3, {}},
         {"not finite", *even, {NAN, 0}, {80, INFINITY}, 0, {}},
     };

@@ -122,6 +122,13 @@ TEST(HostileDrawing, TransformationsAndStates) {
         canvas.clip();
         paintEverything(canvas);
     });
+    for (const double scale : {1e-9, 1e-11}) {
+        expectHarmless("dashed and almost edge-on", Anything, [&](CGContext& canvas) {
+            canvas.concatCTM(CGAffineTransform::makeRotation(0.3).scale(1, scale));
+            canvas.setLineDash(0, std::array{4.0, 4.0});
+            draw(canvas, ellipsePath(0, 0, 100, 100), Stroke);
+        });
+    }
     expectHarmless("colors out of range", Something, [](CGContext& canvas) {
         canvas.setRGBFillColor(NAN, -1, 1e30, 7);
         fillRect(canvas, {{10, 10}, {20, 20}});

@@ -1,0 +1,17 @@
+#pragma once
+
+#include <vector>
+
+#include "platform/raster/OutlineClipper.h"
+#include "platform/raster/StrokeStyle.h"
+
+namespace orvane::platform {
+
+// Cuts lines into the parts that the dash of a stroke paints. A dash that reaches across the point
+// where a closed subpath begins and ends stays in one part, with a join. `pen` maps user space to
+// pixels.
+std::vector<OutlineClipper::Run> dashedRuns(const std::vector<OutlineClipper::Run>& runs,
+                                            const StrokeStyle& stroke,
+                                            const CGAffineTransform& pen);
+
+}  // namespace orvane::platform
