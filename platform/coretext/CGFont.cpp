@@ -7,8 +7,6 @@
 #include <span>
 #include <utility>
 
-#include "platform/coregraphics/CGDataProvider.h"
-
 namespace orvane::platform {
 
 namespace {
@@ -63,7 +61,7 @@ std::shared_ptr<const CGFont> CGFont::createWithDataProvider(const CGDataProvide
         return nullptr;
     }
     const char* const name = FT_Get_Postscript_Name(face);
-    return std::shared_ptr<const CGFont>(new CGFont(file, name != nullptr ? name : ""));
+    return std::shared_ptr<const CGFont>(new CGFont(provider, file, name != nullptr ? name : ""));
 }
 
 }  // namespace orvane::platform

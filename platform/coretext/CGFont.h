@@ -1,13 +1,14 @@
 #pragma once
 
 #include <memory>
+#include <span>
 #include <string>
+#include <utility>
 
 #include "orvane/commons/Export.h"
+#include "platform/coregraphics/CGDataProvider.h"
 
 namespace orvane::platform {
-
-class CGDataProvider;
 
 // A font file that was checked and can be registered.
 class ORVANE_EXPORT CGFont {
@@ -18,12 +19,15 @@ public:
                                                                 const std::string& file);
 
     const std::string& file() const { return file_; }
+    // The bytes that were checked.
+    std::span<const unsigned char> bytes() const { return data_.bytes(); }
     const std::string& postScriptName() const { return postScriptName_; }
 
 private:
-    CGFont(std::string file, std::string postScriptName)
-        : file_(std::move(file)), postScriptName_(std::move(postScriptName)) {}
+    CGFont(const CGDataProvider& data, std::string file, std::string postScriptName)
+        : data_(data), file_(std::move(file)), postScriptName_(std::move(postScriptName)) {}
 
+    CGDataProvider data_;
     std::string file_;
     std::string postScriptName_;
 };

@@ -30,10 +30,11 @@ CTFont::CTFont(const std::string& name, double size) : size_(size) {
     postScriptName_ = face.postScriptName;
     description_ = pango_font_description_copy(face.description);
     pango_font_description_set_absolute_size(description_, size_ * PANGO_SCALE);
-    const auto font = map->load(description_);
-    ascent_ = font->ascent();
-    descent_ = font->descent();
-    leading_ = font->leading();
+    if (const auto font = map->load(description_)) {
+        ascent_ = font->ascent();
+        descent_ = font->descent();
+        leading_ = font->leading();
+    }
 }
 
 CTFont::~CTFont() {

@@ -10,7 +10,7 @@ std::optional<std::string> CTFontManager::registerGraphicsFont(const CGFont& fon
     if (!font.postScriptName().empty() && map->isRegistered(font.postScriptName())) {
         return "The font '" + font.postScriptName() + "' is already registered.";
     }
-    if (!map->addApplicationFont(font.file())) {
+    if (!map->addApplicationFont(font.bytes())) {
         return "The file '" + font.file() + "' could not be registered.";
     }
     return std::nullopt;

@@ -6,7 +6,6 @@
 #include "platform/coretext/CTFrame.h"
 #include "platform/coretext/CTLine.h"
 #include "platform/coretext/FontMap.h"
-#include "platform/coretext/LineBreaker.h"
 #include "platform/coretext/LineBuilder.h"
 #include "platform/coretext/RunFont.h"
 #include "platform/coretext/ShapedText.h"
@@ -39,28 +38,27 @@ CTFramesetter::CTFramesetter(const CFMutableAttributedString& string) {
 }
 
 const std::vector<CTFramesetter::Line>& CTFramesetter::linesOf(double width) const {
-    if (width == width_) {
+    // Lines that were broken at a larger width and fit into this one would be broken alike.
+    if (width == width_ || (width < width_ && width >= longest_ && longest_ > 0)) {
         return lines_;
     }
     width_ = width;
+    longest_ = 0;
     lines_.clear();
     if (!(width > 0)) {
         return lines_;
     }
     FontMap::Locked map;
     const auto shapedText = string_.shapedText();
-    for (const ShapedParagraph& paragraph : shapedText->paragraphs()) {
-        const CTTextAlignment alignment =
-            resolved(string_.runAt(paragraph.begin)->attributes.alignment, paragraph.rightToLeft);
-        LineBreaker breaker(*shapedText, paragraph, width);
-        while (!breaker.atEnd()) {
-            const LineBreaker::Line bytes = breaker.next();
-            LineBuilder builder(string_);
-            builder.add(paragraph, bytes.begin, bytes.end);
-            const std::size_t begin = paragraph.begin + static_cast<std::size_t>(bytes.begin);
-            const auto length = static_cast<std::size_t>(bytes.next - bytes.begin);
-            lines_.push_back({builder.finish({begin, length}), alignment});
-        }
+    for (const auto& [paragraph, bytes] : shapedText->linesOf(width)) {
+        LineBuilder builder(string_);
+        builder.add(*paragraph, bytes.begin, bytes.end);
+        const std::size_t begin = paragraph->begin + static_cast<std::size_t>(bytes.begin);
+        const auto length = static_cast<std::size_t>(bytes.next - bytes.begin);
+        lines_.push_back({builder.finish({begin, length}),
+                          resolved(string_.runAt(paragraph->begin)->attributes.alignment,
+                                   paragraph->rightToLeft)});
+        longest_ = std::max(longest_, lines_.back().line->typographicBounds().width);
     }
     return lines_;
 }

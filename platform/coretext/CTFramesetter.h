@@ -40,6 +40,7 @@ private:
 
     CFMutableAttributedString string_;
     mutable double width_ = 0;
+    mutable double longest_ = 0;  // of the lines
     mutable std::vector<Line> lines_;
 };
 

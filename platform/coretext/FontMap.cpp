@@ -2,12 +2,15 @@
 
 #include <pango/pangocairo.h>
 #include <pango/pangofc-fontmap.h>
+#include <sys/mman.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <charconv>
 #include <cstdlib>
 #include <limits>
 #include <optional>
+#include <span>
 
 #include "platform/coretext/CTFont.h"
 #include "platform/coretext/RunFont.h"
@@ -21,6 +24,41 @@ namespace {
 constexpr std::string_view kFaceToken = "orvane face ";
 // The family that Pango requests for emoji presentation.
 constexpr std::string_view kEmoji = "emoji";
+
+constexpr const char* kGenericFamilies[] = {"sans",      "sans-serif", "serif",   "mono",
+                                            "monospace", "cursive",    "fantasy", "system-ui"};
+
+// Scales the glyphs of fonts without outlines from the size of their bitmaps to the requested size.
+constexpr char kScaleBitmapFonts[] = R"(<?xml version="1.0"?>
+<!DOCTYPE fontconfig SYSTEM "urn:fontconfig:fonts.dtd">
+<fontconfig>
+  <match target="font">
+    <test name="outline"><bool>false</bool></test>
+    <edit name="pixelsizefixupfactor" mode="assign">
+      <divide><name target="pattern">pixelsize</name><name target="font">pixelsize</name></divide>
+    </edit>
+    <edit name="matrix" mode="assign">
+      <times>
+        <name>matrix</name>
+        <matrix>
+          <name>pixelsizefixupfactor</name><double>0</double>
+          <double>0</double><name>pixelsizefixupfactor</name>
+        </matrix>
+      </times>
+    </edit>
+    <edit name="size" mode="assign">
+      <divide><name>size</name><name>pixelsizefixupfactor</name></divide>
+    </edit>
+  </match>
+</fontconfig>
+)";
+
+struct DescriptionRelease {
+    void operator()(PangoFontDescription* description) const {
+        pango_font_description_free(description);
+    }
+};
+using DescriptionPointer = std::unique_ptr<PangoFontDescription, DescriptionRelease>;
 
 const FcChar8* fcString(const std::string& text) {
     return reinterpret_cast<const FcChar8*>(text.c_str());
@@ -60,6 +98,17 @@ int distanceFromRegular(FcPattern* pattern) {
     };
     return distance(FC_SLANT, FC_SLANT_ROMAN, 10) + distance(FC_WIDTH, FC_WIDTH_NORMAL, 10) +
            distance(FC_WEIGHT, FC_WEIGHT_REGULAR, 1);
+}
+
+bool writeWhole(int file, std::span<const unsigned char> bytes) {
+    while (!bytes.empty()) {
+        const ssize_t written = write(file, bytes.data(), bytes.size());
+        if (written <= 0) {
+            return false;
+        }
+        bytes = bytes.subspan(static_cast<std::size_t>(written));
+    }
+    return true;
 }
 
 std::optional<std::size_t> faceOfToken(std::string_view family) {
@@ -128,13 +177,14 @@ FontMap::FontMap()
         [](FcPattern* pattern, void* self) { static_cast<FontMap*>(self)->substitute(pattern); },
         this, nullptr);
 
+    scaleBitmapFonts();
+
     context_ = pango_font_map_create_context(fontMap_);
-    // Text keeps its proportions at every scale and moves by fractions of a pixel, so nothing is
-    // aligned to the pixel grid.
+    // Text keeps its proportions at every scale and moves by fractions of a pixel, so metrics and
+    // positions are not rounded. The hint style is that of the desktop's fontconfig settings.
     pango_context_set_round_glyph_positions(context_, FALSE);
     cairo_font_options_t* const options = cairo_font_options_create();
     cairo_font_options_set_antialias(options, CAIRO_ANTIALIAS_GRAY);
-    cairo_font_options_set_hint_style(options, CAIRO_HINT_STYLE_NONE);
     cairo_font_options_set_hint_metrics(options, CAIRO_HINT_METRICS_OFF);
     pango_cairo_context_set_font_options(context_, options);
     cairo_font_options_destroy(options);
@@ -164,6 +214,24 @@ void FontMap::substitute(FcPattern* pattern) const {
         appendFamilies(pattern, registered, true);
     }
     families.appendTo(pattern, 1, std::numeric_limits<int>::max());
+}
+
+// Desktops have a rule that scales bitmap glyphs to the requested size. Without it, color emoji
+// have the size of their bitmaps.
+void FontMap::scaleBitmapFonts() {
+    FcPattern* const request =
+        FcPatternBuild(nullptr, FC_PIXEL_SIZE, FcTypeDouble, 10.0, static_cast<char*>(nullptr));
+    FcPattern* const bitmap =
+        FcPatternBuild(nullptr, FC_PIXEL_SIZE, FcTypeDouble, 100.0, FC_OUTLINE, FcTypeBool, FcFalse,
+                       FC_SCALABLE, FcTypeBool, FcTrue, static_cast<char*>(nullptr));
+    FcConfigSubstituteWithPat(config_, bitmap, request, FcMatchFont);
+    FcMatrix* matrix = nullptr;
+    if (FcPatternGetMatrix(bitmap, FC_MATRIX, 0, &matrix) != FcResultMatch) {
+        FcConfigParseAndLoadFromMemory(config_, reinterpret_cast<const FcChar8*>(kScaleBitmapFonts),
+                                       FcFalse);
+    }
+    FcPatternDestroy(bitmap);
+    FcPatternDestroy(request);
 }
 
 FcPattern* FontMap::find(const char* object, const std::string& name) const {
@@ -204,6 +272,39 @@ FcPattern* FontMap::findFallback() const {
     return match;
 }
 
+// Resolves a family with words for a style ("DejaVu Serif Bold") and the generic families of
+// fontconfig ("serif", "Monospace Bold").
+FcPattern* FontMap::findStyle(const std::string& name) const {
+    if (g_utf8_validate(name.c_str(), -1, nullptr) == FALSE) {
+        return nullptr;
+    }
+    const DescriptionPointer description(pango_font_description_from_string(name.c_str()));
+    const char* const family = pango_font_description_get_family(description.get());
+    if (family == nullptr) {
+        return nullptr;
+    }
+    const bool isGeneric = std::ranges::any_of(kGenericFamilies, [&](const char* generic) {
+        return g_ascii_strcasecmp(family, generic) == 0;
+    });
+    if (!isGeneric && find(FC_FAMILY, family) == nullptr) {
+        return nullptr;
+    }
+    const int weight = pango_font_description_get_weight(description.get());
+    const bool isUpright =
+        pango_font_description_get_style(description.get()) == PANGO_STYLE_NORMAL;
+    FcPattern* const request = FcPatternCreate();
+    FcPatternAddString(request, FC_FAMILY, fcString(family));
+    FcPatternAddDouble(request, FC_WEIGHT, FcWeightFromOpenTypeDouble(weight));
+    FcPatternAddInteger(request, FC_SLANT, isUpright ? FC_SLANT_ROMAN : FC_SLANT_ITALIC);
+    FcPatternAddBool(request, FC_SCALABLE, FcTrue);
+    FcConfigSubstitute(config_, request, FcMatchPattern);
+    FcDefaultSubstitute(request);
+    FcResult result = FcResultNoMatch;
+    FcPattern* const match = FcFontMatch(config_, request, &result);
+    FcPatternDestroy(request);
+    return match;
+}
+
 std::size_t FontMap::addFace(FcPattern* pattern) {
     auto face = std::make_unique<FontFace>();
     face->file = stringOf(pattern, FC_FILE);
@@ -231,6 +332,9 @@ const FontFace& FontMap::resolve(const std::string& name) {
     std::size_t number = 0;
     if (font != nullptr) {
         number = addFace(font);
+    } else if (FcPattern* const match = name.empty() ? nullptr : findStyle(name)) {
+        number = addFace(match);
+        FcPatternDestroy(match);
     } else if (FcPattern* const fallback = findFallback()) {
         number = addFace(fallback);
         FcPatternDestroy(fallback);
@@ -271,8 +375,16 @@ std::shared_ptr<const CTFont> FontMap::sharedFont(
     return font;
 }
 
-bool FontMap::addApplicationFont(const std::string& file) {
-    if (FcConfigAppFontAddFile(config_, fcString(file)) == FcFalse) {
+bool FontMap::addApplicationFont(std::span<const unsigned char> bytes) {
+    // fontconfig and FreeType open fonts by path, repeatedly. The path of a file in memory keeps
+    // its content for as long as the descriptor is open, which is as long as the process.
+    const int file = memfd_create("font", MFD_CLOEXEC);
+    if (file < 0) {
+        return false;
+    }
+    const std::string path = "/proc/self/fd/" + std::to_string(file);
+    if (!writeWhole(file, bytes) || FcConfigAppFontAddFile(config_, fcString(path)) == FcFalse) {
+        close(file);
         return false;
     }
     // Names and fallbacks may now refer to other fonts. Existing texts keep their fonts.

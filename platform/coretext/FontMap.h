@@ -7,6 +7,7 @@
 #include <map>
 #include <memory>
 #include <mutex>
+#include <span>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -53,6 +54,8 @@ public:
 
     // Finds a face by the rules of CTFont::createWithName. Always returns a face.
     const FontFace& resolve(const std::string& name);
+    // False if neither the system nor the process has any font.
+    bool hasFonts() { return !resolve({}).file.empty(); }
     std::shared_ptr<const RunFont> load(const PangoFontDescription* description);
 
     // Returns the living CTFont of that name and size, or else the result of `make`.
@@ -60,8 +63,9 @@ public:
         const std::string& name, double size,
         const std::function<std::shared_ptr<const CTFont>()>& make);
 
-    // Adds a font file to the process. Returns false when fontconfig refuses it.
-    bool addApplicationFont(const std::string& file);
+    // Adds a font, given as the bytes of its file, to the process. Returns false when fontconfig
+    // refuses it.
+    bool addApplicationFont(std::span<const unsigned char> bytes);
     // Whether a registered font has this PostScript name.
     bool isRegistered(const std::string& postScriptName) const;
 
@@ -70,7 +74,9 @@ private:
     static FontMap& instance();
 
     FcPattern* find(const char* object, const std::string& name) const;
+    FcPattern* findStyle(const std::string& name) const;
     FcPattern* findFallback() const;
+    void scaleBitmapFonts();
     std::size_t addFace(FcPattern* pattern);
     void substitute(FcPattern* pattern) const;
 

@@ -121,6 +121,7 @@ std::shared_ptr<const ShapedText> ShapedText::shape(
     std::shared_ptr<const std::string> text,
     const std::vector<CFMutableAttributedString::Run>& runs) {
     FontMap::Locked map;
+    const bool hasFonts = map->hasFonts();
     std::shared_ptr<ShapedText> result(new ShapedText(std::move(text)));
     const std::string& string = *result->text_;
     std::size_t run = 0;
@@ -139,7 +140,8 @@ std::shared_ptr<const ShapedText> ShapedText::shape(
         added.end = begin + static_cast<std::size_t>(length);
         added.next = begin + static_cast<std::size_t>(next);
         added.rightToLeft = readsRightToLeft(paragraph, length);
-        if (length > 0) {
+        // Pango does not work without any font.
+        if (length > 0 && hasFonts) {
             const AttributesPointer attributes = fontAttributes(runs, run, begin, added.end);
             added.items = shapeParagraph(map->context(), paragraph, length, added.rightToLeft,
                                          attributes.get());
@@ -148,6 +150,20 @@ std::shared_ptr<const ShapedText> ShapedText::shape(
         result->paragraphs_.push_back(std::move(added));
     }
     return result;
+}
+
+const std::vector<ShapedText::Line>& ShapedText::linesOf(double width) const {
+    if (width != width_) {
+        width_ = width;
+        lines_.clear();
+        for (const ShapedParagraph& paragraph : paragraphs_) {
+            LineBreaker breaker(*this, paragraph, width);
+            while (!breaker.atEnd()) {
+                lines_.push_back({&paragraph, breaker.next()});
+            }
+        }
+    }
+    return lines_;
 }
 
 ShapedText::~ShapedText() {

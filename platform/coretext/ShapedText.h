@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "platform/coretext/CFMutableAttributedString.h"
+#include "platform/coretext/LineBreaker.h"
 
 namespace orvane::platform {
 
@@ -61,11 +62,22 @@ public:
     // Empty for an empty text. After a separator at the end there is one more, empty paragraph.
     const std::vector<ShapedParagraph>& paragraphs() const { return paragraphs_; }
 
+    // A line of a paragraph, in bytes of the paragraph.
+    struct Line {
+        const ShapedParagraph* paragraph;
+        LineBreaker::Line bytes;
+    };
+    // The lines of a width in user units. Those of the last width are kept, because they do not
+    // depend on colors. Called under the lock of FontMap.
+    const std::vector<Line>& linesOf(double width) const;
+
 private:
     explicit ShapedText(std::shared_ptr<const std::string> text) : text_(std::move(text)) {}
 
     std::shared_ptr<const std::string> text_;
     std::vector<ShapedParagraph> paragraphs_;
+    mutable double width_ = 0;
+    mutable std::vector<Line> lines_;
 };
 
 }  // namespace orvane::platform

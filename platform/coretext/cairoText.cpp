@@ -46,6 +46,15 @@ void fillAlike(cairo_t* target, cairo_t* path, Pixel origin) {
     }
 }
 
+namespace {
+
+// Hints move outlines to the pixel grid, which exists only for upright text.
+bool isUpright(const cairo_matrix_t& m) {
+    return m.xy == 0 && m.yx == 0 && m.xx > 0 && m.yy > 0;
+}
+
+}  // namespace
+
 void setFont(cairo_t* cairo, const RunFont& font) {
     cairo_scaled_font_t* const scaledFont = font.scaledFont();
     cairo_matrix_t fontMatrix;
@@ -54,6 +63,11 @@ void setFont(cairo_t* cairo, const RunFont& font) {
     cairo_set_font_matrix(cairo, &fontMatrix);
     cairo_font_options_t* const options = cairo_font_options_create();
     cairo_scaled_font_get_font_options(scaledFont, options);
+    cairo_matrix_t matrix;
+    cairo_get_matrix(cairo, &matrix);
+    if (!isUpright(matrix)) {
+        cairo_font_options_set_hint_style(options, CAIRO_HINT_STYLE_NONE);
+    }
     cairo_set_font_options(cairo, options);
     cairo_font_options_destroy(options);
 }

@@ -22,7 +22,8 @@ CairoContext pathContext();
 // The color of a pixel depends neither on the clip nor on the whole pixels of the origin.
 void fillAlike(cairo_t* target, cairo_t* path, Pixel origin);
 
-// Sets the font of `cairo` at its size in user units, independently of the current transformation.
+// Sets the font of `cairo` at its size in user units. Its outlines are hinted if the desktop says
+// so and the current transformation keeps text upright.
 void setFont(cairo_t* cairo, const RunFont& font);
 
 // Appends the outline of a glyph at (0, 0) under `matrix`, which maps glyph space (y down) to

@@ -25,6 +25,11 @@ TEST_F(FontTest, FindsFontsByPostScriptNameFullNameAndFamily) {
         {"DejaVu Serif", "DejaVuSerif"},
         {"DejaVu Sans Mono", "DejaVuSansMono"},
         {"Noto Color Emoji Subset", "NotoColorEmoji-Subset"},
+        // Families with a style, and generic families.
+        {"DejaVu Sans, Bold", "DejaVuSans-Bold"},
+        {"serif", "DejaVuSerif"},
+        {"Monospace", "DejaVuSansMono"},
+        {"Sans Bold", "DejaVuSans-Bold"},
         // Unknown names give the plainest registered font.
         {"No Such Font", "DejaVuSans"},
         {"", "DejaVuSans"},

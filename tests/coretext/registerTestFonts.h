@@ -22,7 +22,8 @@ inline void registerTestFonts() {
              {"DejaVuSans.ttf", "DejaVuSans-Bold.ttf", "DejaVuSansMono.ttf", "DejaVuSerif.ttf",
               "DroidSansFallback-Subset.ttf", "NotoColorEmoji-Subset.ttf"}) {
             const auto provider = CGDataProvider::createWithFilename(testFont(name));
-            const auto font = CGFont::createWithDataProvider(*provider, testFont(name));
+            // The name is not the path of a file: registered fonts are used from their data.
+            const auto font = CGFont::createWithDataProvider(*provider, name);
             if (CTFontManager::registerGraphicsFont(*font)) {
                 return false;
             }
