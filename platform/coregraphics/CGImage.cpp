@@ -6,12 +6,22 @@
 #include "platform/coregraphics/CGDataProvider.h"
 #include "platform/coregraphics/imageLimits.h"
 #include "platform/coregraphics/premultiplied.h"
+#include "platform/foundation/NSLog.h"
 
 namespace orvane::platform {
+
+void reportTooLarge(std::int64_t width, std::int64_t height) {
+    NSLog(
+        "An image of %lld x %lld pixels is too large: the limits are %lld pixels each way and %lld "
+        "in all",
+        static_cast<long long>(width), static_cast<long long>(height),
+        static_cast<long long>(kLargestSide), static_cast<long long>(kMostPixels));
+}
 
 CGImage::CGImage(int width, int height, std::vector<std::uint32_t> pixels)
     : width_(width),
       height_(height),
+      size_{static_cast<double>(width), static_cast<double>(height)},
       isOpaque_(std::ranges::all_of(pixels, [](std::uint32_t p) { return p >> 24 == 255; })),
       pixels_(std::move(pixels)) {}
 
@@ -22,6 +32,17 @@ std::shared_ptr<const CGImage> CGImage::createWithPixels(int width, int height,
         return nullptr;
     }
     return std::shared_ptr<const CGImage>(new CGImage(width, height, std::move(pixels)));
+}
+
+std::shared_ptr<const CGImage> CGImage::createReduced(int width, int height,
+                                                      std::vector<std::uint32_t> pixels,
+                                                      const CGSize& size) {
+    if (!isSensibleImageSize(width, height)) {
+        return nullptr;
+    }
+    std::shared_ptr<CGImage> image(new CGImage(width, height, std::move(pixels)));
+    image->size_ = size;
+    return image;
 }
 
 std::shared_ptr<const CGImage> CGImage::create(std::ptrdiff_t width, std::ptrdiff_t height,

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "orvane/commons/Export.h"
+#include "platform/coregraphics/CGGeometry.h"
 
 namespace orvane::platform {
 
@@ -36,7 +37,11 @@ public:
     static std::shared_ptr<const CGImage> createWithPixels(int width, int height,
                                                            std::vector<std::uint32_t> pixels);
 
-    // The size in pixels:
+    // The size of the picture, in pixels of its file. A JPEG of more pixels than a bitmap may have
+    // is decoded at a half, a quarter or an eighth of its resolution, and keeps its size.
+    const CGSize& size() const { return size_; }
+
+    // The number of stored pixels:
     int width() const { return width_; }
     int height() const { return height_; }
     // `width * height` words as described above, borrowed from the image.
@@ -50,9 +55,13 @@ public:
 
 private:
     CGImage(int width, int height, std::vector<std::uint32_t> pixels);
+    static std::shared_ptr<const CGImage> createReduced(int width, int height,
+                                                        std::vector<std::uint32_t> pixels,
+                                                        const CGSize& size);
 
     int width_;
     int height_;
+    CGSize size_;
     bool isOpaque_;
     std::vector<std::uint32_t> pixels_;
 };

@@ -14,6 +14,7 @@
 #include "platform/coregraphics/CGImage.h"
 #include "platform/coregraphics/imageLimits.h"
 #include "platform/coregraphics/premultiplied.h"
+#include "platform/foundation/NSLog.h"
 
 namespace orvane::platform {
 
@@ -21,16 +22,27 @@ namespace {
 
 // A progressive image can contain any number of scans over all its pixels; encoders write about a
 // dozen.
+// Their number is limited for small images, and their work for large ones.
 constexpr int kMostScans = 100;
+constexpr std::int64_t kMostScannedPixels = std::int64_t{1} << 31;
+
+// Larger images are decoded at reduced resolution, up to this number of pixels.
+constexpr std::int64_t kMostFilePixels = std::int64_t{1} << 28;
+// libjpeg keeps all coefficients of a progressive image.
+constexpr long kMostMemory = 512L << 20;
 
 // libjpeg reports failures through a function that must not return. This one jumps back to the
 // start of decoding. No object with a destructor may be created in between.
 struct ErrorManager {
     jpeg_error_mgr base;  // first member: libjpeg's pointer to it is converted back
     std::jmp_buf back;
+    bool isEndMissing;  // the data ended without the end marker
 };
 
 [[noreturn]] void fail(j_common_ptr info) {
+    if (info->err->msg_code == JERR_NO_BACKING_STORE) {
+        NSLog("A progressive JPEG needs more than %ld MB of memory", kMostMemory >> 20);
+    }
     std::longjmp(reinterpret_cast<ErrorManager*>(info->err)->back, 1);
 }
 
@@ -44,6 +56,12 @@ void onMessage(j_common_ptr info, int level) {
         case JWRN_EXTRANEOUS_DATA:
         case JWRN_ADOBE_XFORM:
         case JWRN_BOGUS_PROGRESSION:
+        case JWRN_JFIF_MAJOR:
+        case JWRN_NOT_SEQUENTIAL:
+            return;
+        case JWRN_JPEG_EOF:
+            // If pixels are missing as well, another warning follows.
+            reinterpret_cast<ErrorManager*>(info->err)->isEndMissing = true;
             return;
         default:
             fail(info);
@@ -51,7 +69,10 @@ void onMessage(j_common_ptr info, int level) {
 }
 
 void onProgress(j_common_ptr info) {
-    if (reinterpret_cast<j_decompress_ptr>(info)->input_scan_number > kMostScans) {
+    const auto* const image = reinterpret_cast<j_decompress_ptr>(info);
+    const std::int64_t scans = image->input_scan_number;
+    if (scans > kMostScans ||
+        scans * image->image_width * image->image_height > kMostScannedPixels) {
         fail(info);
     }
 }
@@ -85,11 +106,21 @@ public:
         jpeg_mem_src(&info_, bytes.data(), static_cast<unsigned long>(bytes.size()));
         progress_.progress_monitor = onProgress;
         info_.progress = &progress_;
+        info_.mem->max_memory_to_use = kMostMemory;
         jpeg_read_header(&info_, TRUE);
-        if (!isSensibleImageSize(info_.image_width, info_.image_height) ||
-            !canHold(bytes.size(), std::int64_t{info_.image_width} * info_.image_height,
-                     kPixelsPerByte)) {
+        const std::int64_t announced = std::int64_t{info_.image_width} * info_.image_height;
+        if (!canHold(bytes.size(), announced, kPixelsPerByte)) {
             return false;
+        }
+        if (announced > kMostFilePixels) {
+            reportTooLarge(info_.image_width, info_.image_height);
+            return false;
+        }
+        info_.scale_num = 1;
+        jpeg_calc_output_dimensions(&info_);
+        while (!isSensibleImageSize(info_.output_width, info_.output_height)) {
+            info_.scale_denom *= 2;
+            jpeg_calc_output_dimensions(&info_);
         }
         const bool isCmyk =
             info_.jpeg_color_space == JCS_CMYK || info_.jpeg_color_space == JCS_YCCK;
@@ -103,15 +134,37 @@ public:
             jpeg_read_scanlines(&info_, &row, 1);
             convertRow(pixels, isCmyk);
         }
+        const bool isComplete = !isScanMissing();
         jpeg_finish_decompress(&info_);
-        return true;
+        return !error_.isEndMissing || isComplete;
     }
 
+    CGSize size() const {
+        return {static_cast<double>(info_.image_width), static_cast<double>(info_.image_height)};
+    }
     int width() const { return static_cast<int>(info_.output_width); }
     int height() const { return static_cast<int>(info_.output_height); }
     std::vector<std::uint32_t> takePixels() { return std::move(pixels_); }
 
 private:
+    // Whether the scans so far leave out part of the image.
+    bool isScanMissing() {
+        if (jpeg_has_multiple_scans(&info_) == FALSE) {
+            return false;
+        }
+        if (info_.coef_bits == nullptr) {
+            return true;
+        }
+        for (int component = 0; component < info_.num_components; ++component) {
+            // The number of missing bits of each coefficient; negative if all are.
+            const int* const bits = info_.coef_bits[component];
+            if (!std::all_of(bits, bits + DCTSIZE2, [](int missing) { return missing == 0; })) {
+                return true;
+            }
+        }
+        return false;
+    }
+
     void allocate() {
         pixels_.resize(std::size_t{info_.output_width} * info_.output_height);
         row_.resize(std::size_t{info_.output_width} *
@@ -149,7 +202,8 @@ std::shared_ptr<const CGImage> CGImage::createWithJPEGDataProvider(const CGDataP
     if (provider.bytes().empty() || !decompressor.decode(provider.bytes())) {
         return nullptr;
     }
-    return createWithPixels(decompressor.width(), decompressor.height(), decompressor.takePixels());
+    return createReduced(decompressor.width(), decompressor.height(), decompressor.takePixels(),
+                         decompressor.size());
 }
 
 }  // namespace orvane::platform

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <iterator>
 #include <span>
+#include <string_view>
 #include <vector>
 
 #include "platform/coregraphics/CGDataProvider.h"
@@ -45,14 +46,53 @@ bool hasEnd(std::span<const unsigned char> bytes) {
     return std::search(bytes.begin(), bytes.end(), std::begin(kEnd), std::end(kEnd)) != bytes.end();
 }
 
+std::uint32_t wordAt(std::span<const unsigned char> bytes, std::size_t at) {
+    return std::uint32_t{bytes[at]} << 24 | std::uint32_t{bytes[at + 1]} << 16 |
+           std::uint32_t{bytes[at + 2]} << 8 | bytes[at + 3];
+}
+
+// Copies the file without its text chunks to `copy` and returns the copy, or returns the file
+// itself if it has none. libpng expands compressed text before the pixels, in 1000 chunks of 8 MB
+// each.
+std::span<const unsigned char> withoutText(std::span<const unsigned char> bytes,
+                                           std::vector<unsigned char>& copy) {
+    constexpr std::size_t kSignature = 8;
+    constexpr std::size_t kChunkFrame = 12;  // length, type and checksum
+    std::size_t kept = 0;                    // everything before this byte was copied
+    for (std::size_t at = kSignature; at + kChunkFrame <= bytes.size();) {
+        const std::size_t size = wordAt(bytes, at) + kChunkFrame;
+        if (size > bytes.size() - at) {
+            break;
+        }
+        const std::string_view type(reinterpret_cast<const char*>(bytes.data()) + at + 4, 4);
+        if (type == "tEXt" || type == "zTXt" || type == "iTXt") {
+            copy.insert(copy.end(), bytes.begin() + static_cast<std::ptrdiff_t>(kept),
+                        bytes.begin() + static_cast<std::ptrdiff_t>(at));
+            kept = at + size;
+        }
+        at += size;
+    }
+    if (kept == 0) {
+        return bytes;
+    }
+    copy.insert(copy.end(), bytes.begin() + static_cast<std::ptrdiff_t>(kept), bytes.end());
+    return copy;
+}
+
 }  // namespace
 
 std::shared_ptr<const CGImage> CGImage::createWithPNGDataProvider(const CGDataProvider& provider) {
-    const std::span<const unsigned char> bytes = provider.bytes();
+    std::vector<unsigned char> copy;
+    const std::span<const unsigned char> bytes = withoutText(provider.bytes(), copy);
     PngImage png;
-    if (png_image_begin_read_from_memory(png.get(), bytes.data(), bytes.size()) == 0 ||
-        !isSensibleImageSize(png->width, png->height) ||
-        !canHold(bytes.size(), std::int64_t{png->width} * png->height, kPixelsPerByte) ||
+    if (png_image_begin_read_from_memory(png.get(), bytes.data(), bytes.size()) == 0) {
+        return nullptr;
+    }
+    if (!isSensibleImageSize(png->width, png->height)) {
+        reportTooLarge(png->width, png->height);
+        return nullptr;
+    }
+    if (!canHold(bytes.size(), std::int64_t{png->width} * png->height, kPixelsPerByte) ||
         !hasEnd(bytes)) {
         return nullptr;
     }

@@ -21,4 +21,7 @@ constexpr bool canHold(std::size_t bytes, std::int64_t pixels, std::int64_t pixe
     return pixels / pixelsPerByte <= static_cast<std::int64_t>(bytes);
 }
 
+// Logs that an image is not decoded because of its size.
+void reportTooLarge(std::int64_t width, std::int64_t height);
+
 }  // namespace orvane::platform

@@ -1,10 +1,12 @@
 #include "platform/coregraphics/CGImage.h"
 
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 
 #include <array>
 #include <filesystem>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "platform/coregraphics/CGDataProvider.h"
@@ -87,6 +89,8 @@ TEST(Image, DecodesEveryKindOfFile) {
         {"jpeg/cmyk.jpg", kColors, 1},
         {"jpeg/cmyk-inverted.jpg", kColors, 1},
         {"jpeg/ycck.jpg", kColors, 2},
+        {"jpeg/unknown-revision.jpg", kColors, 2},
+        {"jpeg/end-marker-missing.jpg", kColors, 2},
     };
     for (const Case& c : cases) {
         const Image image = decodeFile(c.file);
@@ -124,16 +128,40 @@ TEST(Image, RejectsDamagedFiles) {
 }
 
 TEST(Image, RejectsEveryPrefixOfAFile) {
-    for (const char* file : {"png/rgba8.png", "jpeg/progressive.jpg", "jpeg/ycck.jpg"}) {
+    // A JPEG is complete without its end marker, which is two bytes long.
+    for (const auto& [file, spare] :
+         {std::pair("png/rgba8.png", 0u), {"jpeg/progressive.jpg", 2u}, {"jpeg/ycck.jpg", 2u}}) {
         const auto whole = CGDataProvider::createWithFilename(corpus(file));
         ASSERT_TRUE(whole);
-        for (std::size_t size = 0; size < whole->bytes().size(); ++size) {
+        for (std::size_t size = 0; size + spare < whole->bytes().size(); ++size) {
             // A separate copy, so that the sanitizers notice reads past the end.
             const std::vector<unsigned char> cut(
                 whole->bytes().begin(), whole->bytes().begin() + static_cast<std::ptrdiff_t>(size));
             EXPECT_EQ(decode(*provide(cut)), nullptr) << file << " cut to " << size;
         }
     }
+}
+
+TEST(Image, LargePhotosAreStoredAtReducedResolution) {
+    const Image image = decodeFile("jpeg/wider-than-a-bitmap.jpg");
+    ASSERT_TRUE(image);
+    EXPECT_EQ(image->size(), (CGSize{40'000, 32}));
+    EXPECT_EQ(image->width(), 20'000);
+    EXPECT_EQ(image->height(), 16);
+    EXPECT_LE(difference(quadrants(*image)[1], kGrays[1]), 1);
+    EXPECT_EQ(quadrants(*image)[3], kGrays[3]);
+}
+
+TEST(Image, TextInAFileIsNotExpanded) {
+    // Six chunks of text, with 8 MB each when expanded.
+    const auto peak = [] {
+        rusage usage{};
+        getrusage(RUSAGE_SELF, &usage);
+        return usage.ru_maxrss;
+    };
+    const long before = peak();
+    EXPECT_TRUE(decodeFile("png/compressed-text.png"));
+    EXPECT_LT(peak() - before, 20'000) << "kilobytes";
 }
 
 TEST(Image, UnreadableFilesHaveNoProvider) {
@@ -213,6 +241,18 @@ TEST(Image, IsCopiedExactlyAtItsOwnSize) {
     }
 }
 
+TEST(Image, FarPartsOfAnEnlargedImageAreInPlace) {
+    std::vector<std::uint32_t> halves(400, 0xff000000);
+    std::fill(halves.begin() + 200, halves.end(), 0xffffffff);
+    const Image image = CGImage::createWithPixels(400, 1, std::move(halves));
+    // The middle of the image is 40,000 pixels from its left edge.
+    CGBitmapContext canvas(600, 10, CGAffineTransform::makeTranslation(-39'700, 0));
+    drawUpright(canvas, *image, {{0, 0}, {80'000, 10}});
+    EXPECT_EQ(pixel(canvas, 150, 5), 0xff000000u);
+    EXPECT_EQ(pixel(canvas, 450, 5), 0xffffffffu);
+    EXPECT_NEAR(pixel(canvas, 300, 5) & 255, 128, 3);
+}
+
 TEST(Image, IsFilteredWhenScaledOrTurned) {
     const Image image = CGImage::createWithPixels(2, 1, {0xff000000, 0xffffffff});
     CGBitmapContext enlarged(40, 20);
@@ -227,15 +267,15 @@ TEST(Image, IsFilteredWhenScaledOrTurned) {
     for (std::size_t i = 0; i < squares.size(); ++i) {
         squares[i] = (i % 200 + i / 200) % 2 == 0 ? 0xff000000 : 0xffffffff;
     }
-    const Image chequered = CGImage::createWithPixels(200, 200, std::move(squares));
+    const Image checkered = CGImage::createWithPixels(200, 200, std::move(squares));
     CGBitmapContext reduced(10, 10);
-    drawUpright(reduced, *chequered, {{0, 0}, {10, 10}});
+    drawUpright(reduced, *checkered, {{0, 0}, {10, 10}});
     EXPECT_NEAR(pixel(reduced, 5, 5) & 255, 128, 4);
 
     CGBitmapContext turned(60, 60);
     turned.translateCTM(30, 10);
     turned.concatCTM(CGAffineTransform::makeRotation(0.7853981633974483));
-    drawUpright(turned, *chequered, {{0, 0}, {20, 20}});
+    drawUpright(turned, *checkered, {{0, 0}, {20, 20}});
     EXPECT_NEAR(coveredArea(turned), 400, 2);
     EXPECT_EQ(pixel(turned, 5, 5), 0u);
     EXPECT_NEAR(pixel(turned, 30, 24) & 255, 128, 30);

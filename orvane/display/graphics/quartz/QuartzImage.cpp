@@ -115,7 +115,7 @@ bool QuartzImage::postProcessImage() {
     if (!image_) {
         return false;
     }
-    bounds_ = {0, 0, static_cast<double>(image_->width()), static_cast<double>(image_->height())};
+    bounds_ = {0, 0, image_->size().width, image_->size().height};
     invalidate(true);
     return true;
 }
