@@ -143,5 +143,22 @@ TEST_F(Gesture, AClaimedGestureIsCancelledWithItsLayer) {
     EXPECT_EQ(listener->received.back().phase, TouchEventPhase::Cancelled);
 }
 
+TEST_F(Gesture, AnObjectRaisedInItsGestureKeepsItsView) {
+    const auto root = DisplayFactory::createContainer();
+    root->add(ColorControl::create({0, 0, 20, 20}));
+    root->add(object_);
+    display_->add(root);
+    const auto view = viewOf(object_);
+    const auto listener = listen(object_, [&](const TouchEvent& event) {
+        if (event.phase == TouchEventPhase::Began) {
+            root->add(object_);
+        }
+        return claim(event);
+    });
+    send(NSEventType::LeftMouseDown, 60, 60);
+    EXPECT_EQ(viewOf(object_), view);
+    EXPECT_NE(view->superview(), nullptr);
+}
+
 }  // namespace
 }  // namespace orvane::display

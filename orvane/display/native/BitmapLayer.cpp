@@ -72,7 +72,7 @@ void BitmapLayer::validateLayer() {
 }
 
 void BitmapLayer::validateRenderingTree() {
-    overlappingLayers_.clear();
+    std::erase_if(overlappingLayers_, [](const auto& entry) { return entry.second.expired(); });
     if (getSublayers().empty()) {
         return;  // without a sublayer no object is above one
     }
@@ -119,7 +119,14 @@ std::shared_ptr<DisplayLayer> BitmapLayer::splitChildren(const ContainerObject& 
 
 void BitmapLayer::resolveOverlapping(const std::shared_ptr<DisplayLayer>& nearest,
                                      const std::shared_ptr<DisplayObject>& object) {
-    const std::shared_ptr<BitmapLayer> fresh = createLayer<BitmapLayer>();
+    // An object that is moved to the top from within its own gesture keeps the layer that receives
+    // the gesture, and with it the gesture.
+    std::weak_ptr<BitmapLayer>& last = overlappingLayers_[object.get()];
+    std::shared_ptr<BitmapLayer> fresh = last.lock();
+    if (!fresh || fresh->getSuperlayer() || !fresh->getObjects().empty()) {
+        fresh = createLayer<BitmapLayer>();
+        last = fresh;
+    }
     if (object->getLayer() == as<DisplayLayer>()) {
         removeObject(object);
     } else {

@@ -1,7 +1,7 @@
 #pragma once
 
 #include <memory>
-#include <vector>
+#include <unordered_map>
 
 #include "orvane/display/native/DrawableLayer.h"
 
@@ -45,7 +45,9 @@ private:
     void updateRect(const Rect& rect);
 
     bool renderingTreeValid_ = false;
-    std::vector<std::shared_ptr<DisplayLayer>> overlappingLayers_;
+    // The layers that a split created, by the object that it moved there. The keys are only
+    // compared.
+    std::unordered_map<const DisplayObject*, std::weak_ptr<BitmapLayer>> overlappingLayers_;
 };
 
 }  // namespace orvane::display::native
