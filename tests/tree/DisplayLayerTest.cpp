@@ -177,5 +177,63 @@ TEST_F(DisplayLayerTest, OnlyAnOwnerThatIsAloneIsReported) {
     EXPECT_EQ(sub_->getOwner(), nullptr);
 }
 
+// Where a guest or an owner that is stored between two siblings goes, and who is notified.
+TEST(LayerPlacement, FollowsTheLayersOfTheNeighbors) {
+    struct Row {
+        const char* previous;  // the layer of the neighbor: none, or its name
+        const char* next;
+        bool owner;
+        const char* announcedBy;  // the layer that announces the element
+        const char* listedBy;     // the layer of a guest afterwards
+        const char* sublayers;    // of the container's layer
+    };
+    const Row rows[] = {
+        {"", "", false, "container", "", ""},
+        {"", "", true, "", "own", "own "},
+        {"", "a", false, "container", "", "a "},
+        {"", "a", true, "", "own", "own a "},
+        {"a", "", false, "container", "", "a "},
+        {"a", "", true, "", "own", "a own "},
+        {"a", "b", false, "", "", "a b "},
+        {"a", "b", true, "container", "own", "a own b "},
+        {"container", "container", false, "container", "container", ""},
+        {"container", "container", true, "", "own", "own "},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(std::string(row.previous) + "|" + row.next +
+                     (row.owner ? " owner" : " guest"));
+        const auto container = std::make_shared<Group>();
+        const auto ascending = std::make_shared<FakeLayer>("container");
+        ascending->addObject(container);
+        const auto neighbor = [&](const std::string& name) {
+            const auto spot = std::make_shared<Spot>();
+            container->add(spot);
+            if (name == "container") {
+                ascending->addObject(spot);
+            } else if (!name.empty()) {
+                spot->extractIntoLayer(std::make_shared<FakeLayer>(name));
+            }
+        };
+        neighbor(row.previous);
+        neighbor(row.next);
+        const auto element = std::make_shared<Spot>();
+        if (row.owner) {
+            element->extractIntoLayer(std::make_shared<FakeLayer>("own"));
+        }
+        ascending->log.clear();
+        container->store(container->getChildren().begin() + 1, element);
+        const std::string announcement = "+" + std::to_string(element->getId()) + " ";
+        EXPECT_EQ(ascending->log, *row.announcedBy != 0 ? announcement : "");
+        const auto layer = std::dynamic_pointer_cast<FakeLayer>(element->getLayer());
+        EXPECT_EQ(layer ? layer->name() : "", row.listedBy);
+        EXPECT_EQ(names(*ascending), row.sublayers);
+        // Objects are painted in the order of their indices, also after these have changed.
+        for (std::size_t i = 2; i < ascending->getObjects().size(); ++i) {
+            EXPECT_LT(ascending->getObjects()[i - 1].lock()->getIndex(),
+                      ascending->getObjects()[i].lock()->getIndex());
+        }
+    }
+}
+
 }  // namespace
 }  // namespace orvane::display

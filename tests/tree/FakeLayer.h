@@ -34,7 +34,8 @@ private:
     std::string name_;
 };
 
-// An object whose frame is set by the test. It counts the validations that reach its frame.
+// An object whose area, in its parent's coordinates, is set by the test. It counts the validations
+// that reach its frame.
 class Spot : public DisplayObject {
 public:
     explicit Spot(const Rect& area = {0, 0, 10, 10}) : area_(area) { setCulledByFrame(); }
@@ -53,7 +54,9 @@ public:
     int validations = 0;
 
 protected:
-    Rect computeFrame() override { return area_; }
+    Rect computeFrame() override {
+        return getParent() ? getParent()->applyTransformToRect(area_) : area_;
+    }
 
 private:
     Rect area_;

@@ -100,6 +100,7 @@ protected:
                 return;
             }
             case 4:
+                any(all_)->getFrame();  // its ancestors' frames may stay unknown
                 return any(all_)->translate(static_cast<float>(random_() % 9),
                                             static_cast<float>(random_() % 9));
             default: {
