@@ -11,8 +11,9 @@ namespace orvane::platform {
 
 namespace {
 
-// Far more than an application's requests in flight, and far fewer threads than a system refuses.
-constexpr int maximumWorkers = 1024;
+// Well above the number of requests that an application has in flight, and well below the number of
+// threads that a system allows.
+constexpr int kMaximumWorkers = 1024;
 
 }  // namespace
 
@@ -24,24 +25,24 @@ BackgroundQueue& BackgroundQueue::shared() {
 BackgroundQueue::BackgroundQueue()
     : pool_(g_thread_pool_new(
           [](gpointer, gpointer queue) { static_cast<BackgroundQueue*>(queue)->runNext(); }, this,
-          maximumWorkers, FALSE, nullptr)) {}
+          kMaximumWorkers, FALSE, nullptr)) {}
 
 void BackgroundQueue::async(std::function<void()> work) {
     {
         const std::lock_guard lock(mutex_);
         work_.push_back(std::move(work));
     }
-    // The pool takes a ticket for one piece of work, not the work: the lock above is what orders
-    // the two threads' accesses to it.
+    // The pool receives a token for one piece of work instead of the work: the work is passed under
+    // the mutex, which orders the two threads' accesses to it.
     GError* error = nullptr;
     if (!g_thread_pool_push(pool_, this, &error)) {
-        // The ticket is kept, and the next worker that is free takes it.
+        // The pool keeps the token, and the next free worker takes it.
         NSLog("The background queue cannot grow: %s", error->message);
         g_error_free(error);
     }
 }
 
-// noexcept: what the work throws has no caller to go to and ends the process.
+// noexcept, because an exception of the work has no caller to reach: the process terminates.
 void BackgroundQueue::runNext() noexcept {
     std::function<void()> work;
     {
@@ -49,7 +50,8 @@ void BackgroundQueue::runNext() noexcept {
         work = std::move(work_.front());
         work_.pop_front();
     }
-    // Ends with the work and what it captured: then other pools of the process may get the thread.
+    // Covers the destruction of the captures, too. Afterward GLib may give the thread to another
+    // pool.
     const UnjoinedThread unjoined;
     work();
     work = nullptr;

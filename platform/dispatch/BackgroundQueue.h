@@ -8,13 +8,14 @@ typedef struct _GThreadPool GThreadPool;
 
 namespace orvane::platform {
 
-// The queue behind dispatchBackgroundAsync, on GLib's thread pool: work that finds no idle worker
-// gets a new one, and workers that stay idle end after some seconds. One a process, never
-// destroyed: a worker that blocks at exit just ends with the process.
+// Implements dispatchBackgroundAsync on a GLib thread pool: work that finds no idle worker starts a
+// new one, and idle workers end after some seconds. There is one queue per process. It is never
+// destroyed, so a worker that blocks does not delay the end of the process.
 class BackgroundQueue {
 public:
     static BackgroundQueue& shared();
 
+    // Any thread.
     void async(std::function<void()> work);
 
 private:

@@ -23,16 +23,36 @@ void logUncaught(const std::exception_ptr& error) {
     }
 }
 
-// GLib keeps a source from being dispatched inside its own dispatch, which is what keeps the queue
-// serial when a piece of work runs a loop of its own.
-gboolean dispatchSource(GSource* source, GSourceFunc /*callback*/, gpointer /*data*/) {
-    // Before draining: what arrives meanwhile arms the source again.
+// GTK delivers input at the default priority, and resizes and redraws windows at 110 and 120.
+constexpr int kTurnPriority = G_PRIORITY_DEFAULT + 10;
+constexpr int kOpportunityPriority = G_PRIORITY_HIGH_IDLE + 30;
+
+// GLib never dispatches a source inside its own dispatch: the queue stays serial even if a piece of
+// work runs a loop of its own.
+gboolean dispatchTurn(GSource* source, GSourceFunc /*callback*/, gpointer /*data*/) {
+    // Before the turn: work that arrives meanwhile arms the source again.
     g_source_set_ready_time(source, -1);
-    MainQueue::shared().drain({});
+    MainQueue::shared().runTurn();
     return G_SOURCE_CONTINUE;
 }
 
-GSourceFuncs sourceFunctions = {nullptr, nullptr, dispatchSource, nullptr, nullptr, nullptr};
+gboolean dispatchOpportunity(GSource* source, GSourceFunc /*callback*/, gpointer /*data*/) {
+    g_source_set_ready_time(source, -1);
+    MainQueue::shared().framesHadOpportunity();
+    return G_SOURCE_CONTINUE;
+}
+
+GSourceFuncs turnFunctions = {nullptr, nullptr, dispatchTurn, nullptr, nullptr, nullptr};
+GSourceFuncs opportunityFunctions = {nullptr, nullptr, dispatchOpportunity,
+                                     nullptr, nullptr, nullptr};
+
+GSource* attachSource(GSourceFuncs& functions, const char* name, int priority) {
+    GSource* const source = g_source_new(&functions, sizeof(GSource));
+    g_source_set_name(source, name);
+    g_source_set_priority(source, priority);
+    g_source_attach(source, nullptr);
+    return source;
+}
 
 }  // namespace
 
@@ -41,16 +61,19 @@ MainQueue& MainQueue::shared() {
     return queue;
 }
 
-MainQueue::MainQueue() : source_(g_source_new(&sourceFunctions, sizeof(GSource))) {
-    g_source_set_name(source_, "orvane main queue");
-    g_source_attach(source_, nullptr);
-}
+MainQueue::MainQueue()
+    : turnSource_(attachSource(turnFunctions, "orvane main queue", kTurnPriority)),
+      opportunitySource_(attachSource(opportunityFunctions, "orvane main queue, after frames",
+                                      kOpportunityPriority)) {}
 
+// Must be called with the mutex locked.
 void MainQueue::wakeLoop() {
-    g_source_set_ready_time(source_, 0);
+    // GLib's monotonic time, in microseconds, is the steady clock's.
+    const auto time = std::chrono::ceil<std::chrono::microseconds>(turns_.endOfPause());
+    g_source_set_ready_time(turnSource_, time.time_since_epoch().count());
 }
 
-// False, with the item dropped, when the queue is closed.
+// Returns false and drops the item if the queue is closed.
 bool MainQueue::push(Item item) {
     {
         const std::lock_guard lock(mutex_);
@@ -58,9 +81,12 @@ bool MainQueue::push(Item item) {
             return false;
         }
         items_.push_back(std::move(item));
+        // Otherwise the source is armed already, or will be when draining ends.
+        if (items_.size() == 1 && !draining_) {
+            wakeLoop();
+        }
     }
     arrived_.notify_one();
-    wakeLoop();
     return true;
 }
 
@@ -92,7 +118,12 @@ void MainQueue::sync(const std::function<void()>& work) {
 }
 
 void MainQueue::runAfterClose(const std::function<void()>& work) {
-    if (UnjoinedThread::isCurrent()) {
+    const bool isCloser = [this] {
+        const std::lock_guard lock(mutex_);
+        return std::this_thread::get_id() == closer_;
+    }();
+    // The thread that ends the process must go on, even if nothing joins it.
+    if (UnjoinedThread::isCurrent() && !isCloser) {
         for (;;) {
             pause();
         }
@@ -101,15 +132,15 @@ void MainQueue::runAfterClose(const std::function<void()>& work) {
     work();
 }
 
-bool MainQueue::drain(std::chrono::milliseconds patience) {
-    std::unique_lock lock(mutex_);
-    if (draining_) {
-        return false;
-    }
-    arrived_.wait_for(lock, patience, [&] { return !items_.empty() || closed_; });
+// Runs the items that are on the queue now, until mayContinue() returns false; it is called after
+// each item, with the mutex locked. Items that this work adds are left for the next call.
+template <typename MayContinue>
+bool MainQueue::runItems(std::unique_lock<std::mutex>& lock, MayContinue mayContinue) {
     draining_ = true;
     bool ran = false;
-    for (std::size_t left = items_.size(); left > 0 && !items_.empty() && !closed_; --left) {
+    bool goesOn = true;
+    for (std::size_t left = items_.size(); left > 0 && !items_.empty() && !closed_ && goesOn;
+         --left) {
         Item item = std::move(items_.front());
         items_.pop_front();
         if (item.call) {
@@ -120,13 +151,44 @@ bool MainQueue::drain(std::chrono::milliseconds patience) {
         run(std::move(item));
         ran = true;
         lock.lock();
+        goesOn = mayContinue();
     }
     draining_ = false;
-    // A nested loop may have used up the wake-up of what came meanwhile.
     if (!items_.empty() && !closed_) {
         wakeLoop();
     }
     return ran;
+}
+
+bool MainQueue::drain(std::chrono::milliseconds patience) {
+    std::unique_lock lock(mutex_);
+    if (draining_) {
+        return false;
+    }
+    arrived_.wait_for(lock, patience, [&] { return !items_.empty() || closed_; });
+    return runItems(lock, [] { return true; });
+}
+
+void MainQueue::runTurn() {
+    using Clock = std::chrono::steady_clock;
+    std::unique_lock lock(mutex_);
+    if (draining_ || items_.empty()) {
+        return;
+    }
+    if (turns_.mayBegin(Clock::now())) {
+        runItems(lock, [this] { return turns_.mayContinue(Clock::now()); });
+    } else {
+        wakeLoop();
+    }
+    g_source_set_ready_time(opportunitySource_, 0);
+}
+
+void MainQueue::framesHadOpportunity() {
+    const std::lock_guard lock(mutex_);
+    turns_.framesHadOpportunity();
+    if (!items_.empty() && !draining_) {
+        wakeLoop();
+    }
 }
 
 void MainQueue::run(Item item) {
@@ -148,10 +210,11 @@ void MainQueue::run(Item item) {
 }
 
 void MainQueue::close() {
-    // Notified under the lock: the calls are on the stacks of those that wait.
+    // Notified with the lock held, because the calls are on the stacks of the waiting threads.
     const std::lock_guard lock(mutex_);
     closed_ = true;
-    // Work that ends the process is still on this thread's stack, and will never end.
+    closer_ = std::this_thread::get_id();
+    // The work that called exit() is still on this thread's stack, and will never return.
     abandoned_ = abandoned_ || isMainThread();
     arrived_.notify_all();
     for (const Item& item : items_) {

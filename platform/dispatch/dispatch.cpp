@@ -52,7 +52,7 @@ void dispatchBackgroundAsync(std::function<void()> work) {
     BackgroundQueue::shared().async(std::move(work));
 }
 
-// The system's own semaphore may go as soon as a waiter is through, while signal() still returns.
+// A POSIX semaphore may be destroyed as soon as the waiter has returned, even if sem_post has not.
 struct DispatchSemaphore::State {
     sem_t semaphore;
 };
@@ -71,7 +71,7 @@ void DispatchSemaphore::signal() {
 
 void DispatchSemaphore::wait() {
     while (sem_wait(&state_->semaphore) != 0) {
-        // A signal handler ran meanwhile.
+        // Interrupted by a signal handler.
     }
 }
 

@@ -7,9 +7,14 @@
 #include <atomic>
 #include <functional>
 #include <latch>
+#include <string>
 #include <thread>
+#include <utility>
+#include <vector>
 
+#include "orvane/display/Display.h"
 #include "orvane/runtime/Runtime.h"
+#include "orvane/system/system.h"
 #include "platform/dispatch/dispatch.h"
 #include "tests/support/TemporaryFolder.h"
 
@@ -21,7 +26,7 @@ using orvane::tests::TemporaryUser;
 using orvane::thread::dispatch_background;
 using orvane::thread::dispatch_main;
 
-// Drains the main queue until another thread has done its work.
+// Runs work on another thread and drains the main queue until the work has returned.
 void drainWhile(const std::function<void()>& work) {
     std::atomic<bool> done = false;
     const std::jthread other([&] {
@@ -35,25 +40,25 @@ void drainWhile(const std::function<void()>& work) {
     drainMainQueue();
 }
 
-TEST(Dispatch, FromElsewhereTheWorkRunsOnTheMainThreadInItsOrderBeforeTheCallReturns) {
-    const std::function<void(const std::function<void()>&)> doors[] = {dispatch_main, dispatch_ui,
-                                                                       dispatch_ui_sync};
-    for (const auto& door : doors) {
+TEST(Dispatch, OtherThreadsRunWorkOnTheMainThreadInOrderAndWaitForIt) {
+    const std::function<void(const std::function<void()>&)> functions[] = {
+        dispatch_main, dispatch_ui, dispatch_ui_sync};
+    for (const auto& dispatch : functions) {
         drainWhile([&] {
             EXPECT_FALSE(isMainThread());
             bool ranOnMain = false;
             bool isInOrder = false;
             dispatch_ui_async([&] { isInOrder = !ranOnMain; });
-            door([&] { ranOnMain = isMainThread(); });
+            dispatch([&] { ranOnMain = isMainThread(); });
             EXPECT_TRUE(ranOnMain);
             EXPECT_TRUE(isInOrder);
-            // What it throws reaches the waiting caller.
-            EXPECT_THROW(door([] { throw 7; }), int);
+            // The exception reaches the waiting caller.
+            EXPECT_THROW(dispatch([] { throw 7; }), int);
         });
     }
 }
 
-TEST(Dispatch, WhatAsynchronousWorkThrowsIsLoggedAndTheQueueGoesOn) {
+TEST(Dispatch, LogsAnExceptionOfAsynchronousWorkAndContinues) {
     testing::internal::CaptureStderr();
     bool ran = false;
     drainWhile([&] {
@@ -65,17 +70,17 @@ TEST(Dispatch, WhatAsynchronousWorkThrowsIsLoggedAndTheQueueGoesOn) {
     EXPECT_NE(log.find("Uncaught exception on the main queue: a reason"), std::string::npos) << log;
 }
 
-// A piece of work that waits in a loop of its own does not let the next one in, and what came
-// meanwhile still wakes the loop afterwards.
+// Work that runs a loop of its own is not interrupted by the next work, which still wakes the loop
+// afterward.
 TEST(Dispatch, TheQueueIsSerialAcrossNestedLoops) {
     std::string order;
     dispatchMainAsync([&] {
-        order += "a";
-        dispatchMainAsync([&] { order += "b"; });
+        order += "begin ";
+        dispatchMainAsync([&] { order += "next"; });
         while (g_main_context_iteration(nullptr, FALSE)) {
         }
         EXPECT_FALSE(drainMainQueue());
-        order += "c";
+        order += "end ";
     });
     const auto iterate = [](bool byLoop) {
         return byLoop ? g_main_context_iteration(nullptr, FALSE) != FALSE : drainMainQueue();
@@ -83,11 +88,78 @@ TEST(Dispatch, TheQueueIsSerialAcrossNestedLoops) {
     for (const bool byLoop : {false, true}) {
         EXPECT_TRUE(iterate(byLoop));
     }
-    EXPECT_EQ(order, "acb");
+    EXPECT_EQ(order, "begin end next");
     EXPECT_FALSE(drainMainQueue());
 }
 
-TEST(Dispatch, BlockedWorkersDoNotHoldShortWorkBack) {
+// A source of the loop that is always ready, like input or a redraw that is due at once.
+class ReadySource {
+public:
+    ReadySource(int priority, std::function<void()> work) : work_(std::move(work)) {
+        id_ = g_idle_add_full(
+            priority,
+            [](void* self) -> gboolean {
+                static_cast<ReadySource*>(self)->work_();
+                return G_SOURCE_CONTINUE;
+            },
+            this, nullptr);
+    }
+    ~ReadySource() { g_source_remove(id_); }
+    ReadySource(const ReadySource&) = delete;
+    ReadySource& operator=(const ReadySource&) = delete;
+
+private:
+    std::function<void()> work_;
+    unsigned id_;
+};
+
+constexpr int kRedraw = G_PRIORITY_HIGH_IDLE + 20;  // GTK's priority
+
+TEST(Dispatch, TheLoopTakesInputThenWorkThenFrames) {
+    std::vector<std::string> order;
+    const auto log = [&order](const char* what) {
+        if (order.empty() || order.back() != what) {
+            order.emplace_back(what);
+        }
+    };
+    dispatchMainAsync([&] { log("work"); });
+    const ReadySource frames(kRedraw, [&] { log("frame"); });
+    {
+        const ReadySource input(G_PRIORITY_DEFAULT, [&] { log("input"); });
+        g_main_context_iteration(nullptr, FALSE);
+    }
+    while (order.size() < 3) {
+        g_main_context_iteration(nullptr, FALSE);
+    }
+    EXPECT_EQ(order, (std::vector<std::string>{"input", "work", "frame"}));
+}
+
+TEST(Dispatch, EndlessWorkAndEndlessFramesLeaveTimeForEachOther) {
+    int pieces = 0;
+    int frames = 0;
+    int piecesSinceFrame = 0;
+    bool isOver = false;
+    // As an animation does that restarts in its completion, and one that never stops redrawing.
+    const std::function<void()> restart = [&] {
+        ++pieces;
+        ++piecesSinceFrame;
+        if (!isOver) {
+            dispatchMainAsync(restart);
+        }
+    };
+    dispatchMainAsync(restart);
+    const ReadySource redraw(kRedraw,
+                             [&] { frames += std::exchange(piecesSinceFrame, 0) > 0 ? 1 : 0; });
+    const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(30);
+    while (frames < 5 && std::chrono::steady_clock::now() < deadline) {
+        g_main_context_iteration(nullptr, FALSE);
+    }
+    EXPECT_GE(frames, 5) << pieces << " pieces of work";
+    isOver = true;
+    drainMainQueue();
+}
+
+TEST(Dispatch, BlockedWorkersDoNotDelayOtherWork) {
     constexpr int blocked = 64;
     std::latch started(blocked);
     std::latch release(1);
@@ -102,7 +174,7 @@ TEST(Dispatch, BlockedWorkersDoNotHoldShortWorkBack) {
     }
     started.wait();
     for (int i = 0; i < 100; ++i) {
-        // Goes as soon as its wait has returned.
+        // Destroyed as soon as its wait has returned.
         DispatchSemaphore shortWork(0);
         dispatch_background([&] { shortWork.signal(); });
         shortWork.wait();
@@ -111,7 +183,7 @@ TEST(Dispatch, BlockedWorkersDoNotHoldShortWorkBack) {
     finished.wait();
 }
 
-TEST(DispatchAtExit, ATaskThatWaitsForTheMainThreadRunsItsWorkItself) {
+TEST(DispatchAtExit, ATimedTaskThatWaitsForTheMainThreadRunsItsWorkItself) {
     GTEST_FLAG_SET(death_test_style, "threadsafe");
     const TemporaryUser user;
     const auto leave = [](bool exitBeforeTheCall) {
@@ -132,7 +204,7 @@ TEST(DispatchAtExit, ATaskThatWaitsForTheMainThreadRunsItsWorkItself) {
     }
 }
 
-TEST(DispatchAtExit, WorkersThatWaitAreLeftBehind) {
+TEST(DispatchAtExit, DoesNotWaitForBlockedWorkers) {
     GTEST_FLAG_SET(death_test_style, "threadsafe");
     const auto leave = [] {
         alarm(60);
@@ -149,6 +221,21 @@ TEST(DispatchAtExit, WorkersThatWaitAreLeftBehind) {
         std::exit(0);
     };
     EXPECT_EXIT(leave(), testing::ExitedWithCode(0), "^$");
+}
+
+// The exit handlers run on the worker, and the display's destructor waits for the main thread.
+TEST(DispatchAtExit, AWorkerMayEndTheProcess) {
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    const auto leave = [] {
+        alarm(60);
+        const TemporaryUser user;
+        orvane::display::Display::instance();
+        dispatch_background([] { orvane::system::exit(); });
+        for (;;) {
+            g_main_context_iteration(nullptr, TRUE);
+        }
+    };
+    EXPECT_EXIT(leave(), testing::ExitedWithCode(0), "");
 }
 
 }  // namespace
