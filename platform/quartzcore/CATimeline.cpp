@@ -7,6 +7,7 @@
 #include <exception>
 #include <utility>
 
+#include "platform/dispatch/dispatch.h"
 #include "platform/foundation/NSLog.h"
 #include "platform/quartzcore/CALayer.h"
 #include "platform/quartzcore/CAMediaTime.h"
@@ -17,8 +18,10 @@ namespace {
 
 constexpr double never = std::numeric_limits<double>::infinity();
 
-gboolean onTimer(GSource*, GSourceFunc, gpointer) {
-    CATimeline::instance().tick(CACurrentMediaTime());
+// Only posts the tick: application code runs in a tick, and belongs in the main queue's turns.
+gboolean onTimer(GSource* source, GSourceFunc /*callback*/, gpointer /*data*/) {
+    g_source_set_ready_time(source, -1);
+    CATimeline::instance().postTick();
     return G_SOURCE_CONTINUE;
 }
 
@@ -60,22 +63,44 @@ void CATimeline::wakeAt(double time) {
 }
 
 void CATimeline::setTimer() {
-    if (CAVirtualClock::current() || (completions_.empty() && wakeTime_ == never)) {
+    if (CAVirtualClock::current() || wakeTime_ == never) {
         g_source_set_ready_time(timer_, -1);
         return;
     }
-    // The media clock is the main loop's clock. Rounded up, or the timer would be early and find
-    // nothing due. Beyond what the loop can count, it is the end of time.
-    const double microseconds = completions_.empty() ? std::ceil(wakeTime_ * 1e6) : 0;
+    // The media clock is the main loop's clock, which counts microseconds in 64 bits. Rounded up:
+    // a timer that is early would find nothing to end.
+    const double microseconds = std::ceil(wakeTime_ * 1e6);
     g_source_set_ready_time(
         timer_, static_cast<gint64>(std::clamp(microseconds, 0.0, static_cast<double>(1LL << 62))));
 }
 
+void CATimeline::postTick() {
+    {
+        const std::scoped_lock lock(mutex_);
+        if (tickPosted_) {
+            return;
+        }
+        tickPosted_ = true;
+    }
+    dispatchMainAsync([this] {
+        {
+            const std::scoped_lock lock(mutex_);
+            tickPosted_ = false;
+        }
+        if (!CAVirtualClock::current()) {
+            tick(CACurrentMediaTime());
+        }
+    });
+}
+
 void CATimeline::clockChanged() {
     lastTick_ = -never;
-    const std::scoped_lock lock(mutex_);
-    wakeTime_ = layers_.empty() ? never : CACurrentMediaTime();
-    setTimer();
+    {
+        const std::scoped_lock lock(mutex_);
+        wakeTime_ = layers_.empty() ? never : CACurrentMediaTime();
+        setTimer();
+    }
+    postTickForCompletions();
 }
 
 void CATimeline::tick(double time) {
@@ -83,33 +108,50 @@ void CATimeline::tick(double time) {
         return;
     }
     ticking_ = true;
+    // A window's frame may show a time that is a little earlier than that of the last timer.
+    time = std::max(time, lastTick_);
     {
         const std::scoped_lock lock(mutex_);
         wakeTime_ = never;
     }
     double next = never;
-    // Backwards: a layer that has nothing left to run leaves the list, and the last one takes its
-    // place. What the layers tell their views only marks them; no application code runs here.
+    // Backward, because a layer whose last animation has ended leaves the list and the last layer
+    // takes its place. No application code runs here: layers only mark their views as changed.
     for (std::size_t i = layers_.size(); i-- > 0;) {
         next = std::min(next, layers_[i]->advanceAnimations(lastTick_, time));
     }
     lastTick_ = time;
     runCompletions();
     ticking_ = false;
-    const std::scoped_lock lock(mutex_);
-    wakeTime_ = std::min(wakeTime_, next);
-    setTimer();
+    {
+        const std::scoped_lock lock(mutex_);
+        wakeTime_ = std::min(wakeTime_, next);
+        setTimer();
+    }
+    postTickForCompletions();
 }
 
 void CATimeline::enqueueCompletion(std::function<void()> completion) {
-    const std::scoped_lock lock(mutex_);
-    completions_.push_back(std::move(completion));
-    setTimer();
+    {
+        const std::scoped_lock lock(mutex_);
+        completions_.push_back(std::move(completion));
+    }
+    postTickForCompletions();
+}
+
+void CATimeline::postTickForCompletions() {
+    const bool isWaiting = [this] {
+        const std::scoped_lock lock(mutex_);
+        return !completions_.empty();
+    }();
+    if (isWaiting && !CAVirtualClock::current()) {
+        postTick();
+    }
 }
 
 void CATimeline::runCompletions() {
-    // One batch: what completions complete in turn waits for the next tick, so that two that start
-    // one another cannot hold the main thread.
+    // One batch: completions that these cause wait for the next tick, so that two animations that
+    // restart each other cannot occupy the main thread.
     std::vector<std::function<void()>> due;
     {
         const std::scoped_lock lock(mutex_);

@@ -11,46 +11,51 @@ namespace orvane::platform {
 
 class CALayer;
 
-// The layers on which animations run, and the completions that are due. It ends animations when
-// their time has come, whether or not a window shows them: on the real clock by one timer of the
-// main loop, set for the next beginning or end; on a virtual clock when that is advanced. When
-// nothing runs it sleeps.
+// Keeps the layers on which animations run and the completions that are due. It ends animations
+// when their time has come, whether or not a window shows their layers. On the real clock, a timer
+// of the main loop, set for the next beginning or end, posts a tick to the main queue; on a virtual
+// clock, advancing the clock ticks. It is idle when no animation runs.
 //
-// Main thread only, but for enqueueCompletion.
+// Main thread only, except enqueueCompletion.
 class CATimeline {
 public:
-    // Lives as long as the process, so that layers and transactions may go at any time.
+    // Never destroyed, because layers and transactions may be destroyed at any time.
     static CATimeline& instance();
 
-    // By a layer: its first running animation has come, its last has gone.
+    // Called by a layer when its first animation has been added and its last one has been removed.
     void addLayer(CALayer& layer);
     void removeLayer(CALayer& layer);
-    // An animation of this span has come.
+    // Called when an animation that lasts from beginTime to endTime has been added to a layer.
     void animationAdded(double beginTime, double endTime);
 
-    // Ends what is over at that time, tells layers whose animations began or ended, then runs the
-    // completions that are due. Application code runs in it. Does nothing within itself.
+    // Ends the animations that are over at `time` (seconds of media time; a time before the last
+    // tick counts as that tick's), notifies the layers whose animations began or ended, and runs
+    // the completions that are due. Application code runs in it. A tick within a tick does nothing.
     void tick(double time);
-    // Sets the timer anew; after the clock was replaced.
+    // Queues a tick of the present time, unless one is queued.
+    void postTick();
+    // Called when a virtual clock has been created or destroyed.
     void clockChanged();
-    // Called once on the main thread, soon. Any thread.
+    // Queues a completion for the next tick and makes sure that there is one. Any thread.
     void enqueueCompletion(std::function<void()> completion);
 
 private:
     CATimeline();
     ~CATimeline() = delete;
     void wakeAt(double time);
-    // To wakeTime_, or to now when completions wait. With mutex_ held.
+    // Sets the timer for wakeTime_. Must be called with mutex_ locked.
     void setTimer();
+    void postTickForCompletions();
     void runCompletions();
 
     std::vector<CALayer*> layers_;
     bool ticking_ = false;
     double lastTick_ = -std::numeric_limits<double>::infinity();
     _GSource* timer_;
-    std::mutex mutex_;  // guards what follows, and the setting of the timer
+    std::mutex mutex_;  // guards the following members and the timer
     double wakeTime_ = std::numeric_limits<double>::infinity();
     std::vector<std::function<void()>> completions_;
+    bool tickPosted_ = false;
 };
 
 }  // namespace orvane::platform
