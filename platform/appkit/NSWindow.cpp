@@ -178,11 +178,15 @@ bool NSWindow::needsDisplay() const {
 }
 
 void NSWindow::displayIfNeeded() {
+    displayIfNeeded(CACurrentMediaTime());
+}
+
+void NSWindow::displayIfNeeded(double time) {
     if (state_->displaying) {
         return;
     }
     const commons::ScopedFlag displaying(state_->displaying);
-    state_->displayTime = CACurrentMediaTime();
+    state_->displayTime = time;
     // Changes that the completions make belong to this pass and must not schedule another one.
     state_->scheduled = true;
     CATimeline::instance().tick(state_->displayTime);

@@ -71,6 +71,9 @@ public:
     void sendEvent(const NSEvent& event);
     // Runs one display pass if anything changed or is animated. Does nothing during a pass.
     void displayIfNeeded();
+    // The same with the time that the pass shows, in seconds of media time, for a window whose
+    // display knows the time of its next frame.
+    void displayIfNeeded(double time);
     // Whether a display pass would do anything.
     bool needsDisplay() const;
     // Whether an animation that can change each frame is running.

@@ -9,58 +9,57 @@
 
 namespace orvane::platform {
 
-// Nanoseconds of the media clock.
+// The time of a refresh, in nanoseconds of the media clock.
 struct CVTimeStamp {
     std::uint64_t hostTime = 0;
 };
 
+// Results of the operations below.
 enum CVReturn : int {
     kCVReturnSuccess = 0,
-    kCVReturnError = -6660,
     kCVReturnInvalidArgument = -6661,
     kCVReturnDisplayLinkAlreadyRunning = -6671,
     kCVReturnDisplayLinkNotRunning = -6672,
     kCVReturnDisplayLinkCallbacksNotSet = -6673,
 };
 
-// Calls back once for each refresh of the display, on a thread of its own, until stopped. Started
-// while there is a virtual media clock it has no thread: each advance of that clock is one refresh,
-// and calls back on the thread that advances it.
+struct DisplayLinkState;
+
+// A handle of a display link, which calls back once for each refresh of the display while it runs.
+// All running links are called on the main thread, one after another in the order of their starts,
+// before the display shows the frame; CVDisplay describes what refreshes them.
 //
-// The handle shares the link. A link that runs lives on without a handle, until it is stopped, and
-// one that has been stopped until its callback has returned. All operations are good from any
-// thread and from the callback; on a null link they do nothing.
+// Copies of a handle share the link. A running link stays alive without a handle until it is
+// stopped. All operations may be called on any thread and from the callback; on a null handle they
+// return kCVReturnInvalidArgument and have no effect.
 class ORVANE_EXPORT CVDisplayLink {
 public:
     // A CVReturn.
     using Return = int;
-    // `link` is a handle of the running link, `outputTime` when what is drawn now shows. What it
-    // returns is of no meaning. It must not throw.
+    // `link` is a handle of the running link, `outputTime` is the time of the frame to prepare. The
+    // result is ignored. The callback must not throw.
     using OutputCallback =
         std::function<Return(CVDisplayLink& link, const CVTimeStamp& outputTime)>;
 
     CVDisplayLink() = default;
-    // A link of the main display.
+    // Makes `link` a handle of a new link.
     static Return createWithMainDisplay(CVDisplayLink& link);
 
-    // Before the first start.
+    // Must be called before the first start().
     Return setOutputCallback(OutputCallback callback);
+    // The first callback comes with the next refresh.
     Return start();
-    // No callback begins after it has returned; one that has begun on another thread goes on.
+    // No callback begins after stop() has returned; one that is under way continues.
     Return stop();
-    // Gives the handle up; it is null then.
+    // Makes the handle null.
     void release();
-    explicit operator bool() const { return link_ != nullptr; }
-
-    // Refreshes a second of the display, for links started from now on: 60, unless a window on a
-    // display says otherwise. Out of reason is ignored.
-    static void setRefreshRate(double hertz);
+    explicit operator bool() const { return state_ != nullptr; }
 
 private:
-    struct Link;
-    explicit CVDisplayLink(std::shared_ptr<Link> link) : link_(std::move(link)) {}
+    friend class DisplayLinks;
+    explicit CVDisplayLink(std::shared_ptr<DisplayLinkState> state) : state_(std::move(state)) {}
 
-    std::shared_ptr<Link> link_;
+    std::shared_ptr<DisplayLinkState> state_;
 };
 
 }  // namespace orvane::platform

@@ -7,7 +7,6 @@
 #include <algorithm>
 #include <utility>
 
-#include "platform/corevideo/CVDisplayLink.h"
 #include "platform/gtk/GTKAccessibleElement.h"
 #include "platform/gtk/GTKPresentation.h"
 #include "platform/gtk/toExtent.h"
@@ -100,15 +99,6 @@ void GTKRoot::snapshot_vfunc(const Glib::RefPtr<Gtk::Snapshot>& snapshot) {
 void GTKRoot::on_realize() {
     Gtk::Widget::on_realize();
     delegate_.realized();
-}
-
-void GTKRoot::on_map() {
-    Gtk::Widget::on_map();
-    const auto surface = get_native()->get_surface();
-    const auto monitor = get_display()->get_monitor_at_surface(surface);
-    if (monitor && monitor->get_refresh_rate() > 0) {
-        CVDisplayLink::setRefreshRate(monitor->get_refresh_rate() / 1000.0);  // from millihertz
-    }
 }
 
 }  // namespace orvane::platform

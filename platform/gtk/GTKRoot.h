@@ -48,7 +48,6 @@ protected:
     void size_allocate_vfunc(int width, int height, int baseline) override;
     void snapshot_vfunc(const Glib::RefPtr<Gtk::Snapshot>& snapshot) override;
     void on_realize() override;
-    void on_map() override;
 
 private:
     void send(NSEventType type, double x, double y);

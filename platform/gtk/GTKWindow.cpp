@@ -1,5 +1,6 @@
 #include "platform/gtk/GTKWindow.h"
 
+#include <gdkmm/frameclock.h>
 #include <gtk/gtk.h>
 #include <gtkmm/init.h>
 
@@ -7,10 +8,12 @@
 
 #include "platform/appkit/NSBackingStore.h"
 #include "platform/appkit/NSView.h"
+#include "platform/corevideo/CVDisplay.h"
 #include "platform/gtk/GTKControl.h"
 #include "platform/gtk/GTKPresentation.h"
 #include "platform/gtk/GTKRenderer.h"
 #include "platform/gtk/GTKRoot.h"
+#include "platform/quartzcore/CAMediaTime.h"
 
 namespace orvane::platform {
 
@@ -24,6 +27,7 @@ GTKWindow::GTKWindow(CGSize size, std::optional<double> scale) {
                               scheduleDisplay();
                           },
                           [this](const NSEvent& event) { sendEvent(event); }});
+    display_ = std::make_unique<CVDisplay>([this] { scheduleDisplay(); });
 }
 
 GTKWindow::~GTKWindow() {
@@ -60,15 +64,19 @@ void GTKWindow::setResizeHandler(std::function<void(CGSize)> handler) {
 }
 
 void GTKWindow::scheduleDisplay() {
-    if (std::exchange(scheduled_, true) || ticking_) {
-        return;
+    frameWanted_ = true;
+    if (!std::exchange(ticking_, true)) {
+        root_->add_tick_callback(
+            [this](const Glib::RefPtr<Gdk::FrameClock>& clock) { return tick(*clock); });
     }
-    root_->add_tick_callback([this](const Glib::RefPtr<Gdk::FrameClock>&) { return tick(); });
 }
 
-bool GTKWindow::tick() {
-    ticking_ = true;
-    scheduled_ = false;
+bool GTKWindow::tick(const Gdk::FrameClock& clock) {
+    frameWanted_ = false;
+    // The pass shows the time of the frame, so that motion is even however late the pass runs.
+    const double time = CAVirtualClock::current() != nullptr
+                            ? CACurrentMediaTime()
+                            : static_cast<double>(clock.get_frame_time()) * 1e-6;
     if (std::exchange(resized_, false)) {
         if (presentation_) {
             presentation_->resize(contentSize(), backingScaleFactor());
@@ -78,9 +86,11 @@ bool GTKWindow::tick() {
         }
         backingPropertiesDidChange();
     }
-    displayIfNeeded();
-    ticking_ = false;
-    return scheduled_;
+    // The links' callbacks come first: the pass shows what they change.
+    const bool refreshWanted = display_->refresh(time);
+    displayIfNeeded(time);
+    ticking_ = frameWanted_ || refreshWanted;
+    return ticking_;
 }
 
 // The renderer of the window that the root is in is known when the root is realized, and may be

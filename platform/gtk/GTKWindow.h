@@ -10,12 +10,17 @@
 #include "platform/appkit/NSAccessibilityLabel.h"
 #include "platform/appkit/NSWindow.h"
 
+namespace Gdk {
+class FrameClock;
+}
+
 namespace Gtk {
 class Widget;
 }
 
 namespace orvane::platform {
 
+class CVDisplay;
 class GTKPresentation;
 class GTKRoot;
 enum class GTKRendererKind;
@@ -72,8 +77,8 @@ protected:
     bool showsNatively(const NSView& view) const override;
 
 private:
-    // A frame of the frame clock. Returns whether the next one is wanted, too.
-    bool tick();
+    // Shows a frame of the frame clock. Returns whether the next frame is wanted, too.
+    bool tick(const Gdk::FrameClock& clock);
     void choosePresentation();
 
     std::unique_ptr<GTKRoot> root_;
@@ -82,9 +87,10 @@ private:
     std::function<void(CGSize)> resizeHandler_;
     std::function<std::vector<NSAccessibilityLabel>()> labels_;
     unsigned int labelsTimer_ = 0;
-    bool resized_ = false;    // since the last frame
-    bool scheduled_ = false;  // a frame is asked for
-    bool ticking_ = false;    // inside a frame
+    bool resized_ = false;      // since the last frame
+    bool frameWanted_ = false;  // since the beginning of the last frame
+    bool ticking_ = false;      // the tick callback is installed
+    std::unique_ptr<CVDisplay> display_;
 };
 
 }  // namespace orvane::platform

@@ -1,20 +1,24 @@
 #include "platform/corevideo/CVDisplayLink.h"
 
+#include <glib.h>
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <cstdint>
-#include <future>
-#include <memory>
-#include <semaphore>
+#include <string>
 #include <thread>
 #include <utility>
 #include <vector>
 
+#include "platform/corevideo/CVDisplay.h"
+#include "platform/dispatch/dispatch.h"
 #include "platform/quartzcore/CAMediaTime.h"
 
 using namespace orvane::platform;
 
 namespace {
+
+using Times = std::vector<std::uint64_t>;
 
 CVDisplayLink make(CVDisplayLink::OutputCallback callback) {
     CVDisplayLink link;
@@ -23,70 +27,67 @@ CVDisplayLink make(CVDisplayLink::OutputCallback callback) {
     return link;
 }
 
-// A future that is ready when the last copy of the token has gone.
-std::pair<std::shared_ptr<void>, std::future<void>> token() {
-    auto gone = std::make_shared<std::promise<void>>();
-    std::future<void> future = gone->get_future();
-    return {std::shared_ptr<void>(nullptr, [gone](void*) { gone->set_value(); }),
-            std::move(future)};
+template <typename Done>
+void iterateUntil(Done done) {
+    while (!done()) {
+        g_main_context_iteration(nullptr, TRUE);
+    }
 }
 
 }  // namespace
 
-TEST(CVDisplayLink, CallsBackOnAThreadOfItsOwnUntilStoppedFromWithin) {
+TEST(CVDisplayLink, ATimerRefreshesLinksOnTheMainThreadWhereThereIsNoDisplay) {
     const double before = CACurrentMediaTime() * 1e9;
-    std::promise<std::vector<std::uint64_t>> done;
-    std::vector<std::uint64_t> times;
-    std::thread::id caller;
-    auto [held, gone] = token();
-    // Nobody but the callback holds the link.
+    const auto token = std::make_shared<int>();
+    Times times;
+    // Only the callback holds the link, which it stops and releases itself.
     auto owner = std::make_shared<CVDisplayLink>();
-    *owner = make(
-        [&, owner, keep = std::move(held)](CVDisplayLink& link, const CVTimeStamp& outputTime) {
-            caller = std::this_thread::get_id();
-            times.push_back(outputTime.hostTime);
-            if (times.size() == 4) {
-                EXPECT_EQ(link.stop(), kCVReturnSuccess);
-                link.release();
-                EXPECT_FALSE(link);
-                owner->release();
-                done.set_value(times);
-            }
-            return 0;
-        });
-    owner->start();
-    owner.reset();
-    const std::vector<std::uint64_t> seen = done.get_future().get();
-    gone.wait();
-    EXPECT_NE(caller, std::this_thread::get_id());
-    EXPECT_EQ(times.size(), 4U);
-    EXPECT_GT(static_cast<double>(seen[0]), before);
-    for (std::size_t i = 1; i < seen.size(); ++i) {
-        // Whole refreshes apart, at 60 a second.
-        EXPECT_GE(seen[i] - seen[i - 1], 16000000U);
-    }
-}
-
-TEST(CVDisplayLink, StopsFromOutsideAndStartsAgain) {
-    // A callback may still be under way when stop has returned: what it uses is its own.
-    auto calls = std::make_shared<std::counting_semaphore<>>(0);
-    auto [held, gone] = token();
-    CVDisplayLink link = make([calls, keep = std::move(held)](CVDisplayLink&, const CVTimeStamp&) {
-        calls->release();
+    *owner = make([&, owner, token](CVDisplayLink& link, const CVTimeStamp& outputTime) {
+        EXPECT_TRUE(isMainThread());
+        times.push_back(outputTime.hostTime);
+        if (times.size() == 4) {
+            EXPECT_EQ(link.stop(), kCVReturnSuccess);
+            link.release();
+            EXPECT_FALSE(link);
+            owner->release();
+        }
         return 0;
     });
-    EXPECT_EQ(link.stop(), kCVReturnDisplayLinkNotRunning);
-    for (int run = 0; run < 3; ++run) {
-        EXPECT_EQ(link.start(), kCVReturnSuccess);
-        EXPECT_EQ(link.start(), kCVReturnDisplayLinkAlreadyRunning);
-        calls->acquire();
-        EXPECT_EQ(link.stop(), kCVReturnSuccess);
+    owner->start();
+    owner.reset();
+    iterateUntil([&] { return token.use_count() == 1; });
+    ASSERT_EQ(times.size(), 4U);
+    EXPECT_GT(static_cast<double>(times[0]), before);
+    for (std::size_t i = 1; i < times.size(); ++i) {
+        EXPECT_GE(times[i] - times[i - 1], 16000000U) << "60 refreshes a second";
     }
-    link.release();
-    gone.wait();
 }
 
-TEST(CVDisplayLink, ANullLinkTakesEveryCall) {
+TEST(CVDisplayLink, OtherThreadsStartAndStopALink) {
+    std::atomic<int> calls = 0;
+    CVDisplayLink link = make([&](CVDisplayLink&, const CVTimeStamp&) {
+        ++calls;
+        return 0;
+    });
+    std::atomic<bool> done = false;
+    const std::jthread other([&] {
+        EXPECT_EQ(link.stop(), kCVReturnDisplayLinkNotRunning);
+        for (int run = 0; run < 3; ++run) {
+            const int before = calls;
+            EXPECT_EQ(link.start(), kCVReturnSuccess);
+            EXPECT_EQ(link.start(), kCVReturnDisplayLinkAlreadyRunning);
+            while (calls == before) {
+                std::this_thread::yield();
+            }
+            EXPECT_EQ(link.stop(), kCVReturnSuccess);
+        }
+        done = true;
+        dispatchMainAsync([] {});
+    });
+    iterateUntil([&] { return done.load(); });
+}
+
+TEST(CVDisplayLink, ANullLinkAcceptsEveryCall) {
     CVDisplayLink link;
     EXPECT_EQ(link.setOutputCallback([](CVDisplayLink&, const CVTimeStamp&) { return 0; }),
               kCVReturnInvalidArgument);
@@ -99,10 +100,10 @@ TEST(CVDisplayLink, ANullLinkTakesEveryCall) {
 
 TEST(CVDisplayLink, AVirtualClockRefreshesWithEachAdvance) {
     CAVirtualClock clock(2);
-    std::vector<std::uint64_t> times;
-    std::vector<std::uint64_t> others;
+    Times times;
+    Times otherTimes;
     CVDisplayLink other = make([&](CVDisplayLink& link, const CVTimeStamp& outputTime) {
-        others.push_back(outputTime.hostTime);
+        otherTimes.push_back(outputTime.hostTime);
         link.stop();
         return 0;
     });
@@ -122,6 +123,35 @@ TEST(CVDisplayLink, AVirtualClockRefreshesWithEachAdvance) {
     for (const double time : {2.25, 2.5, 2.75}) {
         clock.advanceTo(time);
     }
-    EXPECT_EQ(times, (std::vector<std::uint64_t>{2250000000, 2500000000}));
-    EXPECT_TRUE(others.empty()) << "stopped by the one before it";
+    EXPECT_EQ(times, (Times{2250000000, 2500000000}));
+    EXPECT_TRUE(otherTimes.empty()) << "stopped by the callback before it";
+}
+
+TEST(CVDisplayLink, FollowsOneDisplayUntilThatStops) {
+    Times times;
+    CVDisplayLink link = make([&](CVDisplayLink&, const CVTimeStamp& outputTime) {
+        times.push_back(outputTime.hostTime);
+        return 0;
+    });
+    std::string requests;
+    CVDisplay shown([&] { requests += "shown "; });
+    CVDisplay hidden([&] { requests += "hidden "; });
+    const double now = CACurrentMediaTime();
+    EXPECT_FALSE(shown.refresh(now)) << "no link runs";
+    link.start();
+    EXPECT_EQ(requests, "shown ");
+    EXPECT_TRUE(shown.refresh(now + 1));
+    EXPECT_FALSE(hidden.refresh(now + 2));
+    ASSERT_EQ(times.size(), 1U);
+    EXPECT_NEAR(static_cast<double>(times[0]) * 1e-9, now + 1, 1e-6);
+    // Nothing calls refresh() any more: the timer does, and passes the links on to the next
+    // display.
+    iterateUntil([&] { return times.size() > 1; });
+    EXPECT_EQ(requests, "shown hidden ");
+    EXPECT_EQ(times[1], times[0]) << "time does not go back";
+    EXPECT_FALSE(shown.refresh(now + 2));
+    EXPECT_TRUE(hidden.refresh(now + 2));
+    EXPECT_EQ(times.size(), 3U);
+    link.stop();
+    EXPECT_FALSE(hidden.refresh(now + 3));
 }

@@ -29,13 +29,7 @@ void FrameAnimation::run() {
         [delegate, owned = link](CVDisplayLink&, const auto& outputTime) mutable {
             return FrameAnimationDelegate::tick(owned, outputTime, delegate);
         });
-    const CVDisplayLink::Return error = link.start();
-    if (link && error != platform::kCVReturnSuccess) {
-        platform::NSLog("DisplayLink started with error:%d", error);
-        // The link owns its callback, which owns the link: a run that does not begin would never
-        // release either.
-        link.setOutputCallback([](CVDisplayLink&, const auto&) { return 0; });
-    }
+    link.start();
 }
 
 void FrameAnimation::callFrameCallback(float phase) const {

@@ -36,8 +36,7 @@ int FrameAnimationDelegate::tick(platform::CVDisplayLink& link,
     }
     link.stop();
     link.release();
-    // The delegate is released after the last render and on the main thread, because the animation
-    // and the application's callbacks may be destroyed with it.
+    // Released last: the animation and the application's callbacks may be destroyed with it.
     thread::dispatch_main([&delegate] { delegate.reset(); });
     return 0;
 }

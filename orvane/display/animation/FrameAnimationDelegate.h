@@ -15,16 +15,16 @@ class FrameAnimation;
 // One run of a frame animation: it turns the ticks of a display link into phases. It keeps the
 // animation alive. All times are seconds since the first tick.
 //
-// The link calls tick on its own thread; render is called on the main thread. The timing is copied
+// The link calls tick, and tick calls render, on the main thread. The timing is copied
 // when the run begins: the application may give the animation another timing and run it again from
 // the completion callback, while the tick that ended this run is still in progress.
 class FrameAnimationDelegate {
 public:
     explicit FrameAnimationDelegate(std::shared_ptr<FrameAnimation> frameAnimation);
 
-    // The output callback of the link; always returns 0. Has the frame rendered on the main thread
-    // and waits for it. At the end of the run it releases the link and the delegate, the delegate
-    // on the main thread. After that, and with a null delegate, it does nothing.
+    // The output callback of the link; always returns 0. Renders the frame. At the end of the run
+    // it releases the link and then the delegate. After that, and with a null delegate, it does
+    // nothing.
     static int tick(platform::CVDisplayLink& link, const platform::CVTimeStamp& outputTime,
                     std::shared_ptr<FrameAnimationDelegate>& delegate);
 
@@ -46,7 +46,7 @@ public:
     void setStartTimestamp(std::uint64_t timestamp) { startTimestamp_ = timestamp; }
 
 private:
-    // Calls render and logs what it throws: the run and the link's thread continue.
+    // Calls render and logs what it throws: the run continues.
     void renderLogged(float time) const noexcept;
 
     std::shared_ptr<FrameAnimation> frameAnimation_;
