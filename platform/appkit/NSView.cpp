@@ -28,6 +28,7 @@ NSView::~NSView() {
     // Subviews and recognizers may outlive this view if they have other owners.
     for (const std::shared_ptr<NSView>& subview : subviews_) {
         subview->superview_ = nullptr;
+        subview->layer_->setSuperlayer(nullptr);
     }
     for (const std::shared_ptr<NSGestureRecognizer>& recognizer : recognizers_) {
         recognizer->view_ = nullptr;
@@ -77,6 +78,7 @@ void NSView::insertSubview(const std::shared_ptr<NSView>& view, std::size_t at) 
     }
     held->leaveSuperview();
     held->superview_ = this;
+    held->layer_->setSuperlayer(layer_.get());
     subviews_.insert(subviews_.begin() + static_cast<std::ptrdiff_t>(at), held);
     subviewOrderChanged();
     if (window_ != nullptr) {
@@ -114,6 +116,7 @@ void NSView::leaveSuperview() {
         return;
     }
     NSView& superview = *std::exchange(superview_, nullptr);
+    layer_->setSuperlayer(nullptr);
     superview.subviews_.erase(superview.subviews_.begin() +
                               static_cast<std::ptrdiff_t>(superview.indexOf(this)));
     superview.subviewOrderChanged();
@@ -255,6 +258,13 @@ void NSView::setNeedsDisplayInRect(const CGRect& rect) {
 }
 
 void NSView::drawRect(const CGRect&) {}
+
+NSView* NSView::siblingWithLayer(const CALayer* layer) const {
+    auto* const view = layer != nullptr ? dynamic_cast<NSView*>(layer->delegate()) : nullptr;
+    const bool isSibling =
+        view != nullptr && view != this && superview_ != nullptr && view->superview_ == superview_;
+    return isSibling ? view : nullptr;
+}
 
 void NSView::setRealization(std::unique_ptr<NSViewRealization> realization) {
     realization_ = std::move(realization);

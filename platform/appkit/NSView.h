@@ -41,7 +41,7 @@ public:
 // Views are created, changed and destroyed on the main thread only. A superview owns its subviews.
 // A setter never paints or composes: it notifies the window, which does what is needed at its next
 // display pass. A view keeps its pixels when it is moved, rotated, faded, hidden or reordered.
-class ORVANE_EXPORT NSView : public std::enable_shared_from_this<NSView>, private CALayerDelegate {
+class ORVANE_EXPORT NSView : public std::enable_shared_from_this<NSView>, public CALayerDelegate {
 public:
     NSView();
     ~NSView() override;
@@ -124,6 +124,9 @@ public:
     CGAffineTransform transformToWindow() const;
 
     // ---- for the window that shows the view ----
+    // Returns the sibling that owns a layer, for example CALayerPresentation::fadesFrom; null for
+    // none. Takes constant time. `layer` may be null.
+    NSView* siblingWithLayer(const CALayer* layer) const;
     // Null while no part of the view is visible, and for a class that does not paint.
     const NSBackingStore* backingStore() const { return store_.get(); }
     // What the window keeps with the view; null if it keeps nothing.

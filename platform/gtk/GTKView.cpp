@@ -22,9 +22,9 @@ GTKView::GTKView(NSView& view)
 }
 
 GTKView::~GTKView() {
-    fadeFrom(nullptr);
-    if (fadesTo_ != nullptr) {
-        fadesTo_->fadesFrom_ = nullptr;
+    linkFade(nullptr);
+    if (fadesInto_ != nullptr) {
+        fadesInto_->linkFade(nullptr);
     }
     if (control_) {
         control_->widget().unparent();
@@ -53,13 +53,8 @@ void GTKView::takePlace(const NSView& view, double time) {
 void GTKView::takeOpacity(const NSView& view, double time) {
     const CALayerPresentation shown = view.layer()->presentation(time);
     opacity_ = std::clamp(shown.opacity, 0.0, 1.0);
-    fadeFrom(nullptr);
-    if (shown.fadesFrom != nullptr && view.superview() != nullptr) {
-        const auto& siblings = view.superview()->subviews();
-        const auto from = std::ranges::find_if(
-            siblings, [&](const auto& sibling) { return sibling->layer() == shown.fadesFrom; });
-        fadeFrom(from != siblings.end() ? of(**from) : nullptr);
-    }
+    const NSView* const from = view.siblingWithLayer(shown.fadesFrom);
+    linkFade(from != nullptr ? of(*from) : nullptr);
     if (Gtk::Widget* const parent = get_parent()) {
         parent->queue_draw();
     }
@@ -152,26 +147,12 @@ void GTKView::snapshotChildren(Gtk::Widget& parent, const Glib::RefPtr<Gtk::Snap
          child = child->get_next_sibling()) {
         auto* const view = dynamic_cast<GTKView*>(child);
         if (view == nullptr) {
-            parent.snapshot_child(*child, snapshot);  // a control's own widget, behind the views
-        } else if (view->fadesFrom_ != nullptr && view->fadesFrom_->get_parent() == &parent) {
-            snapshotFade(parent, *view->fadesFrom_, *view, snapshot);
-        } else if (view->fadesTo_ == nullptr) {
+            parent.snapshot_child(*child, snapshot);  // a control's own, behind the views
+        } else if (view->fadesFrom_ != nullptr && view->fadesInto_ == nullptr) {
+            snapshotFade(parent, *view, snapshot);
+        } else if (view->fadesInto_ == nullptr) {
             snapshotGroup(parent, *view, view->opacity_, snapshot);
         }
-    }
-}
-
-// Pairs the views of a cross-fade, or ends the fade.
-void GTKView::fadeFrom(GTKView* outgoing) {
-    if (fadesFrom_ != nullptr) {
-        fadesFrom_->fadesTo_ = nullptr;
-    }
-    fadesFrom_ = outgoing;
-    if (outgoing != nullptr) {
-        if (outgoing->fadesTo_ != nullptr) {
-            outgoing->fadesTo_->fadesFrom_ = nullptr;
-        }
-        outgoing->fadesTo_ = this;
     }
 }
 
@@ -186,21 +167,52 @@ void GTKView::snapshotGroup(Gtk::Widget& parent, GTKView& view, double opacity,
     }
 }
 
-void GTKView::snapshotFade(Gtk::Widget& parent, GTKView& from, GTKView& to,
+void GTKView::snapshotFade(Gtk::Widget& parent, GTKView& topmost,
                            const Glib::RefPtr<Gtk::Snapshot>& snapshot) {
-    // Both have their share as their opacity. GTK weighs two pictures with shares that make a
-    // whole; what is missing to a whole is the opacity of the two together.
-    const double sum = from.opacity_ + to.opacity_;
+    // The opacity of each view is its share. GTK mixes two pictures with shares that add up to 1:
+    // the topmost view with the mixture of those below, and so on. The sum of all shares is the
+    // opacity of the whole.
+    double sum = 0;
+    for (const GTKView* view = &topmost; view != nullptr; view = view->fadesFrom_) {
+        sum += view->opacity_;
+    }
     if (sum <= 0) {
         return;
     }
     snapshot->push_opacity(std::min(sum, 1.0));
-    snapshot->push_cross_fade(to.opacity_ / sum);
-    parent.snapshot_child(from, snapshot);
+    std::vector<GTKView*> mixed;
+    for (GTKView* view = &topmost; view != nullptr; view = view->fadesFrom_) {
+        if (view->opacity_ >= sum || view->fadesFrom_ == nullptr) {
+            parent.snapshot_child(*view, snapshot);  // there is nothing below
+            break;
+        }
+        snapshot->push_cross_fade(view->opacity_ / sum);
+        sum -= view->opacity_;
+        mixed.push_back(view);
+    }
+    // The first picture of each mixture is complete; the second one is the view itself.
+    for (std::size_t i = mixed.size(); i-- > 0;) {
+        snapshot->pop();
+        parent.snapshot_child(*mixed[i], snapshot);
+        snapshot->pop();
+    }
     snapshot->pop();
-    parent.snapshot_child(to, snapshot);
-    snapshot->pop();
-    snapshot->pop();
+}
+
+void GTKView::linkFade(GTKView* from) {
+    if (fadesFrom_ == from) {
+        return;
+    }
+    if (fadesFrom_ != nullptr) {
+        fadesFrom_->fadesInto_ = nullptr;
+    }
+    fadesFrom_ = from;
+    if (from != nullptr) {
+        if (from->fadesInto_ != nullptr) {
+            from->fadesInto_->fadesFrom_ = nullptr;
+        }
+        from->fadesInto_ = this;
+    }
 }
 
 }  // namespace orvane::platform

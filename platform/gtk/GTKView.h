@@ -50,19 +50,22 @@ protected:
 
 private:
     void layParentOut();
-    void fadeFrom(GTKView* outgoing);
     static void snapshotGroup(Gtk::Widget& parent, GTKView& view, double opacity,
                               const Glib::RefPtr<Gtk::Snapshot>& snapshot);
-    static void snapshotFade(Gtk::Widget& parent, GTKView& from, GTKView& to,
+    // Draws a view together with the views that it replaces in a cross-fade.
+    static void snapshotFade(Gtk::Widget& parent, GTKView& topmost,
                              const Glib::RefPtr<Gtk::Snapshot>& snapshot);
+    // Records which sibling the view replaces in a cross-fade; null for none.
+    void linkFade(GTKView* from);
 
     CGSize size_;
     CGAffineTransform transform_;  // to the superview
     bool shown_ = false;
     double opacity_ = 1;
-    // The other view of a cross-fade, in each of the two.
+    // The siblings that this view replaces, and that replaces it, in a cross-fade. The links are
+    // always mutual, and the destructor removes them.
     GTKView* fadesFrom_ = nullptr;
-    GTKView* fadesTo_ = nullptr;
+    GTKView* fadesInto_ = nullptr;
     CGColor background_;
     GTKTiles tiles_;
     std::unique_ptr<GTKControl> control_;

@@ -108,63 +108,39 @@ void OffscreenComposer::drawView(OffscreenTarget& target, NSView& view,
 
 void OffscreenComposer::drawSubviews(OffscreenTarget& target, const OffscreenPlace& place,
                                      const NSBackingRect& rect) const {
-    if (isFading_) {
-        drawFadingSubviews(target, place, rect);
-        return;
-    }
     for (const OffscreenPlace::Box& box : place.boxes) {
         if (box.left < rect.right && rect.left < box.right && box.top < rect.bottom &&
             rect.top < box.bottom) {
-            drawView(target, *box.view, rect);
+            if (OffscreenPlace::of(*box.view).fadesFrom != nullptr) {
+                drawFade(
+                    target, *box.view,
+                    NSBackingRect{box.left, box.top, box.right, box.bottom}.intersection(rect));
+            } else {
+                drawView(target, *box.view, rect);
+            }
         }
     }
 }
 
-void OffscreenComposer::drawFadingSubviews(OffscreenTarget& target, const OffscreenPlace& place,
-                                           const NSBackingRect& rect) const {
-    const auto find = [&place](const auto& isIt) -> NSView* {
-        const auto found = std::find_if(place.boxes.begin(), place.boxes.end(), isIt);
-        return found == place.boxes.end() ? nullptr : found->view;
-    };
-    for (const OffscreenPlace::Box& box : place.boxes) {
-        const CALayer* layer = box.view->layer();
-        const CALayer* from = OffscreenPlace::of(*box.view).fadesFrom;
-        NSView* outgoing =
-            find([from](const OffscreenPlace::Box& other) { return other.view->layer() == from; });
-        const NSView* incoming = find([layer](const OffscreenPlace::Box& other) {
-            return OffscreenPlace::of(*other.view).fadesFrom == layer;
-        });
-        // The two stand where the incoming one does, in whichever rectangle.
-        if (outgoing) {
-            drawFade(target, *outgoing, *box.view, rect);
-        } else if (!incoming) {
-            drawView(target, *box.view, rect);
-        }
-    }
-}
-
-void OffscreenComposer::drawFade(OffscreenTarget& target, NSView& outgoing, NSView& incoming,
+void OffscreenComposer::drawFade(OffscreenTarget& target, NSView& topmost,
                                  const NSBackingRect& rect) const {
-    const NSBackingRect area = OffscreenPlace::of(outgoing)
-                                   .all.united(OffscreenPlace::of(incoming).all)
-                                   .intersection(rect);
-    if (area.isEmpty()) {
-        return;
+    // The opacity of each view is its share. The shares are added and not drawn over one another,
+    // so that nothing behind the views is visible where all of them are opaque.
+    OffscreenTarget sum = OffscreenTarget::create(rect);
+    drawView(sum, topmost, rect);
+    for (NSView* view = OffscreenPlace::of(topmost).fadesFrom; view != nullptr;
+         view = OffscreenPlace::of(*view).fadesFrom) {
+        OffscreenTarget share = OffscreenTarget::create(rect);
+        drawView(share, *view, rect);
+        sum.draw(share, PIXMAN_OP_ADD, 1);
     }
-    // Each has its share as its opacity. Added, not laid over one another, the shares make up the
-    // whole: where both are opaque nothing behind shines through.
-    OffscreenTarget both = OffscreenTarget::create(area);
-    drawView(both, outgoing, area);
-    OffscreenTarget second = OffscreenTarget::create(area);
-    drawView(second, incoming, area);
-    both.draw(second, PIXMAN_OP_ADD, 1);
-    target.draw(both, PIXMAN_OP_OVER, 1);
+    target.draw(sum, PIXMAN_OP_OVER, 1);
 }
 
 void OffscreenComposer::drawContents(OffscreenTarget& target, const NSView& view, double alpha,
                                      const NSBackingRect& rect) const {
     const NSBackingStore& store = *view.backingStore();
-    if (!store.pixels()) {
+    if (store.pixels() == nullptr) {
         return;
     }
     OffscreenPlace& place = OffscreenPlace::of(view);
@@ -187,8 +163,8 @@ void OffscreenComposer::drawContents(OffscreenTarget& target, const NSView& view
         return;
     }
     const PixmanImage mask = opacityMask(alpha);
-    // Where the rectangle begins in the source: in its own pixels when they are copied as they are,
-    // otherwise in those of the image, from the corner that prepareContents made the origin.
+    // The origin of the source in the image: the stored area's corner if pixels are copied
+    // unchanged, otherwise the corner that prepareContents made the origin.
     const std::int64_t originX =
         place.isPixelAligned ? place.originX + place.area.left : place.own.left;
     const std::int64_t originY =
@@ -208,9 +184,9 @@ void OffscreenComposer::prepareContents(OffscreenPlace& place) const {
         pixman_image_set_filter(place.contents.get(), PIXMAN_FILTER_NEAREST, nullptr, 0);
         return;
     }
-    // From the image's pixels back to the store's. It starts at the corner of the view's box, not
-    // of the image: the library's numbers are short. It must not depend on the rectangle that is
-    // composed, or the pieces would not fit together to the last bit.
+    // Maps the image's pixels to the store's. The origin is the corner of the view's box and not of
+    // the image, because Pixman's coordinates have 16 bits. It must not depend on the rectangle
+    // that is being composed, or pieces of the image would differ from the whole.
     const CGAffineTransform t =
         CGAffineTransform::makeTranslation(static_cast<double>(place.own.left),
                                            static_cast<double>(place.own.top))

@@ -17,8 +17,7 @@ class OffscreenComposer {
 public:
     // `scale` is the number of the views' pixels per point.
     // Views that are not in the picture are left out.
-    OffscreenComposer(double scale, bool isFading, int picture)
-        : scale_(scale), isFading_(isFading), picture_(picture) {}
+    OffscreenComposer(double scale, int picture) : scale_(scale), picture_(picture) {}
 
     // Replaces a part of the window's image by what the views show there; transparent pixels where
     // there is no view. `root` may be null.
@@ -31,18 +30,14 @@ private:
     void drawView(OffscreenTarget& target, NSView& view, const NSBackingRect& rect) const;
     void drawSubviews(OffscreenTarget& target, const OffscreenPlace& place,
                       const NSBackingRect& rect) const;
-    // The same while views of the window are in a cross-fade.
-    void drawFadingSubviews(OffscreenTarget& target, const OffscreenPlace& place,
-                            const NSBackingRect& rect) const;
-    void drawFade(OffscreenTarget& target, NSView& outgoing, NSView& incoming,
-                  const NSBackingRect& rect) const;
+    // Draws a view together with the views that it replaces in a cross-fade.
+    void drawFade(OffscreenTarget& target, NSView& topmost, const NSBackingRect& rect) const;
     void drawContents(OffscreenTarget& target, const NSView& view, double alpha,
                       const NSBackingRect& rect) const;
     // Prepares the stored pixels for drawing under the view's transform.
     void prepareContents(OffscreenPlace& place) const;
 
     double scale_;
-    bool isFading_;
     int picture_;
 };
 

@@ -106,7 +106,7 @@ std::span<const NSBackingRect> OffscreenCompositor::compose(NSView* root, double
     isOpaque_ = isCoveredByBackground(root, bounds_);
     damage_.take(composed_, scale_);
     for (std::size_t i = 0; i < pictures_.size(); ++i) {
-        const OffscreenComposer composer(scale_, layout_.isFading(), static_cast<int>(i));
+        const OffscreenComposer composer(scale_, static_cast<int>(i));
         for (const NSBackingRect& damaged : composed_) {
             const NSBackingRect rect = damaged.intersection(pictures_[i].area);
             if (rect.isEmpty()) {

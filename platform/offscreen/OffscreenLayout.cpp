@@ -21,6 +21,11 @@ bool isPlaceable(const CGAffineTransform& t) {
     return inverse && inverse->norm() < kLongestStep;
 }
 
+OffscreenPlace::Box boxOf(NSView& view, const NSBackingRect& rect) {
+    return {static_cast<std::int32_t>(rect.left), static_cast<std::int32_t>(rect.top),
+            static_cast<std::int32_t>(rect.right), static_cast<std::int32_t>(rect.bottom), &view};
+}
+
 }  // namespace
 
 void OffscreenLayout::setImage(const NSBackingRect& bounds, double scale) {
@@ -39,7 +44,10 @@ void OffscreenLayout::add(NSView& view) {
 void OffscreenLayout::remove(NSView& view) {
     const OffscreenPlace& place = OffscreenPlace::of(view);
     damage_.add(place.own);
-    fading_ -= place.fadesFrom != nullptr ? 1 : 0;
+    linkFade(view, nullptr);
+    if (place.fadesInto != nullptr) {
+        linkFade(*place.fadesInto, nullptr);
+    }
     if (NSView* const superview = view.superview()) {
         OffscreenPlace::of(*superview).boxes.clear();
         markSubviews(*superview);
@@ -76,7 +84,7 @@ void OffscreenLayout::update(NSView& root, double time) {
     isNew_ = false;
 }
 
-bool OffscreenLayout::place(const NSView& view, const CGAffineTransform& superview, bool isShown,
+bool OffscreenLayout::place(NSView& view, const CGAffineTransform& superview, bool isShown,
                             bool isMoved) {
     OffscreenPlace& place = OffscreenPlace::of(view);
     const CALayerPresentation shown = view.layer()->presentation(time_);
@@ -84,12 +92,11 @@ bool OffscreenLayout::place(const NSView& view, const CGAffineTransform& supervi
     isShown = isShown && !view.isHidden() && shown.opacity > 0 && isPlaceable(toImage);
 
     isMoved = isMoved || toImage != place.toImage || isShown != place.isShown ||
-              shown.opacity != place.opacity || shown.fadesFrom != place.fadesFrom;
-    fading_ += (shown.fadesFrom != nullptr ? 1 : 0) - (place.fadesFrom != nullptr ? 1 : 0);
+              shown.opacity != place.opacity;
+    isMoved = linkFade(view, view.siblingWithLayer(shown.fadesFrom)) || isMoved;
     place.toImage = toImage;
     place.isShown = isShown;
     place.opacity = shown.opacity;
-    place.fadesFrom = shown.fadesFrom;
     place.isPixelAligned =
         toImage.a == scale_ && toImage.d == scale_ && toImage.b == 0 && toImage.c == 0;
     place.originX = NSBackingRect::floorPixel(toImage.tx + 0.5);
@@ -109,6 +116,25 @@ bool OffscreenLayout::place(const NSView& view, const CGAffineTransform& supervi
     return isMoved;
 }
 
+bool OffscreenLayout::linkFade(NSView& view, NSView* from) {
+    OffscreenPlace& place = OffscreenPlace::of(view);
+    if (place.fadesFrom == from) {
+        return false;
+    }
+    if (place.fadesFrom != nullptr) {
+        OffscreenPlace::of(*place.fadesFrom).fadesInto = nullptr;
+    }
+    place.fadesFrom = from;
+    if (from != nullptr) {
+        NSView*& into = OffscreenPlace::of(*from).fadesInto;
+        if (into != nullptr) {
+            OffscreenPlace::of(*into).fadesFrom = nullptr;
+        }
+        into = &view;
+    }
+    return true;
+}
+
 void OffscreenLayout::placeMarked(NSView& view, const CGAffineTransform& superview, bool isShown,
                                   bool isMoved) {
     OffscreenPlace& here = OffscreenPlace::of(view);
@@ -122,17 +148,40 @@ void OffscreenLayout::placeMarked(NSView& view, const CGAffineTransform& supervi
     here.hasMarkedBelow = false;
     here.all = here.own;
     here.boxes.clear();
+    bool hasFades = false;
     for (NSView* const subview : view.subviewsInDrawingOrder()) {
         placeMarked(*subview, here.toImage, here.isShown, isMoved);
-        const NSBackingRect& box = OffscreenPlace::of(*subview).all;
-        if (!box.isEmpty()) {
-            here.all = here.all.united(box);
-            here.boxes.push_back({static_cast<std::int32_t>(box.left),
-                                  static_cast<std::int32_t>(box.top),
-                                  static_cast<std::int32_t>(box.right),
-                                  static_cast<std::int32_t>(box.bottom), subview});
+        const OffscreenPlace& place = OffscreenPlace::of(*subview);
+        hasFades = hasFades || place.fadesFrom != nullptr;
+        if (!place.all.isEmpty()) {
+            here.all = here.all.united(place.all);
+            here.boxes.push_back(boxOf(*subview, place.all));
         }
     }
+    if (hasFades) {
+        joinFadingBoxes(here);
+    }
+}
+
+void OffscreenLayout::joinFadingBoxes(OffscreenPlace& place) {
+    std::erase_if(place.boxes, [](OffscreenPlace::Box& box) {
+        const OffscreenPlace& own = OffscreenPlace::of(*box.view);
+        for (const NSView* above = own.fadesInto; above != nullptr;) {
+            const OffscreenPlace& next = OffscreenPlace::of(*above);
+            if (!next.all.isEmpty()) {
+                return true;  // drawn together with that view
+            }
+            above = next.fadesInto;
+        }
+        NSBackingRect all = own.all;
+        for (const NSView* below = own.fadesFrom; below != nullptr;) {
+            const OffscreenPlace& next = OffscreenPlace::of(*below);
+            all = all.united(next.all);
+            below = next.fadesFrom;
+        }
+        box = boxOf(*box.view, all);
+        return false;
+    });
 }
 
 }  // namespace orvane::platform

@@ -7,6 +7,7 @@ namespace orvane::platform {
 
 class NSView;
 class OffscreenDamage;
+struct OffscreenPlace;
 
 // Computes where the views of an off-screen window are in its image.
 //
@@ -33,22 +34,25 @@ public:
 
     // Places what is marked, as the views are shown at a media time.
     void update(NSView& root, double time);
-    // Whether any view is in a cross-fade.
-    bool isFading() const { return fading_ > 0; }
 
 private:
     // `isShown` is false if an ancestor hides the subtree. `isMoved` is true if the superview was
     // moved, or its visibility or opacity changed.
     void placeMarked(NSView& view, const CGAffineTransform& superview, bool isShown, bool isMoved);
     // Places the view itself. Returns true if its subviews must be placed, too.
-    bool place(const NSView& view, const CGAffineTransform& superview, bool isShown, bool isMoved);
+    bool place(NSView& view, const CGAffineTransform& superview, bool isShown, bool isMoved);
+
+    // Records which sibling the view replaces in a cross-fade; null for none. Returns whether that
+    // is new.
+    static bool linkFade(NSView& view, NSView* from);
+    // Joins the boxes of views that fade over one another, where the topmost of them is.
+    static void joinFadingBoxes(OffscreenPlace& place);
 
     OffscreenDamage& damage_;
     NSBackingRect bounds_;
     double scale_ = 1;
     double time_ = 0;
     bool isNew_ = true;  // every view must be placed
-    int fading_ = 0;     // the number of views in a cross-fade
 };
 
 }  // namespace orvane::platform

@@ -12,8 +12,6 @@
 
 namespace orvane::platform {
 
-class CALayer;
-
 // What an off-screen window keeps with each of its views: where the view is in the window's image.
 // OffscreenLayout writes it and OffscreenComposer reads it.
 struct OffscreenPlace final : NSViewRealization {
@@ -30,7 +28,10 @@ struct OffscreenPlace final : NSViewRealization {
     CGAffineTransform toImage;  // from the view's points to the image's pixels
     bool isShown = false;       // neither the view nor an ancestor is hidden or fully transparent
     double opacity = 1;
-    const CALayer* fadesFrom = nullptr;
+    // The siblings that this view replaces, and that replaces it, in a cross-fade; see
+    // CALayerPresentation. The links are always mutual, also when one of the views leaves.
+    NSView* fadesFrom = nullptr;
+    NSView* fadesInto = nullptr;
     // Set when the view is only moved: its pixels are copied unchanged, to the nearest whole pixel.
     bool isPixelAligned = false;
     std::int64_t originX = 0;

@@ -2,6 +2,7 @@
 
 #include <cmath>
 
+#include "platform/quartzcore/CACrossFade.h"
 #include "platform/quartzcore/CALayer.h"
 
 namespace orvane::platform {
@@ -23,5 +24,9 @@ double CAAnimation::phase(double time) const {
 }
 
 void CAAnimation::applyToOutgoing(double, const CALayer&, CALayerPresentation&) const {}
+
+std::shared_ptr<CACrossFade> CAAnimation::createCrossFade(CALayer&) const {
+    return nullptr;
+}
 
 }  // namespace orvane::platform

@@ -6,6 +6,7 @@
 
 namespace orvane::platform {
 
+class CACrossFade;
 class CALayer;
 struct CALayerPresentation;
 
@@ -50,6 +51,9 @@ public:
     // Changes what the second layer shows. `incoming` is the layer that the animation was added to.
     virtual void applyToOutgoing(double phase, const CALayer& incoming,
                                  CALayerPresentation& shown) const;
+    // Returns the pairing of the two layers if the animation is a cross-fade that is being added to
+    // `incoming`, otherwise null. The pairing then replaces the two functions above.
+    virtual std::shared_ptr<CACrossFade> createCrossFade(CALayer& incoming) const;
 
 protected:
     CAAnimation() = default;

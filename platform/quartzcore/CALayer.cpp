@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "platform/quartzcore/CAAnimation.h"
+#include "platform/quartzcore/CACrossFade.h"
 #include "platform/quartzcore/CAMediaTime.h"
 #include "platform/quartzcore/CATimeline.h"
 #include "platform/quartzcore/CATransactionGroup.h"
@@ -16,9 +17,11 @@ namespace orvane::platform {
 struct CALayer::Running {
     std::string key;
     std::shared_ptr<const CAAnimation> animation;
-    // Holds its transactions open until it is over.
+    // Keeps its transactions open until it is over.
     std::shared_ptr<CATransactionGroup> group;
-    // For the outgoing side of a transition, which has no key: the layer that comes in.
+    // Shared by the two sides of a cross-fade; null for other animations.
+    std::shared_ptr<CACrossFade> fade;
+    // Set for the outgoing side of a transition, which has no key.
     bool isOutgoing = false;
     std::weak_ptr<CALayer> incoming = {};
     bool isOver = false;
@@ -105,10 +108,18 @@ void CALayer::addAnimation(const CAAnimation& animation, const std::string& key)
         timeline.animationAdded(copy->beginTime(), copy->endTime());
         layer.changed(kCALayerAnimationsChanged);
     };
-    start(*this, {key, copy, CATransactionGroup::current()});
-    const std::shared_ptr<CALayer> outgoing = copy->outgoingLayer();
-    if (outgoing && outgoing.get() != this) {
-        start(*outgoing, {{}, copy, nullptr, true, weak_from_this()});
+    std::shared_ptr<CALayer> outgoing = copy->outgoingLayer();
+    if (outgoing.get() == this) {
+        outgoing.reset();
+    }
+    const std::shared_ptr<CACrossFade> fade = copy->createCrossFade(*this);
+    const std::shared_ptr<CACrossFade> below = outgoing && fade ? outgoing->lastFade() : nullptr;
+    if (below) {
+        fade->placeAbove(below);
+    }
+    start(*this, {key, copy, CATransactionGroup::current(), fade});
+    if (outgoing) {
+        start(*outgoing, {{}, copy, nullptr, fade, true, weak_from_this()});
     }
 }
 
@@ -133,7 +144,7 @@ void CALayer::removeAllAnimations() {
 }
 
 void CALayer::removeRunning(std::size_t index) {
-    // Out of the list before it goes: letting go of its group may end transactions.
+    // Removed from the list before it is destroyed, because that may complete transactions.
     const Running gone = std::move(running_[index]);
     running_.erase(running_.begin() + static_cast<std::ptrdiff_t>(index));
     if (!gone.isOutgoing) {
@@ -176,7 +187,7 @@ double CALayer::advanceAnimations(double last, double time) {
         }
         const double begin = running.animation->beginTime();
         const double end = running.animation->endTime();
-        // Written so that a time that is not a number is over.
+        // Written so that an animation is over if a time is NaN.
         if (!(time < end)) {
             running.isOver = true;
             running.group.reset();
@@ -187,7 +198,7 @@ double CALayer::advanceAnimations(double last, double time) {
         somethingChanged |= last < begin && begin <= time;
         next = std::min(next, time < begin ? begin : end);
     }
-    // A transition's two sides end at the same time; each layer drops its own.
+    // The two sides of a transition end at the same time; each layer drops its own.
     std::erase_if(running_, [](const Running& r) {
         return r.isOver && (r.isOutgoing || r.animation->isRemovedOnCompletion());
     });
@@ -209,20 +220,45 @@ bool CALayer::isAnimating(double time) const {
                        [time](const Running& r) { return r.hasEffect(time); });
 }
 
+const CACrossFade* CALayer::fadeIn(double time) const {
+    for (std::size_t i = running_.size(); i-- > 0;) {
+        if (running_[i].fade && !running_[i].isOutgoing && running_[i].hasEffect(time)) {
+            return running_[i].fade.get();
+        }
+    }
+    return nullptr;
+}
+
+std::shared_ptr<CACrossFade> CALayer::lastFade() const {
+    for (std::size_t i = running_.size(); i-- > 0;) {
+        if (running_[i].fade && !running_[i].isOver) {
+            return running_[i].fade;
+        }
+    }
+    return nullptr;
+}
+
 CALayerPresentation CALayer::presentation(double time) const {
     CALayerPresentation shown{position_, anchorPoint_, transform_, opacity_};
+    CACrossFade* fade = nullptr;
     for (const Running& running : running_) {
         if (!running.hasEffect(time)) {
             continue;
         }
         const double phase = running.animation->phase(time);
-        if (!running.isOutgoing) {
+        if (running.fade) {
+            // The way in counts, if there are both: see CACrossFade.
+            fade = fade == nullptr || !running.isOutgoing ? running.fade.get() : fade;
+        } else if (!running.isOutgoing) {
             running.animation->apply(phase, *this, shown);
         } else if (const std::shared_ptr<CALayer> incoming = running.incoming.lock()) {
             running.animation->applyToOutgoing(phase, *incoming, shown);
         }
     }
-    // Not a number is no opacity that anything could be drawn with.
+    if (fade != nullptr) {
+        fade->apply(*this, time, shown);
+    }
+    // NaN becomes 0.
     shown.opacity = shown.opacity > 0 ? std::min(shown.opacity, 1.0) : 0.0;
     return shown;
 }
@@ -231,7 +267,7 @@ CGAffineTransform CALayer::affineTransform(const CALayerPresentation& shown) con
     const double anchorX = shown.anchorPoint.x * size_.width;
     const double anchorY = shown.anchorPoint.y * size_.height;
     const CGAffineTransform t = shown.transform.affineTransform();
-    // The anchor to the origin, the transform, the origin to the position.
+    // Moves the anchor to the origin, transforms, and moves the origin to the position.
     return {t.a,
             t.b,
             t.c,

@@ -13,9 +13,10 @@
 namespace orvane::platform {
 
 class CAAnimation;
+class CACrossFade;
 class CALayer;
 
-// What of a layer changed: a bit set.
+// What changed about a layer: a set of bits.
 enum CALayerChange : unsigned {
     kCALayerGeometryChanged = 1U << 0,  // position, anchor point, transform, size
     kCALayerOpacityChanged = 1U << 1,
@@ -24,99 +25,113 @@ enum CALayerChange : unsigned {
     kCALayerAnimationsChanged = 1U << 4,  // an animation was added or removed, began or ended
 };
 
-// Told by a layer at once of every change; the view whose layer it is. Main thread.
+// Implemented by the view that owns the layer; called synchronously on every change. Main thread.
 class ORVANE_EXPORT CALayerDelegate {
 public:
     virtual ~CALayerDelegate() = default;
     virtual void layerDidChange(CALayer& layer, unsigned changes) = 0;
 };
 
-// What a layer shows at one time: its model values with the animations of that time applied.
+// What a layer shows at a given time: its model values with the animations of that time applied.
 struct CALayerPresentation {
     CGPoint position;
     CGPoint anchorPoint;
     CATransform3D transform;
     double opacity = 1;
-    // During a cross-fade only: the layer that this one fades in over. A window that can draws the
-    // two added together (each already has its share as its opacity) where this one stands, so
-    // that nothing behind them shines through.
+    // During a cross-fade only: the layer that this one replaces, and the layer that replaces this
+    // one. The opacity of each layer is its share of the picture. A window adds up the pictures of
+    // all layers that are linked in this way, and draws the sum where the layer is that nothing
+    // replaces, so that nothing behind the layers is visible through them. Borrowed.
     CALayer* fadesFrom = nullptr;
+    CALayer* fadesInto = nullptr;
 
     friend bool operator==(const CALayerPresentation&, const CALayerPresentation&) = default;
 };
 
-// The presentation of a view: where it stands, how it is transformed and blended. A view's layer
-// has its anchor point at 0, 0, so its position is the view's origin unless it is set otherwise.
+// The presentation of a view: its place, transform and opacity. A view's layer has its anchor point
+// at (0, 0), so its position is the view's origin unless either is changed.
 //
-// Setters write model values. What is shown at a time comes from the model values and the
-// animations running at that time; it is a function of a time that is passed in, so tests hold the
-// clock. Main thread only.
+// Setters write model values. What the layer shows at a given time is computed from the model
+// values and the animations that run at that time; the time is a parameter. Main thread only.
 class ORVANE_EXPORT CALayer : public std::enable_shared_from_this<CALayer> {
 public:
     CALayer();
-    // The animations that still run are removed, and so count as over for their transactions.
+    // Removes the animations that still run, which completes them for their transactions.
     ~CALayer();
     CALayer(const CALayer&) = delete;
     CALayer& operator=(const CALayer&) = delete;
 
     // ---- model values ----
+    // The place of the anchor point in the superlayer's coordinates, in points.
     CGPoint position() const { return position_; }
-    // In the superlayer's coordinates, points: where the anchor point lies.
     void setPosition(CGPoint position);
-    // Relative to the bounds, 0 to 1: the point that position places and transform turns about.
+    // The point that `position` places, and about which `transform` rotates and scales; relative to
+    // the bounds, from 0 to 1.
     CGPoint anchorPoint() const { return anchorPoint_; }
     void setAnchorPoint(CGPoint anchorPoint);
     CGSize size() const { return size_; }
     void setSize(CGSize size);
     const CATransform3D& transform() const { return transform_; }
     void setTransform(const CATransform3D& transform);
-    // 0 to 1, of the layer and its sublayers as one group.
+    // The opacity of the layer and its sublayers as one group, from 0 to 1.
     double opacity() const { return opacity_; }
     void setOpacity(double opacity);
-    // Order of drawing among siblings; equal ones keep their order.
+    // The drawing order among siblings. Siblings with equal values keep their order.
     double zPosition() const { return zPosition_; }
     void setZPosition(double z);
-    // Drawn behind the contents, over the whole bounds.
+    // A color that fills the bounds behind the contents.
     void setBackgroundColor(const CGColor& color);
     const CGColor& backgroundColor() const { return backgroundColor_; }
     bool isOpaque() const { return opaque_; }
     void setOpaque(bool opaque) { opaque_ = opaque; }
+    // The x coordinate of the left edge in the superlayer's coordinates, without the transform.
+    double left() const { return position_.x - anchorPoint_.x * size_.width; }
 
     // ---- animations ----
-    // Registers a copy of the animation under a key; one of the same key is replaced. It belongs to
-    // the transactions that are open on the calling thread.
+    // Registers a copy of the animation under a key, in place of an animation with the same key.
+    // The copy belongs to the transactions that are open on the calling thread.
     void addAnimation(const CAAnimation& animation, const std::string& key);
     void removeAnimationForKey(const std::string& key);
     void removeAllAnimations();
-    // Whether one has an effect at a time, so that what is shown may change from frame to frame.
+    // Whether an animation has an effect at a media time, so that each frame may differ.
     bool isAnimating(double time) const;
     bool hasAnimations() const;
 
     // ---- what is shown ----
-    // At a media time. Without animations, the model values.
+    // What is shown at a media time. Without animations, the model values.
     CALayerPresentation presentation(double time) const;
-    // The mapping of a presentation of this layer: from the layer's own coordinates (origin at its
-    // top left) to its superlayer's.
+    // Maps the layer's coordinates (origin at its top left) to the superlayer's, as `shown`.
     CGAffineTransform affineTransform(const CALayerPresentation& shown) const;
 
-    // Borrowed; it must outlive the layer or be taken back with null.
+    // The fade by which this layer comes in at a media time; null for none.
+    const CACrossFade* fadeIn(double time) const;
+
+    // ---- for the view that owns the layer ----
+    // Borrowed; must outlive the layer or be reset to null.
     void setDelegate(CALayerDelegate* delegate) { delegate_ = delegate; }
+    CALayerDelegate* delegate() const { return delegate_; }
+    // The layer of the superview; null for none. Borrowed.
+    void setSuperlayer(const CALayer* superlayer) { superlayer_ = superlayer; }
+    const CALayer* superlayer() const { return superlayer_; }
 
 private:
     friend class CATimeline;
     struct Running;
 
     void changed(unsigned changes);
-    // Takes an animation out of running_, and with a transition its other side.
+    // Removes an animation from running_, and its other side from the outgoing layer.
     void removeRunning(std::size_t index);
     void stopOutgoing(const CAAnimation& transition);
-    // The timeline's tick, from `last` to `time`: lets go of what is over, tells the delegate when
-    // something began or ended, and answers when the next animation begins or ends. Takes the layer
-    // off the timeline when nothing is left to run.
+    // The last fade that was added and is not over, in which this layer takes part; null for none.
+    std::shared_ptr<CACrossFade> lastFade() const;
+    // Called by the timeline's tick, from `last` to `time`. Releases animations that are over,
+    // notifies the delegate if an animation began or ended, and returns the time at which the next
+    // one begins or ends. Removes the layer from the timeline if nothing is left to run.
     double advanceAnimations(double last, double time);
     void leaveTimeline();
 
     CALayerDelegate* delegate_ = nullptr;
+    const CALayer* superlayer_ = nullptr;
     CGPoint position_;
     CGPoint anchorPoint_;
     CGSize size_;
@@ -125,7 +140,7 @@ private:
     double zPosition_ = 0;
     CGColor backgroundColor_{0, 0, 0, 0};
     bool opaque_ = false;
-    std::vector<Running> running_;  // in order of adding: later ones apply on top
+    std::vector<Running> running_;  // in the order in which they were added and are applied
     static constexpr std::size_t notOnTimeline = static_cast<std::size_t>(-1);
     std::size_t timelineIndex_ = notOnTimeline;
 };

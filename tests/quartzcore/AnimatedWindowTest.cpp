@@ -105,6 +105,20 @@ TEST_F(AnimatedWindowTest, ACrossFadeAddsUpToTheWhole) {
     between->layer()->setBackgroundColor(blue);
     EXPECT_EQ(displayAt(11), 1U);
     EXPECT_EQ(pixel(20, 5), 0xFFBF0040U) << "composed away from the new one, too";
+    // Another fade that begins now changes nothing at first, and all three are added up.
+    const auto third = block({{0, 90}, {200, 10}}, {0, 1, 0, 1});
+    fade.setBeginTime(11);
+    fade.setDuration(2);
+    fade.setOutgoingLayer(fresh->layer());
+    third->layer()->addAnimation(fade, "transition");
+    displayAt(11);
+    EXPECT_EQ(pixel(100, 50), 0xFFBF0040U);
+    EXPECT_EQ(pixel(100, 95), 0xFFBF0040U);
+    displayAt(12);
+    EXPECT_EQ(pixel(100, 95), 0xFF408040U) << "a quarter, a quarter and a half";
+    third->removeFromSuperviewWithoutNeedingDisplay();
+    displayAt(12);
+    EXPECT_EQ(pixel(100, 95), 0xFF800080U);
     displayAt(14);
     EXPECT_EQ(pixel(100, 50), 0xFF0000FFU);
     EXPECT_EQ(pixel(40, 50), 0xFFFF0000U);

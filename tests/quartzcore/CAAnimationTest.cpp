@@ -114,6 +114,80 @@ TEST_F(CAAnimationTest, WhatIsOverIsDroppedUnlessItIsToStay) {
     EXPECT_NEAR(opacity(16), 0.5, 1e-12) << "a begin time of zero is now";
 }
 
+// Every fade runs from 10 to 14 unless stated. Whatever begins in the middle of another fade, the
+// shares add up to 1 and do not jump at the beginning.
+TEST_F(CAAnimationTest, AFadeDuringAFadeReplacesTheMixture) {
+    const auto fade = [](CALayer& outgoing, CALayer& incoming, double begin) {
+        CATransition transition;
+        transition.setBeginTime(begin);
+        transition.setDuration(4);
+        transition.setOutgoingLayer(&outgoing);
+        incoming.addAnimation(transition, "transition");
+    };
+    const auto old = std::make_shared<CALayer>();
+    const auto middle = std::make_shared<CALayer>();
+    const auto fresh = std::make_shared<CALayer>();
+    const auto expectShares = [&](double time, double first, double second, double third) {
+        SCOPED_TRACE(time);
+        EXPECT_NEAR(old->presentation(time).opacity, first, 1e-12);
+        EXPECT_NEAR(middle->presentation(time).opacity, second, 1e-12);
+        EXPECT_NEAR(fresh->presentation(time).opacity, third, 1e-12);
+    };
+    fade(*old, *middle, 10);
+    expectShares(12, 0.5, 0.5, 1);
+    fade(*middle, *fresh, 12);
+    expectShares(12, 0.5, 0.5, 0);
+    expectShares(13, 0.25 * 0.75, 0.75 * 0.75, 0.25);
+    EXPECT_EQ(fresh->presentation(13).fadesFrom, middle.get());
+    EXPECT_EQ(middle->presentation(13).fadesFrom, old.get());
+    EXPECT_EQ(middle->presentation(13).fadesInto, fresh.get());
+    EXPECT_EQ(old->presentation(13).fadesInto, middle.get());
+    EXPECT_EQ(fresh->presentation(13).fadesInto, nullptr);
+    clock.advanceTo(15);
+    expectShares(15, 1, 0.25, 0.75);
+    EXPECT_EQ(middle->presentation(15).fadesFrom, nullptr) << "the first fade is over";
+
+    // A page that fades back in before it has faded out.
+    old->removeAllAnimations();
+    fresh->removeAllAnimations();
+    middle->removeAllAnimations();
+    fade(*old, *middle, 20);
+    fade(*middle, *old, 22);
+    expectShares(22, 0.5, 0.5, 1);
+    expectShares(23, 0.25 + 0.25 * 0.75, 0.75 * 0.75, 1);
+    EXPECT_EQ(old->presentation(23).fadesFrom, middle.get());
+    EXPECT_EQ(old->presentation(23).fadesInto, nullptr);
+    EXPECT_EQ(middle->presentation(23).fadesFrom, nullptr);
+}
+
+TEST_F(CAAnimationTest, APushTravelsByTheWidthOfWhatFramesBothPages) {
+    const auto screen = std::make_shared<CALayer>();
+    const auto old = std::make_shared<CALayer>();
+    old->setSize({100, 50});
+    old->setPosition({50, 0});
+    layer->setSize({200, 50});
+    CATransition push;
+    push.setType(CATransitionType::Push);
+    push.setSubtype(CATransitionSubtype::FromRight);
+    push.setBeginTime(10);
+    push.setDuration(4);
+    push.setOutgoingLayer(old.get());
+    layer->addAnimation(push, "transition");
+    for (const double screenWidth : {0.0, 1000.0}) {
+        screen->setSize({screenWidth, 50});
+        layer->setSuperlayer(screen.get());
+        const double width = screenWidth > 0 ? screenWidth : 200;
+        EXPECT_EQ(layer->presentation(10).position.x, width);
+        EXPECT_EQ(old->presentation(10).position.x, 50);
+        EXPECT_EQ(layer->presentation(13).position.x, width / 4);
+        EXPECT_EQ(old->presentation(13).position.x, 50 - width * 3 / 4);
+    }
+    layer->setSuperlayer(nullptr);
+    old->setPosition({150, 0});
+    EXPECT_EQ(layer->presentation(10).position.x, 250) << "from the left edge of one to the right "
+                                                          "edge of the other";
+}
+
 TEST_F(CAAnimationTest, EitherSideOfATransitionMayGoFirst) {
     auto old = std::make_shared<CALayer>();
     CATransition transition;
