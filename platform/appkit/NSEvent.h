@@ -4,8 +4,14 @@
 
 namespace orvane::platform {
 
-// What the pointer did: its button went down, it moved with the button down, the button went up.
-enum class NSEventType { LeftMouseDown, LeftMouseDragged, LeftMouseUp };
+// What a pointer event reports about the left button.
+enum class NSEventType {
+    LeftMouseDown,
+    LeftMouseDragged,
+    LeftMouseUp,
+    // The desktop withdrew the pointer before the button was released. The location has no meaning.
+    MouseCancelled,
+};
 
 // A pointer event. The location is in the coordinates of the window's content: points, y down.
 struct NSEvent {

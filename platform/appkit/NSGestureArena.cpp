@@ -3,7 +3,6 @@
 #include <algorithm>
 
 #include "orvane/commons/ScopedFlag.h"
-#include "platform/appkit/NSGestureRecognizer.h"
 #include "platform/appkit/NSView.h"
 
 namespace orvane::platform {
@@ -19,64 +18,72 @@ void NSGestureArena::sendEvent(const std::shared_ptr<NSView>& contentView, const
         pending_.pop_front();
         advance();
         deliver(contentView, next);
-        if (next.type == NSEventType::LeftMouseUp) {
-            finish();
-        }
     }
 }
 
 void NSGestureArena::viewWillLeave(const NSView& view) {
-    for (Entry& entry : entries_) {
-        entry.viewLeft |= entry.recognizer->view() == &view;
+    for (const std::shared_ptr<NSGestureRecognizer>& recognizer : view.gestureRecognizers()) {
+        if (recognizer->arenaEntry_ < entries_.size()) {
+            entries_[recognizer->arenaEntry_].viewLeft = true;
+            someViewLeft_ = true;
+        }
     }
 }
 
 void NSGestureArena::deliver(const std::shared_ptr<NSView>& contentView, const NSEvent& event) {
-    if (event.type == NSEventType::LeftMouseDown) {
-        // A release that never came: whatever was going on is over.
-        for (Entry& entry : entries_) {
-            cancel(entry);
-        }
+    if (event.type == NSEventType::LeftMouseDown || event.type == NSEventType::MouseCancelled) {
+        // Before a press, a gesture is left over if its release was never sent.
+        endAll(NSGestureEndReason::Cancelled);
         finish();
-        if (contentView) {
-            enter(*contentView, event);
-        }
     }
-    if (entries_.empty()) {
+    if (event.type == NSEventType::MouseCancelled) {
         return;
     }
-    events_.push_back(event);
-    advance();
+    if (event.type == NSEventType::LeftMouseDown && contentView) {
+        enter(*contentView, event);
+    }
+    if (!entries_.empty()) {
+        events_.push_back(event);
+        advance();
+    }
+    if (event.type == NSEventType::LeftMouseUp) {
+        endAll(NSGestureEndReason::Ended);
+        finish();
+    }
 }
 
 void NSGestureArena::enter(NSView& contentView, const NSEvent& event) {
+    window_ = contentView.window();
     for (NSView* view = contentView.hitTest(event.locationInWindow); view != nullptr;
          view = view->superview()) {
         for (const std::shared_ptr<NSGestureRecognizer>& recognizer : view->gestureRecognizers()) {
-            entries_.push_back({recognizer});
+            recognizer->arenaEntry_ = entries_.size();
+            entries_.push_back({recognizer, entries_.size()});
         }
     }
 }
 
 void NSGestureArena::advance() {
-    // One recognizer that fails lets in those that wait for it, earlier ones too.
     cancelThoseThatLeft();
-    bool moved = true;
+    bool isAgain = true;
     bool somebodyWaits = false;
-    while (moved) {
-        moved = false;
+    // One pass is enough, because entries wait only for earlier ones, unless a handler puts an
+    // earlier entry out. The loop ends when a pass shows no event.
+    while (isAgain) {
+        isAgain = false;
         somebodyWaits = false;
-        for (Entry& entry : entries_) {
-            // A recognizer may have changed its state by itself since the last event.
+        for (std::size_t i = 0; i < entries_.size(); ++i) {
+            Entry& entry = entries_[i];
+            // A recognizer may have changed its state since the last event.
             judge(entry);
             while (!entry.isOut && entry.next < events_.size()) {
-                if (mustWait(entry)) {
+                if (mustWait(i)) {
                     somebodyWaits = true;
                     break;
                 }
                 showNextEvent(entry);
                 cancelThoseThatLeft();
-                moved = true;
+                isAgain = true;
             }
         }
     }
@@ -88,24 +95,25 @@ void NSGestureArena::advance() {
     }
 }
 
-bool NSGestureArena::mustWait(Entry& entry) {
-    for (; entry.checked < entries_.size(); ++entry.checked) {
-        const Entry& other = entries_[entry.checked];
-        if (&other != &entry && !other.isOut && waitsFor(entry, other)) {
+bool NSGestureArena::mustWait(std::size_t index) {
+    Entry& entry = entries_[index];
+    while (firstIn_ < index && entries_[firstIn_].isOut) {
+        ++firstIn_;
+    }
+    for (; entry.unexamined > firstIn_; --entry.unexamined, entry.mustWait = false) {
+        const Entry& other = entries_[entry.unexamined - 1];
+        if (other.isOut) {
+            continue;
+        }
+        NSGestureRecognizerDelegate* const delegate = other.recognizer->delegate();
+        entry.mustWait = entry.mustWait || (delegate != nullptr &&
+                                            delegate->shouldBeRequiredToFailByGestureRecognizer(
+                                                *other.recognizer, *entry.recognizer));
+        if (entry.mustWait) {
             return true;
         }
     }
     return false;
-}
-
-bool NSGestureArena::waitsFor(const Entry& entry, const Entry& other) const {
-    const auto mustFailFirst = [](const Entry& first, const Entry& second) {
-        NSGestureRecognizerDelegate* delegate = first.recognizer->delegate();
-        return delegate != nullptr && delegate->shouldBeRequiredToFailByGestureRecognizer(
-                                          *first.recognizer, *second.recognizer);
-    };
-    // Where both are to wait for one another (two recognizers of one view), the later one does.
-    return mustFailFirst(other, entry) && (&other < &entry || !mustFailFirst(entry, other));
 }
 
 void NSGestureArena::showNextEvent(Entry& entry) {
@@ -122,6 +130,8 @@ void NSGestureArena::showNextEvent(Entry& entry) {
         case NSEventType::LeftMouseUp:
             recognizer->mouseUp(event);
             break;
+        case NSEventType::MouseCancelled:
+            break;  // never stored
     }
     judge(entry);
 }
@@ -134,11 +144,11 @@ void NSGestureArena::judge(Entry& entry) {
         case NSGestureRecognizerState::Possible:
             return;
         case NSGestureRecognizerState::Cancelled:
+            return end(entry, NSGestureEndReason::Cancelled);
         case NSGestureRecognizerState::Failed:
-            entry.isOut = true;
-            return;
+            return end(entry, NSGestureEndReason::Failed);
         case NSGestureRecognizerState::Ended:
-            entry.isOut = true;
+            end(entry, NSGestureEndReason::Ended);
             break;
         case NSGestureRecognizerState::Began:
         case NSGestureRecognizerState::Changed:
@@ -146,36 +156,55 @@ void NSGestureArena::judge(Entry& entry) {
     }
     for (Entry& other : entries_) {
         if (&other != &entry) {
-            cancel(other);
+            end(other, NSGestureEndReason::Cancelled);
         }
     }
 }
 
-void NSGestureArena::cancel(Entry& entry) {
+void NSGestureArena::end(Entry& entry, NSGestureEndReason reason) {
     if (entry.isOut) {
         return;
     }
     entry.isOut = true;
     if (entry.sawPress) {
-        entry.recognizer->cancelled();
+        entry.recognizer->endGesture(reason);
     }
-    entry.recognizer->setState(NSGestureRecognizerState::Cancelled);
+    if (reason == NSGestureEndReason::Cancelled) {
+        entry.recognizer->setState(NSGestureRecognizerState::Cancelled);
+    }
+}
+
+void NSGestureArena::endAll(NSGestureEndReason reason) {
+    for (Entry& entry : entries_) {
+        end(entry, reason);
+    }
 }
 
 void NSGestureArena::cancelThoseThatLeft() {
+    if (!someViewLeft_) {
+        return;
+    }
+    someViewLeft_ = false;
     for (Entry& entry : entries_) {
-        if (entry.viewLeft) {
-            cancel(entry);
+        if (!entry.viewLeft) {
+            continue;
+        }
+        entry.viewLeft = false;
+        const NSView* const view = entry.recognizer->view();
+        if (view == nullptr || view->window() == nullptr || view->window() != window_) {
+            end(entry, NSGestureEndReason::Cancelled);
         }
     }
 }
 
 void NSGestureArena::finish() {
     for (const Entry& entry : entries_) {
+        entry.recognizer->arenaEntry_ = NSGestureRecognizer::kNotInArena;
         entry.recognizer->setState(NSGestureRecognizerState::Possible);
     }
     entries_.clear();
     events_.clear();
+    firstIn_ = 0;
 }
 
 }  // namespace orvane::platform

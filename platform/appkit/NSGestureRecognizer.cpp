@@ -11,7 +11,7 @@ NSGestureRecognizer::~NSGestureRecognizer() = default;
 void NSGestureRecognizer::mouseDown(const NSEvent&) {}
 void NSGestureRecognizer::mouseDragged(const NSEvent&) {}
 void NSGestureRecognizer::mouseUp(const NSEvent&) {}
-void NSGestureRecognizer::cancelled() {}
+void NSGestureRecognizer::endGesture(NSGestureEndReason) {}
 
 void NSGestureRecognizer::setState(NSGestureRecognizerState state) {
     state_ = state;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <memory>
 
 #include "orvane/commons/Export.h"
@@ -19,14 +20,24 @@ enum class NSGestureRecognizerState {
     Failed = 5,
 };
 
+// Why a gesture is over for a recognizer.
+enum class NSGestureEndReason {
+    Ended,   // the recognizer's state became Ended, or the button was released
+    Failed,  // the recognizer's state became Failed
+    // Another recognizer claimed the gesture, the view left its window, the window was destroyed,
+    // or the desktop withdrew the pointer.
+    Cancelled,
+};
+
 class NSGestureRecognizer;
 
 // Decides which of the recognizers of nested views sees a gesture first.
 class ORVANE_EXPORT NSGestureRecognizerDelegate {
 public:
     virtual ~NSGestureRecognizerDelegate() = default;
-    // Returns true if `other` must not see the gesture until `recognizer` has failed. Called once
-    // for each pair of recognizers in a gesture, and must not change either.
+    // Returns true if `other` must not see the gesture until `recognizer` has failed. Called only
+    // if `recognizer` belongs to an inner view of `other`'s view, or was added earlier to the same
+    // view. Must not change the view tree.
     virtual bool shouldBeRequiredToFailByGestureRecognizer(const NSGestureRecognizer& recognizer,
                                                            const NSGestureRecognizer& other) = 0;
 };
@@ -47,9 +58,9 @@ public:
     virtual void mouseDown(const NSEvent& event);
     virtual void mouseDragged(const NSEvent& event);
     virtual void mouseUp(const NSEvent& event);
-    // The gesture is over for this recognizer though the button is not up: its view left the
-    // window, or an inner recognizer claimed the gesture after this one saw its beginning.
-    virtual void cancelled();
+    // The gesture is over for this recognizer. Called exactly once after each mouseDown, after the
+    // last of the three functions above.
+    virtual void endGesture(NSGestureEndReason reason);
     // The action; called when the state is set to Began, Changed or Ended.
     virtual void invokeAction() {}
 
@@ -63,7 +74,10 @@ private:
     friend class NSView;
     friend class NSGestureArena;
 
+    static constexpr std::size_t kNotInArena = static_cast<std::size_t>(-1);
+
     NSView* view_ = nullptr;
+    std::size_t arenaEntry_ = kNotInArena;  // written by NSGestureArena during a gesture
     NSGestureRecognizerDelegate* delegate_ = nullptr;
     NSGestureRecognizerState state_ = NSGestureRecognizerState::Possible;
 };

@@ -8,6 +8,7 @@
 #include "orvane/commons/ScopedFlag.h"
 #include "platform/appkit/NSBackingPolicy.h"
 #include "platform/appkit/NSBackingStore.h"
+#include "platform/appkit/NSEvent.h"
 #include "platform/appkit/NSGestureArena.h"
 #include "platform/appkit/NSView.h"
 #include "platform/appkit/NSViewList.h"
@@ -50,6 +51,8 @@ NSWindow::NSWindow() : state_(std::make_unique<State>()) {}
 NSWindow::~NSWindow() {
     state_->scheduled = true;  // scheduleDisplay is pure virtual from here on
     setContentView(nullptr);
+    // No later event will end the gesture.
+    sendEvent({NSEventType::MouseCancelled, {}, 0});
 }
 
 NSView* NSWindow::contentView() const {

@@ -1,9 +1,8 @@
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <functional>
-#include <map>
 #include <memory>
-#include <sstream>
 #include <string>
 #include <vector>
 
@@ -18,22 +17,25 @@ namespace {
 
 using State = NSGestureRecognizerState;
 
-// Inner recognizers come before those of the views around them.
+// The recognizer of an inner view has precedence over those of the views around it.
 class InnerFirst final : public NSGestureRecognizerDelegate {
 public:
+    int queries = 0;
+
     bool shouldBeRequiredToFailByGestureRecognizer(const NSGestureRecognizer& recognizer,
                                                    const NSGestureRecognizer& other) override {
+        ++queries;
         return recognizer.view()->isDescendantOf(*other.view());
     }
 };
 
-// Writes down what it sees, and answers as a script says: a letter for each event.
+// Records what it sees, and takes the states of a script, one for each event. After the end of the
+// script, the state does not change.
 class Scripted final : public NSGestureRecognizer {
 public:
     Scripted(std::string name, std::string& log) : name_(std::move(name)), log_(log) {}
 
-    // p(ossible) b(egan) c(hanged) e(nded) f(ailed)
-    std::string script = "ppppp";
+    std::vector<State> script;
     std::function<void()> onDown = [] {};
 
     void mouseDown(const NSEvent& event) override {
@@ -42,18 +44,19 @@ public:
     }
     void mouseDragged(const NSEvent& event) override { answer("drag", event); }
     void mouseUp(const NSEvent& event) override { answer("up", event); }
-    void cancelled() override { log_ += name_ + ":cancelled "; }
+    void endGesture(NSGestureEndReason reason) override {
+        log_ += name_ + (reason == NSGestureEndReason::Ended    ? ":over "
+                         : reason == NSGestureEndReason::Failed ? ":gave up "
+                                                                : ":cancelled ");
+    }
     void invokeAction() override { log_ += name_ + ":action "; }
 
 private:
     void answer(const char* what, const NSEvent& event) {
         log_ += name_ + ":" + what + std::to_string(std::lround(event.locationInWindow.x)) + " ";
-        static const std::map<char, State> states{{'p', State::Possible},
-                                                  {'b', State::Began},
-                                                  {'c', State::Changed},
-                                                  {'e', State::Ended},
-                                                  {'f', State::Failed}};
-        setState(states.at(script.at(next_++)));
+        if (next_ < script.size()) {
+            setState(script[next_++]);
+        }
     }
 
     std::string name_;
@@ -61,15 +64,16 @@ private:
     std::size_t next_ = 0;
 };
 
-// Two views, one in the other, and a recognizer on each.
+// An inner and an outer view with a recognizer on each.
 class NSGestureArenaTest : public testing::Test {
 protected:
     NSGestureArenaTest() { build(); }
 
     void build() {
+        window = std::make_unique<OffscreenWindow>(CGSize{100, 100});
         log.clear();
-        inside = std::make_shared<Scripted>("in", log);
-        outside = std::make_shared<Scripted>("out", log);
+        inside = std::make_shared<Scripted>("inner", log);
+        outside = std::make_shared<Scripted>("outer", log);
         outer = std::make_shared<NSView>();
         inner = std::make_shared<NSView>();
         outer->setFrame({{0, 0}, {100, 100}});
@@ -77,58 +81,70 @@ protected:
         outer->addSubview(inner);
         outer->addGestureRecognizer(outside);
         inner->addGestureRecognizer(inside);
-        window.setContentView(outer);
+        window->setContentView(outer);
     }
     void waitForInner() {
         inside->setDelegate(&innerFirst);
         outside->setDelegate(&innerFirst);
     }
-    // A letter and a place for each event: d(own), m(oved) with the button down, u(p).
-    void send(const std::string& events) {
-        std::istringstream words(events);
-        char what = 0;
-        double x = 0;
-        while (words >> what >> x) {
-            window.sendEvent({what == 'd'   ? NSEventType::LeftMouseDown
-                              : what == 'm' ? NSEventType::LeftMouseDragged
-                                            : NSEventType::LeftMouseUp,
-                              {x, 20},
-                              0});
-        }
+    void down(double x) { send(NSEventType::LeftMouseDown, x); }
+    void drag(double x) { send(NSEventType::LeftMouseDragged, x); }
+    void up(double x) { send(NSEventType::LeftMouseUp, x); }
+    void send(NSEventType type, double x) { window->sendEvent({type, {x, 20}, 0}); }
+    void gesture() {
+        down(20);
+        drag(21);
+        drag(22);
+        up(23);
     }
 
-    static constexpr const char* gesture = "d20 m21 m22 u23";
     std::string log;
     InnerFirst innerFirst;
     std::shared_ptr<NSView> outer, inner;
     std::shared_ptr<Scripted> inside, outside;
-    OffscreenWindow window{{100, 100}};
+    std::unique_ptr<OffscreenWindow> window;
 };
 
 }  // namespace
 
-TEST_F(NSGestureArenaTest, GesturesGoToTheOneThatClaimsThem) {
+TEST_F(NSGestureArenaTest, GesturesGoToTheRecognizerThatClaimsThem) {
+    using enum NSGestureRecognizerState;
     const struct {
         std::string what;
         bool outerWaits;
-        std::string inner, outer;
+        std::vector<State> inner, outer;
         std::string expected;
-        std::string events = gesture;
     } cases[] = {
-        {"the inner one claims, the outer one has seen nothing", true, "bcce", "pppp",
-         "in:down20 in:action in:drag21 in:action in:drag22 in:action in:up23 in:action "},
-        {"the inner one claims late, the outer one has seen the beginning", false, "ppbe", "pppp",
-         "in:down20 out:down20 in:drag21 out:drag21 in:drag22 in:action out:cancelled in:up23 "
-         "in:action "},
-        {"the inner one fails late, the outer one sees all in order", true, "ppf", "pbce",
-         "in:down20 in:drag21 in:drag22 out:down20 out:drag21 out:action out:drag22 out:action "
-         "out:up23 out:action "},
-        {"a claim, then failure: nobody is left", false, "pbf", "pppp",
-         "in:down20 out:down20 in:drag21 in:action out:cancelled in:drag22 "},
-        {"the pointer goes anywhere, the gesture stays", false, "bce", "ppp",
-         "in:down20 in:action in:drag900 in:action in:up-900 in:action ", "d20 m900 u-900"},
-        {"a press without the last release begins anew", false, "bb", "",
-         "in:down20 in:action in:cancelled in:down21 in:action ", "d20 d21"},
+        {"the inner one claims, the outer one has seen nothing",
+         true,
+         {Began, Changed, Changed, Ended},
+         {},
+         "inner:down20 inner:action inner:drag21 inner:action inner:drag22 inner:action "
+         "inner:up23 inner:action inner:over "},
+        {"the inner one claims late, the outer one has seen the beginning",
+         false,
+         {Possible, Possible, Began, Ended},
+         {},
+         "inner:down20 outer:down20 inner:drag21 outer:drag21 inner:drag22 inner:action "
+         "outer:cancelled inner:up23 inner:action inner:over "},
+        {"the inner one fails late, the outer one sees all events in order",
+         true,
+         {Possible, Possible, Failed},
+         {Possible, Began, Changed, Ended},
+         "inner:down20 inner:drag21 inner:drag22 inner:gave up outer:down20 outer:drag21 "
+         "outer:action outer:drag22 outer:action outer:up23 outer:action outer:over "},
+        {"a claim, then failure: no recognizer is left",
+         false,
+         {Possible, Began, Failed},
+         {},
+         "inner:down20 outer:down20 inner:drag21 inner:action outer:cancelled inner:drag22 "
+         "inner:gave up "},
+        {"no claim until the button is released",
+         false,
+         {},
+         {},
+         "inner:down20 outer:down20 inner:drag21 outer:drag21 inner:drag22 outer:drag22 "
+         "inner:up23 outer:up23 inner:over outer:over "},
     };
     for (const auto& c : cases) {
         build();
@@ -137,46 +153,113 @@ TEST_F(NSGestureArenaTest, GesturesGoToTheOneThatClaimsThem) {
         if (c.outerWaits) {
             waitForInner();
         }
-        send(c.events);
+        gesture();
         EXPECT_EQ(log, c.expected) << c.what;
-        if (c.events.find('u') != std::string::npos) {
-            EXPECT_EQ(inside->state(), State::Possible) << c.what;
-            EXPECT_EQ(outside->state(), State::Possible) << c.what;
-        }
+        EXPECT_EQ(inside->state(), Possible) << c.what;
+        EXPECT_EQ(outside->state(), Possible) << c.what;
     }
 }
 
-TEST_F(NSGestureArenaTest, AViewThatLeavesIsCancelledAndLetsTheOthersIn) {
-    // From within its own handler, and its owner lets go of it.
+TEST_F(NSGestureArenaTest, AGestureNeverEndsInSilence) {
+    const std::string claimed = "inner:down20 inner:action ";
+    const struct {
+        std::string what;
+        std::function<void()> happens;
+        std::string expected;
+    } cases[] = {
+        {"the pointer leaves the window",
+         [this] {
+             drag(900);
+             up(-900);
+         },
+         "inner:drag900 inner:up-900 inner:over "},
+        {"a press without a release before it", [this] { down(90); },
+         "inner:cancelled outer:down90 "},
+        {"the desktop withdraws the pointer",
+         [this] {
+             send(NSEventType::MouseCancelled, 0);
+             drag(30);
+             up(30);
+         },
+         "inner:cancelled "},
+        {"the view leaves the window",
+         [this] {
+             inner->removeFromSuperviewWithoutNeedingDisplay();
+             drag(30);
+         },
+         "inner:cancelled "},
+        {"the window is destroyed", [this] { window.reset(); }, "inner:cancelled "},
+        {"the view moves within the window",
+         [this] {
+             const auto other = std::make_shared<NSView>();
+             outer->addSubview(other);
+             other->addSubview(inner);
+             up(21);
+         },
+         "inner:up21 inner:over "},
+        {"the view is back in the window at the next event",
+         [this] {
+             inner->removeFromSuperviewWithoutNeedingDisplay();
+             outer->addSubview(inner);
+             up(21);
+         },
+         "inner:up21 inner:over "},
+    };
+    for (const auto& c : cases) {
+        build();
+        inside->script = {State::Began};
+        down(20);
+        EXPECT_EQ(log, claimed) << c.what;
+        log.clear();
+        c.happens();
+        EXPECT_EQ(log, c.expected) << c.what;
+    }
+}
+
+TEST_F(NSGestureArenaTest, ARecognizerWhoseHandlerRemovesItsViewLetsTheOthersIn) {
+    using enum NSGestureRecognizerState;
     waitForInner();
     inside->onDown = [this] {
         inner->removeFromSuperviewWithoutNeedingDisplay();
         inner.reset();
     };
-    outside->script = "pbce";
-    send(gesture);
+    outside->script = {Possible, Began, Changed, Ended};
+    gesture();
     EXPECT_EQ(log,
-              "in:down20 in:cancelled out:down20 out:drag21 out:action out:drag22 out:action "
-              "out:up23 out:action ");
-
-    // One that moves within its window keeps the gesture.
-    build();
-    inside->script = "bce";
-    send("d20");
-    const auto other = std::make_shared<NSView>();
-    outer->addSubview(other);
-    other->addSubview(inner);
-    send("u21");
-    EXPECT_EQ(log, "in:down20 in:action in:up21 in:action ");
+              "inner:down20 inner:cancelled outer:down20 outer:drag21 outer:action outer:drag22 "
+              "outer:action outer:up23 outer:action outer:over ");
 }
 
-TEST_F(NSGestureArenaTest, EventsSentFromAHandlerWaitForTheirTurn) {
-    inside->onDown = [this] { send("u30"); };
-    send("d20");
-    EXPECT_EQ(log, "in:down20 out:down20 in:up30 out:up30 ");
+TEST_F(NSGestureArenaTest, EventsSentFromAHandlerAreDeliveredAfterTheCurrentOne) {
+    inside->onDown = [this] { up(30); };
+    down(20);
+    EXPECT_EQ(log, "inner:down20 outer:down20 inner:up30 outer:up30 inner:over outer:over ");
 }
 
-TEST_F(NSGestureArenaTest, PlacesAreTheViewsOwn) {
+TEST_F(NSGestureArenaTest, TheDelegateIsQueriedOncePerNestedView) {
+    constexpr int kDepth = 300;
+    for (const bool fails : {true, false}) {
+        build();
+        std::vector<std::shared_ptr<Scripted>> recognizers;
+        std::shared_ptr<NSView> innermost = inner;
+        for (int i = 0; i < kDepth; ++i) {
+            auto view = std::make_shared<NSView>();
+            view->setFrame({{0, 0}, {50, 50}});
+            recognizers.push_back(std::make_shared<Scripted>("nested", log));
+            recognizers.back()->setDelegate(&innerFirst);
+            recognizers.back()->script = {fails ? State::Failed : State::Possible};
+            view->addGestureRecognizer(recognizers.back());
+            innermost->addSubview(view);
+            innermost = view;
+        }
+        innerFirst.queries = 0;
+        gesture();
+        EXPECT_LE(innerFirst.queries, kDepth + 2);
+        EXPECT_EQ(log.find("outer:down") != std::string::npos, fails);
+    }
+}
+
+TEST_F(NSGestureArenaTest, LocationsAreInTheCoordinatesOfTheView) {
     inner->layer()->setTransform(CATransform3D::makeAffineTransform({2, 0, 0, 2, 0, 0}));
     const NSEvent event{NSEventType::LeftMouseDown, {30, 20}, 0};
     EXPECT_EQ(inside->locationInView(event, *inner), (CGPoint{10, 5}));

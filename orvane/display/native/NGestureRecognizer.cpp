@@ -44,17 +44,13 @@ void NGestureRecognizer::mouseDragged(const platform::NSEvent& event) {
 void NGestureRecognizer::mouseUp(const platform::NSEvent& event) {
     lastLocation_ = getContentHitLocation(event);
     updateState(layer_ != nullptr ? layer_->touchEnded(lastLocation_) : State::Failed);
-    releaseTouch();
 }
 
-void NGestureRecognizer::cancelled() {
-    if (layer_ != nullptr) {
+void NGestureRecognizer::endGesture(platform::NSGestureEndReason reason) {
+    if (layer_ != nullptr && reason == platform::NSGestureEndReason::Cancelled) {
         layer_->touchCancelled(lastLocation_);
     }
-    releaseTouch();
-}
-
-void NGestureRecognizer::releaseTouch() {
+    // A listener may have destroyed the layer.
     if (layer_ != nullptr) {
         layer_->releaseTouch();
     }
@@ -76,8 +72,7 @@ void NGestureRecognizer::updateState(State state) {
         case State::Changed:
             return setState(PlatformState::Changed);
         case State::Ended:
-            setState(PlatformState::Ended);
-            return releaseTouch();  // no more events follow
+            return setState(PlatformState::Ended);
         case State::Failed:
             return setState(PlatformState::Failed);
     }

@@ -17,7 +17,9 @@ public:
     void mouseDown(const platform::NSEvent& event) override;
     void mouseDragged(const platform::NSEvent& event) override;
     void mouseUp(const platform::NSEvent& event) override;
-    void cancelled() override;
+    // Calls the layer's touchCancelled if the gesture is cancelled, and releases the objects of the
+    // gesture. One of them may own the layer, and holding it would keep both alive forever.
+    void endGesture(platform::NSGestureEndReason reason) override;
     void invokeAction() override;
 
     // The delegate of all these recognizers. It gives the recognizer of an inner view precedence
@@ -29,9 +31,6 @@ private:
 
     geometry::Point<double> getContentHitLocation(const platform::NSEvent& event) const;
     void updateState(State state);
-    // Releases the objects of the gesture. One of them may own the layer, and holding it would keep
-    // both alive forever.
-    void releaseTouch();
 
     NativeLayer* layer_ = nullptr;
     geometry::Point<double> lastLocation_;
