@@ -29,6 +29,7 @@ enum CALayerChange : unsigned {
 class ORVANE_EXPORT CALayerDelegate {
 public:
     virtual ~CALayerDelegate() = default;
+    // `changes` are bits of CALayerChange.
     virtual void layerDidChange(CALayer& layer, unsigned changes) = 0;
 };
 
@@ -69,8 +70,10 @@ public:
     // the bounds, from 0 to 1.
     CGPoint anchorPoint() const { return anchorPoint_; }
     void setAnchorPoint(CGPoint anchorPoint);
+    // The size of the bounds, in points.
     CGSize size() const { return size_; }
     void setSize(CGSize size);
+    // The transform about the anchor point. The identity at first.
     const CATransform3D& transform() const { return transform_; }
     void setTransform(const CATransform3D& transform);
     // The opacity of the layer and its sublayers as one group, from 0 to 1.
@@ -82,6 +85,7 @@ public:
     // A color that fills the bounds behind the contents.
     void setBackgroundColor(const CGColor& color);
     const CGColor& backgroundColor() const { return backgroundColor_; }
+    // Part of the interface of layers; nothing on this platform reads it.
     bool isOpaque() const { return opaque_; }
     void setOpaque(bool opaque) { opaque_ = opaque; }
     // The x coordinate of the left edge in the superlayer's coordinates, without the transform.
@@ -91,10 +95,13 @@ public:
     // Registers a copy of the animation under a key, in place of an animation with the same key.
     // The copy belongs to the transactions that are open on the calling thread.
     void addAnimation(const CAAnimation& animation, const std::string& key);
+    // Remove an animation, or all, which completes them for their transactions. Nothing happens if
+    // there is none:
     void removeAnimationForKey(const std::string& key);
     void removeAllAnimations();
     // Whether an animation has an effect at a media time, so that each frame may differ.
     bool isAnimating(double time) const;
+    // Whether an animation is registered, also if it has not begun yet.
     bool hasAnimations() const;
 
     // ---- what is shown ----
