@@ -53,6 +53,9 @@ ExitCode GTKHost::run() {
     if (!session_.start()) {
         return ExitCode::NoApplication;
     }
+    // Otherwise the first control receives the focus, with its text selected.
+    content_.widget().set_focusable(true);
+    window_.set_focus(content_.widget());
     window_.signal_map().connect([this] { begin(); });
     window_.present();
     g_main_loop_run(loop_.get());
@@ -60,8 +63,7 @@ ExitCode GTKHost::run() {
 }
 
 void GTKHost::begin() {
-    // The desktop gives the focus to the first control, which would look as if it were edited.
-    window_.unset_focus();
+    content_.widget().set_focusable(false);
     // Time starts when the window is visible.
     playback_.emplace(script_, content_, [this] {
         if (!options_.at) {
