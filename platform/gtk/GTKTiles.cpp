@@ -2,10 +2,13 @@
 
 #include <gdkmm/memorytexture.h>
 #include <glibmm/bytes.h>
+#include <sys/mman.h>
 
 #include <algorithm>
 #include <cstddef>
-#include <vector>
+#include <memory>
+#include <new>
+#include <utility>
 
 #include "platform/appkit/NSBackingStore.h"
 #include "platform/coregraphics/floorDivide.h"
@@ -14,15 +17,45 @@ namespace orvane::platform {
 
 namespace {
 
-// Tiles at the edge of what is stored have a transparent pixel more there: where the view is
-// turned, the compositor's filter then smooths its outline.
+// Adds a transparent pixel at the edges of the stored area, so that the GPU's filter smooths the
+// outline of a rotated view.
 NSBackingRect withMargin(const NSBackingRect& rect, const NSBackingRect& area) {
     return {rect.left - (rect.left == area.left ? 1 : 0), rect.top - (rect.top == area.top ? 1 : 0),
             rect.right + (rect.right == area.right ? 1 : 0),
             rect.bottom + (rect.bottom == area.bottom ? 1 : 0)};
 }
 
-// Of a tile, in the rectangle with its margin.
+// Memory for the pixels of one texture, zeroed. It is a mapping of its own: on the heap, the
+// buffers of many short-lived tiles would leave gaps that are never returned to the system.
+class Pixels {
+public:
+    explicit Pixels(std::size_t count)
+        : size_(count * sizeof(std::uint32_t)),
+          address_(
+              mmap(nullptr, size_, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0)) {
+        if (address_ == MAP_FAILED) {
+            throw std::bad_alloc();
+        }
+    }
+    ~Pixels() { munmap(address_, size_); }
+    Pixels(const Pixels&) = delete;
+    Pixels& operator=(const Pixels&) = delete;
+
+    std::uint32_t* get() const { return static_cast<std::uint32_t*>(address_); }
+    // The bytes own the pixels.
+    static Glib::RefPtr<Glib::Bytes> toBytes(std::unique_ptr<Pixels> pixels) {
+        Pixels* const owned = pixels.release();
+        return Glib::wrap(g_bytes_new_with_free_func(
+            owned->address_, owned->size_, [](void* data) { delete static_cast<Pixels*>(data); },
+            owned));
+    }
+
+private:
+    std::size_t size_;
+    void* address_;
+};
+
+// Makes a texture of `rect`, which is the tile with its margin.
 Glib::RefPtr<Gdk::Texture> makeTexture(const NSBackingStore& store, const NSBackingRect& tile,
                                        const NSBackingRect& rect) {
     const auto width = static_cast<std::size_t>(rect.width());
@@ -31,14 +64,14 @@ Glib::RefPtr<Gdk::Texture> makeTexture(const NSBackingStore& store, const NSBack
     const std::uint32_t* source = store.pixels() +
                                   static_cast<std::size_t>(tile.top - store.area().top) * stride +
                                   static_cast<std::size_t>(tile.left - store.area().left);
-    std::vector<std::uint32_t> pixels(width * height);
-    std::uint32_t* target = pixels.data() + static_cast<std::size_t>(tile.top - rect.top) * width +
+    auto pixels = std::make_unique<Pixels>(width * height);
+    std::uint32_t* target = pixels->get() + static_cast<std::size_t>(tile.top - rect.top) * width +
                             static_cast<std::size_t>(tile.left - rect.left);
     for (int row = 0; row < tile.height(); ++row, source += stride, target += width) {
         std::copy_n(source, tile.width(), target);
     }
-    const auto bytes = Glib::Bytes::create(pixels.data(), pixels.size() * sizeof(std::uint32_t));
-    // GTK's default format is premultiplied ARGB in the machine's byte order, as in the store.
+    const auto bytes = Pixels::toBytes(std::move(pixels));
+    // GTK's default format is the one of the store: premultiplied ARGB in the machine's byte order.
     return Gdk::MemoryTexture::create(rect.width(), rect.height(),
                                       static_cast<Gdk::MemoryTexture::Format>(GDK_MEMORY_DEFAULT),
                                       bytes, width * sizeof(std::uint32_t));
