@@ -26,7 +26,7 @@ std::vector<NSBackingRect> merged(const std::vector<NSBackingRect>& rects,
     return out;
 }
 
-// Pixels of the bounds that are damaged by a list of rectangles.
+// Returns which pixels of the bounds the rectangles cover.
 std::vector<bool> pixelsOf(const std::vector<NSBackingRect>& rects, const NSBackingRect& bounds) {
     std::vector<bool> pixels(static_cast<std::size_t>(bounds.area()));
     for (const NSBackingRect& rect : rects) {
@@ -41,7 +41,7 @@ std::vector<bool> pixelsOf(const std::vector<NSBackingRect>& rects, const NSBack
     return pixels;
 }
 
-// Rectangles whose top left corners lie in an area, and whose sides are up to a size.
+// Returns random rectangles whose top left corners are in an area and whose sides are limited.
 std::vector<NSBackingRect> anyRects(std::mt19937& random, int count, const NSBackingRect& area,
                                     int size) {
     std::uniform_int_distribution<std::int64_t> x(area.left, area.right);
@@ -73,8 +73,8 @@ TEST(NSDamageRegion, CoversAllThatWasAddedAndLittleElse) {
                 ASSERT_TRUE(!wanted[i] || covered[i]);
                 wantedCount += wanted[i] ? 1 : 0;
             }
-            // What merging may add: a fixed waste for each rectangle added, or a share, or (in the
-            // grid) the cells that were touched.
+            // Merging may add a fixed number of pixels for each rectangle, a share of the damage,
+            // or (in the grid) the rest of the cells.
             const std::int64_t allowed = std::min<std::int64_t>(
                 wantedCount * 3 / 2 + count * 64 * 64, bounds.area() * 5 / 4);
             std::int64_t area = 0;

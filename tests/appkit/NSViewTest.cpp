@@ -43,7 +43,7 @@ protected:
 
 }  // namespace
 
-TEST_F(NSViewTest, SubviewsStandWhereTheyArePut) {
+TEST_F(NSViewTest, SubviewsAreInTheOrderInWhichTheyWereAdded) {
     root->addSubview(a);
     root->addSubview(b, NSWindowOrderingMode::Below, a.get());
     EXPECT_EQ(order(*root), "ba");
@@ -56,7 +56,7 @@ TEST_F(NSViewTest, SubviewsStandWhereTheyArePut) {
     b->addSubview(a);
     EXPECT_EQ(order(*root), "bc");
     EXPECT_EQ(a->superview(), b.get());
-    // Into itself or its own subtree it does not go.
+    // A view cannot be added to itself or to its own subtree.
     a->addSubview(b);
     a->addSubview(a);
     EXPECT_EQ(order(*root), "bc");
@@ -65,7 +65,7 @@ TEST_F(NSViewTest, SubviewsStandWhereTheyArePut) {
     EXPECT_EQ(a->superview(), nullptr);
 }
 
-TEST_F(NSViewTest, ZPositionComesBeforeOrder) {
+TEST_F(NSViewTest, ZPositionHasPrecedenceOverOrder) {
     for (const auto& view : {a, b, c}) {
         root->addSubview(view);
     }
@@ -87,7 +87,7 @@ TEST_F(NSViewTest, AWholeSubtreeEntersAndLeavesAWindow) {
     log.clear();
     root->addSubview(c);
     c->addSubview(a);
-    EXPECT_EQ(log, "c+") << "within its window a view does not change windows";
+    EXPECT_EQ(log, "c+") << "a view that moves within its window does not change windows";
     log.clear();
     c->removeFromSuperviewWithoutNeedingDisplay();
     EXPECT_EQ(log, "c-a-b-");
@@ -95,14 +95,14 @@ TEST_F(NSViewTest, AWholeSubtreeEntersAndLeavesAWindow) {
 
     root->addSubview(a);
     window.reset();
-    EXPECT_EQ(a->window(), nullptr) << "a window that goes leaves its views behind";
+    EXPECT_EQ(a->window(), nullptr) << "a view outlives its window";
     EXPECT_EQ(a->superview(), root.get());
     a->setNeedsDisplayInRect({{0, 0}, {1, 1}});
     root.reset();
     EXPECT_EQ(a->superview(), nullptr);
 }
 
-TEST_F(NSViewTest, AContentViewThatGoesElsewhereLeavesItsWindowWithoutContent) {
+TEST_F(NSViewTest, AContentViewThatIsAddedElsewhereLeavesItsWindowWithoutContent) {
     root->setFrame({{0, 0}, {100, 100}});
     root->layer()->setBackgroundColor({1, 0, 0, 1});
     root->addSubview(a);
@@ -124,7 +124,7 @@ TEST_F(NSViewTest, AContentViewThatGoesElsewhereLeavesItsWindowWithoutContent) {
         EXPECT_EQ(first->pixels()[0], 0U);
         EXPECT_EQ(second.pixels()[0], 0xFFFF0000U);
         first.reset();
-        EXPECT_EQ(a->window(), &second) << "the first window took nothing with it";
+        EXPECT_EQ(a->window(), &second) << "the first window does not change views that left it";
     }
 }
 
@@ -149,7 +149,7 @@ TEST_F(NSViewTest, HitsTheFrontmostVisibleView) {
     EXPECT_EQ(hit(36, 36), 'a');
     a->setHidden(true);
     EXPECT_EQ(hit(36, 36), 'c');
-    // Twice the size about its own origin.
+    // Scaled by two about its own origin.
     b->layer()->setTransform(CATransform3D::makeAffineTransform({2, 0, 0, 2, 0, 0}));
     EXPECT_EQ(hit(58, 58), 'c');
     EXPECT_EQ(hit(61, 61), 'b');

@@ -22,7 +22,7 @@ protected:
         window.displayIfNeeded();
     }
 
-    // What a view is asked to draw in a pass.
+    // Runs a display pass and returns the rectangles that the view painted in it.
     std::vector<CGRect> drawnBy(PaintedView& painted) {
         painted.drawn.clear();
         window.displayIfNeeded();
@@ -41,7 +41,7 @@ constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
 
 }  // namespace
 
-TEST_F(NSWindowDisplayTest, DamageIsRoundedOutwardsAndGrownByOne) {
+TEST_F(NSWindowDisplayTest, DamageIsRoundedOutwardAndExpandedByOnePixel) {
     const struct {
         std::string what;
         double scale;
@@ -49,7 +49,7 @@ TEST_F(NSWindowDisplayTest, DamageIsRoundedOutwardsAndGrownByOne) {
         CGRect drawn;
     } cases[] = {
         {"fractions", 1, {{10.2, 10.8}, {5.1, 5.4}}, {{9, 9}, {8, 9}}},
-        {"a fine screen", 2, {{10.25, 10}, {5, 5}}, {{9.5, 9.5}, {6.5, 6}}},
+        {"two pixels per point", 2, {{10.25, 10}, {5, 5}}, {{9.5, 9.5}, {6.5, 6}}},
         {"a negative extent", 1, {{15, 15}, {-5, -5}}, {{9, 9}, {7, 7}}},
         {"over the edge", 1, {{-10, -10}, {20, 20}}, {{0, 0}, {11, 11}}},
         {"not a number", 1, {{notANumber, 10}, {5, 5}}, {{0, 0}, {200, 100}}},
@@ -71,25 +71,25 @@ TEST_F(NSWindowDisplayTest, DamageIsRoundedOutwardsAndGrownByOne) {
 }
 
 TEST_F(NSWindowDisplayTest, OnlyDamagePaints) {
-    const auto still = [this](const std::string& what) {
+    const auto expectNoPainting = [this](const std::string& what) {
         EXPECT_EQ(drawnBy(*view), Rects{}) << what;
     };
     view->setFrame({{-1900, 50}, {200, 100}});
-    still("wholly out of the window");
+    expectNoPainting("moved out of the window");
     view->setFrame(frame);
-    still("back again");
+    expectNoPainting("moved back");
     const auto other = std::make_shared<NSView>();
     root->addSubview(other);
     other->addSubview(view);
-    still("elsewhere in the tree");
+    expectNoPainting("moved within the view tree");
 
     view->setFrame({{100, 100}, {210, 100}});
     EXPECT_EQ(drawnBy(*view), (Rects{{{200, 0}, {10, 100}}})) << "grown";
     view->setFrame({{100, 100}, {150, 100}});
-    still("shrunk");
+    expectNoPainting("shrunk");
 }
 
-TEST_F(NSWindowDisplayTest, AHiddenViewPaintsWhenItShowsAndAllOfItAtANewScale) {
+TEST_F(NSWindowDisplayTest, AHiddenViewPaintsWhenItIsShownAndCompletelyAtANewScale) {
     root->setHidden(true);
     view->setNeedsDisplayInRect({{10, 10}, {5, 5}});
     EXPECT_EQ(drawnBy(*view), Rects{});
@@ -100,7 +100,7 @@ TEST_F(NSWindowDisplayTest, AHiddenViewPaintsWhenItShowsAndAllOfItAtANewScale) {
     EXPECT_EQ(view->backingStore()->area(), (NSBackingRect{0, 0, 400, 200}));
 }
 
-TEST_F(NSWindowDisplayTest, OfAHugeViewOnlyWhatCanBeSeenIsStored) {
+TEST_F(NSWindowDisplayTest, OnlyTheVisiblePartOfAHugeViewIsStored) {
     const auto huge = std::make_shared<PaintedView>(CGRect{{-1e9, -200}, {2e9, 2e9}});
     root->addSubview(huge);
     window.displayIfNeeded();
@@ -109,16 +109,16 @@ TEST_F(NSWindowDisplayTest, OfAHugeViewOnlyWhatCanBeSeenIsStored) {
     EXPECT_TRUE(huge->backingStore()->area().contains(seen));
     EXPECT_LT(huge->backingStore()->area().area(), 4 * seen.area());
 
-    // A small step stays within the margin; far away all is new; and back.
+    // A small step stays within the margin; a larger one paints only what became visible.
     huge->setFrame({{-1e9 + 100, -150}, {2e9, 2e9}});
     EXPECT_EQ(drawnBy(*huge), Rects{});
     huge->setFrame({{-1e9 + 600, -200}, {2e9, 2e9}});
     ASSERT_EQ(drawnBy(*huge).size(), 1U);
-    EXPECT_LE(huge->drawn[0].size.width, 1024) << "only what came in";
+    EXPECT_LE(huge->drawn[0].size.width, 1024) << "only what became visible";
     EXPECT_TRUE(huge->backingStore()->area().contains(seen.movedBy(-600, 0)));
     huge->setFrame({{5000, 0}, {2e9, 2e9}});
     window.displayIfNeeded();
-    EXPECT_EQ(huge->backingStore(), nullptr) << "out of sight";
+    EXPECT_EQ(huge->backingStore(), nullptr) << "not visible";
 
     for (const CGRect& odd : Rects{{{0, 0}, {notANumber, 10}},
                                    {{infinity, 0}, {10, 10}},

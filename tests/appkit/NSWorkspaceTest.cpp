@@ -4,7 +4,7 @@
 
 using orvane::platform::NSWorkspace;
 
-TEST(NSWorkspace, OpensNothingThatIsNoAddressOrThatNobodyHandles) {
+TEST(NSWorkspace, RefusesMalformedAddressesAndUnknownSchemes) {
     for (const char* url : {"", "no address", "://", "/usr/bin/true", "\xFF\xFE:x",
                             "orvane-scheme-that-nobody-handles:x"}) {
         EXPECT_FALSE(NSWorkspace::openURL(url)) << url;

@@ -10,7 +10,7 @@
 
 namespace orvane::platform {
 
-// A view that paints an ellipse on a half transparent ground, and counts how often it is asked.
+// A view that paints an ellipse on a translucent background, and records each call of drawRect.
 class PaintedView final : public NSView {
 public:
     explicit PaintedView(const CGRect& frame, const CGColor& color = {1, 0, 0, 1}) : color_(color) {

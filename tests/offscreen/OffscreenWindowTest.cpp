@@ -41,7 +41,7 @@ std::shared_ptr<NSView> block(const CGRect& frame, const CGColor& color) {
 constexpr CGColor red{1, 0, 0, 1};
 constexpr CGColor blue{0, 0, 1, 1};
 
-// A tree of views and the changes that a seed makes of it. Two of the same seed go the same way.
+// A tree of views with random changes. Two scenes with the same seed change in the same way.
 class Scene {
 public:
     Scene(unsigned seed, double scale) : window({300, 200}, scale), random_(seed) {
@@ -126,7 +126,7 @@ private:
 
 }  // namespace
 
-TEST(OffscreenWindow, ComposedPieceByPieceEqualsComposedAtOnce) {
+TEST(OffscreenWindow, AnImageComposedInPiecesEqualsOneComposedAtOnce) {
     for (unsigned seed = 1; seed <= 40; ++seed) {
         const double scale = seed % 3 == 0 ? 2 : seed % 3 == 1 ? 1 : 1.5;
         Scene pieces(seed, scale);
@@ -174,10 +174,10 @@ TEST(OffscreenWindow, ComposesOnlyWhatChanged) {
     views[6]->setFrame({{115, 115}, {30, 30}});
     composed();
     views[6]->layer()->setZPosition(-1);
-    EXPECT_EQ(composed().size(), 1U) << "only around where the two lie over one another";
+    EXPECT_EQ(composed().size(), 1U) << "only where the two overlap";
 }
 
-TEST(OffscreenWindow, ATransformWithoutInverseShowsNothingAndHarmsNobody) {
+TEST(OffscreenWindow, AViewWhoseTransformHasNoInverseIsNotDrawn) {
     OffscreenWindow window({20, 10});
     const auto root = block({{0, 0}, {20, 10}}, {});
     const auto odd = block({{0, 0}, {10, 10}}, red);

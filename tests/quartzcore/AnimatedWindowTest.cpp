@@ -56,7 +56,7 @@ constexpr CGColor blue{0, 0, 1, 1};
 
 }  // namespace
 
-TEST_F(AnimatedWindowTest, AnIdleWindowAsksForNothing) {
+TEST_F(AnimatedWindowTest, AnIdleWindowNeedsNoDisplay) {
     const auto view = block({{0, 0}, {20, 20}}, red);
     displayAt(1);
     view->layer()->addAnimation(slide(100), "slide");
@@ -72,7 +72,7 @@ TEST_F(AnimatedWindowTest, AnIdleWindowAsksForNothing) {
     EXPECT_EQ(displayAt(15), 0U);
 }
 
-TEST_F(AnimatedWindowTest, AViewThatLeavesItsWindowIsDoneWithItsAnimations) {
+TEST_F(AnimatedWindowTest, AViewThatLeavesItsWindowLosesItsAnimations) {
     const auto view = block({{0, 0}, {20, 20}}, red);
     const auto inner = std::make_shared<NSView>();
     view->addSubview(inner);
@@ -80,15 +80,14 @@ TEST_F(AnimatedWindowTest, AViewThatLeavesItsWindowIsDoneWithItsAnimations) {
     displayAt(11);
     root->addSubview(inner);
     displayAt(12);
-    EXPECT_TRUE(inner->layer()->hasAnimations()) << "elsewhere in the same window it goes on";
+    EXPECT_TRUE(inner->layer()->hasAnimations()) << "moved within the same window";
     inner->removeFromSuperviewWithoutNeedingDisplay();
     EXPECT_FALSE(inner->layer()->hasAnimations());
 }
 
-// How pushes, and what is slid and turned, look on the way is seen in the pictures of
-// tests/animation.
+// tests/animation checks the pictures of pushes and of moving and turning objects.
 TEST_F(AnimatedWindowTest, ACrossFadeAddsUpToTheWhole) {
-    // Half of the screen is covered by both, the other half by one of them each.
+    // The views overlap in the middle of the screen.
     const auto old = block({{0, 0}, {120, 100}}, red);
     const auto between = block({{0, 0}, {40, 10}}, {0, 1, 0, 1});
     const auto fresh = block({{80, 0}, {120, 100}}, blue);
@@ -99,12 +98,12 @@ TEST_F(AnimatedWindowTest, ACrossFadeAddsUpToTheWhole) {
     fresh->layer()->addAnimation(fade, "transition");
     displayAt(11);
     EXPECT_EQ(pixel(40, 50), 0xFFBF0000U);
-    EXPECT_EQ(pixel(100, 50), 0xFFBF0040U) << "nothing black shines through";
+    EXPECT_EQ(pixel(100, 50), 0xFFBF0040U) << "the black background is not visible through them";
     EXPECT_EQ(pixel(160, 50), 0xFF000040U);
-    EXPECT_EQ(pixel(20, 5), 0xFFBF4000U) << "both stand where the new one does";
+    EXPECT_EQ(pixel(20, 5), 0xFFBF4000U) << "both are in front of the view between them";
     between->layer()->setBackgroundColor(blue);
     EXPECT_EQ(displayAt(11), 1U);
-    EXPECT_EQ(pixel(20, 5), 0xFFBF0040U) << "composed away from the new one, too";
+    EXPECT_EQ(pixel(20, 5), 0xFFBF0040U) << "also outside the incoming view";
     // Another fade that begins now changes nothing at first, and all three are added up.
     const auto third = block({{0, 90}, {200, 10}}, {0, 1, 0, 1});
     fade.setBeginTime(11);

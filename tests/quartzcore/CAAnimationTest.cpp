@@ -40,7 +40,7 @@ constexpr float forEver = std::numeric_limits<float>::infinity();
 
 }  // namespace
 
-TEST_F(CAAnimationTest, ShowsItsKeyFramesEvenlyAndLinearly) {
+TEST_F(CAAnimationTest, InterpolatesEvenlySpacedKeyFrames) {
     const struct {
         std::string what;
         CAKeyframeAnimation animation;
@@ -53,14 +53,14 @@ TEST_F(CAAnimationTest, ShowsItsKeyFramesEvenlyAndLinearly) {
          animation("opacity", {0, 1}, 10, 4, 2.5F),
          {{13, 0.75}, {14, 0}, {19, 0.25}, {19.5, 0.375}, {20, 0.5}}},
         {"no count is one pass", animation("opacity", {0, 1}, 10, 4, 0), {{12, 0.5}, {14, 0.5}}},
-        {"for ever", animation("opacity", {0, 1}, 10, 4, forEver), {{4000000011, 0.25}}},
+        {"forever", animation("opacity", {0, 1}, 10, 4, forEver), {{4000000011, 0.25}}},
         {"one key frame", animation("opacity", {0.2}), {{10, 0.2}, {13.9, 0.2}, {14, 0.5}}},
         {"no key frame", animation("opacity", {}), {{12, 0.5}}},
         {"no duration", animation("opacity", {0, 1}, 10, 0), {{10, 0.5}}},
-        {"beyond what opacity can be", animation("opacity", {-1, 3}), {{10, 0}, {13, 1}}},
+        {"opacities out of range", animation("opacity", {-1, 3}), {{10, 0}, {13, 1}}},
         {"not a number", animation("opacity", {std::nan("")}), {{12, 0}}},
         {"an unknown key path", animation("", {0, 1}), {{12, 0.5}}},
-        {"numbers where transforms belong", animation("transform", {0, 1}), {{12, 0.5}}},
+        {"numbers for a path of transforms", animation("transform", {0, 1}), {{12, 0.5}}},
     };
     for (const auto& c : cases) {
         layer = std::make_shared<CALayer>();
@@ -72,7 +72,7 @@ TEST_F(CAAnimationTest, ShowsItsKeyFramesEvenlyAndLinearly) {
     }
 }
 
-TEST_F(CAAnimationTest, TransformPathsComposeWithTheModelAndOneAnother) {
+TEST_F(CAAnimationTest, TransformPathsReplaceComponentsOfTheModelTransform) {
     layer->setTransform(CATransform3D::makeAffineTransform({2, 0, 0, 2, 100, 50}));
     layer->addAnimation(animation("transform.translation.x", {0, 40}), "x");
     layer->addAnimation(animation("transform.translation.y", {10, 20}), "y");
@@ -87,7 +87,7 @@ TEST_F(CAAnimationTest, TransformPathsComposeWithTheModelAndOneAnother) {
         << "the model is what was set";
 }
 
-TEST_F(CAAnimationTest, ANewOneUnderTheSameKeyReplacesTheOld) {
+TEST_F(CAAnimationTest, AnAnimationReplacesOneWithTheSameKey) {
     layer->addAnimation(animation("opacity", {0.1, 0.1}), "a");
     layer->addAnimation(animation("opacity", {0.2, 0.2}), "b");
     layer->addAnimation(animation("opacity", {0.3, 0.3}), "a");
@@ -99,7 +99,7 @@ TEST_F(CAAnimationTest, ANewOneUnderTheSameKeyReplacesTheOld) {
     EXPECT_FALSE(layer->hasAnimations());
 }
 
-TEST_F(CAAnimationTest, WhatIsOverIsDroppedUnlessItIsToStay) {
+TEST_F(CAAnimationTest, EndedAnimationsAreDroppedIfRemovedOnCompletion) {
     CAKeyframeAnimation staying = animation("opacity", {0, 1});
     staying.setRemovedOnCompletion(false);
     layer->addAnimation(staying, "staying");
@@ -188,7 +188,7 @@ TEST_F(CAAnimationTest, APushTravelsByTheWidthOfWhatFramesBothPages) {
                                                           "edge of the other";
 }
 
-TEST_F(CAAnimationTest, EitherSideOfATransitionMayGoFirst) {
+TEST_F(CAAnimationTest, EitherLayerOfATransitionMayBeDestroyedFirst) {
     auto old = std::make_shared<CALayer>();
     CATransition transition;
     transition.setDuration(4);

@@ -21,7 +21,7 @@ namespace {
 
 class CATransactionTest : public testing::Test {
 protected:
-    // An open transaction writes its name when it is over.
+    // Opens a transaction that logs its name when it completes.
     void begin(const std::string& name) {
         CATransaction::begin();
         CATransaction::setCompletionBlock([this, name] { log += name; });
@@ -41,7 +41,7 @@ protected:
     void run(const std::string& name, CALayer& onLayer, const std::string& key, double duration) {
         run([this, name] { log += name; }, onLayer, key, duration);
     }
-    // What completed since the last call, after so many seconds.
+    // Advances the clock and returns what completed since the last call.
     std::string after(double seconds) {
         clock->advanceBy(seconds);
         return std::exchange(log, "");
@@ -55,7 +55,7 @@ protected:
 
 }  // namespace
 
-TEST_F(CATransactionTest, AnEmptyOneCompletesAtOnceButNeverInsideTheCommit) {
+TEST_F(CATransactionTest, AnEmptyTransactionCompletesAtOnceButNotInsideTheCommit) {
     begin("a");
     CATransaction::commit();
     EXPECT_EQ(log, "");
@@ -66,7 +66,7 @@ TEST_F(CATransactionTest, AnEmptyOneCompletesAtOnceButNeverInsideTheCommit) {
     EXPECT_EQ(after(5), "");
 }
 
-TEST_F(CATransactionTest, NestedOnesHoldTheOuterOpenAndEachCompletesOnce) {
+TEST_F(CATransactionTest, NestedTransactionsKeepTheOuterOpenAndEachCompletesOnce) {
     begin("outer ");
     add(*layer, "y", 3);
     run("first ", *layer, "x", 1);
@@ -81,7 +81,7 @@ TEST_F(CATransactionTest, NestedOnesHoldTheOuterOpenAndEachCompletesOnce) {
     EXPECT_EQ(after(10), "");
 }
 
-TEST_F(CATransactionTest, HoweverAnAnimationGoesItsTransactionCompletesOnce) {
+TEST_F(CATransactionTest, CompletesOnceHoweverItsAnimationEnds) {
     const struct {
         std::string what;
         std::function<void()> end;
@@ -89,21 +89,21 @@ TEST_F(CATransactionTest, HoweverAnAnimationGoesItsTransactionCompletesOnce) {
         {"replaced", [this] { add(*layer, "x", 100); }},
         {"removed", [this] { layer->removeAnimationForKey("x"); }},
         {"all removed", [this] { layer->removeAllAnimations(); }},
-        {"the layer has gone", [this] { layer.reset(); }},
+        {"the layer is destroyed", [this] { layer.reset(); }},
     };
     for (const auto& c : cases) {
         layer = std::make_shared<CALayer>();
         run("a", *layer, "x", 2);
         clock->advanceBy(1);
         c.end();
-        EXPECT_EQ(log, "") << c.what << ": not from within";
+        EXPECT_EQ(log, "") << c.what << ": not synchronously";
         EXPECT_EQ(after(0), "a") << c.what;
         EXPECT_EQ(after(5), "") << c.what;
     }
 }
 
 TEST_F(CATransactionTest, CompletionsMayDoAnything) {
-    // One starts the next, two throw, one removes what it belonged to.
+    // One starts the next animation, two throw, and one destroys its own layer.
     run([this] { run("next ", *layer, "x", 1); }, *layer, "x", 1);
     run([] { throw std::runtime_error("on purpose"); }, *layer, "y", 1);
     run([] { throw 1; }, *layer, "w", 1);
@@ -114,10 +114,10 @@ TEST_F(CATransactionTest, CompletionsMayDoAnything) {
     EXPECT_EQ(after(1), "next ");
 }
 
-TEST_F(CATransactionTest, EachThreadHasItsOwn) {
+TEST_F(CATransactionTest, EachThreadHasItsOwnTransactions) {
     begin("main");
     std::thread([this] {
-        CATransaction::commit();  // not the main thread's
+        CATransaction::commit();  // must not close the main thread's transaction
         begin("thread ");
         CATransaction::commit();
     }).join();
@@ -126,7 +126,7 @@ TEST_F(CATransactionTest, EachThreadHasItsOwn) {
     EXPECT_EQ(after(0), "main");
 }
 
-TEST_F(CATransactionTest, ThousandsAtOnce) {
+TEST_F(CATransactionTest, ThousandsOfTransactionsCompleteInTime) {
     std::vector<std::shared_ptr<CALayer>> layers;
     int completed = 0;
     for (int i = 0; i < 5000; ++i) {
@@ -139,7 +139,7 @@ TEST_F(CATransactionTest, ThousandsAtOnce) {
     }
 }
 
-TEST_F(CATransactionTest, OnTheRealClockTheMainLoopEndsWhatNoWindowShows) {
+TEST_F(CATransactionTest, OnTheRealClockTheMainLoopEndsAnimationsWithoutAWindow) {
     clock.reset();
     bool done = false;
     run([&done] { done = true; }, *layer, "x", 0.01);

@@ -31,7 +31,7 @@ void expectNear(const CATransform3D& actual, const CATransform3D& expected,
 
 }  // namespace
 
-TEST(CATransform3D, IsLedOverByItsParts) {
+TEST(CATransform3D, IsInterpolatedByComponents) {
     const CGAffineTransform mirror{-1, 0, 0, 1, 0, 0};
     const struct {
         std::string what;
@@ -39,19 +39,19 @@ TEST(CATransform3D, IsLedOverByItsParts) {
         double share;
         CATransform3D expected;
     } cases[] = {
-        {"a turn stays a turn", turn(0), turn(1), 0.5, turn(0.5)},
-        {"the shorter way round", turn(3), turn(-3), 0.5, turn(pi)},
-        {"a half turn runs one way", turn(0), turn(pi), 0.5, turn(pi / 2)},
+        {"a rotation stays a rotation", turn(0), turn(1), 0.5, turn(0.5)},
+        {"in the shorter direction", turn(3), turn(-3), 0.5, turn(pi)},
+        {"half a turn", turn(0), turn(pi), 0.5, turn(pi / 2)},
         {"translation, in depth too", CATransform3D::makeTranslation(10, 20, 1),
          CATransform3D::makeTranslation(30, 0, 1), 0.25, CATransform3D::makeTranslation(15, 15, 1)},
-        {"a turn that grows", affine(CGAffineTransform::makeRotation(0.2).scale(1, 1)),
+        {"a rotation with a scale", affine(CGAffineTransform::makeRotation(0.2).scale(1, 1)),
          affine(CGAffineTransform::makeRotation(0.6).scale(3, 2)), 0.5,
          affine(CGAffineTransform::makeRotation(0.4).scale(2, 1.5))},
         {"skew", affine({1, 0, 0, 1, 0, 0}), affine({1, 0, 2, 1, 0, 0}), 0.5,
          affine({1, 0, 1, 1, 0, 0})},
-        {"into the mirror, without a turn", CATransform3DIdentity, affine(mirror), 0.75,
+        {"mirrored without a rotation", CATransform3DIdentity, affine(mirror), 0.75,
          affine({-0.5, 0, 0, 1, 0, 0})},
-        {"what has no parts, number by number", CATransform3DIdentity, affine({0, 0, 0, 0, 8, 0}),
+        {"no components: element by element", CATransform3DIdentity, affine({0, 0, 0, 0, 8, 0}),
          0.5, affine({0.5, 0, 0, 0.5, 4, 0})},
         {"the ends are exact", turn(0.1), turn(1), 1, turn(1)},
     };
@@ -60,7 +60,7 @@ TEST(CATransform3D, IsLedOverByItsParts) {
     }
 }
 
-TEST(CATransform3D, OnePartIsReplacedAndTheOthersStay) {
+TEST(CATransform3D, ReplacesOneComponentAndKeepsTheOthers) {
     const CATransform3D t = affine(CGAffineTransform{1, 0, 0, 1, 5, 7}.rotate(0.3).scale(2, 3));
     expectNear(t.withTranslationX(9).withTranslationY(1),
                affine(CGAffineTransform{1, 0, 0, 1, 9, 1}.rotate(0.3).scale(2, 3)), "translation");
