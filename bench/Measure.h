@@ -10,7 +10,7 @@
 #include <string>
 #include <vector>
 
-// What the benchmarks of both sides share: the scene's colours and places, the clock, the heap.
+// What the benchmarks of both sides share: the colors and places of the scene, the clock, the heap.
 namespace bench {
 
 inline constexpr int kWidth = 1920;
@@ -18,7 +18,7 @@ inline constexpr int kHeight = 1080;
 inline constexpr double kSide = 20;
 inline constexpr int kFrames = 120;
 
-// Of the i-th shape.
+// The color of the i-th shape.
 inline unsigned shapeColor(int i) {
     return 0xFF000000U | static_cast<unsigned>(i) * 2654435761U >> 8U;
 }
@@ -31,13 +31,14 @@ inline Place place(int i) {
     return {std::fmod(i * 37.31, 1900), std::fmod(i * 91.77, 1060)};
 }
 
-// Where a moving object stands in a frame: a few units around its place, at any fraction of a unit.
+// The place of a moving object in a frame: within a few units of its home, at any fraction of a
+// unit.
 inline Place movedPlace(int i, int frame) {
     const Place home = place(i);
     return {home.x + 4 * std::sin(frame * 0.7 + i), home.y + 4 * std::cos(frame * 0.9 + i)};
 }
 
-// The first K objects whose wanderings stay well inside the scene, spread over it.
+// The first `count` objects, spread over the scene, whose motion stays well inside it.
 inline std::vector<int> movers(int objects, int count) {
     std::vector<int> result;
     const int stride = std::max(1, objects / (count * 2));
@@ -57,7 +58,7 @@ inline double milliseconds(const std::function<void()>& work) {
         .count();
 }
 
-// The middle one of several runs.
+// Returns the median time of several runs, in milliseconds.
 inline double median(int runs, const std::function<void()>& work) {
     std::vector<double> times;
     for (int i = 0; i < runs; ++i) {

@@ -26,7 +26,7 @@ public:
         display_->add(object);
     }
     void paint() { window_.display(); }
-    // All of every layer is to be painted again.
+    // Invalidates everything in every layer.
     void invalidate() {
         for (const auto& layer : view().subviews()) {
             layer->setNeedsDisplayInRect(layer->bounds());

@@ -38,7 +38,7 @@ public:
 
     QGraphicsScene& items() { return scene_; }
 
-    // Returns when the view has painted; something must be due.
+    // Returns when the view has painted; something must be invalid.
     void paintOnce() {
         const int before = paints_;
         while (paints_ == before) {

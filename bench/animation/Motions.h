@@ -7,8 +7,8 @@
 #include "bench/Measure.h"
 
 // What both sides animate: things of 20 x 20 units, half rectangles and half circles, filled and
-// stroked, each led through key frames for ever: a third moves, a third turns about its middle, a
-// third fades.
+// stroked. Key frames animate each of them endlessly: a third moves, a third rotates about its
+// center, a third fades.
 namespace bench {
 
 inline constexpr int kCounts[] = {100, 1000};

@@ -1,5 +1,5 @@
-// Layers that animate all at once, off-screen: milliseconds a frame, from the clock to the composed
-// picture.
+// Layers that are animated together, off-screen: milliseconds per frame, from the clock to the
+// composed picture.
 #include <memory>
 #include <string>
 #include <vector>

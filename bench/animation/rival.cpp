@@ -75,7 +75,7 @@ void run(int count) {
         animation->setLoopCount(-1);
         animations.addAnimation(animation);
     }
-    // The time is set by hand; paused, the group does not follow the wall clock.
+    // The benchmark sets the time. A paused group does not follow the wall clock.
     animations.start();
     animations.pause();
     view.paintOnce();

@@ -1,4 +1,4 @@
-// What a frame costs beside the painting itself, at 1920x1080: one view whose drawRect does
+// What a frame costs in addition to painting, at 1920x1080: one view whose drawRect does
 // nothing, K damaged rectangles, 1,000 more views that stay as they are; then N views that turn and
 // move.
 #include <memory>

@@ -7,13 +7,13 @@
 
 #include "bench/Measure.h"
 
-// The scenes that both sides show, and what is measured of them: N things in one container, at
-// bench::place(i), none of them alike.
+// The scenes that both sides show, and what is measured of them: N different objects in one
+// container, at bench::place(i).
 namespace bench {
 
 enum class Kind { Shapes, Text, Images };
 
-// One side of the comparison; what it makes is freed with it.
+// One side of the comparison. It owns what it creates.
 class Stage {
 public:
     virtual ~Stage() = default;
@@ -21,15 +21,15 @@ public:
     // Shapes are squares and circles of kSide units in turn, filled with shapeColor(i) and stroked
     // in black; texts are line(i) at 13 units; images imagePixels(i), kImageSide pixels wide.
     virtual void add(Kind kind, int i) = 0;
-    // Moves what was added as the i-th.
+    // Moves the object that was added as the i-th.
     virtual void move(int i, const Place& place) = 0;
     // Makes several moves as one change.
     virtual void update(const std::function<void()>& moves) { moves(); }
-    // All that is shown is to be painted again.
+    // Invalidates everything that is shown.
     virtual void invalidate() = 0;
-    // Paints what is due, and returns when it is in the window's pixels.
+    // Paints what is invalid, and returns when it is in the window's pixels.
     virtual void paint() = 0;
-    // Of pictures as large as the window that come with the first thing, not with each.
+    // The size of pictures of the window's size, which the first object causes and not each.
     virtual double pictureBytes() const { return 0; }
 };
 
@@ -60,7 +60,7 @@ inline std::string imagePixels(int i) {
     return pixels;
 }
 
-// Shows COUNT things of NAME ("shapes", "text" or "images") on an empty stage that was painted
+// Shows COUNT objects of NAME ("shapes", "text" or "images") on an empty stage that was painted
 // once, and reports the figures.
 inline void measure(Stage& stage, const std::string& name, int count) {
     const Kind kind = name == "text" ? Kind::Text : name == "images" ? Kind::Images : Kind::Shapes;

@@ -8,8 +8,8 @@ namespace orvane::platform {
 
 GTKAccessibleElement::GTKAccessibleElement(Gtk::Widget& parent)
     : Glib::ObjectBase("OrvaneAccessibleElement") {
-    // Of the object: the role of a class is fixed when the class is made, by code that C++ cannot
-    // reach here.
+    // The role is set on the object because gtkmm gives no access to the class's initialization,
+    // where GTK expects it.
     g_object_set(gobj(), "accessible-role", GTK_ACCESSIBLE_ROLE_LABEL, nullptr);
     set_can_target(false);
     set_parent(parent);

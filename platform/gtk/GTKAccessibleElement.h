@@ -8,17 +8,18 @@
 
 namespace orvane::platform {
 
-// A widget for assistive technology alone: a label at a place. It draws nothing, and the pointer
-// passes through it. Main thread only.
+// A widget that only assistive technology sees: a label with a frame. It draws nothing and takes no
+// pointer input. Main thread only.
 class GTKAccessibleElement final : public Gtk::Widget {
 public:
+    // The parent is borrowed and must outlive the element.
     explicit GTKAccessibleElement(Gtk::Widget& parent);
     ~GTKAccessibleElement() override;
 
-    // The place is in the parent's coordinates.
+    // Sets the text and the frame, which is in the parent's coordinates.
     void update(const std::string& label, const CGRect& frame);
 
-    // For the parent's layout.
+    // Called by the parent's layout.
     void allocate();
 
 protected:

@@ -11,20 +11,20 @@ namespace orvane::platform {
 class NSControl;
 class NSView;
 
-// The desktop's own widget for a control, kept in step with it: what the application sets shows in
-// the widget, what the user does arrives in the control. It lives no longer than the control is in
-// its window. Main thread only.
+// The desktop's widget for a control. It shows the control's state, and stores what the user enters
+// in the control. It is destroyed when the control leaves its window. Main thread only.
 class GTKControl {
 public:
     virtual ~GTKControl() = default;
 
+    // Borrowed; owned by this object.
     virtual Gtk::Widget& widget() = 0;
-    // Takes the control's state over into the widget.
+    // Copies the control's state to the widget.
     virtual void stateDidChange() = 0;
 
     // Whether the desktop has a widget for the view.
     static bool realizes(const NSView& view);
-    // Null when it has none.
+    // Creates the widget for a view, which must outlive it. Returns null if the desktop has none.
     static std::unique_ptr<GTKControl> create(NSView& view);
 };
 

@@ -158,7 +158,8 @@ void GTKPicturePresentation::allocateControl(const Control& control) const {
                          !std::isnan(control.size.width) && !std::isnan(control.size.height);
     widget.set_child_visible(isShown);
     if (isShown) {
-        // A widget is never made smaller than it wants to be: it then extends beyond its view.
+        // GTK does not allocate less than the minimum size: the widget then extends beyond its
+        // view.
         GtkRequisition least;
         gtk_widget_get_preferred_size(widget.gobj(), &least, nullptr);
         gtk_widget_allocate(widget.gobj(), std::max(toExtent(control.size.width), least.width),

@@ -10,7 +10,7 @@ namespace orvane::platform {
 
 namespace {
 
-// The widget shows nothing but well-formed text, and none behind a zero byte.
+// Converts text to what the widget can show: well-formed UTF-8, up to the first zero byte.
 Glib::ustring showable(const std::string& text) {
     const std::unique_ptr<char, decltype(&g_free)> valid(g_utf8_make_valid(text.c_str(), -1),
                                                          &g_free);
@@ -20,12 +20,12 @@ Glib::ustring showable(const std::string& text) {
 }  // namespace
 
 GTKTextField::GTKTextField(NSTextField& field) : field_(field) {
-    // As narrow as its view makes it.
+    // The view decides the width: remove the entry's own minimum.
     entry_.set_width_chars(0);
     entry_.set_max_width_chars(0);
     stateDidChange();
     entry_.signal_changed().connect([this] {
-        // A text that only looks different in the widget stays what the application set.
+        // A text that the widget cannot show unchanged must not replace what the application set.
         if (!taking_) {
             field_.setStringValue(entry_.get_text().raw());
         }

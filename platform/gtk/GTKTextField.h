@@ -8,9 +8,10 @@ namespace orvane::platform {
 
 class NSTextField;
 
-// A text field shown by an entry.
+// Shows a text field with a Gtk::Entry.
 class GTKTextField final : public GTKControl {
 public:
+    // The field is borrowed and must outlive this object.
     explicit GTKTextField(NSTextField& field);
 
     Gtk::Widget& widget() override { return entry_; }
@@ -19,7 +20,7 @@ public:
 private:
     NSTextField& field_;
     Gtk::Entry entry_;
-    bool taking_ = false;
+    bool taking_ = false;  // the field's state is being copied to the entry
 };
 
 }  // namespace orvane::platform

@@ -15,21 +15,21 @@ namespace orvane::platform {
 
 class NSBackingStore;
 
-// The pixels of a view as textures of a fixed grid, so that a small repaint costs a small upload.
-// Textures cannot be changed: a tile that was painted becomes a new one, all others stay as they
-// are. Main thread only.
+// The pixels of a view as textures, one for each tile of the backing store's grid, so that a small
+// repaint uploads little. A texture cannot be changed: a tile that was painted gets a new one, and
+// all others are kept. Main thread only.
 class GTKTiles {
 public:
-    // Takes over what was painted in `rects` (the view's pixels), or everything after the stored
-    // area has moved. Null drops all.
+    // Copies what was painted in `rects` (the view's pixels), or everything if the stored area
+    // changed. A null store drops all textures.
     void update(const NSBackingStore* store, std::span<const NSBackingRect> rects);
 
-    // Into the coordinates of the view, in points.
+    // Appends the textures, in the coordinates of the view, in points.
     void append(const Glib::RefPtr<Gtk::Snapshot>& snapshot) const;
 
 private:
     struct Tile {
-        NSBackingRect rect;  // what the texture covers
+        NSBackingRect rect;  // what the texture covers, in the view's pixels
         std::uint64_t serial = 0;
         Glib::RefPtr<Gdk::Texture> texture;
     };

@@ -42,7 +42,7 @@ void GTKView::takePlace(const NSView& view, double time) {
     const CALayer& layer = *view.layer();
     if (size_ != view.frame().size) {
         size_ = view.frame().size;
-        queue_draw();  // the background reaches as far
+        queue_draw();  // the background covers the frame
     }
     transform_ = layer.affineTransform(layer.presentation(time));
     shown_ = !view.isHidden() && canShow(transform_) && !std::isnan(size_.width) &&
@@ -77,7 +77,7 @@ void GTKView::takeTiles(const NSView& view, std::span<const NSBackingRect> rects
 }
 
 void GTKView::takeOrder(const NSView& view) {
-    // The control's own widget, where there is one, stays behind the subviews.
+    // A control's widget stays behind the subviews.
     GtkWidget* previous = control_ ? control_->widget().gobj() : nullptr;
     for (const NSView* const subview : view.subviewsInDrawingOrder()) {
         GTKView* const widget = of(*subview);
@@ -108,14 +108,15 @@ void GTKView::allocate() {
 
 void GTKView::measure_vfunc(Gtk::Orientation, int, int& minimum, int& natural, int& minimumBaseline,
                             int& naturalBaseline) const {
-    // Views stand where they are put, whatever the widgets around them want.
+    // A view has the frame that the application gave it; GTK must not negotiate it.
     minimum = natural = 0;
     minimumBaseline = naturalBaseline = -1;
 }
 
 void GTKView::size_allocate_vfunc(int width, int height, int) {
     if (control_) {
-        // A widget is never made smaller than it wants to be: it then reaches out of its view.
+        // GTK does not allocate less than the minimum size: the widget then extends beyond its
+        // view.
         GtkRequisition least;
         gtk_widget_get_preferred_size(control_->widget().gobj(), &least, nullptr);
         gtk_widget_allocate(control_->widget().gobj(), std::max(width, least.width),

@@ -13,21 +13,22 @@ namespace orvane::platform {
 
 class GTKControl;
 
-// The widget that shows one view: its background, its pixels or the desktop's own control, then the
-// widgets of its subviews. GTK moves, turns, fades, stacks and picks it; none of that paints.
+// The widget that shows one view where a GPU composes: its background, then its pixels or the
+// desktop's control, then the widgets of its subviews. GTK moves, rotates, fades, orders and picks
+// it; none of that paints.
 //
-// GTK lays out and draws outside the display pass, when views may have changed again or gone. So
-// the widget keeps all that it shows and looks at no view then. Main thread only.
+// The operations named take... copy what the view shows, because GTK lays out and draws outside the
+// display pass, when views may have changed or left. Main thread only.
 class GTKView final : public Gtk::Widget, public NSViewRealization {
 public:
-    // What the view shows at a time is taken over later, by the operations below.
+    // Copies nothing yet.
     explicit GTKView(NSView& view);
     ~GTKView() override;
 
-    // The widget of a view that is in a GTKWindow; null for another.
+    // Returns the widget of a view, or null if the view is not shown by one.
     static GTKView* of(const NSView& view);
 
-    // ---- taking the view over, as it shows at a media time ----
+    // ---- copying what the view shows, at a media time ----
     void takePlace(const NSView& view, double time);
     void takeOpacity(const NSView& view, double time);
     void takeBackground(const NSView& view);
@@ -36,10 +37,10 @@ public:
     // Puts the widgets of the subviews into their drawing order.
     void takeOrder(const NSView& view);
 
-    // ---- for the parent's layout and drawing ----
+    // ---- called by the parent's layout and drawing ----
     // Lays the widget out in its parent's coordinates.
     void allocate();
-    // Draws the widgets in `parent`, each with its opacity as a group.
+    // Draws the widgets in `parent`, each as a group with its opacity.
     static void snapshotChildren(Gtk::Widget& parent, const Glib::RefPtr<Gtk::Snapshot>& snapshot);
 
 protected:

@@ -170,7 +170,7 @@ void GTKWindow::present() {
     if (presentation_) {
         presentation_->present(contentView(), displayTime());
     }
-    // Gathering the labels may take a walk through all that is shown: not for each frame.
+    // Collecting the labels may walk all objects, which is too much for each frame.
     constexpr unsigned delay = 250;  // milliseconds
     if (labels_ && labelsTimer_ == 0) {
         labelsTimer_ = g_timeout_add(

@@ -47,13 +47,14 @@ public:
     explicit GTKWindow(CGSize size, std::optional<double> scale = {});
     ~GTKWindow() override;
 
-    // Borrowed.
+    // The widget to put into a window. Borrowed; owned by this object.
     Gtk::Widget& widget();
 
     double backingScaleFactor() const override;
     CGSize contentSize() const override;
 
-    // Told at the beginning of the display pass that follows a resize: resize the views there.
+    // Sets the function that is called with the new size, in points, at the beginning of the
+    // display pass that follows a resize. It should resize the views.
     void setResizeHandler(std::function<void(CGSize)> handler);
 
     // Sets the function that lists what assistive technology finds in the window, usually
@@ -61,9 +62,9 @@ public:
     // something new, and not while the window is unchanged.
     void setAccessibilityLabels(std::function<std::vector<NSAccessibilityLabel>()> labels);
 
-    // What the desktop shows of this window, as a PNG. To be called when the frame clock has
-    // painted a frame: GTK has no picture of what waits to be drawn. False when there is none, or
-    // the file cannot be written.
+    // Writes what the window shows to a PNG file. Call it after the frame clock has painted a
+    // frame: GTK has no picture of what is still to be drawn. Returns false if there is no picture,
+    // or the file cannot be written.
     bool writePNG(const std::string& path) const;
 
 protected:

@@ -5,8 +5,8 @@
 
 namespace orvane::platform {
 
-// An extent in points as GTK takes one. Widgets are measured in whole numbers of 31 bits, which GTK
-// multiplies by the scale factor, and no screen shows more than this.
+// Converts an extent in points to one of GTK's, rounded up. The limit is larger than any screen and
+// keeps GTK's integers, which it multiplies by the scale factor, from overflowing.
 inline int toExtent(double points) {
     constexpr double longest = 1 << 20;
     return static_cast<int>(std::ceil(std::clamp(points, 0.0, longest)));

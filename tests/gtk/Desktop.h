@@ -10,7 +10,7 @@ namespace Gtk {
 class Window;
 }
 
-// What a user has: a screen to look at, a pointer and keys. It stands on a real X server.
+// What a user has: a screen, a pointer and a keyboard, of a real X server.
 namespace orvane::tests::desktop {
 
 // A picture, one 0x00RRGGBB a pixel.
@@ -25,22 +25,22 @@ struct Picture {
     }
 };
 
-// False where there is no display.
+// Initializes GTK. Returns false if there is no display.
 bool connect();
 
-// What the screen shows in its top left corner.
+// Returns what the screen shows in its top left corner.
 Picture screenshot(int width, int height);
 
-// Runs xdotool with these arguments. What it does waits for the main loop.
+// Runs xdotool with these arguments. The events that it causes wait for the main loop.
 void xdotool(const std::string& arguments);
 
-// Gives a window the keys.
+// Gives a window the keyboard focus.
 void focus(Gtk::Window& window);
 
-// Lets the main loop run until the condition holds. False when it does not within ten seconds.
+// Runs the main loop until the condition is true. Returns false after ten seconds.
 bool runUntil(const std::function<bool()>& condition);
 
-// Lets the main loop run until it would sleep for five seconds or longer. False as runUntil.
+// Runs the main loop until it would sleep for five seconds or longer. Returns false after ten.
 bool runUntilAsleep();
 
 }  // namespace orvane::tests::desktop

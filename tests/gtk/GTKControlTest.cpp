@@ -28,7 +28,7 @@ protected:
         desktop::focus(window_->toplevel());
     }
 
-    // The type of the widget that the pointer would meet at a place of the window.
+    // Returns the type of the widget that takes the pointer at a point of the window.
     std::string widgetAt(double x, double y) {
         GtkWidget* const widget =
             gtk_widget_pick(window_->window().widget().gobj(), x, y, GTK_PICK_DEFAULT);
@@ -49,7 +49,7 @@ public:
 }  // namespace
 
 TEST_F(GTKControl, ShowsWhatTheApplicationSetsAndGivesItWhatIsTyped) {
-    // Text that the widget can show, and such as it cannot: not UTF-8, or with a zero byte.
+    // Text that the widget can show, text that is not UTF-8, and text with a zero byte.
     for (const std::string& text : {std::string("gr\xC3\xBC\xC3\x9F"), std::string("a\xFFz"),
                                     std::string("a\0b", 3), std::string(), std::string("abc")}) {
         field_->setStringValue(text);
@@ -61,7 +61,7 @@ TEST_F(GTKControl, ShowsWhatTheApplicationSetsAndGivesItWhatIsTyped) {
         << field_->stringValue();
 }
 
-TEST_F(GTKControl, StandsBetweenPaintedViewsForThePointerToo) {
+TEST_F(GTKControl, IsBetweenPaintedViewsForThePointer) {
     const auto front = makePattern({{80, 40}, {40, 60}}, {1, 0, 0, 0.5});
     const auto inFront = std::make_shared<PressCounter>();
     front->addGestureRecognizer(inFront);
@@ -73,7 +73,7 @@ TEST_F(GTKControl, StandsBetweenPaintedViewsForThePointerToo) {
     window_->show();
     EXPECT_EQ(widgetAt(200, 70), "GtkText");
     EXPECT_NE(widgetAt(100, 70), "GtkText");
-    // In front of the field, on it, beside it. The last press comes when the others have been
+    // In front of the field, on it, next to it. When the last press arrives, the others have been
     // handled.
     for (const char* const place : {"100 70", "200 70", "300 70"}) {
         desktop::xdotool(std::string("mousemove ") + place + " click 1");

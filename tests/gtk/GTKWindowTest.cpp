@@ -48,7 +48,7 @@ protected:
     std::shared_ptr<NSView> root_;
 };
 
-// Writes down what it is told, as "down 10,20", with the place in its view.
+// Records the events that it receives, as "down 10,20", with the location in its view.
 class Recorder : public platform::NSGestureRecognizer {
 public:
     void mouseDown(const NSEvent& event) override { record("down", event); }
@@ -61,7 +61,7 @@ public:
     void mouseUp(const NSEvent& event) override { record("up", event); }
 
     std::vector<std::string> log;
-    // Takes its view away as soon as it is dragged.
+    // Removes its view from the window at the first drag.
     bool leaves = false;
 
 private:
@@ -91,7 +91,7 @@ void collectTextures(GskRenderNode* node, std::vector<GdkTexture*>& textures) {
     }
 }
 
-// The textures that GTK shows of a widget and those in it, in drawing order.
+// Returns the textures that GTK shows of a widget and its descendants, in drawing order.
 std::vector<GdkTexture*> texturesOf(Gtk::Widget& widget) {
     GdkPaintable* const shown = gtk_widget_paintable_new(widget.gobj());
     GtkSnapshot* const snapshot = gtk_snapshot_new();
@@ -106,7 +106,7 @@ std::vector<GdkTexture*> texturesOf(Gtk::Widget& widget) {
 
 }  // namespace
 
-TEST_F(GTKWindow, HandsTheGestureOfTheRealPointerToTheViewUnderIt) {
+TEST_F(GTKWindow, SendsTheGestureOfTheRealPointerToTheViewUnderIt) {
     const auto view = add({{100, 50}, {200, 200}}, {1, 0, 0, 1});
     const auto recorder = std::make_shared<Recorder>();
     const auto& log = recorder->log;
@@ -116,13 +116,13 @@ TEST_F(GTKWindow, HandsTheGestureOfTheRealPointerToTheViewUnderIt) {
     desktop::xdotool("mousemove 110 70 mousedown 1 mousemove 150 80 mousemove 50 300 mouseup 1");
     ASSERT_TRUE(desktop::runUntil([&] { return !log.empty() && log.back().starts_with("up"); }));
     EXPECT_EQ(log.front(), "down 10,20");
-    // Motions may be told together.
+    // GTK may combine motions.
     ASSERT_GE(log.size(), 3U);
     EXPECT_EQ(log[log.size() - 2], "move -50,250");
     EXPECT_EQ(log.back(), "up -50,250");
 }
 
-TEST_F(GTKWindow, MovesTurnsFadesHidesAndRestacksWithoutPainting) {
+TEST_F(GTKWindow, MovesRotatesFadesHidesAndReordersWithoutPainting) {
     const auto view = add({{100, 50}, {300, 200}}, {1, 0, 0, 1});
     add({{150, 100}, {300, 200}}, {0, 1, 0, 1});
     window_->show();
@@ -181,7 +181,7 @@ TEST_F(GTKWindow, UploadsOnlyTheTilesThatWerePainted) {
     }
 }
 
-TEST_F(GTKWindow, TellsOfAResizeAndFollowsIt) {
+TEST_F(GTKWindow, ReportsAndFollowsAResize) {
     CGSize told;
     window_->window().setResizeHandler([&](CGSize newSize) {
         told = newSize;
@@ -195,7 +195,7 @@ TEST_F(GTKWindow, TellsOfAResizeAndFollowsIt) {
     EXPECT_EQ(window_->picture().at(699, 299), 0x0000FFU);
 }
 
-TEST_F(GTKWindow, KeepsTheNeighboursOfAViewThatCannotBeShown) {
+TEST_F(GTKWindow, ShowsTheNeighborsOfAViewThatCannotBeShown) {
     constexpr double infinite = std::numeric_limits<double>::infinity();
     constexpr double nan = std::numeric_limits<double>::quiet_NaN();
     add({{0, 0}, {50, 50}}, {0, 0, 1, 1});
@@ -210,7 +210,7 @@ TEST_F(GTKWindow, KeepsTheNeighboursOfAViewThatCannotBeShown) {
     }
 }
 
-TEST_F(GTKWindow, LetsGoOfAViewThatLeavesDuringItsOwnGesture) {
+TEST_F(GTKWindow, ReleasesAViewThatLeavesDuringItsOwnGesture) {
     const auto view = add({{100, 50}, {200, 200}}, {1, 0, 0, 1});
     const auto recorder = std::make_shared<Recorder>();
     recorder->leaves = true;

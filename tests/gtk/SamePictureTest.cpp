@@ -30,7 +30,7 @@ using platform::NSView;
 
 constexpr CGSize size{520, 400};
 
-// A tree of views under a series of changes that depends on nothing but the seed.
+// A tree of views with a series of changes that depends only on the seed.
 class Scene {
 public:
     explicit Scene(unsigned seed) : random_(seed), root_(std::make_shared<NSView>()) {
@@ -83,14 +83,14 @@ public:
 private:
     unsigned below(unsigned end) { return static_cast<unsigned>(random_() % end); }
 
-    // In braces arguments are evaluated in their order.
+    // Braces evaluate their arguments in order.
     CGRect frame() {
         return {{below(500) - 100.0, below(400) - 100.0}, {2.0 * below(200), 2.0 * below(180)}};
     }
     platform::CGColor color() {
         return {below(5) / 4.0, below(5) / 4.0, below(5) / 4.0, (2 + below(3)) / 4.0};
     }
-    // Such as keep pixels whole: how edges are smoothed is each compositor's own affair.
+    // Only transforms that keep whole pixels: renderers smooth edges differently.
     CGAffineTransform transform() {
         constexpr std::array<CGAffineTransform, 6> transforms{{{1, 0, 0, 1, 0, 0},
                                                                {0, 1, -1, 0, 0, 0},
@@ -230,7 +230,7 @@ TEST_F(SamePicture, OnScreenAndOffAfterAnyChanges) {
     }
 }
 
-TEST_F(SamePicture, OfAnimatedViewsWhichAreNotPaintedAgain) {
+TEST_F(SamePicture, OfAnimatedViewsThatAreNotPaintedAgain) {
     platform::CAVirtualClock clock;
     const double start = platform::CACurrentMediaTime();
     const StillScene shown;
@@ -255,7 +255,7 @@ TEST_F(SamePicture, OfAnimatedViewsWhichAreNotPaintedAgain) {
     EXPECT_TRUE(desktop::runUntilAsleep());
 }
 
-TEST_F(SamePicture, OfTurnedViewsButForTheFilter) {
+TEST_F(SamePicture, OfRotatedViewsExceptForTheFilter) {
     const StillScene shown;
     const StillScene rendered;
     Windows windows(shown, rendered);

@@ -23,9 +23,9 @@ public:
 
     // Brings all changes made so far to the screen.
     void show();
-    // show(), and what is on screen then, in device pixels.
+    // Calls show() and returns what is on screen then, in device pixels.
     desktop::Picture picture();
-    // Whether the window does without a GPU.
+    // Whether the processor composes the window, without a GPU.
     bool isComposedByProcessor();
     // How many frames GTK has drawn.
     int frames() const { return frames_; }
@@ -36,7 +36,7 @@ private:
     int frames_ = 0;
 };
 
-// A view of one colour, with a pattern that shows which way it lies.
+// A view of one color, with a pattern that shows its orientation.
 class PatternView : public platform::NSView {
 public:
     bool paints() const override { return true; }
