@@ -32,12 +32,15 @@ GTKRoot::GTKRoot(CGSize size, std::optional<double> scale, Delegate delegate)
         drag_->get_start_point(x, y);
         send(NSEventType::LeftMouseDragged, x + dx, y + dy);
     });
-    // Also when the gesture is cancelled: whoever saw the button go down must see it come up.
+    // GTK cancels the gesture when another button is pressed or another program takes the pointer.
+    // The end follows.
+    drag_->signal_cancel().connect([this](Gdk::EventSequence*) { isCancelled_ = true; });
     drag_->signal_drag_end().connect([this](double dx, double dy) {
         double x = 0;
         double y = 0;
         drag_->get_start_point(x, y);
-        send(NSEventType::LeftMouseUp, x + dx, y + dy);
+        const bool isCancelled = std::exchange(isCancelled_, false);
+        send(isCancelled ? NSEventType::MouseCancelled : NSEventType::LeftMouseUp, x + dx, y + dy);
     });
     add_controller(drag_);
     property_scale_factor().signal_changed().connect([this] { delegate_.resized(); });

@@ -58,6 +58,7 @@ private:
     Delegate delegate_;
     GTKPresentation* presentation_ = nullptr;
     Glib::RefPtr<Gtk::GestureDrag> drag_;
+    bool isCancelled_ = false;  // the drag that is about to end
     std::vector<std::unique_ptr<GTKAccessibleElement>> labels_;
 };
 

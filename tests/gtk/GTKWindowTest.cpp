@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 #include <gtk/gtk.h>
 
+#include <algorithm>
 #include <functional>
 #include <limits>
 #include <memory>
@@ -59,6 +60,11 @@ public:
         }
     }
     void mouseUp(const NSEvent& event) override { record("up", event); }
+    void endGesture(platform::NSGestureEndReason reason) override {
+        if (reason == platform::NSGestureEndReason::Cancelled) {
+            log.emplace_back("cancelled");
+        }
+    }
 
     std::vector<std::string> log;
     // Removes its view from the window at the first drag.
@@ -120,6 +126,23 @@ TEST_F(GTKWindow, SendsTheGestureOfTheRealPointerToTheViewUnderIt) {
     ASSERT_GE(log.size(), 3U);
     EXPECT_EQ(log[log.size() - 2], "move -50,250");
     EXPECT_EQ(log.back(), "up -50,250");
+}
+
+TEST_F(GTKWindow, CancelsTheGestureWhenAnotherButtonIsPressed) {
+    const auto view = add({{100, 50}, {200, 200}}, {1, 0, 0, 1});
+    const auto recorder = std::make_shared<Recorder>();
+    view->addGestureRecognizer(recorder);
+    window_->show();
+    desktop::xdotool(
+        "mousemove 110 70 mousedown 1 mousemove 150 80 mousedown 3 mousemove 160 90 mouseup 3 "
+        "mouseup 1 mousemove 120 80 click 1");
+    const auto& log = recorder->log;
+    // The second click arrives when all else has been handled.
+    ASSERT_TRUE(desktop::runUntil([&] { return std::ranges::count(log, "up 20,30") == 1; }));
+    const auto cancelled = std::ranges::find(log, "cancelled");
+    ASSERT_NE(cancelled, log.end());
+    EXPECT_EQ(std::vector(cancelled + 1, log.end()),
+              (std::vector<std::string>{"down 20,30", "up 20,30"}));
 }
 
 TEST_F(GTKWindow, MovesRotatesFadesHidesAndReordersWithoutPainting) {
