@@ -22,7 +22,7 @@ class NSWindow;
 // wins: the gesture is cancelled for all others.
 //
 // The gesture ends for each recognizer that saw the press by exactly one call of its endGesture,
-// for whatever reason. After the release all recognizers are Possible again.
+// for any reason. After the release all recognizers are Possible again.
 //
 // Handlers may change the view tree. For a recognizer whose view is not in the window after the
 // handler returned, or before the next event, the gesture is cancelled.

@@ -21,7 +21,7 @@ namespace orvane::platform {
 class ShapeCoverage {
 public:
     // `toPixels` maps the outline to the bitmap's pixels; `pen` maps the user space of a stroke.
-    // Masks are cached only if `isLasting` is set. Whatever cannot be drawn covers nothing.
+    // Masks are cached only if `isLasting` is set. What cannot be drawn covers nothing.
     ShapeCoverage(const std::shared_ptr<const CGPath::Outline>& outline,
                   const CGAffineTransform& toPixels, const CGAffineTransform& pen,
                   Coverage coverage, const StrokeStyle& stroke, bool isLasting);

@@ -114,7 +114,7 @@ TEST_F(CAAnimationTest, EndedAnimationsAreDroppedIfRemovedOnCompletion) {
     EXPECT_NEAR(opacity(16), 0.5, 1e-12) << "a begin time of zero is now";
 }
 
-// Every fade runs from 10 to 14 unless stated. Whatever begins in the middle of another fade, the
+// Every fade runs from 10 to 14 unless stated. What begins in the middle of another fade, the
 // shares add up to 1 and do not jump at the beginning.
 TEST_F(CAAnimationTest, AFadeDuringAFadeReplacesTheMixture) {
     const auto fade = [](CALayer& outgoing, CALayer& incoming, double begin) {
