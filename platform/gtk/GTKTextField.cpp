@@ -33,7 +33,8 @@ GTKTextField::GTKTextField(NSTextField& field) : field_(field) {
 }
 
 void GTKTextField::stateDidChange() {
-    if (const Glib::ustring text = showable(field_.stringValue()); entry_.get_text() != text) {
+    const Glib::ustring text = showable(field_.stringValue());
+    if (entry_.get_text().raw() != text.raw()) {
         taking_ = true;
         entry_.set_text(text);
         taking_ = false;

@@ -172,7 +172,8 @@ TouchEventListenerState DisplayEventHandler::deliver(const Point& location, Touc
     State state = State::Failed;
     std::size_t cursor = events_.size() - 1;  // the first listener received the earlier events
     while (!listeners_.empty()) {
-        const auto& [object, listener] = listeners_.front();
+        const std::shared_ptr<DisplayObject>& object = listeners_.front().first;
+        const std::shared_ptr<TouchEventListener>& listener = listeners_.front().second;
         state = State::Failed;  // the answer of a listener that throws
         callListener([&] { state = (*listener)(object, events_[cursor]); });
         if (state == State::Failed) {
