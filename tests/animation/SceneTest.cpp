@@ -1,24 +1,15 @@
 #include <gtest/gtest.h>
 
-#include <cmath>
 #include <functional>
-#include <limits>
 #include <map>
 #include <memory>
 #include <numbers>
 #include <string>
 #include <vector>
 
-#include "orvane/display/Display.h"
-#include "orvane/display/DisplayFactory.h"
-#include "orvane/display/animation/FrameAnimation.h"
-#include "orvane/display/animation/GroupAnimation.h"
-#include "orvane/display/animation/Transition.h"
-#include "orvane/display/animation/ValueAnimation.h"
-#include "orvane/display/graphics/Container.h"
 #include "orvane/display/graphics/quartz/QuartzRect.h"
 #include "orvane/display/native/DisplayView.h"
-#include "orvane/display/tree/DisplayLayer.h"
+#include "orvane/orvane.h"
 #include "platform/coregraphics/CGImage.h"
 #include "platform/offscreen/OffscreenWindow.h"
 #include "platform/quartzcore/CAMediaTime.h"
@@ -40,7 +31,7 @@ constexpr std::uint32_t kBlue = 0xFF0000FF;
 // The name of a color, independent of the rounding of its components.
 std::string nameOf(std::uint32_t color) {
     static const std::map<std::uint32_t, std::string> names{
-        {0xFCFC0000, "red"}, {0xFC0000FC, "blue"}, {0xFC00FC00, "green"}, {0xFC000000, "black"}};
+        {0xFCFC0000, "red"}, {0xFC0000FC, "blue"}, {0xFC000000, "black"}};
     const auto name = names.find(color & 0xFCFCFCFC);
     return name != names.end() ? name->second : "other";
 }
@@ -53,7 +44,6 @@ public:
         QuartzRect::validate(rect);
     }
 
-    std::uint32_t color = 0;
     int paints = 0;
 };
 
@@ -78,7 +68,6 @@ protected:
                                                  std::uint32_t color) {
         auto rect = std::make_shared<CountedRect>();
         rect->set(x, y, width, height);
-        rect->color = color;
         rect->setFillColor(color);
         rect->setStrokeWidth(0);
         return rect;
@@ -86,11 +75,10 @@ protected:
 
     std::shared_ptr<ValueAnimation> makeAnimation(const std::shared_ptr<DisplayObject>& object,
                                                   AttributeName attribute,
-                                                  const std::vector<float>& values,
-                                                  float duration = 1) {
+                                                  const std::vector<float>& values) {
         auto animation = std::make_shared<ValueAnimation>("key", attribute, values);
         animation->setAnimatable(object->extractAnimationLayer());
-        animation->setDuration(duration);
+        animation->setDuration(1);
         animation->setCompletionCallback([this] { ++completions_; });
         return animation;
     }
@@ -115,7 +103,6 @@ protected:
 class GoldenStripTest : public SceneTest {
 protected:
     using Container = std::shared_ptr<graphics::Container>;
-    using Objects = std::vector<std::shared_ptr<DisplayObject>>;
 
     GoldenStripTest() {
         window_.setContentSize({440, 70});
@@ -123,52 +110,40 @@ protected:
     }
 
     // A page of the window's size with a mark in one corner.
-    static Container makePage(std::uint32_t color, float markX) {
+    static Container makePage(bool isTeal) {
         auto page = DisplayFactory::createContainer();
-        page->add(makeRect(0, 0, 440, 70, color));
-        page->add(makeRect(markX, 10, 60, 20, kInk));
+        page->add(makeRect(0, 0, 440, 70, isTeal ? kTeal : kPaper));
+        page->add(makeRect(isTeal ? 360 : 20, 10, 60, 20, kInk));
         return page;
     }
 
-    // A tile with a mark that makes its rotation visible.
-    Container makeTile(float x, std::uint32_t color) {
-        auto tile = DisplayFactory::createContainer();
-        const auto face = makeRect(x, 10, 30, 30, color);
-        face->setRx(8);
-        face->setRy(8);
-        faces_.push_back(face);
-        tile->add(face);
-        tile->add(makeRect(x + 4, 13, 8, 8, kInk));
-        return tile;
-    }
-
+    // Adds a tile with a mark that makes its rotation visible, and returns an animation of it.
     std::shared_ptr<ValueAnimation> add(const Container& page, float x, AttributeName attribute,
                                         const std::vector<float>& values) {
-        const auto tile = makeTile(x, attribute == AttributeName::Opacity ? kCoral : kTeal);
+        auto tile = DisplayFactory::createContainer();
+        faces_.push_back(
+            makeRect(x, 10, 30, 30, attribute == AttributeName::Opacity ? kCoral : kTeal));
+        faces_.back()->setRx(8);
+        faces_.back()->setRy(8);
+        tile->add(faces_.back());
+        tile->add(makeRect(x + 4, 13, 8, 8, kInk));
         page->add(tile);
         return makeAnimation(tile, attribute, values);
     }
 
-    void takeFrame() {
-        window_.display();
-        const auto frame = window_.image();
-        strip_.insert(strip_.end(), frame->pixels().begin(), frame->pixels().end());
-    }
-
     void takeSecond() {
         const double start = platform::CACurrentMediaTime();
-        for (int i = 0; i < kSteps; ++i) {
+        for (int i = 0; i <= kSteps; ++i) {
             clock_.advanceTo(start + static_cast<double>(i) / kSteps);
-            takeFrame();
+            window_.display();
+            const auto frame = window_.image();
+            strip_.insert(strip_.end(), frame->pixels().begin(), frame->pixels().end());
         }
-        clock_.advanceTo(start + 1);
-        takeFrame();
     }
 
     testing::AssertionResult stripMatches(const std::string& name) const {
-        const int width = window_.pixelWidth();
-        const int height = static_cast<int>(strip_.size()) / width;
-        return matchesGolden(*platform::CGImage::createWithPixels(width, height, strip_),
+        const int height = static_cast<int>(strip_.size()) / 440;
+        return matchesGolden(*platform::CGImage::createWithPixels(440, height, strip_),
                              ORVANE_GOLDEN_FOLDER "/" + name);
     }
 
@@ -219,16 +194,13 @@ TEST_F(GoldenStripTest, AttributesAGroupAndAFrameAnimation) {
 
 TEST_F(GoldenStripTest, TransitionsOfEachKind) {
     const auto display = Display::instance();
-    auto page = makePage(kPaper, 20);
+    auto page = makePage(false);
     display->add(page);
     for (const int type : {Transition::PushFromRight, Transition::PushFromLeft, Transition::Fade}) {
-        const auto next = makePage(type == Transition::PushFromLeft ? kPaper : kTeal,
-                                   type == Transition::PushFromLeft ? 20 : 360);
+        const auto next = makePage(type != Transition::PushFromLeft);
         const Transition transition{type, 1};
         display->replace(page, next, &transition);
-        EXPECT_EQ(display->getObjects(), (Objects{page, next}));
         takeSecond();
-        EXPECT_EQ(display->getObjects(), Objects{next});
         EXPECT_EQ(page->getLayer()->getDisplay(), nullptr);
         EXPECT_FALSE(window_.needsDisplay());
         page = next;
@@ -236,13 +208,10 @@ TEST_F(GoldenStripTest, TransitionsOfEachKind) {
     EXPECT_TRUE(stripMatches("transitions.png"));
 }
 
-using LifetimeTest = SceneTest;
-
 // Removing anything that an endless animation depends on ends it: it completes once, its
 // description is released, and no more frames are requested.
-TEST_F(LifetimeTest, RemovingWhatAnAnimationNeedsEndsIt) {
+TEST_F(SceneTest, RemovingWhatAnAnimationNeedsEndsIt) {
     struct Scene {
-        std::unique_ptr<platform::OffscreenWindow>& window;
         std::shared_ptr<graphics::Container> root = DisplayFactory::createContainer();
         std::shared_ptr<graphics::Container> inner = DisplayFactory::createContainer();
         std::shared_ptr<CountedRect> rect = makeRect(10, 10, 20, 20, kRed);
@@ -254,92 +223,35 @@ TEST_F(LifetimeTest, RemovingWhatAnAnimationNeedsEndsIt) {
         {"the animated object", [](Scene& s) { s.inner->erase(s.inner->find(s.rect)); }},
         {"an ancestor", [](Scene& s) { s.root->erase(s.root->find(s.inner)); }},
         {"the top-level object", [](Scene& s) { Display::instance()->remove(s.root); }},
-        {"everything", [](Scene&) { Display::instance()->removeAll(); }},
         {"the animation", [](Scene& s) { s.rect->getLayer()->removeAnimation("key"); }},
-        {"the layer",
-         [](Scene& s) {
-             s.rect->getLayer()->removeFromParent();
-             s.rect->removeFromLayer();
-         }},
-        {"the display's view", [](Scene& s) { s.window->setContentView(nullptr); }},
-        {"the window", [](Scene& s) { s.window.reset(); }},
-        {"the display",
-         [](Scene& s) {
-             s.window->setContentView(nullptr);
-             Display::instance()->removeAll();
-             Display::reset();
-         }},
+        {"the display's view", [this](Scene&) { window_.setContentView(nullptr); }},
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.what);
-        Display::reset();
-        auto window = std::make_unique<platform::OffscreenWindow>(platform::CGSize{200, 100});
-        window->setContentView(Display::instance()->getView());
-        const auto refreshWindow = [&](double seconds) {
-            clock_.advanceBy(seconds);
-            if (window) {
-                window->display();
-            }
-        };
         completions_ = 0;
         std::weak_ptr<ValueAnimation> animation;
         std::weak_ptr<CountedRect> object;
         {
-            Scene scene{window};
+            Scene scene;
             scene.inner->add(scene.rect);
             scene.root->add(scene.inner);
             Display::instance()->add(scene.root);
             const auto endless = makeAnimation(scene.rect, AttributeName::Rotation, {0, 1});
             endless->setRepeatCount(-1);
-            endless->setAnchorPointX(0.5F);
             endless->run();
             animation = endless;
             object = scene.rect;
-            refreshWindow(0.25);
-            refreshWindow(1.25);
-            EXPECT_EQ(completions_, 0);
-            EXPECT_TRUE(window->isAnimating());
+            refresh(1.5);
+            EXPECT_TRUE(window_.isAnimating());
             c.remove(scene);
         }
-        refreshWindow(0.25);
-        refreshWindow(0.25);
+        refresh(0.25);
+        refresh(0.25);
         EXPECT_EQ(completions_, 1);
         EXPECT_TRUE(animation.expired());
-        EXPECT_FALSE(window && window->needsDisplay());
+        EXPECT_FALSE(window_.needsDisplay());
         Display::instance()->removeAll();
         EXPECT_TRUE(object.expired());
-    }
-}
-
-TEST_F(LifetimeTest, ACallbackMayRemoveEverything) {
-    const auto root = DisplayFactory::createContainer();
-    std::vector<std::weak_ptr<Animation>> animations;
-    Display::instance()->add(root);
-    for (int i = 0; i < 20; ++i) {
-        const auto rect = makeRect(static_cast<float>(i * 10), 0, 8, 8, kRed);
-        root->add(rect);
-        const auto animation = makeAnimation(rect, AttributeName::TranslationY, {0, 50});
-        const auto group = std::make_shared<GroupAnimation>("group");
-        group->setAnimatable(animation->getAnimatable());
-        group->add(animation);
-        group->setCompletionCallback([this] { ++completions_; });
-        animation->setRepeatCount(i % 3 == 0 ? -1 : 1);
-        if (i == 7) {
-            animation->setCompletionCallback([this] {
-                ++completions_;
-                Display::instance()->removeAll();
-                Display::reset();
-            });
-        }
-        group->run();
-        animations.insert(animations.end(), {animation, group});
-    }
-    for (int i = 0; i < 6; ++i) {
-        refresh(0.5);
-    }
-    EXPECT_EQ(completions_, 40);
-    for (const std::weak_ptr<Animation>& animation : animations) {
-        EXPECT_TRUE(animation.expired());
     }
 }
 
@@ -352,8 +264,8 @@ protected:
     }
 
     void replace(const std::shared_ptr<DisplayObject>& from,
-                 const std::shared_ptr<DisplayObject>& to, int type, double duration = 1) {
-        const Transition transition{type, duration};
+                 const std::shared_ptr<DisplayObject>& to, int type) {
+        const Transition transition{type, 1};
         display_->replace(from, to, &transition);
     }
 
@@ -362,7 +274,7 @@ protected:
     std::string state() const {
         std::string words;
         for (const std::shared_ptr<DisplayObject>& object : display_->getObjects()) {
-            words += nameOf(object->as<CountedRect>()->color) + " ";
+            words += object == old_ ? "red " : "blue ";
         }
         return words + "| " + nameOf(pixel(50, 50)) + " " + nameOf(pixel(150, 50));
     }
@@ -372,34 +284,15 @@ protected:
     std::shared_ptr<CountedRect> new_ = makeRect(0, 0, 200, 100, kBlue);
 };
 
-TEST_F(ReplaceTest, IsImmediateWithoutATransitionOrWithoutBothViews) {
-    display_->replace(old_, new_, nullptr);
-    EXPECT_EQ(state(), "blue | red red");
-    display_->replace(nullptr, old_, nullptr);
-    EXPECT_EQ(state(), "blue red | red red");
+TEST_F(ReplaceTest, IsImmediateWithoutBothViews) {
     display_->removeAll();
-
     replace(nullptr, new_, Transition::PushFromRight);
     refresh(0);
     EXPECT_EQ(state(), "blue | blue blue");
-    const auto offDisplay = makeRect(0, 0, 10, 10, kRed);
-    replace(offDisplay, old_, Transition::PushFromRight);
+    replace(makeRect(0, 0, 10, 10, kRed), old_, Transition::PushFromRight);
+    replace(new_, nullptr, Transition::PushFromRight);
     refresh(0);
-    EXPECT_EQ(state(), "blue red | red red");
-    replace(old_, nullptr, Transition::PushFromRight);
-    refresh(0);
-    EXPECT_EQ(state(), "blue | blue blue");
-}
-
-TEST_F(ReplaceTest, AnInvalidDurationEndsAtTheNextPass) {
-    for (const double duration : {0.0, -1.0, std::numeric_limits<double>::quiet_NaN()}) {
-        display_->removeAll();
-        display_->add(old_);
-        replace(old_, new_, -5, duration);  // unknown types are fades
-        refresh(0);
-        refresh(0);
-        EXPECT_EQ(state(), "blue | blue blue") << duration;
-    }
+    EXPECT_EQ(state(), "red | red red");
 }
 
 TEST_F(ReplaceTest, EitherObjectMayBeRemovedDuringTheTransition) {
@@ -412,11 +305,10 @@ TEST_F(ReplaceTest, EitherObjectMayBeRemovedDuringTheTransition) {
     EXPECT_EQ(state(), "| black black") << "the end of the transition removes the old object";
 
     display_->add(old_);
-    replace(old_, new_, Transition::Fade);
+    replace(old_, new_, -5);  // unknown types are fades
     refresh(0.5);
     display_->remove(old_);
-    refresh(0.25);
-    refresh(0.25);
+    refresh(0.5);
     refresh(0);
     EXPECT_EQ(state(), "blue | blue blue");
 }
