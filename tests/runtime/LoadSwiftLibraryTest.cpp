@@ -1,7 +1,6 @@
 #include <dlfcn.h>
 #include <gtest/gtest.h>
 
-#include <fstream>
 #include <regex>
 
 #include "orvane/runtime/Runtime.h"
@@ -16,10 +15,7 @@ using orvane::tests::TemporaryUser;
 // A folder of application libraries, which a runtime of its own starts.
 class Applications {
 public:
-    Applications() = default;
     ~Applications() { orvane::Runtime::DeleteInstance(); }
-    Applications(const Applications&) = delete;
-    Applications& operator=(const Applications&) = delete;
 
     [[nodiscard]] std::string directory() const { return folder_.path(); }
     [[nodiscard]] std::string pathOf(const std::string& file) const {
@@ -42,11 +38,6 @@ public:
     }
     [[nodiscard]] std::string cannotLoad(const std::string& error) const {
         return "Can't load swift library: '" + directory() + "' " + error + "\n";
-    }
-    // Returns the loader's message for a file that it refuses.
-    [[nodiscard]] std::string loaderError(const std::string& file) const {
-        EXPECT_EQ(dlopen(pathOf(file).c_str(), RTLD_NOW | RTLD_LOCAL), nullptr);
-        return dlerror();
     }
 
 private:
@@ -79,34 +70,30 @@ TEST(LoadSwiftLibrary, StartsEveryApplicationAndReportsTheLastFailureAtTheEnd) {
 
 TEST(LoadSwiftLibrary, NamesTheMissingClassOfALibraryOnlyIfThereIsNoApplication) {
     const struct {
-        const char* problem;
         const char* module;
         const char* symbol;
     } cases[] = {
-        {"no such symbol", "Other", "_TtC5Other4Main"},
-        {"the length counts characters", "Ähnlich", "_TtC7Ähnlich4Main"},
-        {"a record of a newer version", "Newer", "_TtC5Newer4Main"},
-        {"a record without its second function", "Hollow", "_TtC6Hollow4Main"},
+        {"Other", "_TtC5Other4Main"},
+        {"Ähnlich", "_TtC7Ähnlich4Main"},  // The length counts characters.
+        {"Newer", "_TtC5Newer4Main"},      // a record of a newer version
+        {"Hollow", "_TtC6Hollow4Main"},    // a record without its second function
     };
     for (const auto& each : cases) {
         const Applications applications;
         const std::string file = "lib" + std::string(each.module) + ".dylib";
         applications.put("WrittenInC", file);
         EXPECT_EQ(applications.start(), applications.cannotLoad("") + "'" + file +
-                                            "' exports no usable symbol '" + each.symbol + "'\n")
-            << each.problem;
+                                            "' exports no usable symbol '" + each.symbol + "'\n");
         applications.put("Plain", "libPlain.dylib");
-        EXPECT_EQ(applications.start(), "main of Plain\n") << each.problem;
+        EXPECT_EQ(applications.start(), "main of Plain\n");
     }
 }
 
 TEST(LoadSwiftLibrary, ReportsAFileThatTheLoaderRefusesEvenIfAnotherStarts) {
     const Applications applications;
-    std::ofstream(applications.pathOf("libNoElf.dylib")) << "no library at all";
-    EXPECT_EQ(applications.start(),
-              applications.cannotLoad(applications.loaderError("libNoElf.dylib")));
     fs::create_directory(applications.pathOf("libx.dylib"));
-    const std::string error = applications.loaderError("libx.dylib");
+    EXPECT_EQ(dlopen(applications.pathOf("libx.dylib").c_str(), RTLD_NOW | RTLD_LOCAL), nullptr);
+    const std::string error = dlerror();
     EXPECT_EQ(applications.start(), applications.cannotLoad(error));
     applications.put("Plain", "libPlain.dylib");
     EXPECT_EQ(applications.start(), "main of Plain\nRuntime error: " + error + "\n");

@@ -16,7 +16,6 @@ namespace {
 using orvane::Runtime;
 using orvane::platform::DispatchSemaphore;
 using orvane::tests::TemporaryUser;
-using Clock = std::chrono::system_clock;
 
 class RuntimeTest : public testing::Test {
 protected:
@@ -63,6 +62,7 @@ TEST_F(RuntimeTest, AllThreadsShareOneInstanceThatRunsEachTaskOnce) {
 TEST_F(RuntimeTest, RunsTasksByTimeAndThenInTheOrderOfQueueing) {
     std::vector<int> order;
     DispatchSemaphore done(0);
+    const auto start = std::chrono::system_clock::now();
     inTask([&] {
         auto* const runtime = Runtime::GetInstance();
         runtime->run(
@@ -77,20 +77,7 @@ TEST_F(RuntimeTest, RunsTasksByTimeAndThenInTheOrderOfQueueing) {
     });
     done.wait();
     EXPECT_EQ(order, (std::vector{0, 1, 2, 3}));
-}
-
-TEST_F(RuntimeTest, DoesNotRunATaskBeforeItsTime) {
-    const auto queued = Clock::now();
-    Clock::time_point ran;
-    DispatchSemaphore done(0);
-    Runtime::GetInstance()->run(
-        [&] {
-            ran = Clock::now();
-            done.signal();
-        },
-        20);
-    done.wait();
-    EXPECT_GE(ran - queued, std::chrono::milliseconds(19));
+    EXPECT_GE(std::chrono::system_clock::now() - start, std::chrono::milliseconds(499));
 }
 
 TEST_F(RuntimeTest, AnEarlierTaskWakesTheThreadAndTheLongestDelayDoesNotOverflow) {
