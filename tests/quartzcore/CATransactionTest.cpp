@@ -80,6 +80,16 @@ TEST_F(CATransactionTest, NestedTransactionsKeepTheOuterOpenAndEachCompletesOnce
     EXPECT_EQ(after(10), "");
 }
 
+TEST_F(CATransactionTest, LayersEndInAnyOrder) {
+    const auto third = std::make_shared<CALayer>();
+    run("a", *layer, "x", 1);
+    run("c", *other, "x", 3);
+    run("b", *third, "x", 2);
+    EXPECT_EQ(after(1), "a");
+    EXPECT_EQ(after(1), "b");
+    EXPECT_EQ(after(1), "c");
+}
+
 TEST_F(CATransactionTest, CompletesOnceHoweverItsAnimationEnds) {
     const struct {
         std::string what;
