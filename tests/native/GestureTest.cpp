@@ -35,6 +35,14 @@ protected:
         Stage::SetUp();
         display_->add(object_);
     }
+    // Puts the square into a container with a control, where it gets its own layer.
+    std::shared_ptr<graphics::Container> putAboveAControl() {
+        auto root = DisplayFactory::createContainer();
+        root->add(ColorControl::create({0, 0, 20, 20}));
+        root->add(object_);
+        display_->add(root);
+        return root;
+    }
     static std::shared_ptr<RecordingListener> listen(
         const std::shared_ptr<DisplayObject>& object,
         std::function<State(const TouchEvent&)> answer) {
@@ -122,10 +130,7 @@ TEST_F(Gesture, AnInnerViewHasPrecedenceAndMayGiveUp) {
 }
 
 TEST_F(Gesture, AClaimedGestureIsCancelledWithItsLayer) {
-    const auto root = DisplayFactory::createContainer();
-    root->add(ColorControl::create({0, 0, 20, 20}));
-    root->add(object_);  // gets a layer above the control's
-    display_->add(root);
+    const auto root = putAboveAControl();
     const auto listener = listen(object_, [&](const TouchEvent& event) {
         if (event.phase == TouchEventPhase::Moved) {
             root->remove(object_);
@@ -144,10 +149,7 @@ TEST_F(Gesture, AClaimedGestureIsCancelledWithItsLayer) {
 }
 
 TEST_F(Gesture, AnObjectRaisedInItsGestureKeepsItsView) {
-    const auto root = DisplayFactory::createContainer();
-    root->add(ColorControl::create({0, 0, 20, 20}));
-    root->add(object_);
-    display_->add(root);
+    const auto root = putAboveAControl();
     const auto view = viewOf(object_);
     const auto listener = listen(object_, [&](const TouchEvent& event) {
         if (event.phase == TouchEventPhase::Began) {

@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <random>
 
 #include "tests/native/Stage.h"
@@ -177,17 +178,9 @@ TEST_P(PieceByPiece, EqualsPaintingFromScratch) {
             continue;
         }
         const std::vector<std::uint32_t> scratch = pictureFromScratch();
-        std::size_t different = 0;
-        std::size_t first = 0;
-        for (std::size_t i = 0; i < scratch.size(); ++i) {
-            if (incremental[i] != scratch[i]) {
-                first = different == 0 ? i : first;
-                ++different;
-            }
-        }
-        ASSERT_EQ(different, 0U) << "in round " << round << ", the first at " << first % kWidth
-                                 << ", " << first / kWidth << std::hex << ": " << incremental[first]
-                                 << " instead of " << scratch[first];
+        const auto first = std::ranges::mismatch(incremental, scratch).in1 - incremental.begin();
+        ASSERT_TRUE(incremental == scratch)
+            << "in round " << round << " at " << first % kWidth << ", " << first / kWidth;
     }
 }
 

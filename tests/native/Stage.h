@@ -12,14 +12,13 @@
 #include "orvane/display/native/NativeObject.h"
 #include "orvane/orvane.h"
 #include "platform/appkit/NSEvent.h"
-#include "platform/appkit/NSGraphicsContext.h"
 #include "platform/appkit/NSView.h"
-#include "platform/coregraphics/CGContext.h"
 #include "platform/offscreen/OffscreenWindow.h"
+#include "platform/quartzcore/CALayer.h"
 
 namespace orvane::display {
 
-// A control that paints its view in one color.
+// A control whose view has one color.
 class ColorControl : public native::NativeObject {
 public:
     ColorControl(const Rect& bounds, unsigned rgb) : bounds_(bounds), rgb_(rgb) {}
@@ -31,22 +30,13 @@ public:
     std::string getDescription() const override { return "ColorControl"; }
 
 protected:
-    struct View : platform::NSView {
-        explicit View(unsigned color) : rgb(color) {}
-        bool paints() const override { return true; }
-        void drawRect(const platform::CGRect& dirty) override {
-            auto& canvas = *platform::NSGraphicsContext::currentGraphicsPort();
-            canvas.setRGBFillColor((rgb >> 16 & 255) / 255.0, (rgb >> 8 & 255) / 255.0,
-                                   (rgb & 255) / 255.0, 1);
-            canvas.addRect(dirty);
-            canvas.drawPath(platform::CGPathDrawingMode::Fill);
-        }
-        const unsigned rgb;
-    };
     struct Layer : native::NativeLayer {
         explicit Layer(unsigned color) : rgb(color) {}
         std::shared_ptr<platform::NSView> createLayerHandler() override {
-            return std::make_shared<View>(rgb);
+            auto view = std::make_shared<platform::NSView>();
+            view->layer()->setBackgroundColor(
+                {(rgb >> 16 & 255) / 255.0, (rgb >> 8 & 255) / 255.0, (rgb & 255) / 255.0, 1});
+            return view;
         }
         const unsigned rgb;
     };
@@ -102,9 +92,7 @@ protected:
     }
     // The color on screen, as 0xRRGGBB.
     unsigned pixel(int x, int y) {
-        window_.display();
-        const auto row = static_cast<std::size_t>(y) * (window_.bytesPerRow() / 4);
-        return window_.pixels()[row + static_cast<std::size_t>(x)] & 0xFFFFFF;
+        return picture()[static_cast<std::size_t>(y * kWidth + x)] & 0xFFFFFF;
     }
     std::vector<std::uint32_t> picture() {
         window_.display();
