@@ -1,7 +1,11 @@
-#include "orvane/display/native/BitmapLayer.h"
-#include "orvane/system/ScreenTypeView.h"
-#include "platform/quartzcore/CAMediaTime.h"
+#include <filesystem>
+#include <fstream>
+#include <regex>
+
+#include "platform/appkit/NSTextField.h"
+#include "platform/coretext/CTFont.h"
 #include "tests/native/Stage.h"
+#include "tests/support/TemporaryFolder.h"
 
 namespace orvane::display {
 namespace {
@@ -56,27 +60,79 @@ TEST_F(DisplayTest, ListenersGetTheSizeAndTheWindowDeterminesTheScale) {
     EXPECT_EQ(display_->getScaleFactor(), 1);
 }
 
-TEST_F(DisplayTest, ReplacingKeepsBothObjectsUntilTheTransitionEnds) {
-    platform::CAVirtualClock clock(1);
-    const auto red = rect(0, 0, 200, 150, 0xFFFF0000);
-    const auto blue = rect(0, 0, 200, 150, 0xFF0000FF);
-    display_->replace(nullptr, red, nullptr);
-    EXPECT_EQ(pixel(10, 10), shown(0xFF0000));
+TEST_F(DisplayTest, AScrollContainerClipsItsChildrenToItsBounds) {
+    const auto group = DisplayFactory::createContainer();
+    const auto scroll =
+        DisplayFactory::createScrollContainer(graphics::ScrollContainer::Type::Vertical, true);
+    EXPECT_TRUE(scroll->ownsLayer());
+    EXPECT_TRUE(DisplayFactory::createClipContainer(true)->ownsLayer());
+    scroll->setBounds({40, 30, 50, 40});
+    scroll->add(rect(0, 0, 200, 150, 0xFF0000FF));
+    group->add(scroll);
+    display_->add(group);
+    EXPECT_EQ(pixel(41, 31), shown(0x0000FF));
+    EXPECT_EQ(pixel(38, 50), 0u);
+    EXPECT_EQ(pixel(92, 72), 0u);
 
-    const animation::Transition push{animation::Transition::PushFromRight, 2};
-    display_->replace(red, blue, &push);
-    EXPECT_EQ(display_->getObjects().size(), 2U);
-    clock.advanceTo(2);
-    EXPECT_EQ(pixel(50, 75), shown(0xFF0000));
-    EXPECT_EQ(pixel(150, 75), shown(0x0000FF));
-    clock.advanceTo(3.5);
-    EXPECT_EQ(pixel(50, 75), shown(0x0000FF));
-    ASSERT_EQ(display_->getObjects().size(), 1U);
-    EXPECT_EQ(display_->getObjects().front(), blue);
+    // A translation moves the content and not the bounds.
+    scroll->setTranslate(30, 0);
+    EXPECT_EQ(pixel(41, 31), shown(0x0000FF));
+    scroll->setTranslate(60, 0);
+    EXPECT_EQ(pixel(50, 50), 0u);
+    EXPECT_EQ(pixel(70, 50), shown(0x0000FF));
+}
 
-    display_->replace(blue, red, nullptr);
-    EXPECT_EQ(display_->getObjects().size(), 1U);
-    EXPECT_EQ(pixel(50, 75), shown(0xFF0000));
+TEST_F(DisplayTest, AnInputTextIsATextFieldOfTheDesktop) {
+    const auto input = DisplayFactory::createInputText(true, false, 20);
+    EXPECT_TRUE(input->isMultiline());
+    EXPECT_TRUE(input->isEditable());
+    EXPECT_FALSE(input->isSecure());
+    EXPECT_EQ(input->getMaximumLength(), 20);
+    const auto field = std::dynamic_pointer_cast<platform::NSTextField>(viewOf(input));
+    ASSERT_NE(field, nullptr);
+    input->setContent("typed");
+    EXPECT_EQ(field->stringValue(), "typed");
+    field->setStringValue("by the user");
+    EXPECT_EQ(input->getContent(), "by the user");
+    input->setBounds({10, 20, 100, 30});
+    display_->add(input);
+    EXPECT_EQ(field->frame(), (platform::CGRect{{10, 20}, {100, 30}}));
+}
+
+TEST_F(DisplayTest, LoadsTheFirstFontOfEachNameAndContinuesAfterFailures) {
+    namespace fs = std::filesystem;
+    const tests::TemporaryFolder temporary;
+    const fs::path& folder = temporary.path();
+    const std::string failure =
+        "Failed to load font from file '" + (folder / "a/x.ttf").string() + "'\n";
+    const auto write = [&](const char* name) { std::ofstream(folder / name) << "no font"; };
+    const auto put = [&](const char* name, const char* font) {
+        fs::copy_file(fs::path(ORVANE_TEST_FONTS) / font, folder / name);
+    };
+    // What is logged, without time stamps.
+    const auto logOfLoading = [&](const fs::path& from) {
+        testing::internal::CaptureStderr();
+        display_->loadFonts(from.string());
+        return std::regex_replace(testing::internal::GetCapturedStderr(),
+                                  std::regex("[^\n]*(Failed)"), "$1");
+    };
+    fs::create_directory(folder / "a");
+    fs::create_directory(folder / "b");
+    fs::create_directory(folder / "z.ttf");  // cannot be read: skipped silently
+    write("a/x.ttf");
+    put("b/x.ttf", "DejaVuSerif.ttf");  // has the name of an earlier file: skipped
+    put("b/y.ttf", "NotoColorEmoji-Subset.ttf");
+    write("b/other.TTF");  // neither a font nor the name of a font file
+    write("b/notes.txt");
+
+    EXPECT_EQ(logOfLoading(folder), failure);
+    EXPECT_EQ(platform::CTFont::createWithName("NotoColorEmoji-Subset", 12)->postScriptName(),
+              "NotoColorEmoji-Subset");
+    EXPECT_EQ(logOfLoading(folder),
+              failure +
+                  "Failed to load font: The font 'NotoColorEmoji-Subset' is already "
+                  "registered.\n");
+    EXPECT_EQ(logOfLoading("/none"), "");
 }
 
 }  // namespace
