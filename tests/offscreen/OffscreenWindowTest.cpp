@@ -16,11 +16,6 @@ using namespace orvane::platform;
 
 namespace {
 
-std::uint32_t pixel(const OffscreenWindow& window, int x, int y) {
-    return window.pixels()[static_cast<std::size_t>(y) * window.bytesPerRow() / 4 +
-                           static_cast<std::size_t>(x)];
-}
-
 std::vector<std::uint32_t> picture(const OffscreenWindow& window) {
     std::vector<std::uint32_t> pixels;
     for (int y = 0; y < window.pixelHeight(); ++y) {
@@ -166,11 +161,9 @@ TEST(OffscreenWindow, ComposesOnlyWhatChanged) {
     views[0]->setFrame({{210, 160}, {30, 30}});
     EXPECT_EQ(composed(), (Rects{{10, 10, 40, 40}, {210, 160, 240, 190}}));
     views[1]->setHidden(true);
-    EXPECT_EQ(composed(), (Rects{{110, 10, 140, 40}}));
-    views[2]->layer()->setOpacity(0.5);
-    EXPECT_EQ(composed(), (Rects{{210, 10, 240, 40}}));
     views[3]->removeFromSuperviewWithoutNeedingDisplay();
-    EXPECT_EQ(composed(), (Rects{{310, 10, 340, 40}}));
+    views[9]->layer()->setOpacity(0.5);
+    EXPECT_EQ(composed(), (Rects{{310, 10, 340, 40}, {110, 10, 140, 40}, {110, 210, 140, 240}}));
     views[6]->setFrame({{115, 115}, {30, 30}});
     composed();
     views[6]->layer()->setZPosition(-1);
@@ -189,9 +182,9 @@ TEST(OffscreenWindow, AViewWhoseTransformHasNoInverseIsNotDrawn) {
         odd->layer()->setTransform(
             CATransform3D::makeAffineTransform(CGAffineTransform::makeScale(scale, scale)));
         window.display();
-        EXPECT_EQ(pixel(window, 15, 5), 0xFF0000FFU) << scale;
+        EXPECT_EQ(picture(window)[5 * 20 + 15], 0xFF0000FFU) << scale;
     }
     odd->layer()->setTransform(CATransform3DIdentity);
     window.display();
-    EXPECT_EQ(pixel(window, 5, 5), 0xFFFF0000U);
+    EXPECT_EQ(picture(window)[5 * 20 + 5], 0xFFFF0000U);
 }
