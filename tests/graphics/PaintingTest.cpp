@@ -5,8 +5,8 @@
 
 #include "orvane/orvane.h"
 #include "platform/raster/CGBitmapContext.h"
-#include "tests/graphics/MarkingLayer.h"
 #include "tests/graphics/painted.h"
+#include "tests/tree/FakeLayer.h"
 
 namespace orvane::display::graphics {
 namespace {
@@ -47,6 +47,21 @@ LinearGradient redToBlue() {
     gradient.addColor(0x000000FF, 1);
     return gradient;
 }
+
+// A layer that counts requests for a repaint.
+class MarkingLayer : public FakeLayer {
+public:
+    void markDirty(const std::shared_ptr<DisplayObject>& object) override {
+        ++marks_;
+        FakeLayer::markDirty(object);
+    }
+
+    // Returns the number of requests since the last call.
+    int takeMarks() { return std::exchange(marks_, 0); }
+
+private:
+    int marks_ = 0;
+};
 
 // A square on a layer that counts requests for a repaint.
 class Painting : public testing::Test {
@@ -130,12 +145,7 @@ TEST_F(Painting, EveryGeometrySetterRebuildsAndRepaints) {
     const auto circle = DisplayFactory::createCircle();
     const auto ellipse = DisplayFactory::createEllipse();
     const auto line = DisplayFactory::createLine();
-    struct Step {
-        std::shared_ptr<DisplayObject> object;
-        std::function<void()> set;
-        Box frame;
-    };
-    const Step steps[] = {
+    const std::tuple<std::shared_ptr<DisplayObject>, std::function<void()>, Box> steps[] = {
         {rect, [&] { rect->setWidth(3); }, {0, 0, 3, 0}},
         {rect, [&] { rect->setHeight(4); }, {0, 0, 3, 4}},
         {rect, [&] { rect->setX(1); }, {1, 0, 3, 4}},
@@ -153,14 +163,12 @@ TEST_F(Painting, EveryGeometrySetterRebuildsAndRepaints) {
         {line, [&] { line->setY1(6); }, {-3.5, 4, 4.5, 2}},
         {line, [&] { line->setStrokeWidth(3); }, {-5.5, 2, 8.5, 6}},
     };
-    for (const Step& step : steps) {
-        if (!step.object->getLayer()) {
-            layer_->addObject(step.object);
-        }
+    for (const auto& [object, set, frame] : steps) {
+        layer_->addObject(object);
         layer_->takeMarks();
-        step.set();
+        set();
         EXPECT_EQ(layer_->takeMarks(), 1);
-        EXPECT_EQ(step.object->getFrame(), step.frame) << &step - steps;
+        EXPECT_EQ(object->getFrame(), frame);
     }
     // One radius alone makes a rounded rectangle; with the other one at 0 its corners are sharp.
     rect->setRx(1);
@@ -212,20 +220,14 @@ TEST_F(Painting, DrawsSolidFillAndStrokeInEachCombination) {
                   kTenByTen + "drawPath(3)");
     rect_->setStrokeDashArray({});
     rect_->setStrokeWidth(0);
-    rect_->setFillColor(0);  // still visible
-    rect_->setStrokeColor(0x1F7F3FFF);
-    EXPECT_EQ(painting(*rect_),
-              "setRGBFillColor(0.00390625 0.00390625 0.00390625 0.00390625) setLineWidth(0) "
-              "setRGBStrokeColor(0.5 0.25 1 0.125) " +
-                  kTenByTen + "drawPath(3)");
     rect_->setFillColor(0xFF7F7F7F);
     rect_->setStrokeColor(0, 0, 0, kNone);
     EXPECT_EQ(painting(*rect_), "setRGBFillColor(0.5 0.5 0.5 1) " + kTenByTen + "drawPath(0)");
     rect_->setFillColor(0, 0, 0, kNone);
     EXPECT_EQ(paint(*rect_), "") << "invisible objects are not painted";
-    rect_->setStrokeColor(0xFF7F7F7F);
+    rect_->setStrokeColor(0x1F7F3FFF);
     EXPECT_EQ(painting(*rect_),
-              "setLineWidth(0) setRGBStrokeColor(0.5 0.5 0.5 1) " + kTenByTen + "drawPath(2)");
+              "setLineWidth(0) setRGBStrokeColor(0.5 0.25 1 0.125) " + kTenByTen + "drawPath(2)");
 }
 
 TEST_F(Painting, IgnoresPatternsAndStrokeGradients) {
@@ -279,9 +281,8 @@ TEST_F(Painting, AGradientAxisInFractionsRefersToTheBoundsWithTheStroke) {
         EXPECT_NE(painting(*rect_).find("[0; 1], " + string(c.axis) + ", 3)"), string::npos)
             << c.axis << " not in " << painting(*rect_);
     }
-}
-
-TEST_F(Painting, AGradientAxisInFractionsIsRoundedToFloat) {
+    // The axis is rounded to float.
+    rect_->setStrokeWidth(0);
     LinearGradient gradient = redToBlue();
     gradient.set({0.1F}, {0.2F}, {0.3F}, {0.7F});
     gradient.setUserSpace(false);
@@ -297,6 +298,109 @@ TEST_F(Painting, BeyondATinyGradientAxisIsItsLastColor) {
     platform::CGBitmapContext canvas(1000, 1);
     paintOn(canvas, *rect_, {0, 0, 1000, 1});
     EXPECT_EQ(canvas.pixels()[999], 0x01000001U) << "blue with an alpha of 1/256, premultiplied";
+}
+
+TEST_F(Painting, AnObjectIsPaintedOnlyWhereItTouchesTheDirtyRectangle) {
+    const struct {
+        const char* what;
+        Box frame;
+        Box dirty;
+        bool painted;
+    } cases[] = {
+        {"edge shared", {0, 0, 10, 10}, {10, 0, 5, 10}, true},
+        {"corner shared", {0, 0, 10, 10}, {10, 10, 5, 5}, false},
+        {"apart", {0, 0, 10, 10}, {11, 0, 5, 10}, false},
+        {"frame without width", {5, 0, 0, 10}, {0, 0, 10, 10}, true},
+        {"frame without extent", {5, 5, 0, 0}, {0, 0, 10, 10}, false},
+    };
+    for (const auto& [what, frame, dirty, isPainted] : cases) {
+        const auto line = DisplayFactory::createLine();
+        line->set(static_cast<float>(frame.x), static_cast<float>(frame.y),
+                  static_cast<float>(frame.x + frame.width),
+                  static_cast<float>(frame.y + frame.height));
+        platform::CGRecordingContext canvas;
+        paintOn(canvas, *line, dirty);
+        EXPECT_EQ(canvas.calls().empty(), !isPainted) << what;
+        EXPECT_EQ(line->getValidFrame(), isPainted ? frame : Box()) << what;
+    }
+}
+
+TEST_F(Painting, AnObjectIsVisibleByItsFillOrItsStrokeUnderVisibleAncestors) {
+    const auto group = DisplayFactory::createContainer();
+    group->add(rect_);
+    for (unsigned flags = 0; flags < 16; ++flags) {
+        rect_->setVisible((flags & 1) != 0);
+        group->setVisible((flags & 2) != 0);
+        rect_->setFillColor(0, 0, 0, (flags & 4) != 0 ? 255 : kNone);
+        rect_->setStrokeColor(0, 0, 0, (flags & 8) != 0 ? 255 : kNone);
+        EXPECT_EQ(paint(*rect_).empty(), (flags & 3) != 3 || flags < 4) << flags;
+    }
+}
+
+TEST_F(Painting, BoundsIncludeTheStrokeAndAreIntegers) {
+    const struct {
+        float x, y, width, height, stroke;
+        Box bounds;
+    } cases[] = {
+        {0, 0, 10, 10, 2, {-1, -1, 12, 12}},
+        {0, 0, 10, 10, 3, {-2, -2, 14, 14}},
+        // A negative width turns the box inside out; the result is normalized.
+        {0, 0, 10, 10, -20, {0, 0, 10, 10}},
+        // The position is rounded to nearest, ties to even; the size is rounded up.
+        {2.5, 3.5, 4.2F, 5, 0, {2, 4, 5, 5}},
+    };
+    rect_->setStrokeColor(0, 0, 0, kNone);  // an invisible stroke counts, too
+    for (const auto& c : cases) {
+        rect_->set(c.x, c.y, c.width, c.height);
+        rect_->setStrokeWidth(c.stroke);
+        EXPECT_EQ(rect_->getBounds(), c.bounds) << c.x << " with width " << c.stroke;
+        rect_->setMatrix(0, -2, 100, 1, 0, 0);  // a quarter turn, twice as wide, moved
+        const Box& b = c.bounds;
+        EXPECT_EQ(rect_->getFrame(), Box(100 - 2 * (b.y + b.height), b.x, 2 * b.height, b.width));
+    }
+}
+
+TEST_F(Painting, TheFrameOfAClipIsItsBoundsTransformedByItsParent) {
+    const auto clip = DisplayFactory::createClipContainer(false);
+    auto parent = DisplayFactory::createContainer();
+    layer_->addObject(clip);
+    layer_->takeMarks();
+    clip->setBounds({1, 2, 30, 40});
+    EXPECT_EQ(layer_->takeMarks(), 1);
+    rect_->setTranslate(500, 500);
+    clip->add(rect_);
+    clip->setScale(7, 7);
+    EXPECT_EQ(clip->getFrame(), Box(1, 2, 30, 40))
+        << "neither children nor its own transformation count";
+    parent->add(clip);
+    parent->setTranslate(100, 0);
+    EXPECT_EQ(clip->getFrame(), Box(101, 2, 30, 40));
+    parent.reset();  // without having erased the clip
+    clip->resetFrame();
+    EXPECT_EQ(clip->getFrame(), Box(1, 2, 30, 40));
+}
+
+TEST_F(Painting, ExtractingAClipWrapsItsLayerOnceAtItsPlace) {
+    const auto group = DisplayFactory::createContainer();
+    layer_->addObject(group);
+    std::vector<std::shared_ptr<SizedContainer>> clips;
+    for (int i = 0; i < 3; ++i) {
+        clips.push_back(DisplayFactory::createClipContainer(false));
+        group->add(clips.back());
+    }
+    const auto below = clips[0]->extractIntoLayer(nullptr);
+    const auto above = clips[2]->extractIntoLayer(nullptr);
+    const auto wrapper = clips[1]->extractAnimationLayer();
+    ASSERT_TRUE(wrapper);
+    EXPECT_EQ(clips[1]->extractAnimationLayer(), wrapper);
+    EXPECT_TRUE(wrapper->isFake());
+    EXPECT_EQ(layer_->getSublayers(), (LayerList{below, wrapper, above}));
+    EXPECT_TRUE(clips[1]->ownsLayer());
+    EXPECT_EQ(wrapper->getSublayers(), LayerList{clips[1]->getLayer()});
+    EXPECT_FALSE(layer_->isValidationLocked());
+    const auto alone = DisplayFactory::createClipContainer(false);
+    EXPECT_EQ(alone->extractAnimationLayer(), nullptr) << "there is no superlayer for a wrapper";
+    EXPECT_TRUE(alone->ownsLayer());
 }
 
 TEST_F(Painting, TheFillRuleChoosesTheModeWithoutARepaint) {
