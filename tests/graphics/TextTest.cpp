@@ -156,6 +156,9 @@ TEST_F(TextTest, WrapsAtItsWidthBelowItsPosition) {
     text->setTextAlign(TextAlign::End);
     text->setAlignmentBaseline(AlignmentBaseline::Top);
     EXPECT_EQ(text->getBounds(), bounds);
+    EXPECT_TRUE(paints(*text, {"setRGBStrokeColor(1 0 0 1)\n", "drawFrame(5.5 "}));
+    text->setAlignment(TextAlign::End);
+    EXPECT_FALSE(paints(*text, {"drawFrame(5.5 "}));
     text->setWidth(0);
     EXPECT_EQ(text->getTextBounds(), geometry::Size<double>());
 }
