@@ -54,6 +54,7 @@ TEST_F(NativeLayerTest, ViewsAreInTheOrderOfTheirObjects) {
     root_->store(root_->find(high), between);
     EXPECT_EQ(pixel(15, 10), 0x00FF00U);
     EXPECT_EQ(pixel(30, 10), 0xFF0000U);
+    EXPECT_EQ(viewOf(high)->layer()->zPosition(), 2);
     root_->remove(low);
     root_->remove(between);
     root_->add(low);
