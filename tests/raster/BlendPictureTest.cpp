@@ -12,22 +12,20 @@ namespace {
 // of transparent, opaque and other pixels, give the same result as blending single pixels.
 TEST(BlendPictureTest, BlendsEveryPixelIndependently) {
     std::mt19937 random(3);
-    const auto color = [&random](unsigned kind) {
-        const std::uint32_t alpha = kind == 0 ? 0 : kind == 1 ? 255 : random() % 256;
-        return premultiplied(random() % 256, random() % 256, random() % 256, alpha);
+    const auto fill = [&random](std::vector<std::uint32_t>& pixels, unsigned kinds) {
+        for (std::uint32_t& pixel : pixels) {
+            const unsigned kind = random() % kinds;
+            const std::uint32_t alpha = kind == 0 ? 0 : kind == 1 ? 255 : random() % 256;
+            pixel = premultiplied(random() % 256, random() % 256, random() % 256, alpha);
+        }
     };
     for (int round = 0; round < 2000; ++round) {
         const int width = 1 + static_cast<int>(random() % 40);
         const int stride = width + static_cast<int>(random() % 9);
         std::vector<std::uint32_t> picture(static_cast<std::size_t>(stride) * 2);
-        const unsigned kinds = 1 + random() % 3;
-        for (std::uint32_t& pixel : picture) {
-            pixel = color(random() % kinds);
-        }
+        fill(picture, 1 + random() % 3);
         std::vector<std::uint32_t> pixels(60 * 3);
-        for (std::uint32_t& pixel : pixels) {
-            pixel = color(random() % 3);
-        }
+        fill(pixels, 3);
         std::vector<std::uint32_t> expected = pixels;
         const int left = static_cast<int>(random() % 20);
         for (int y = 0; y < 2; ++y) {

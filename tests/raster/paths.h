@@ -44,9 +44,4 @@ inline void draw(CGContext& canvas, const CGPath& path,
     canvas.drawPath(mode);
 }
 
-inline void fillRect(CGContext& canvas, const CGRect& rect) {
-    canvas.addRect(rect);
-    canvas.drawPath(CGPathDrawingMode::Fill);
-}
-
 }  // namespace orvane::platform

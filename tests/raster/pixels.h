@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
+#include <random>
 #include <vector>
 
 #include "platform/raster/CGBitmapContext.h"
@@ -36,17 +37,6 @@ inline int difference(std::uint32_t a, std::uint32_t b) {
     return largest;
 }
 
-// The largest difference of a channel between two canvases of the same size.
-inline int largestDifference(const CGBitmapContext& a, const CGBitmapContext& b) {
-    int largest = 0;
-    for (int y = 0; y < a.height(); ++y) {
-        for (int x = 0; x < a.width(); ++x) {
-            largest = std::max(largest, difference(pixel(a, x, y), pixel(b, x, y)));
-        }
-    }
-    return largest;
-}
-
 // The sum of all alpha values, in opaque pixels.
 inline double coveredArea(const CGBitmapContext& canvas) {
     double sum = 0;
@@ -54,6 +44,22 @@ inline double coveredArea(const CGBitmapContext& canvas) {
         sum += each >> 24;
     }
     return sum / 255;
+}
+
+// Rectangles that cover a canvas without overlaps.
+inline std::vector<CGRect> randomPieces(unsigned seed, int canvasWidth, int canvasHeight) {
+    std::mt19937 random(seed);
+    std::vector<CGRect> pieces;
+    for (int y = 0; y < canvasHeight;) {
+        const int height = std::min<int>(canvasHeight - y, 1 + static_cast<int>(random() % 90));
+        for (int x = 0; x < canvasWidth;) {
+            const int width = std::min<int>(canvasWidth - x, 1 + static_cast<int>(random() % 90));
+            pieces.push_back({{double(x), double(y)}, {double(width), double(height)}});
+            x += width;
+        }
+        y += height;
+    }
+    return pieces;
 }
 
 }  // namespace orvane::platform
