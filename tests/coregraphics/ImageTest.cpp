@@ -116,6 +116,21 @@ TEST(Image, RejectsDamagedFiles) {
     EXPECT_GT(broken, 10);
 }
 
+TEST(Image, RejectsEveryPrefixOfAFile) {
+    // A JPEG is complete without its end marker, which is two bytes long.
+    for (const auto& [file, spare] :
+         {std::pair("png/rgba8.png", 0u), {"jpeg/progressive.jpg", 2u}, {"jpeg/ycck.jpg", 2u}}) {
+        const auto whole = CGDataProvider::createWithFilename(corpus(file));
+        ASSERT_TRUE(whole);
+        for (std::size_t size = 0; size + spare < whole->bytes().size(); ++size) {
+            // A separate copy, so that the sanitizers notice reads past the end.
+            const std::vector<unsigned char> cut(
+                whole->bytes().begin(), whole->bytes().begin() + static_cast<std::ptrdiff_t>(size));
+            EXPECT_EQ(decode(*provide(cut)), nullptr) << file << " cut to " << size;
+        }
+    }
+}
+
 TEST(Image, LargePhotosAreStoredAtReducedResolution) {
     const Image image = decodeFile("jpeg/wider-than-a-bitmap.jpg");
     ASSERT_TRUE(image);

@@ -38,6 +38,16 @@ TEST_F(FontTest, FindsFontsByPostScriptNameFullNameAndFamily) {
     }
 }
 
+TEST_F(FontTest, MetricsAreInUserUnits) {
+    // From the font's hhea table: ascender 1901, descender -483 and line gap 0, in units of 1/2048.
+    for (const double size : {1.0, 12.0, 13.5, 400.0}) {
+        const auto font = CTFont::createWithName("DejaVuSans", size);
+        EXPECT_NEAR(font->ascent(), size * 1901 / 2048, 0.01) << size;
+        EXPECT_NEAR(font->descent(), size * 483 / 2048, 0.01) << size;
+        EXPECT_EQ(font->leading(), 0) << size;
+    }
+}
+
 TEST_F(FontTest, AnInvalidSizeIsTheDefaultAndDoesNotAffectOtherSizes) {
     const char* const name = "A name that no other test uses";
     const auto invalid = CTFont::createWithName(name, std::nan(""));

@@ -139,6 +139,14 @@ TEST_F(LayoutTest, BreaksWhereTheScriptAllows) {
     }
 }
 
+TEST_F(LayoutTest, NaturalAlignmentFollowsTheScript) {
+    for (const auto& [text, x] : {std::pair{"abc", 7.0}, {"\u05d0", 207 - widthOf("\u05d0")}}) {
+        const auto frame = CTFramesetter(styled(text)).createFrame({{7, 3}, {200, 50}});
+        ASSERT_EQ(frame->lines().size(), 1u);
+        EXPECT_NEAR(frame->lines()[0].origin.x, x, 0.01) << text;
+    }
+}
+
 // The fuzzers' corpus of texts, at widths that cause every kind of line break.
 TEST_F(LayoutTest, LaysOutHostileTexts) {
     for (const auto& entry :

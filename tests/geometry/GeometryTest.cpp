@@ -4,11 +4,22 @@
 
 #include "orvane/display/geometry/Matrix.h"
 #include "orvane/display/geometry/rounding.h"
+#include "platform/coregraphics/CGAffineTransform.h"
 
 namespace orvane::display::geometry {
 namespace {
 
 using Box = Rect<double>;
+
+TEST(Geometry, ConversionsFromAndToThePlatformKeepAllNumbers) {
+    const auto rect = static_cast<platform::CGRect>(Box(1, 2, -3, 4));
+    EXPECT_EQ(rect, (platform::CGRect{{1, 2}, {-3, 4}}));
+    EXPECT_EQ(Box(rect), Box(1, 2, -3, 4));
+    const Matrix matrix(1, 2, 3, 4, 5, 6);
+    const auto transform = static_cast<platform::CGAffineTransform>(matrix);
+    EXPECT_EQ(transform, (platform::CGAffineTransform{1, 4, 2, 5, 3, 6}));
+    EXPECT_EQ(Matrix(transform), matrix);
+}
 
 TEST(Geometry, RoundsPositionsToNearestAndSizesUp) {
     EXPECT_EQ(toInt(Point<double>(2.5, 3.5)), Point<double>(2, 4));
