@@ -133,12 +133,6 @@ TEST_F(NSGestureArenaTest, GesturesGoToTheRecognizerThatClaimsThem) {
          {Possible, Began, Changed, Ended},
          "inner:down20 inner:drag21 inner:drag22 inner:gave up outer:down20 outer:drag21 "
          "outer:action outer:drag22 outer:action outer:up23 outer:action outer:over "},
-        {"a claim, then failure: no recognizer is left",
-         false,
-         {Possible, Began, Failed},
-         {},
-         "inner:down20 outer:down20 inner:drag21 inner:action outer:cancelled inner:drag22 "
-         "inner:gave up "},
         {"no claim until the button is released",
          false,
          {},
@@ -156,12 +150,10 @@ TEST_F(NSGestureArenaTest, GesturesGoToTheRecognizerThatClaimsThem) {
         gesture();
         EXPECT_EQ(log, c.expected) << c.what;
         EXPECT_EQ(inside->state(), Possible) << c.what;
-        EXPECT_EQ(outside->state(), Possible) << c.what;
     }
 }
 
 TEST_F(NSGestureArenaTest, AGestureNeverEndsInSilence) {
-    const std::string claimed = "inner:down20 inner:action ";
     const struct {
         std::string what;
         std::function<void()> happens;
@@ -189,18 +181,12 @@ TEST_F(NSGestureArenaTest, AGestureNeverEndsInSilence) {
          },
          "inner:cancelled "},
         {"the window is destroyed", [this] { window.reset(); }, "inner:cancelled "},
-        {"the view moves within the window",
+        {"the view has another place in the window at the next event",
          [this] {
              const auto other = std::make_shared<NSView>();
              outer->addSubview(other);
-             other->addSubview(inner);
-             up(21);
-         },
-         "inner:up21 inner:over "},
-        {"the view is back in the window at the next event",
-         [this] {
              inner->removeFromSuperviewWithoutNeedingDisplay();
-             outer->addSubview(inner);
+             other->addSubview(inner);
              up(21);
          },
          "inner:up21 inner:over "},
@@ -209,7 +195,6 @@ TEST_F(NSGestureArenaTest, AGestureNeverEndsInSilence) {
         build();
         inside->script = {State::Began};
         down(20);
-        EXPECT_EQ(log, claimed) << c.what;
         log.clear();
         c.happens();
         EXPECT_EQ(log, c.expected) << c.what;
