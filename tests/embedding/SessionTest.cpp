@@ -1,18 +1,12 @@
 #include "orvane/embedding/Session.h"
 
-#include <arpa/inet.h>
+#include <gio/gio.h>
 #include <gtest/gtest.h>
-#include <sys/socket.h>
-#include <unistd.h>
 
+#include <memory>
 #include <string>
 
-#include "orvane/network/Request.h"
-#include "orvane/network/RequestService.h"
-#include "orvane/network/Response.h"
-#include "orvane/runtime/Runtime.h"
-#include "orvane/system/system.h"
-#include "orvane/thread/dispatch.h"
+#include "orvane/orvane.h"
 #include "platform/dispatch/dispatch.h"
 #include "platform/offscreen/OffscreenWindow.h"
 #include "tests/support/TemporaryFolder.h"
@@ -23,38 +17,16 @@ using orvane::embedding::Session;
 using orvane::platform::DispatchSemaphore;
 using orvane::platform::OffscreenWindow;
 using orvane::tests::TemporaryUser;
-namespace system = orvane::system;
-
-// A server that accepts connections and never answers.
-class SilentServer {
-public:
-    SilentServer() {
-        sockaddr_in address{};
-        address.sin_family = AF_INET;
-        address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-        socklen_t size = sizeof address;
-        auto* const generic = reinterpret_cast<sockaddr*>(&address);
-        EXPECT_EQ(bind(socket_, generic, size), 0);
-        EXPECT_EQ(listen(socket_, 8), 0);
-        EXPECT_EQ(getsockname(socket_, generic, &size), 0);
-        address_ = "http://127.0.0.1:" + std::to_string(ntohs(address.sin_port)) + "/";
-    }
-    ~SilentServer() { close(socket_); }
-    SilentServer(const SilentServer&) = delete;
-    SilentServer& operator=(const SilentServer&) = delete;
-
-    [[nodiscard]] const std::string& address() const { return address_; }
-
-private:
-    int socket_ = ::socket(AF_INET, SOCK_STREAM, 0);
-    std::string address_;
-};
 
 // A timed task must neither keep the session's end waiting for the network nor wait itself for a
 // main queue that nothing drains.
 TEST(Session, EndsWhileATaskWaitsForAnAnswerAndThenForTheMainThread) {
     const TemporaryUser user;
-    const SilentServer server;
+    // A server that accepts connections and never answers.
+    const std::unique_ptr<GSocketListener, decltype(&g_object_unref)> server(
+        g_socket_listener_new(), &g_object_unref);
+    const int port = g_socket_listener_add_any_inet_port(server.get(), nullptr, nullptr);
+    ASSERT_NE(port, 0);
     OffscreenWindow window({80, 60}, 1);
     bool isAnswered = true;
     bool ranOnMainThread = false;
@@ -62,7 +34,7 @@ TEST(Session, EndsWhileATaskWaitsForAnAnswerAndThenForTheMainThread) {
         const Session session(window, "/nowhere");
         DispatchSemaphore started(0);
         orvane::network::Request request;
-        request.setUrl(server.address());
+        request.setUrl("http://127.0.0.1:" + std::to_string(port) + "/");
         orvane::Runtime::GetInstance()->run(
             [&] {
                 started.signal();
@@ -76,15 +48,6 @@ TEST(Session, EndsWhileATaskWaitsForAnAnswerAndThenForTheMainThread) {
     EXPECT_FALSE(isAnswered);
     EXPECT_TRUE(ranOnMainThread);
     EXPECT_EQ(window.contentView(), nullptr);
-}
-
-TEST(Session, TheShapeOfTheWindowDecidesTheOrientation) {
-    const TemporaryUser user;
-    OffscreenWindow window({60, 80}, 1);
-    Session session(window, "/nowhere");
-    EXPECT_TRUE(system::isPortraitScreenOrientation());
-    session.resize({80, 80});
-    EXPECT_FALSE(system::isPortraitScreenOrientation());
 }
 
 }  // namespace
