@@ -137,17 +137,16 @@ TEST_F(DisplayLayerTest, AnEmptiedLayerLeavesAndMayEmptyItsSuperlayer) {
 
 TEST_F(DisplayLayerTest, ObjectsAreSortedByIndexAndExpiredOnesComeLast) {
     const auto parent = std::make_shared<Group>();
+    const auto layer = std::make_shared<FakeLayer>();
     std::vector<std::shared_ptr<Spot>> spots;
     for (int i = 0; i < 4; ++i) {
         spots.push_back(std::make_shared<Spot>());
         parent->add(spots.back());
     }
-    const auto layer = std::make_shared<FakeLayer>();
-    for (const int i : {2, 0, 3, 1}) {
-        layer->addObject(spots[static_cast<std::size_t>(i)]);
+    for (const std::size_t i : {2, 0, 3, 1}) {
+        layer->addObject(spots[i]);
     }
     parent->erase(parent->getChildren().begin());  // also removes it from the layer
-    spots[0].reset();
     for (std::size_t i = 0; i < 3; ++i) {
         EXPECT_EQ(layer->getObjects()[i].lock(), spots[i + 1]);
     }

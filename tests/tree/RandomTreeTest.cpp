@@ -10,6 +10,7 @@ namespace orvane::display {
 namespace {
 
 using Object = std::shared_ptr<DisplayObject>;
+using Layer = std::shared_ptr<DisplayLayer>;
 
 // An object whose frame depends on the transformations above it.
 class PlacedSpot : public DisplayObject {
@@ -45,7 +46,8 @@ protected:
 
     void insertSomething() {
         const std::shared_ptr<Group> into = any(groups_);
-        const auto at = static_cast<std::ptrdiff_t>(random_() % (into->getChildren().size() + 1));
+        const auto& siblings = into->getChildren();
+        const std::size_t place = random_() % (siblings.size() + 1);
         Object element;
         if (!outside_.empty() && random_() % 3 == 0) {
             element = any(outside_);
@@ -60,18 +62,13 @@ protected:
                 element->extractIntoLayer(std::make_shared<FakeLayer>());
             }
         }
-        if (element->findChildOf(into) || into->findChildOf(element) || into == element) {
-            outside_.push_back(element);
-            return;
-        }
-        const auto& siblings = into->getChildren();
-        const auto place = static_cast<std::size_t>(at);
-        if (skipsLayersOf(place > 0 ? siblings[place - 1] : nullptr,
+        if (element->findChildOf(into) || into->findChildOf(element) || into == element ||
+            skipsLayersOf(place > 0 ? siblings[place - 1] : nullptr,
                           place < siblings.size() ? siblings[place] : nullptr)) {
             outside_.push_back(element);
             return;
         }
-        into->store(into->getChildren().begin() + at, element);
+        into->store(siblings.begin() + static_cast<std::ptrdiff_t>(place), element);
         if (std::find(all_.begin(), all_.end(), element) == all_.end()) {
             all_.push_back(element);
         }
@@ -80,7 +77,12 @@ protected:
     void eraseSomething() {
         const Object victim = any(all_);
         if (victim != root_ && victim->getParent()) {
+            const Layer own = victim->ownsLayer() ? victim->getLayer() : nullptr;
             victim->removeFromParent();
+            if (own) {
+                EXPECT_EQ(victim->getLayer(), own) << "an owner keeps its layer";
+                EXPECT_EQ(own->getSuperlayer(), nullptr);
+            }
             outside_.push_back(victim);
         }
     }
@@ -105,13 +107,11 @@ protected:
                                             static_cast<float>(random_() % 9));
             default: {
                 const Object object = any(all_);
-                const bool visible = random_() % 3 != 0;
-                object->setVisible(visible);
-                if (visible) {
-                    hidden_.erase(object.get());
-                } else {
+                hidden_.erase(object.get());
+                if (random_() % 3 == 0) {
                     hidden_.insert(object.get());
                 }
+                object->setVisible(!hidden_.contains(object.get()));
             }
         }
     }
@@ -125,30 +125,26 @@ protected:
         }
     }
 
-    // Appends the layers in the order in which a walk over the objects finds them. `on` is the
-    // layer that the objects draw on.
-    void collect(const Object& object, const std::shared_ptr<DisplayLayer>& on,
-                 std::vector<std::shared_ptr<DisplayLayer>>& order) {
-        if (const auto own = object->getLayer(); own && own != on) {
-            order.push_back(own);
-            expectOrder(object, own);
+    // Appends the layers in the order in which a walk below `object` finds them. `on` is the layer
+    // that the objects draw on.
+    void collect(const Object& object, const Layer& on, std::vector<Layer>& order) {
+        ContainerObject* const group = object->asContainer();
+        if (group == nullptr) {
             return;
         }
-        if (ContainerObject* const group = object->asContainer()) {
-            expectLinks(group->as<ContainerObject>(), group->getChildren());
-            for (const Object& child : group->getChildren()) {
+        expectLinks(group->as<ContainerObject>(), group->getChildren());
+        for (const Object& child : group->getChildren()) {
+            if (const Layer own = child->getLayer(); own && own != on) {
+                order.push_back(own);
+                expectOrder(child, own);
+            } else {
                 collect(child, on, order);
             }
         }
     }
-    void expectOrder(const Object& object, const std::shared_ptr<DisplayLayer>& layer) {
-        std::vector<std::shared_ptr<DisplayLayer>> expected;
-        if (ContainerObject* const group = object->asContainer()) {
-            expectLinks(group->as<ContainerObject>(), group->getChildren());
-            for (const Object& child : group->getChildren()) {
-                collect(child, layer, expected);
-            }
-        }
+    void expectOrder(const Object& object, const Layer& layer) {
+        std::vector<Layer> expected;
+        collect(object, layer, expected);
         EXPECT_EQ(layer->getSublayers(), expected) << "under object " << object->getId();
         expectLinks<DisplayLayer>(layer, layer->getSublayers());
     }
@@ -173,14 +169,14 @@ protected:
         EXPECT_EQ(object->getFrame(), frame) << "of object " << object->getId();
         return frame;
     }
-    static void expectLayerFrame(const std::shared_ptr<DisplayLayer>& layer) {
+    static void expectLayerFrame(const Layer& layer) {
         DisplayLayer::Rect frame;
         for (const auto& entry : layer->getObjects()) {
             if (const Object object = entry.lock()) {
                 frame.unite(object->getFrame());
             }
         }
-        for (const std::shared_ptr<DisplayLayer>& sublayer : layer->getSublayers()) {
+        for (const Layer& sublayer : layer->getSublayers()) {
             expectLayerFrame(sublayer);
             frame.unite(sublayer->getLayerFrame());
         }
