@@ -3,7 +3,6 @@
 #include <fstream>
 
 #include "orvane/system/system.h"
-#include "platform/foundation/NSData.h"
 #include "platform/foundation/NSFileManager.h"
 #include "platform/foundation/NSPathUtilities.h"
 #include "platform/foundation/NSUserDefaults.h"
@@ -36,13 +35,6 @@ TEST(NSPathUtilities, IgnoresVariablesThatAreNotAbsolutePaths) {
         EXPECT_EQ(configurationDirectory(), "/home/somebody/.config");
     }
     setenv("HOME", home.c_str(), 1);
-}
-
-TEST(NSData, ConvertsToAByteArray) {
-    auto data = NSData::dataWithBytes("bytes", 5);
-    const auto view = orvane::commons::ByteArray::createFromNativeObject<NSData*>(&data);
-    EXPECT_EQ(view.data(), data.bytes());
-    EXPECT_EQ(view.size(), 5U);
 }
 
 TEST(NSFileManager, ListsSortedAndWalksWithoutFollowingLinks) {
