@@ -17,7 +17,7 @@ public:
     TestCertificate& operator=(const TestCertificate&) = delete;
 
     [[nodiscard]] SSL_CTX* server() const { return server_.get(); }
-    // The certificate as a PEM file, which is removed with the object.
+    // The certificate and its key as a PEM file, which is removed with the object.
     [[nodiscard]] const std::string& file() const { return file_; }
 
 private:

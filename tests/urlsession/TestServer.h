@@ -11,7 +11,7 @@
 
 // An HTTP/1.1 server on a port of the loopback device, over TLS if it gets a context. Each
 // connection has a thread, which calls the handler for each request. The handler writes bytes, so
-// it can also answer in ways that break the protocol.
+// it can also answer in ways that break the protocol. Without a handler the server speaks HTTP/2.
 class TestServer {
 public:
     struct Request {
@@ -40,12 +40,16 @@ public:
         friend class TestServer;
 
         bool receive();
+        // Receives until `count` bytes are pending; returns false if the client closes before.
+        bool fill(std::size_t count);
+        // Answers every request until the client closes the connection: with status 200, no body,
+        // and the number of its stream as the value of "content-type".
+        void serveHttp2();
         bool readRequest(Request& request);
 
         int socket_;
         // The socket, or TLS on top of it.
         std::unique_ptr<BIO, decltype(&BIO_free_all)> stream_;
-        SSL* tls_ = nullptr;
         std::string pending_;
         bool isOpen_ = true;
         int answers_ = 0;
