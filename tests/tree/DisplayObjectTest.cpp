@@ -138,8 +138,9 @@ TEST(DisplayNode, VisitorsAndPaintersMayEraseObjects) {
     }
 }
 
-TEST(DisplayNode, ClearsInOrder) {
+TEST(DisplayNode, ClearsAndDestroysInOrder) {
     struct LoggingGroup : Group {
+        ~LoggingGroup() override { *log += std::to_string(getChildren().size()) + " children "; }
         Position erase(Position position) override {
             *log += std::to_string((*position)->getId() - firstId) + " ";
             if (*log == throwAfter) {
@@ -164,6 +165,20 @@ TEST(DisplayNode, ClearsInOrder) {
     EXPECT_EQ(root->getChildren().back()->getIndex(), 1U);
     root->clear();
     EXPECT_EQ(log, "0 1 1 2 ");
+
+    log.clear();
+    auto inner = std::make_shared<LoggingGroup>();
+    inner->log = &log;
+    inner->add(std::make_shared<Spot>());
+    auto outer = std::make_shared<Group>();
+    outer->add(std::make_shared<Group>());
+    outer->add(root);
+    root->add(inner);
+    root->add(std::make_shared<Spot>());
+    inner.reset();
+    root.reset();
+    outer.reset();
+    EXPECT_EQ(log, "2 children 1 children ");
 }
 
 TEST(DisplayNode, AChildMayOutliveItsParent) {
