@@ -57,7 +57,6 @@ std::shared_ptr<display::graphics::Rect> makeRect(double x, double y, const std:
 }  // namespace
 
 TEST(Accessibility, FindsEachVisibleLabelledObjectAtItsPlace) {
-    ASSERT_TRUE(desktop::connect());
     TestWindow window({300, 200});
     const auto display = Display::instance();
     display->getView()->setFrame({{0, 0}, {300, 200}});

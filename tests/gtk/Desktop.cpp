@@ -1,10 +1,12 @@
 #include "tests/gtk/Desktop.h"
 
+#include <glibmm/main.h>
 #include <gtest/gtest.h>
 #include <gtk/gtk.h>
 #include <gtkmm/window.h>
 
 #include <memory>
+#include <stdexcept>
 
 #include "platform/gtk/GTKWindow.h"
 
@@ -15,9 +17,11 @@
 
 namespace orvane::tests::desktop {
 
-bool connect() {
+Connection::Connection() {
     static const bool connected = platform::GTKWindow::initialize();
-    return connected;
+    if (!connected) {
+        throw std::runtime_error("no display");
+    }
 }
 
 Picture screenshot(int width, int height) {
@@ -52,19 +56,16 @@ void focus(Gtk::Window& window) {
 
 bool runUntil(const std::function<bool()>& condition) {
     bool late = false;
-    const unsigned timeout = g_timeout_add(
-        10000,
-        [](void* flag) -> gboolean {
-            *static_cast<bool*>(flag) = true;
-            return G_SOURCE_REMOVE;
+    sigc::connection timeout = Glib::signal_timeout().connect_seconds(
+        [&late] {
+            late = true;
+            return false;
         },
-        &late);
+        10);
     while (!condition() && !late) {
         g_main_context_iteration(nullptr, TRUE);
     }
-    if (!late) {
-        g_source_remove(timeout);
-    }
+    timeout.disconnect();
     return !late;
 }
 

@@ -1,10 +1,9 @@
 #pragma once
 
-#include <cstddef>
-#include <cstdint>
 #include <functional>
 #include <string>
-#include <vector>
+
+#include "tests/support/Picture.h"
 
 namespace Gtk {
 class Window;
@@ -13,22 +12,12 @@ class Window;
 // What a user has: a screen, a pointer and a keyboard, of a real X server.
 namespace orvane::tests::desktop {
 
-// A picture, one 0x00RRGGBB a pixel.
-struct Picture {
-    int width = 0;
-    int height = 0;
-    std::vector<std::uint32_t> pixels;
-
-    std::uint32_t at(int x, int y) const {
-        return pixels[static_cast<std::size_t>(y) * static_cast<std::size_t>(width) +
-                      static_cast<std::size_t>(x)];
-    }
+// Initializes GTK. Throws if there is no display.
+struct Connection {
+    Connection();
 };
 
-// Initializes GTK. Returns false if there is no display.
-bool connect();
-
-// Returns what the screen shows in its top left corner.
+// Returns what the screen shows in its top left corner, as 0x00RRGGBB.
 Picture screenshot(int width, int height);
 
 // Runs xdotool with these arguments. The events that it causes wait for the main loop.

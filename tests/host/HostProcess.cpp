@@ -1,5 +1,7 @@
 #include "tests/host/HostProcess.h"
 
+#include <algorithm>
+#include <iterator>
 #include <stdexcept>
 
 namespace orvane::tests {
@@ -8,13 +10,9 @@ HostProcess::HostProcess(const std::vector<std::string>& arguments,
                          const std::vector<std::string>& changes)
     : process_(nullptr, &g_object_unref) {
     std::vector<const char*> command{"env"};
-    for (const std::string& change : changes) {
-        command.push_back(change.c_str());
-    }
+    std::ranges::transform(changes, std::back_inserter(command), &std::string::c_str);
     command.push_back(ORVANE_TEST_HOST);
-    for (const std::string& argument : arguments) {
-        command.push_back(argument.c_str());
-    }
+    std::ranges::transform(arguments, std::back_inserter(command), &std::string::c_str);
     command.push_back(nullptr);
     process_.reset(g_subprocess_newv(command.data(),
                                      static_cast<GSubprocessFlags>(G_SUBPROCESS_FLAGS_STDOUT_PIPE |

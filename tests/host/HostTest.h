@@ -1,6 +1,7 @@
 #pragma once
 
 #include <gtest/gtest.h>
+#include <png.h>
 
 #include <algorithm>
 #include <fstream>
@@ -8,7 +9,7 @@
 #include <vector>
 
 #include "tests/host/HostProcess.h"
-#include "tests/host/Picture.h"
+#include "tests/support/Picture.h"
 #include "tests/support/TemporaryFolder.h"
 
 namespace orvane::tests {
@@ -35,6 +36,20 @@ protected:
         EXPECT_EQ(result.exitCode, 0) << result.errors;
         return result.output;
     }
+    // Returns the pixels of a PNG file as 0xRRGGBBAA; nothing if the file cannot be read.
+    static Picture readPicture(const std::string& path) {
+        png_image image = {};
+        image.version = PNG_IMAGE_VERSION;
+        if (png_image_begin_read_from_file(&image, path.c_str()) == 0) {
+            return {};
+        }
+        // This order of bytes makes 0xRRGGBBAA on a little-endian machine.
+        image.format = PNG_FORMAT_ABGR;
+        Picture picture{static_cast<int>(image.width), static_cast<int>(image.height), {}};
+        picture.pixels.resize(PNG_IMAGE_SIZE(image) / sizeof picture.pixels[0]);
+        png_image_finish_read(&image, nullptr, picture.pixels.data(), 0, nullptr);
+        return picture;
+    }
     // Returns the snapshot of a run.
     Picture snapshot(std::vector<std::string> arguments,
                      const std::vector<std::string>& changes = {},
@@ -42,7 +57,7 @@ protected:
         const std::string path = file("snapshot.png");
         arguments.insert(arguments.end(), {"--snapshot", path, application});
         runWell(arguments, changes);
-        return Picture::read(path);
+        return readPicture(path);
     }
 
 private:

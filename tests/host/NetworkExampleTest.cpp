@@ -2,12 +2,14 @@
 
 namespace orvane::tests {
 
-namespace {
-
-// Counts the pixels that the example's two cards with requests show on a display of 1280x800.
-struct Shown {
-    explicit Shown(const Picture& screen) {
-        const Picture loaded = Picture::read(ORVANE_NETWORK_EXAMPLE_PICTURE);
+class NetworkExample : public HostTest {
+protected:
+    // Returns what the example's two cards with requests show on a display of 1280x800.
+    static std::string namesOfWhatIsShown(const Picture& screen) {
+        const Picture loaded = readPicture(ORVANE_NETWORK_EXAMPLE_PICTURE);
+        int picture = 0;   // pixels of the loaded picture at its place
+        int text = 0;      // pixels that are not white at the place of the text
+        int failures = 0;  // red pixels in the line below
         for (int y = 0; y < loaded.height; ++y) {
             for (int x = 0; x < loaded.width; ++x) {
                 picture += screen.at(64 + x, 100 + y) == loaded.at(x, y) ? 1 : 0;
@@ -20,16 +22,10 @@ struct Shown {
                 failures += (pixel >> 24) > (pixel >> 8 & 0xFF) + 60 ? 1 : 0;
             }
         }
+        return std::string(picture == 480 * 320 ? "the picture" : "") +
+               (text > 1000 ? ", the text" : "") + (failures > 100 ? "failures" : "");
     }
-
-    int picture = 0;   // pixels of the loaded picture at its place
-    int text = 0;      // pixels that are not white at the place of the text
-    int failures = 0;  // red pixels in the line below
 };
-
-}  // namespace
-
-using NetworkExample = HostTest;
 
 TEST_F(NetworkExample, ShowsWhatItLoadsOrThatTheServerIsGone) {
     // Without XDG_DATA_DIRS the system's data are used: they contain the desktop's proxy settings.
@@ -45,11 +41,8 @@ TEST_F(NetworkExample, ShowsWhatItLoadsOrThatTheServerIsGone) {
         std::string seen;
         // A slow machine needs more time for the answers.
         for (const char* moment : {"0.5", "2", "8", "20"}) {
-            const Shown shown(
+            seen = namesOfWhatIsShown(
                 snapshot({"--offscreen", "--at", moment}, changes, ORVANE_NETWORK_EXAMPLE));
-            seen = shown.picture == 480 * 320 ? "the picture" : "";
-            seen += shown.text > 1000 ? ", the text" : "";
-            seen += shown.failures > 100 ? "failures" : "";
             if (seen == expected) {
                 break;
             }

@@ -6,10 +6,6 @@
 #include <memory>
 #include <vector>
 
-#include "orvane/display/animation/ValueAnimation.h"
-#include "orvane/runtime/Runtime.h"
-#include "orvane/system/system.h"
-
 using namespace orvane::display;
 
 namespace {
