@@ -17,25 +17,29 @@ constexpr std::uint32_t kBlack = 0x000000FF;
 
 using OffscreenHost = HostTest;
 
-// Events and timed tasks get their time without waiting; the lines of events are in no order.
-TEST_F(OffscreenHost, ASnapshotShowsExactlyItsMoment) {
+TEST_F(OffscreenHost, PlaysEventsBeforeTheSnapshotOfItsSizeAndScale) {
+    // A minute of events is played without waiting; the lines are in no order.
     const std::string events = write("events",
                                      "60 up 120 130\n"
                                      "0 down 20 30\n"
                                      "30 move 70.5 80  # halfway\n");
-    const Picture picture = snapshot(
-        {"--offscreen", "--size", "500x220", "--scale", "1.5", "--at", "60", "--events", events},
-        {"PROBE_DELAY=100", "PROBE_MOVE=120"});
+    const Picture picture =
+        snapshot({"--offscreen", "--size", "500x220", "--scale", "1.5", "--events", events});
     ASSERT_EQ(picture.width, 750);
     ASSERT_EQ(picture.height, 330);
     EXPECT_EQ(picture.at(30, 30), kBlack);
-    EXPECT_EQ(picture.at(165, 165), kRed);
-    EXPECT_EQ(picture.at(314, 314), kRed);
-    EXPECT_EQ(picture.at(315, 315), kBlack);
-    EXPECT_EQ(picture.at(524, 30), kBlack);
-    EXPECT_EQ(picture.at(525, 30), kGreen);
-    EXPECT_EQ(picture.at(674, 30), kGreen);
-    EXPECT_EQ(picture.at(675, 30), kBlack);
+    EXPECT_EQ(picture.at(166, 166), kRed);
+    EXPECT_EQ(picture.at(313, 313), kRed);
+    EXPECT_EQ(picture.at(316, 316), kBlack);
+}
+
+TEST_F(OffscreenHost, AtShowsExactlyThatMomentAndGivesTimedTasksTheirTime) {
+    const Picture picture =
+        snapshot({"--offscreen", "--at", "2"}, {"PROBE_DELAY=100", "PROBE_MOVE=4"});
+    EXPECT_EQ(picture.at(349, 20), kBlack);
+    EXPECT_EQ(picture.at(350, 20), kGreen);
+    EXPECT_EQ(picture.at(449, 20), kGreen);
+    EXPECT_EQ(picture.at(450, 20), kBlack);
 }
 
 TEST_F(OffscreenHost, DumpsBothTrees) {
