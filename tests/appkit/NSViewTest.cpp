@@ -5,6 +5,7 @@
 #include <limits>
 #include <memory>
 #include <string>
+#include <utility>
 
 #include "platform/offscreen/OffscreenWindow.h"
 
@@ -13,142 +14,148 @@ using namespace orvane::platform;
 namespace {
 
 struct Named final : NSView {
-    Named(char name_, std::string& log_) : name(name_), log(log_) {}
-    void viewDidMoveToWindow() override { log += {name, window() ? '+' : '-'}; }
+    Named(std::string name_, std::string& log_) : name(std::move(name_)), log(log_) {}
+    void viewDidMoveToWindow() override {
+        log += name + (window() != nullptr ? " enters, " : " leaves, ");
+    }
 
-    char name;
+    std::string name;
     std::string& log;
 };
 
 class NSViewTest : public testing::Test {
 protected:
-    std::shared_ptr<Named> make(char name) { return std::make_shared<Named>(name, log); }
+    std::shared_ptr<Named> make(const std::string& name) {
+        return std::make_shared<Named>(name, log);
+    }
 
     static std::string order(const NSView& view) {
         std::string names;
         for (const NSView* subview : view.subviewsInDrawingOrder()) {
-            names += static_cast<const Named*>(subview)->name;
+            names += static_cast<const Named*>(subview)->name + " ";
         }
         return names;
     }
 
     std::string log;
-    std::shared_ptr<Named> root = make('r');
-    std::shared_ptr<Named> a = make('a');
-    std::shared_ptr<Named> b = make('b');
-    std::shared_ptr<Named> c = make('c');
+    std::shared_ptr<Named> root = make("root");
+    std::shared_ptr<Named> first = make("first");
+    std::shared_ptr<Named> second = make("second");
+    std::shared_ptr<Named> third = make("third");
 };
 
 }  // namespace
 
 TEST_F(NSViewTest, SubviewsAreInTheOrderInWhichTheyWereAdded) {
-    root->addSubview(a);
-    root->addSubview(b, NSWindowOrderingMode::Below, a.get());
-    EXPECT_EQ(order(*root), "ba");
-    root->addSubview(c, NSWindowOrderingMode::Above, b.get());
-    EXPECT_EQ(order(*root), "bca");
-    root->addSubview(a, NSWindowOrderingMode::Below, nullptr);
-    EXPECT_EQ(order(*root), "abc");
-    root->addSubview(a);
-    EXPECT_EQ(order(*root), "bca");
-    b->addSubview(a);
-    EXPECT_EQ(order(*root), "bc");
-    EXPECT_EQ(a->superview(), b.get());
+    root->addSubview(first);
+    root->addSubview(second, NSWindowOrderingMode::Below, first.get());
+    EXPECT_EQ(order(*root), "second first ");
+    root->addSubview(third, NSWindowOrderingMode::Above, second.get());
+    EXPECT_EQ(order(*root), "second third first ");
+    root->addSubview(first, NSWindowOrderingMode::Below, nullptr);
+    EXPECT_EQ(order(*root), "first second third ");
+    root->addSubview(first);
+    EXPECT_EQ(order(*root), "second third first ");
+    second->addSubview(first);
+    EXPECT_EQ(order(*root), "second third ");
+    EXPECT_EQ(first->superview(), second.get());
     // A view cannot be added to itself or to its own subtree.
-    a->addSubview(b);
-    a->addSubview(a);
-    EXPECT_EQ(order(*root), "bc");
-    EXPECT_TRUE(a->subviews().empty());
-    a->removeFromSuperviewWithoutNeedingDisplay();
-    EXPECT_EQ(a->superview(), nullptr);
+    first->addSubview(second);
+    first->addSubview(first);
+    EXPECT_EQ(order(*root), "second third ");
+    EXPECT_TRUE(first->subviews().empty());
+    first->removeFromSuperviewWithoutNeedingDisplay();
+    EXPECT_EQ(first->superview(), nullptr);
 }
 
 TEST_F(NSViewTest, ZPositionHasPrecedenceOverOrder) {
-    for (const auto& view : {a, b, c}) {
+    for (const auto& view : {first, second, third}) {
         root->addSubview(view);
     }
-    a->layer()->setZPosition(1);
-    EXPECT_EQ(order(*root), "bca");
-    c->layer()->setZPosition(1);
-    EXPECT_EQ(order(*root), "bac");
-    b->layer()->setZPosition(std::numeric_limits<double>::quiet_NaN());
-    EXPECT_EQ(order(*root), "bac");
+    first->layer()->setZPosition(1);
+    EXPECT_EQ(order(*root), "second third first ");
+    third->layer()->setZPosition(1);
+    EXPECT_EQ(order(*root), "second first third ");
+    second->layer()->setZPosition(std::numeric_limits<double>::quiet_NaN());
+    EXPECT_EQ(order(*root), "second first third ");
 }
 
 TEST_F(NSViewTest, AWholeSubtreeEntersAndLeavesAWindow) {
     auto window = std::make_unique<OffscreenWindow>(CGSize{100, 100});
-    a->addSubview(b);
-    root->addSubview(a);
+    first->addSubview(second);
+    root->addSubview(first);
     window->setContentView(root);
-    EXPECT_EQ(log, "r+a+b+");
+    EXPECT_EQ(log, "root enters, first enters, second enters, ");
     log.clear();
-    root->addSubview(c);
-    c->addSubview(a);
-    EXPECT_EQ(log, "c+") << "a view that moves within its window does not change windows";
+    root->addSubview(third);
+    third->addSubview(first);
+    EXPECT_EQ(log, "third enters, ")
+        << "a view that moves within its window does not change windows";
     log.clear();
-    c->removeFromSuperviewWithoutNeedingDisplay();
-    EXPECT_EQ(log, "c-a-b-");
+    third->removeFromSuperviewWithoutNeedingDisplay();
+    EXPECT_EQ(log, "third leaves, first leaves, second leaves, ");
 
-    root->addSubview(a);
+    root->addSubview(first);
     window.reset();
-    EXPECT_EQ(a->window(), nullptr) << "a view outlives its window";
-    EXPECT_EQ(a->superview(), root.get());
-    a->setNeedsDisplayInRect({{0, 0}, {1, 1}});
+    EXPECT_EQ(first->window(), nullptr) << "a view outlives its window";
+    EXPECT_EQ(first->superview(), root.get());
+    first->setNeedsDisplayInRect({{0, 0}, {1, 1}});
     root.reset();
-    EXPECT_EQ(a->superview(), nullptr);
+    EXPECT_EQ(first->superview(), nullptr);
 }
 
 TEST_F(NSViewTest, AContentViewThatIsAddedElsewhereLeavesItsWindowWithoutContent) {
     root->setFrame({{0, 0}, {100, 100}});
     root->layer()->setBackgroundColor({1, 0, 0, 1});
-    root->addSubview(a);
+    root->addSubview(first);
     for (const bool asContent : {true, false}) {
         SCOPED_TRACE(asContent ? "another window's content" : "another view's subview");
-        OffscreenWindow second({100, 100});
-        auto first = std::make_unique<OffscreenWindow>(CGSize{100, 100});
-        first->setContentView(root);
-        first->display();
+        OffscreenWindow newWindow({100, 100});
+        auto oldWindow = std::make_unique<OffscreenWindow>(CGSize{100, 100});
+        oldWindow->setContentView(root);
+        oldWindow->display();
         if (asContent) {
-            second.setContentView(root);
+            newWindow.setContentView(root);
         } else {
-            second.setContentView(b);
-            b->addSubview(root);
+            newWindow.setContentView(second);
+            second->addSubview(root);
         }
-        EXPECT_EQ(first->contentView(), nullptr);
-        first->display();
-        second.display();
-        EXPECT_EQ(first->pixels()[0], 0U);
-        EXPECT_EQ(second.pixels()[0], 0xFFFF0000U);
-        first.reset();
-        EXPECT_EQ(a->window(), &second) << "the first window does not change views that left it";
+        EXPECT_EQ(oldWindow->contentView(), nullptr);
+        oldWindow->display();
+        newWindow.display();
+        EXPECT_EQ(oldWindow->pixels()[0], 0U);
+        EXPECT_EQ(newWindow.pixels()[0], 0xFFFF0000U);
+        oldWindow.reset();
+        EXPECT_EQ(first->window(), &newWindow)
+            << "the old window does not change views that left it";
     }
 }
 
 TEST_F(NSViewTest, HitsTheFrontmostVisibleView) {
     root->setFrame({{0, 0}, {100, 100}});
-    a->setFrame({{10, 10}, {40, 40}});
-    b->setFrame({{30, 30}, {40, 40}});
-    c->setFrame({{5, 5}, {10, 10}});
-    root->addSubview(a);
-    root->addSubview(b);
-    b->addSubview(c);
-    const auto hit = [this](double x, double y) -> char {
+    first->setFrame({{10, 10}, {40, 40}});
+    second->setFrame({{30, 30}, {40, 40}});
+    third->setFrame({{5, 5}, {10, 10}});
+    root->addSubview(first);
+    root->addSubview(second);
+    second->addSubview(third);
+    const auto hit = [this](double x, double y) -> std::string {
         const NSView* view = root->hitTest({x, y});
-        return view ? static_cast<const Named*>(view)->name : '0';
+        return view ? static_cast<const Named*>(view)->name : "nothing";
     };
-    EXPECT_EQ(hit(15, 15), 'a');
-    EXPECT_EQ(hit(32, 32), 'b');
-    EXPECT_EQ(hit(36, 36), 'c');
-    EXPECT_EQ(hit(99, 99), 'r');
-    EXPECT_EQ(hit(100, 100), '0');
-    a->layer()->setZPosition(1);
-    EXPECT_EQ(hit(36, 36), 'a');
-    a->setHidden(true);
-    EXPECT_EQ(hit(36, 36), 'c');
+    EXPECT_EQ(hit(15, 15), "first");
+    EXPECT_EQ(hit(32, 32), "second");
+    EXPECT_EQ(hit(36, 36), "third");
+    EXPECT_EQ(hit(99, 99), "root");
+    EXPECT_EQ(hit(100, 100), "nothing");
+    first->layer()->setZPosition(1);
+    EXPECT_EQ(hit(36, 36), "first");
+    first->setHidden(true);
+    EXPECT_EQ(hit(36, 36), "third");
     // Scaled by two about its own origin.
-    b->layer()->setTransform(CATransform3D::makeAffineTransform({2, 0, 0, 2, 0, 0}));
-    EXPECT_EQ(hit(58, 58), 'c');
-    EXPECT_EQ(hit(61, 61), 'b');
-    b->layer()->setTransform(CATransform3D::makeAffineTransform({0, 0, 0, 0, 0, 0}));
-    EXPECT_EQ(hit(36, 36), 'r');
+    second->layer()->setTransform(CATransform3D::makeAffineTransform({2, 0, 0, 2, 0, 0}));
+    EXPECT_EQ(hit(58, 58), "third");
+    EXPECT_EQ(hit(61, 61), "second");
+    second->layer()->setTransform(CATransform3D::makeAffineTransform({0, 0, 0, 0, 0, 0}));
+    EXPECT_EQ(hit(36, 36), "root");
 }
