@@ -30,11 +30,12 @@ TEST(Session, EndsWhileATaskWaitsForAnAnswerAndThenForTheMainThread) {
     OffscreenWindow window({80, 60}, 1);
     bool isAnswered = true;
     bool ranOnMainThread = false;
+    // The task uses these until the session has ended.
+    DispatchSemaphore started(0);
+    orvane::network::Request request;
+    request.setUrl("http://127.0.0.1:" + std::to_string(port) + "/");
     {
         const Session session(window, "/nowhere");
-        DispatchSemaphore started(0);
-        orvane::network::Request request;
-        request.setUrl("http://127.0.0.1:" + std::to_string(port) + "/");
         orvane::Runtime::GetInstance()->run(
             [&] {
                 started.signal();
