@@ -77,7 +77,9 @@ void URLLoader::wait() {
     if (hasAdded_) {
         return;
     }
-    constexpr std::int64_t longest = 3'600'000;
+    // libcurl 7.88 can miss that a shared HTTP/2 connection is ready again; without the shorter
+    // wait its transfers would stand still until they time out.
+    const std::int64_t longest = running_.empty() ? 3'600'000 : 50;
     const auto left =
         std::chrono::ceil<std::chrono::milliseconds>(nextDeadline_ - Clock::now()).count();
     // libcurl shortens the time to that of its next own timer.
