@@ -13,7 +13,7 @@ class CGGradient;
 class CGImage;
 class CGPath;
 
-// What drawPath paints. EO stands for the even-odd fill rule; the others fill by the nonzero
+// What drawPath paints. EO means the even-odd fill rule; the others fill by the nonzero
 // winding rule.
 enum class CGPathDrawingMode { Fill = 0, EOFill = 1, Stroke = 2, FillStroke = 3, EOFillStroke = 4 };
 

@@ -15,7 +15,7 @@ namespace orvane::platform {
 // Joins the components by single slashes. An absolute component replaces those before it.
 [[nodiscard]] std::string pathWithComponents(std::initializer_list<std::string_view> components);
 
-// The functions below return folders by the rules of the XDG Base Directory Specification. A
+// The functions below return folders by the XDG rules for base directories. A
 // variable that is unset, empty or not an absolute path is ignored. Each call reads the
 // environment, and no folder is created.
 
