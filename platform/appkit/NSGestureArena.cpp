@@ -130,8 +130,8 @@ void NSGestureArena::showNextEvent(Entry& entry) {
         case NSEventType::LeftMouseUp:
             recognizer->mouseUp(event);
             break;
-        case NSEventType::MouseCancelled:
-            break;  // never stored
+        default:
+            break;  // the others are never stored
     }
     judge(entry);
 }

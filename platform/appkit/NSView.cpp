@@ -300,6 +300,33 @@ NSView* NSView::hitTest(CGPoint point) {
     return inside ? this : nullptr;
 }
 
+bool NSView::keyDown(const NSEvent&) {
+    return false;
+}
+
+bool NSView::keyUp(const NSEvent&) {
+    return false;
+}
+
+bool NSView::scrollWheel(const NSEvent&) {
+    return false;
+}
+
+// ---- time ----
+
+void NSView::step(double) {}
+
+void NSView::setNeedsFrames(bool needsFrames) {
+    if (needsFrames_ != needsFrames) {
+        needsFrames_ = needsFrames;
+        if (window_ != nullptr) {
+            window_->viewNeedsFramesDidChange(*this);
+        }
+    }
+}
+
+// ---- conversion ----
+
 CGAffineTransform NSView::transformToWindow() const {
     CGAffineTransform toWindow;
     for (const NSView* view = this; view != nullptr; view = view->superview_) {

@@ -15,6 +15,7 @@ namespace orvane::platform {
 class NSBackingStore;
 class NSGestureRecognizer;
 class NSWindow;
+struct NSEvent;
 
 // Where addSubview puts a view. Out counts as Above.
 enum class NSWindowOrderingMode { Below = -1, Out = 0, Above = 1 };
@@ -22,9 +23,10 @@ enum class NSWindowOrderingMode { Below = -1, Out = 0, Above = 1 };
 enum class NSViewLayerContentsRedrawPolicy { Never = 0, OnSetNeedsDisplay = 1 };
 
 // The lists in which a window keeps its views: with changes that were not reported yet, superviews
-// whose drawing order changed, views with damage, and views whose layers have animations.
-enum class NSViewListKind { Changed, Reordered, Damaged, Animated };
-constexpr std::size_t kNSViewListKinds = 4;
+// whose drawing order changed, views with damage, views whose layers have animations, and views
+// that asked for frames.
+enum class NSViewListKind { Changed, Reordered, Damaged, Animated, Stepped };
+constexpr std::size_t kNSViewListKinds = 5;
 
 // What a window keeps with each view that it shows, for example a widget. Owned by the view and
 // destroyed when the view leaves the window.
@@ -117,6 +119,29 @@ public:
     // Returns the frontmost visible view of this subtree that contains a point in the superview's
     // coordinates; null for none. Uses the model values of the layers, including their transforms.
     virtual NSView* hitTest(CGPoint point);
+    // The views that an event concerns are called one after the other, inner ones first, until one
+    // returns true because it has handled the event: for a key, the first responder and its
+    // superviews, or the content view if there is no first responder; for a scroll event, the view
+    // under the pointer and its superviews.
+    virtual bool keyDown(const NSEvent& event);
+    virtual bool keyUp(const NSEvent& event);
+    virtual bool scrollWheel(const NSEvent& event);
+    // Whether the view can have the keyboard; see NSWindow::makeFirstResponder.
+    virtual bool acceptsFirstResponder() const { return false; }
+    // Called after the view got the keyboard or lost it. A view that leaves its window loses the
+    // keyboard as well, and only viewDidMoveToWindow is called.
+    virtual void didBecomeFirstResponder() {}
+    virtual void didResignFirstResponder() {}
+
+    // ---- time ----
+    // Called at the beginning of each display pass while the view has asked for frames, with the
+    // time that the pass shows, in seconds of media time. What it changes belongs to that pass.
+    virtual void step(double time);
+    // Asks for step to be called at each display pass, and for display passes to go on, until it is
+    // set to false. A view that is in no window keeps asking, and is called when it is in one.
+    void setNeedsFrames(bool needsFrames);
+    bool needsFrames() const { return needsFrames_; }
+
     // Converts a point from the window's content to this view's coordinates, using the model values
     // of the layers. Returns the point unchanged if the mapping has no inverse.
     CGPoint convertPointFromWindow(CGPoint point) const;
@@ -160,6 +185,7 @@ private:
     mutable std::vector<NSView*> drawingOrder_;
     mutable bool drawingOrderValid_ = true;
     bool hidden_ = false;
+    bool needsFrames_ = false;
     NSViewLayerContentsRedrawPolicy policy_ = NSViewLayerContentsRedrawPolicy::OnSetNeedsDisplay;
     CGRect frame_;
     std::shared_ptr<CALayer> layer_;

@@ -10,6 +10,7 @@
 #include "platform/appkit/NSBackingStore.h"
 #include "platform/appkit/NSEvent.h"
 #include "platform/appkit/NSGestureArena.h"
+#include "platform/appkit/NSResponders.h"
 #include "platform/appkit/NSView.h"
 #include "platform/appkit/NSViewList.h"
 #include "platform/coregraphics/CGAffineTransform.h"
@@ -34,6 +35,7 @@ struct NSWindow::State {
     NSViewList reordered{NSViewListKind::Reordered};
     NSViewList damaged{NSViewListKind::Damaged};
     NSViewList animated{NSViewListKind::Animated};
+    NSViewList stepped{NSViewListKind::Stepped};
     // Set when views were removed or the window's size or scale changed; the lists above do not
     // record that.
     bool mustPresent = false;
@@ -44,6 +46,7 @@ struct NSWindow::State {
     std::vector<std::shared_ptr<NSView>> working;
     std::vector<std::shared_ptr<NSView>> visibilityRoots;
     NSGestureArena gestures;
+    NSResponders responders;
 };
 
 NSWindow::NSWindow() : state_(std::make_unique<State>()) {}
@@ -102,6 +105,9 @@ void NSWindow::viewsDidEnter(NSView& root) {
         if (view.layer_->hasAnimations()) {
             state_->animated.add(view);
         }
+        if (view.needsFrames_) {
+            state_->stepped.add(view);
+        }
         didAddView(view);
         for (std::size_t i = view.subviews_.size(); i-- > 0;) {
             subtree.push_back(view.subviews_[i].get());
@@ -125,11 +131,13 @@ void NSWindow::viewsWillLeave(NSView& root, bool stayInWindow) {
         state_->reordered.remove(view);
         state_->damaged.remove(view);
         state_->animated.remove(view);
+        state_->stepped.remove(view);
         view.window_ = nullptr;
         if (!stayInWindow) {
             view.store_.reset();
             view.layer_->removeAllAnimations();
             state_->gestures.viewWillLeave(view);
+            state_->responders.viewWillLeave(view);
         }
     }
 }
@@ -145,6 +153,15 @@ void NSWindow::viewAnimationsDidChange(NSView& view) {
         state_->animated.add(view);
     } else {
         state_->animated.remove(view);
+    }
+}
+
+void NSWindow::viewNeedsFramesDidChange(NSView& view) {
+    if (view.needsFrames_) {
+        state_->stepped.add(view);
+        setNeedsPass();
+    } else {
+        state_->stepped.remove(view);
     }
 }
 
@@ -169,6 +186,9 @@ void NSWindow::backingPropertiesDidChange() {
 // ---- the display pass ----
 
 bool NSWindow::isAnimating() const {
+    if (!state_->stepped.isEmpty()) {
+        return true;
+    }
     const double now = CACurrentMediaTime();
     const auto& views = state_->animated.views();
     return std::any_of(views.begin(), views.end(),
@@ -193,6 +213,7 @@ void NSWindow::displayIfNeeded(double time) {
     // Changes that the completions make belong to this pass and must not schedule another one.
     state_->scheduled = true;
     CATimeline::instance().tick(state_->displayTime);
+    stepViews();
     state_->scheduled = false;
     if (needsDisplay()) {
         reportChanges();
@@ -203,6 +224,20 @@ void NSWindow::displayIfNeeded(double time) {
             setNeedsPass();
         }
     }
+}
+
+void NSWindow::stepViews() {
+    std::vector<std::shared_ptr<NSView>>& views = state_->working;
+    views.clear();
+    for (NSView* const view : state_->stepped.views()) {
+        views.push_back(view->shared_from_this());
+    }
+    for (const std::shared_ptr<NSView>& view : views) {
+        if (view->window_ == this && view->needsFrames_) {
+            view->step(state_->displayTime);
+        }
+    }
+    views.clear();
 }
 
 void NSWindow::reportChanges() {
@@ -326,8 +361,43 @@ void NSWindow::paintDamage() {
 
 // ---- input ----
 
-void NSWindow::sendEvent(const NSEvent& event) {
-    state_->gestures.sendEvent(state_->contentView, event);
+bool NSWindow::sendEvent(const NSEvent& event) {
+    switch (event.type) {
+        case NSEventType::KeyDown:
+        case NSEventType::KeyUp:
+            return state_->responders.sendKey(state_->contentView.get(), event);
+        case NSEventType::ScrollWheel:
+            return state_->responders.sendScroll(state_->contentView.get(), event);
+        default:
+            state_->gestures.sendEvent(state_->contentView, event);
+            return true;
+    }
+}
+
+NSView* NSWindow::firstResponder() const {
+    return state_->responders.first();
+}
+
+bool NSWindow::makeFirstResponder(NSView* view) {
+    NSView* const old = firstResponder();
+    if (view == old) {
+        return true;
+    }
+    if (view != nullptr && (view->window_ != this || !view->acceptsFirstResponder())) {
+        return false;
+    }
+    const std::shared_ptr<NSView> next = view != nullptr ? view->shared_from_this() : nullptr;
+    const std::shared_ptr<NSView> last = old != nullptr ? old->shared_from_this() : nullptr;
+    state_->responders.setFirst(view);
+    didChangeFirstResponder();
+    if (last) {
+        last->didResignFirstResponder();
+    }
+    // The view that lost the keyboard may have given it to a third one.
+    if (next && firstResponder() == next.get()) {
+        next->didBecomeFirstResponder();
+    }
+    return true;
 }
 
 // ---- for subclasses ----
@@ -338,6 +408,7 @@ void NSWindow::didReorderSubviews(NSView&) {}
 void NSWindow::didChangeView(NSView&, unsigned) {}
 void NSWindow::didPaintView(NSView&, std::span<const NSBackingRect>) {}
 void NSWindow::present() {}
+void NSWindow::didChangeFirstResponder() {}
 bool NSWindow::showsNatively(const NSView&) const {
     return false;
 }

@@ -35,14 +35,16 @@ enum NSViewChange : unsigned {
 //     other changes, and calls scheduleDisplay for the first of them.
 //  2. At a suitable time, for example when the desktop asks for a frame, the subclass calls
 //     displayIfNeeded: one display pass, at the media time at which it starts. The pass
-//       a. drops animations that are over and runs completions. This is application code: it may
-//          change anything, and its changes belong to this pass;
+//       a. drops animations that are over and runs completions, and then calls step of the views
+//          that asked for frames. This is application code: it may change anything, and its
+//          changes belong to this pass;
 //       b. calls didReorderSubviews for each superview whose drawing order changed;
 //       c. calls didChangeView once for each view that changed or is animated;
 //       d. lets the views that are visible and damaged paint, and calls didPaintView for each;
 //       e. calls present.
 //     A change during b to e belongs to the next pass.
-//  3. While animations run, the window calls scheduleDisplay again at the end of each pass.
+//  3. While animations run, or a view asks for frames, the window calls scheduleDisplay again at
+//  the end of each pass.
 //     Otherwise it calls nothing until something changes.
 //
 // At any point of a pass, the subclass reads what to show of a view from frame().size, isHidden(),
@@ -66,9 +68,16 @@ public:
     virtual double backingScaleFactor() const = 0;
     // The size of the part of the content that is visible, in points.
     virtual CGSize contentSize() const = 0;
-    // Delivers a pointer event to the gesture recognizers of the view under the last button press
-    // and of its ancestors, wherever the pointer is. See NSGestureArena.
-    void sendEvent(const NSEvent& event);
+    // Delivers an event. A pointer event goes to the gesture recognizers of the view under the last
+    // button press and of its ancestors, wherever the pointer is (NSGestureArena); key and scroll
+    // events go to views (NSResponders). Returns whether a view handled the key or scroll event;
+    // true for a pointer event.
+    bool sendEvent(const NSEvent& event);
+    // The view of this window that has the keyboard; null for none.
+    NSView* firstResponder() const;
+    // Gives the keyboard to a view of this window, or to none. Returns false, and changes nothing,
+    // if the view is not in this window or does not accept it.
+    bool makeFirstResponder(NSView* view);
     // Runs one display pass if anything changed or is animated. Does nothing during a pass.
     void displayIfNeeded();
     // The same with the time that the pass shows, in seconds of media time, for a window whose
@@ -76,7 +85,7 @@ public:
     void displayIfNeeded(double time);
     // Whether a display pass would do anything.
     bool needsDisplay() const;
-    // Whether an animation that can change each frame is running.
+    // Whether an animation that can change each frame is running, or a view asks for frames.
     bool isAnimating() const;
 
 protected:
@@ -103,6 +112,9 @@ protected:
     // desktop. Such a view has no backing store and never paints. Must be constant for a view while
     // it is in the window.
     virtual bool showsNatively(const NSView& view) const;
+    // firstResponder() changed. A subclass that shows the view by its own means gives its widget
+    // the keyboard.
+    virtual void didChangeFirstResponder();
 
     // Must be called when backingScaleFactor() or contentSize() changed. Adapts the backing stores;
     // a new scale repaints them.
@@ -121,9 +133,11 @@ private:
     void viewDidChange(NSView& view, unsigned changes);
     void viewAnimationsDidChange(NSView& view);
     void viewNeedsDisplay(NSView& view);
+    void viewNeedsFramesDidChange(NSView& view);
     void subviewOrderDidChange(NSView& superview);
 
     void setNeedsPass();
+    void stepViews();
     void reportChanges();
     // Fits what is stored of a view and of its subviews to what can be seen of them.
     void updateStoredAreas(NSView& view, const CGAffineTransform& superviewToWindow,

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <memory>
+
+#include "platform/appkit/NSEvent.h"
+
+namespace orvane::platform {
+
+class NSView;
+
+// Delivers the key and scroll events of one window, and remembers which view has the keyboard.
+//
+// A key goes to the first responder, and a scroll event to the view under the pointer. A view that
+// does not handle an event passes it on to its superview. The views of one touchpad gesture, from
+// NSEventPhase::Began to Ended, are those under the pointer when the gesture began.
+//
+// Handlers may change the view tree.
+class NSResponders {
+public:
+    // The view that has the keyboard; null for none.
+    NSView* first() const { return first_; }
+    // Calls nothing: see NSWindow::makeFirstResponder.
+    void setFirst(NSView* view) { first_ = view; }
+    // Must be called before the view leaves its window: it loses the keyboard. It is told by
+    // viewDidMoveToWindow.
+    void viewWillLeave(const NSView& view);
+
+    // Each returns whether a view has handled the event. `contentView` may be null.
+    bool sendKey(NSView* contentView, const NSEvent& event);
+    bool sendScroll(NSView* contentView, const NSEvent& event);
+
+private:
+    NSView* first_ = nullptr;
+    std::weak_ptr<NSView> scrolled_;  // where the touchpad gesture that is going on began
+};
+
+}  // namespace orvane::platform

@@ -1,0 +1,123 @@
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "platform/appkit/NSEvent.h"
+#include "platform/appkit/NSView.h"
+#include "platform/offscreen/OffscreenWindow.h"
+
+using namespace orvane::platform;
+
+namespace {
+
+// Writes every call to a log, and handles the events that it is told to.
+struct Responder final : NSView {
+    Responder(std::string name_, std::string& log_) : name(std::move(name_)), log(log_) {
+        setFrame({{0, 0}, {100, 100}});
+    }
+    bool keyDown(const NSEvent& event) override { return note("down " + event.key); }
+    bool keyUp(const NSEvent& event) override { return note("up " + event.key); }
+    bool scrollWheel(const NSEvent&) override { return note("scroll"); }
+    bool acceptsFirstResponder() const override { return accepts; }
+    void didBecomeFirstResponder() override { note("has the keyboard"); }
+    void didResignFirstResponder() override { note("lost the keyboard"); }
+    void step(double time) override {
+        note("step");
+        times.push_back(time);
+        setNeedsFrames(times.size() < 2);
+    }
+    bool note(const std::string& what) {
+        log += name + " " + what + ", ";
+        return handles;
+    }
+
+    std::string name;
+    std::string& log;
+    bool handles = false;
+    bool accepts = true;
+    std::vector<double> times;
+};
+
+class NSRespondersTest : public testing::Test {
+protected:
+    NSRespondersTest() {
+        window.setContentView(root);
+        root->addSubview(inner);
+        root->addSubview(other);
+        other->setFrame({{100, 0}, {100, 100}});
+        root->setFrame({{0, 0}, {200, 100}});
+    }
+    std::string send(const NSEvent& event) {
+        const bool handled = window.sendEvent(event);
+        return std::exchange(log, {}) + (handled ? "handled" : "not handled");
+    }
+    static NSEvent key(const std::string& name, NSEventType type = NSEventType::KeyDown) {
+        NSEvent event;
+        event.type = type;
+        event.key = name;
+        return event;
+    }
+    static NSEvent scroll(double x, NSEventPhase phase = NSEventPhase::None) {
+        NSEvent event;
+        event.type = NSEventType::ScrollWheel;
+        event.locationInWindow = {x, 50};
+        event.phase = phase;
+        return event;
+    }
+
+    std::string log;
+    std::shared_ptr<Responder> root = std::make_shared<Responder>("root", log);
+    std::shared_ptr<Responder> inner = std::make_shared<Responder>("inner", log);
+    std::shared_ptr<Responder> other = std::make_shared<Responder>("other", log);
+    OffscreenWindow window{{200, 100}};
+};
+
+}  // namespace
+
+TEST_F(NSRespondersTest, KeysGoToTheFirstResponderAndUpToTheContentView) {
+    EXPECT_EQ(send(key("a")), "root down a, not handled");
+    EXPECT_TRUE(window.makeFirstResponder(inner.get()));
+    EXPECT_EQ(send(key("a", NSEventType::KeyUp)),
+              "inner has the keyboard, inner up a, root up a, not handled");
+    inner->handles = true;
+    EXPECT_EQ(send(key("b")), "inner down b, handled");
+    other->accepts = false;
+    EXPECT_FALSE(window.makeFirstResponder(other.get()));
+    EXPECT_EQ(window.firstResponder(), inner.get());
+    other->accepts = true;
+    EXPECT_TRUE(window.makeFirstResponder(other.get()));
+    EXPECT_EQ(std::exchange(log, {}), "inner lost the keyboard, other has the keyboard, ");
+    other->removeFromSuperviewWithoutNeedingDisplay();
+    EXPECT_EQ(window.firstResponder(), nullptr);
+    EXPECT_FALSE(window.makeFirstResponder(other.get()));
+}
+
+TEST_F(NSRespondersTest, AScrollGestureStaysWithTheViewsWhereItBegan) {
+    EXPECT_EQ(send(scroll(150)), "other scroll, root scroll, not handled");
+    EXPECT_EQ(send(scroll(50, NSEventPhase::Began)), "inner scroll, root scroll, not handled");
+    EXPECT_EQ(send(scroll(150, NSEventPhase::Changed)), "inner scroll, root scroll, not handled");
+    EXPECT_EQ(send(scroll(150)), "other scroll, root scroll, not handled");
+    EXPECT_EQ(send(scroll(150, NSEventPhase::Ended)), "inner scroll, root scroll, not handled");
+    EXPECT_EQ(send(scroll(150, NSEventPhase::Changed)), "other scroll, root scroll, not handled");
+}
+
+TEST_F(NSRespondersTest, AViewIsSteppedAtEachPassUntilItNeedsNoMoreFrames) {
+    inner->setNeedsFrames(true);
+    EXPECT_TRUE(window.isAnimating());
+    for (const double time : {1.0, 2.0, 3.0}) {
+        window.displayIfNeeded(time);
+    }
+    EXPECT_EQ(inner->times, (std::vector<double>{1, 2}));
+    EXPECT_FALSE(window.needsDisplay());
+    // A view keeps its wish while it is in no window.
+    other->removeFromSuperviewWithoutNeedingDisplay();
+    other->setNeedsFrames(true);
+    window.displayIfNeeded(4);
+    EXPECT_TRUE(other->times.empty());
+    root->addSubview(other);
+    window.displayIfNeeded(5);
+    EXPECT_EQ(other->times, std::vector<double>{5});
+}
