@@ -2,32 +2,17 @@
 
 #include <pthread.h>
 
-#include <csignal>
 #include <optional>
 #include <utility>
+
+#include "platform/urlsession/AllSignalsBlocked.h"
+#include "platform/urlsession/runProxyLookup.h"
 
 namespace orvane::platform {
 
 namespace {
 
 constexpr const char* kCancelled = "The request was canceled.";
-
-// Blocks all signals, for this scope and for the threads that it starts. Signals of the process are
-// for the threads that expect them, and SIGPIPE of a closed connection must not end the process.
-class AllSignalsBlocked {
-public:
-    AllSignalsBlocked() {
-        sigset_t all;
-        sigfillset(&all);
-        pthread_sigmask(SIG_SETMASK, &all, &before_);
-    }
-    ~AllSignalsBlocked() { pthread_sigmask(SIG_SETMASK, &before_, nullptr); }
-    AllSignalsBlocked(const AllSignalsBlocked&) = delete;
-    AllSignalsBlocked& operator=(const AllSignalsBlocked&) = delete;
-
-private:
-    sigset_t before_{};
-};
 
 }  // namespace
 
@@ -80,10 +65,9 @@ bool URLSessionThread::enqueue(URLTask task) {
 }
 
 void URLSessionThread::startLookUp(const NSURL& url) {
-    const AllSignalsBlocked blocked;
-    std::thread([self = shared_from_this(), url] {
+    runProxyLookup([self = shared_from_this(), url] {
         self->proxyFound(url.origin(), self->lookUpProxy_(url.absoluteString()));
-    }).detach();
+    });
 }
 
 void URLSessionThread::proxyFound(const std::string& origin, const std::string& proxy) {

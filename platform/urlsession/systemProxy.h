@@ -9,8 +9,7 @@ namespace orvane::platform {
 // if the environment names proxies (http_proxy and similar): those take precedence, and libcurl
 // reads them.
 //
-// Thread-safe. It blocks while the settings' automatic configuration script is loaded and run. When
-// the process exits, running lookups are cancelled, and the exit waits for them for up to a second.
+// Thread-safe. It blocks while the settings' automatic configuration script is loaded and run.
 std::string systemProxy(const std::string& url);
 
 }  // namespace orvane::platform
