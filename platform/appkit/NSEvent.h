@@ -6,6 +6,7 @@
 
 namespace orvane::platform {
 
+// What an event reports.
 enum class NSEventType {
     // The left button:
     LeftMouseDown,

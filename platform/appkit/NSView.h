@@ -119,18 +119,21 @@ public:
     // Returns the frontmost visible view of this subtree that contains a point in the superview's
     // coordinates; null for none. Uses the model values of the layers, including their transforms.
     virtual NSView* hitTest(CGPoint point);
-    // The views that an event concerns are called one after the other, inner ones first, until one
-    // returns true because it has handled the event: for a key, the first responder and its
-    // superviews, or the content view if there is no first responder; for a scroll event, the view
-    // under the pointer and its superviews.
+    // A key was pressed, or repeats. Returns whether the view has handled the event; if not, its
+    // superview is called. The first responder is called first, or the content view if there is no
+    // first responder.
     virtual bool keyDown(const NSEvent& event);
+    // A key was released. Otherwise like keyDown.
     virtual bool keyUp(const NSEvent& event);
+    // A wheel was turned, or fingers moved on a touchpad. Returns whether the view has handled the
+    // event; if not, its superview is called. The view under the pointer is called first.
     virtual bool scrollWheel(const NSEvent& event);
     // Whether the view can have the keyboard; see NSWindow::makeFirstResponder.
     virtual bool acceptsFirstResponder() const { return false; }
-    // Called after the view got the keyboard or lost it. A view that leaves its window loses the
-    // keyboard as well, and only viewDidMoveToWindow is called.
+    // Called after the view got the keyboard.
     virtual void didBecomeFirstResponder() {}
+    // Called after the view lost the keyboard to another view, or to none. A view that leaves its
+    // window loses the keyboard as well, and only viewDidMoveToWindow is called.
     virtual void didResignFirstResponder() {}
 
     // ---- time ----
