@@ -91,7 +91,9 @@ set(orvane_public_headers
     orvane/embedding/Session.h
     orvane/embedding/accessibilityLabels.h
     orvane/embedding/childrenOf.h
+    orvane/embedding/labelOf.h
     orvane/embedding/preOrder.h
+    orvane/embedding/textOf.h
     orvane/runtime/init_orvane.h
     orvane/system/ScreenTypeView.h
     platform/appkit/NSAccessibilityLabel.h

@@ -15,7 +15,9 @@
 #include "orvane/display/tree/DisplayLayer.h"
 #include "orvane/display/tree/DisplayObject.h"
 #include "orvane/embedding/childrenOf.h"
+#include "orvane/embedding/labelOf.h"
 #include "orvane/embedding/preOrder.h"
+#include "orvane/embedding/textOf.h"
 #include "platform/appkit/NSView.h"
 #include "platform/quartzcore/CALayer.h"
 
@@ -68,15 +70,36 @@ LayerNumbers numberLayers(const Display& display) {
     return numbers;
 }
 
+// Prints nothing for an empty text. A line break is printed as \n, so that a line stays one.
+void printQuoted(std::ostream& out, const char* name, const std::string& text) {
+    if (text.empty()) {
+        return;
+    }
+    out << name << '"';
+    for (const char character : text) {
+        if (character == '\n') {
+            out << "\\n";
+        } else if (character == '"' || character == '\\') {
+            out << '\\' << character;
+        } else {
+            out << character;
+        }
+    }
+    out << '"';
+}
+
 void printObject(std::ostream& out, DisplayObject& object, int depth, const LayerNumbers& numbers) {
     indent(out, depth) << object.getDescription() << " #" << object.getId() << " frame "
                        << object.getFrame() << (object.isVisible() ? " visible" : " hidden");
     const auto number = numbers.find(object.getAscendingLayer().get());
     if (number == numbers.end()) {
-        out << " layer none\n";
+        out << " layer none";
     } else {
-        out << " layer " << number->second << '\n';
+        out << " layer " << number->second;
     }
+    printQuoted(out, " text ", embedding::textOf(object));
+    printQuoted(out, " label ", embedding::labelOf(object));
+    out << '\n';
 }
 
 void printLayer(std::ostream& out, DisplayLayer& layer, int depth, const LayerNumbers& numbers) {

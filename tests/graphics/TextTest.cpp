@@ -119,6 +119,7 @@ TEST_F(TextTest, AllSegmentsOfAPlainTextHaveTheStyleOfTheFirst) {
     text->setX(-50);
     text->setY(-50);
     text->setContent({first, second});
+    EXPECT_EQ(text->getContent(), "one");
     EXPECT_TRUE(paints(*text, {"setRGBStrokeColor(1 0.00390625 0.00390625 1)\n",
                                "strokePath()\ntranslateCTM(7, 0)", "drawLine(\"one\"",
                                "size 20 color 1 0.00390625 0.00390625 1 underline]"}));
@@ -199,6 +200,7 @@ TEST_F(AttributedTextTest, ASegmentWithAPositionBeginsABlock) {
     text_->setX(5);
     text_->setY(7);
     text_->setContent({segment("first "), segment("goes on"), second, third});
+    EXPECT_EQ(text_->getContent(), "first goes on" + second.content + "third");
     const Box bounds = text_->getBounds();
     EXPECT_EQ(bounds.y, std::floor(7 - kAscent)) << "the first baseline lies at y";
     EXPECT_EQ(bounds.y + bounds.height, std::ceil(7 + 90 + kHeight))

@@ -59,6 +59,8 @@ public:
     virtual void setY(float y) = 0;
     // Sets the text. It ends at the first zero byte.
     virtual void setContent(const std::string& content) = 0;
+    // Returns the content as it was set; the contents of segments follow one another.
+    virtual std::string getContent() const = 0;
     // Returns the size of the laid out text, in object coordinates. It is current after every
     // setter.
     virtual geometry::Size<double> getTextBounds() = 0;

@@ -90,6 +90,17 @@ void QuartzAttributedText::setContent(const std::vector<Segment>& segments) {
     update();
 }
 
+std::string QuartzAttributedText::getContent() const {
+    if (plain_) {
+        return style_.content;
+    }
+    std::string content;
+    for (const Segment& segment : segments_) {
+        content += segment.content;
+    }
+    return content;
+}
+
 // ---- the text's own style ----
 
 void QuartzAttributedText::setTextAlign(TextAlign align) {

@@ -34,6 +34,7 @@ public:
     void setWidth(float width) override;
     void setContent(const std::string& content) override;
     void setContent(const std::vector<Segment>& segments) override;
+    std::string getContent() const override;
     unsigned long getIndexByPoint(const geometry::Point<double>& point) override;
 
     void setTextAlign(TextAlign align) override;

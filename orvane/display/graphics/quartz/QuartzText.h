@@ -21,6 +21,7 @@ public:
     void setX(float x) override;
     void setY(float y) override;
     void setContent(const std::string& content) override;
+    std::string getContent() const override { return textWrapper_.getText(); }
     using Text::setContent;
 
     void setFillColor(unsigned r, unsigned g, unsigned b, unsigned a) override;
