@@ -35,7 +35,7 @@ GTKHost::GTKHost(const Options& options, const EventScript& script)
       session_(content_, options.directory, options.resources) {
     content_.setResizeHandler([this](platform::CGSize size) { session_.resize(size); });
     content_.setAccessibilityLabels([this] { return session_.accessibilityLabels(); });
-    window_.set_title("Orvane");
+    window_.set_title(options.title);
     window_.set_child(content_.widget());
     window_.signal_close_request().connect(
         [this] {

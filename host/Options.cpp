@@ -20,6 +20,7 @@ Starts every application library in DIRECTORY and shows what it displays.
                      says what to write
   --size WxH         size of the window's content in points (1280x800)
   --scale S          pixels per point (the display's own; 1 off-screen)
+  --title TEXT       title of the window (Orvane)
   --resources DIR    the resource folder, for this run only
   --snapshot FILE    write what is on screen to a PNG file, then exit
   --dump-tree        print the object tree and the layer tree, then exit
@@ -46,6 +47,7 @@ enum OptionCode {
     Offscreen = 1,
     Size,
     Scale,
+    Title,
     Resources,
     Snapshot,
     At,
@@ -58,10 +60,11 @@ enum OptionCode {
     Version,
 };
 
-constexpr std::array<option, 14> longOptions{{
+constexpr std::array<option, 15> longOptions{{
     {"offscreen", no_argument, nullptr, Offscreen},
     {"size", required_argument, nullptr, Size},
     {"scale", required_argument, nullptr, Scale},
+    {"title", required_argument, nullptr, Title},
     {"resources", required_argument, nullptr, Resources},
     {"snapshot", required_argument, nullptr, Snapshot},
     {"at", required_argument, nullptr, At},
@@ -116,6 +119,9 @@ std::string store(Options& options, int code, const char* value) {
             if (!options.scale) {
                 return "--scale needs a number above 0";
             }
+            break;
+        case Title:
+            options.title = value;
             break;
         case Resources:
             options.resources = value;

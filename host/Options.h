@@ -14,6 +14,7 @@ struct Options {
     bool offscreen = false;
     platform::CGSize size{1280, 800};  // of the window's content, in points
     std::optional<double> scale;       // pixels per point; empty: the display's own
+    std::string title = "Orvane";      // of the window
     std::string resources;             // empty: the user's own setting applies
     std::string snapshot;              // the PNG file to write; empty: none
     std::optional<double> at;          // seconds; empty: when nothing is left to paint
