@@ -103,5 +103,5 @@ set(orvane_public_headers
     platform/offscreen/OffscreenWindow.h
     platform/quartzcore/CAMediaTime.h)
 if(ORVANE_GTK)
-    list(APPEND orvane_public_headers platform/gtk/GTKWindow.h)
+    list(APPEND orvane_public_headers platform/gtk/GTKControl.h platform/gtk/GTKWindow.h)
 endif()

@@ -4,7 +4,9 @@
 #include <cerrno>
 #include <cstring>
 #include <fstream>
+#include <map>
 #include <optional>
+#include <span>
 #include <sstream>
 
 #include "host/parseNumber.h"
@@ -16,31 +18,78 @@ namespace {
 using platform::NSEvent;
 using platform::NSEventType;
 
-std::optional<NSEventType> parseType(const std::string& word) {
-    if (word == "down") {
-        return NSEventType::LeftMouseDown;
+// What a line contains: the events, or the form that was expected.
+using Parsed = std::variant<std::vector<NSEvent>, const char*>;
+using Words = std::span<const std::string>;
+
+// The parsers of lines get the time of the events and the words after the command.
+
+Parsed parsePointer(NSEventType type, double seconds, Words arguments) {
+    const auto x = arguments.size() == 2 ? parseNumber(arguments[0]) : std::nullopt;
+    const auto y = arguments.size() == 2 ? parseNumber(arguments[1]) : std::nullopt;
+    if (!x || !y) {
+        return "SECONDS down|move|up X Y";
     }
-    if (word == "move") {
-        return NSEventType::LeftMouseDragged;
-    }
-    if (word == "up") {
-        return NSEventType::LeftMouseUp;
-    }
-    return {};
+    return std::vector{NSEvent{type, {*x, *y}, seconds}};
 }
 
-std::optional<NSEvent> parseEvent(const std::vector<std::string>& words) {
-    if (words.size() != 4) {
-        return {};
+std::optional<unsigned> parseModifiers(const std::string& text) {
+    const std::map<std::string, unsigned> flags{{"shift", platform::kNSEventModifierShift},
+                                                {"ctrl", platform::kNSEventModifierControl},
+                                                {"alt", platform::kNSEventModifierAlt},
+                                                {"super", platform::kNSEventModifierSuper}};
+    unsigned modifiers = 0;
+    std::istringstream stream(text);
+    for (std::string name; std::getline(stream, name, '+');) {
+        const auto flag = flags.find(name);
+        if (flag == flags.end()) {
+            return {};
+        }
+        modifiers |= flag->second;
     }
-    const auto seconds = parseNumber(words[0]);
-    const auto type = parseType(words[1]);
-    const auto x = parseNumber(words[2]);
-    const auto y = parseNumber(words[3]);
-    if (!seconds || *seconds < 0 || !type || !x || !y) {
-        return {};
+    return modifiers;
+}
+
+Parsed parseKey(double seconds, Words arguments) {
+    const auto modifiers = arguments.size() == 2   ? parseModifiers(arguments[1])
+                           : arguments.size() == 1 ? std::optional(0U)
+                                                   : std::nullopt;
+    if (!modifiers) {
+        return "SECONDS key NAME [ctrl+shift+alt+super]";
     }
-    return NSEvent{*type, {*x, *y}, *seconds};
+    NSEvent event;
+    event.type = NSEventType::KeyDown;
+    event.timestamp = seconds;
+    event.modifierFlags = *modifiers;
+    event.key = arguments[0];
+    if ((*modifiers & ~unsigned{platform::kNSEventModifierShift}) == 0) {
+        // The keys whose names say what they enter.
+        if (event.key == "space") {
+            event.characters = " ";
+        } else if (event.key.size() == 1) {
+            event.characters = event.key;
+            const bool isShifted = *modifiers != 0;
+            if (isShifted && event.key[0] >= 'a' && event.key[0] <= 'z') {
+                event.characters[0] = static_cast<char>(event.key[0] - 'a' + 'A');
+            }
+        }
+    }
+    NSEvent release = event;
+    release.type = NSEventType::KeyUp;
+    return std::vector{event, release};
+}
+
+// The text is the rest of the line after the word and one space.
+Parsed parseText(double seconds, const std::string& line) {
+    const auto begin = line.find("text") + 5;
+    if (begin >= line.size()) {
+        return "SECONDS text STRING";
+    }
+    NSEvent event;
+    event.type = NSEventType::KeyDown;
+    event.timestamp = seconds;
+    event.characters = line.substr(begin);
+    return std::vector{event};
 }
 
 std::vector<std::string> splitWords(const std::string& line) {
@@ -52,6 +101,35 @@ std::vector<std::string> splitWords(const std::string& line) {
     return words;
 }
 
+Parsed parseLine(const std::string& line) {
+    const std::vector<std::string> words = splitWords(line);
+    if (words.empty()) {
+        return std::vector<NSEvent>{};
+    }
+    const auto seconds = parseNumber(words[0]);
+    if (!seconds || *seconds < 0 || words.size() < 2) {
+        return "SECONDS down|move|up|key|text ...";
+    }
+    const std::string& command = words[1];
+    const Words arguments = Words(words).subspan(2);
+    if (command == "down") {
+        return parsePointer(NSEventType::LeftMouseDown, *seconds, arguments);
+    }
+    if (command == "move") {
+        return parsePointer(NSEventType::LeftMouseDragged, *seconds, arguments);
+    }
+    if (command == "up") {
+        return parsePointer(NSEventType::LeftMouseUp, *seconds, arguments);
+    }
+    if (command == "key") {
+        return parseKey(*seconds, arguments);
+    }
+    if (command == "text") {
+        return parseText(*seconds, line);
+    }
+    return "SECONDS down|move|up|key|text ...";
+}
+
 }  // namespace
 
 std::variant<EventScript, EventScript::Error> EventScript::load(const std::string& path) {
@@ -60,16 +138,13 @@ std::variant<EventScript, EventScript::Error> EventScript::load(const std::strin
     int number = 0;
     for (std::string line; std::getline(file, line);) {
         ++number;
-        const auto words = splitWords(line);
-        if (words.empty()) {
-            continue;
+        const Parsed parsed = parseLine(line);
+        if (const auto* const expected = std::get_if<const char*>(&parsed)) {
+            return Error{path + ":" + std::to_string(number) + ": expected " + *expected +
+                         ", not '" + line + "'"};
         }
-        const auto event = parseEvent(words);
-        if (!event) {
-            return Error{path + ":" + std::to_string(number) +
-                         ": expected SECONDS down|move|up X Y, not '" + line + "'"};
-        }
-        script.events_.push_back(*event);
+        const auto& events = std::get<std::vector<NSEvent>>(parsed);
+        script.events_.insert(script.events_.end(), events.begin(), events.end());
     }
     // Reading to the end sets eof; a file that cannot be opened, or is a directory, does not.
     if (!file.eof()) {

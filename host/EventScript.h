@@ -8,9 +8,8 @@
 
 namespace orvane::host {
 
-// The pointer events of a file. A line is `SECONDS down|move|up X Y`; the position is in points of
-// the window's content, with y pointing down; # starts a comment. The events are sorted by time;
-// events of the same time keep the order of the file.
+// The pointer and key events of a file; docs/event-scripts.md describes the format. The events are
+// sorted by time; events of the same time keep the order of the file.
 class EventScript {
 public:
     // What is wrong with the file; the message names the line.

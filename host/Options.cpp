@@ -27,7 +27,8 @@ Starts every application library in DIRECTORY and shows what it displays.
   --at SECONDS       when to write and print (as soon as the application's main has returned, all
                      events are played and nothing is left to paint). Off-screen, animations are
                      shown as they are at exactly this time
-  --events FILE      play pointer events; a line is SECONDS down|move|up X Y, # starts a comment
+  --events FILE      play pointer and key events; a line is SECONDS down|move|up X Y,
+                     SECONDS key NAME [ctrl+shift+alt] or SECONDS text STRING
   --frames DIR       off-screen: write every frame of an animation as a numbered PNG, then exit
   --fps N            frames per second (60)
   --seconds S        how much time the frames cover (1)

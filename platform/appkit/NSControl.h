@@ -1,22 +1,31 @@
 #pragma once
 
+#include <string>
+#include <string_view>
+
 #include "platform/appkit/NSView.h"
 
 namespace orvane::platform {
 
-// The kinds of controls that a desktop window can show with a widget.
-enum class NSControlKind { TextField };
-
-// A native control: a view that holds the control's state and its kind. A desktop window shows it
-// with a widget of the desktop and keeps the two in sync: didChangeView(kNSViewStateChanged)
-// reports changes of the state, and the window stores the user's input with the same setters.
-// Off-screen the control paints a plain approximation of itself.
+// A native control: a view that holds the control's state and its kind. A desktop window that has a
+// widget for the kind shows the control with it and keeps the two in sync:
+// didChangeView(kNSViewStateChanged) reports changes of the state, and the window stores the user's
+// input with the setters. Elsewhere, also off-screen, the control paints a plain approximation of
+// itself.
 class ORVANE_EXPORT NSControl : public NSView {
 public:
-    // Must be constant.
-    virtual NSControlKind controlKind() const = 0;
+    // The name under which a window finds the widget for the control, for example with
+    // GTKControl::registerKind. Must be constant; the text must outlive the control.
+    virtual std::string_view controlKind() const = 0;
     bool paints() const override { return true; }
     bool isFlipped() const override { return true; }
+
+    // What assistive technology calls the control; empty for none.
+    const std::string& accessibilityLabel() const { return accessibilityLabel_; }
+    void setAccessibilityLabel(const std::string& label);
+
+private:
+    std::string accessibilityLabel_;
 };
 
 }  // namespace orvane::platform

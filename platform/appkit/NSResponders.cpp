@@ -1,5 +1,8 @@
 #include "platform/appkit/NSResponders.h"
 
+#include <algorithm>
+#include <vector>
+
 #include "platform/appkit/NSView.h"
 
 namespace orvane::platform {
@@ -30,8 +33,8 @@ void NSResponders::viewWillLeave(const NSView& view) {
     }
 }
 
-bool NSResponders::sendKey(NSView* contentView, const NSEvent& event) {
-    return offer(first_ != nullptr ? first_ : contentView, [&event](NSView& view) {
+bool NSResponders::sendKey(NSView* target, const NSEvent& event) {
+    return offer(target, [&event](NSView& view) {
         return event.type == NSEventType::KeyDown ? view.keyDown(event) : view.keyUp(event);
     });
 }
@@ -51,6 +54,42 @@ bool NSResponders::sendScroll(NSView* contentView, const NSEvent& event) {
         scrolled_.reset();
     }
     return offer(target, [&event](NSView& view) { return view.scrollWheel(event); });
+}
+
+NSView* NSResponders::nextKeyView(NSView* contentView, bool forward, bool wraps) const {
+    // All views that Tab visits, and the first responder, in the order of the tree.
+    std::vector<NSView*> views;
+    std::vector<NSView*> pending;
+    if (contentView != nullptr) {
+        pending.push_back(contentView);
+    }
+    while (!pending.empty()) {
+        NSView* const view = pending.back();
+        pending.pop_back();
+        if (view->isHidden()) {
+            continue;
+        }
+        if (view == first_ || (view->canBecomeKeyView() && view->acceptsFirstResponder())) {
+            views.push_back(view);
+        }
+        const std::vector<NSView*>& subviews = view->subviewsInDrawingOrder();
+        pending.insert(pending.end(), subviews.rbegin(), subviews.rend());
+    }
+    std::ranges::stable_sort(views, {}, &NSView::keyViewOrder);
+    if (!forward) {
+        std::ranges::reverse(views);
+    }
+    // Begin after the first responder; with wrapping, the views before it follow.
+    const auto first = std::ranges::find(views, first_);
+    if (first != views.end()) {
+        if (wraps) {
+            std::rotate(views.begin(), first + 1, views.end());
+            views.pop_back();
+        } else {
+            views.erase(views.begin(), first + 1);
+        }
+    }
+    return views.empty() ? nullptr : views.front();
 }
 
 }  // namespace orvane::platform

@@ -8,7 +8,8 @@ namespace orvane::platform {
 
 class NSView;
 
-// Delivers the key and scroll events of one window, and remembers which view has the keyboard.
+// Delivers the key and scroll events of one window, and remembers which view has the keyboard. It
+// also knows the order in which Tab visits the views.
 //
 // A key goes to the first responder, and a scroll event to the view under the pointer. A view that
 // does not handle an event passes it on to its superview. The views of one touchpad gesture, from
@@ -25,9 +26,14 @@ public:
     // viewDidMoveToWindow.
     void viewWillLeave(const NSView& view);
 
-    // Each returns whether a view has handled the event. `contentView` may be null.
-    bool sendKey(NSView* contentView, const NSEvent& event);
+    // Each returns whether a view has handled the event. `target` is the first view that is
+    // offered the key, `contentView` contains the target of the scroll event; both may be null.
+    static bool sendKey(NSView* target, const NSEvent& event);
     bool sendScroll(NSView* contentView, const NSEvent& event);
+
+    // The view that Tab visits after the first responder, or before it, among the visible views of
+    // the window; null for none.
+    NSView* nextKeyView(NSView* contentView, bool forward, bool wraps) const;
 
 private:
     NSView* first_ = nullptr;

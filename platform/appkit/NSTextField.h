@@ -12,7 +12,9 @@ class CTLine;
 // A control with one line of text that the user can edit.
 class ORVANE_EXPORT NSTextField : public NSControl {
 public:
-    NSControlKind controlKind() const override { return NSControlKind::TextField; }
+    static constexpr std::string_view kKind = "TextField";
+
+    std::string_view controlKind() const override { return kKind; }
 
     // UTF-8. The window is notified once for each change, whether the application or the user made
     // it; setting an equal value does nothing.
@@ -22,6 +24,8 @@ public:
     bool isEnabled() const { return enabled_; }
     void setEnabled(bool enabled);
 
+    bool acceptsFirstResponder() const override { return enabled_; }
+    bool canBecomeKeyView() const override { return true; }
     void drawRect(const CGRect& dirty) override;
 
 private:

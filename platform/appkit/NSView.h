@@ -128,8 +128,18 @@ public:
     // A wheel was turned, or fingers moved on a touchpad. Returns whether the view has handled the
     // event; if not, its superview is called. The view under the pointer is called first.
     virtual bool scrollWheel(const NSEvent& event);
-    // Whether the view can have the keyboard; see NSWindow::makeFirstResponder.
+    // Whether the view can have the keyboard; see NSWindow::makeFirstResponder. A press of the
+    // pointer gives the keyboard to the innermost view under it that accepts it.
     virtual bool acceptsFirstResponder() const { return false; }
+    // Whether Tab gives the view the keyboard, if it accepts it; see NSWindow::selectKeyView.
+    virtual bool canBecomeKeyView() const { return false; }
+    // Tab visits views with a lower order first, and those of equal order as they are in the tree,
+    // superviews first. 0 at first.
+    void setKeyViewOrder(int order) { keyViewOrder_ = order; }
+    // The order that setKeyViewOrder set.
+    int keyViewOrder() const { return keyViewOrder_; }
+    // Called after Tab gave the view the keyboard, for example to select a text.
+    virtual void didBecomeKeyView() {}
     // Called after the view got the keyboard.
     virtual void didBecomeFirstResponder() {}
     // Called after the view lost the keyboard to another view, or to none. A view that leaves its
@@ -189,6 +199,7 @@ private:
     mutable bool drawingOrderValid_ = true;
     bool hidden_ = false;
     bool needsFrames_ = false;
+    int keyViewOrder_ = 0;
     NSViewLayerContentsRedrawPolicy policy_ = NSViewLayerContentsRedrawPolicy::OnSetNeedsDisplay;
     CGRect frame_;
     std::shared_ptr<CALayer> layer_;

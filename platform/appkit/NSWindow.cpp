@@ -364,10 +364,22 @@ void NSWindow::paintDamage() {
 bool NSWindow::sendEvent(const NSEvent& event) {
     switch (event.type) {
         case NSEventType::KeyDown:
-        case NSEventType::KeyUp:
-            return state_->responders.sendKey(state_->contentView.get(), event);
+        case NSEventType::KeyUp: {
+            NSView* const first = firstResponder();
+            if (NSResponders::sendKey(first != nullptr ? first : contentView(), event)) {
+                return true;
+            }
+            constexpr unsigned commands =
+                kNSEventModifierControl | kNSEventModifierAlt | kNSEventModifierSuper;
+            return event.type == NSEventType::KeyDown && event.key == "Tab" &&
+                   (event.modifierFlags & commands) == 0 &&
+                   selectKeyView((event.modifierFlags & kNSEventModifierShift) == 0, true);
+        }
         case NSEventType::ScrollWheel:
             return state_->responders.sendScroll(state_->contentView.get(), event);
+        case NSEventType::LeftMouseDown:
+            giveKeyboardToViewAt(event.locationInWindow);
+            [[fallthrough]];
         default:
             state_->gestures.sendEvent(state_->contentView, event);
             return true;
@@ -398,6 +410,40 @@ bool NSWindow::makeFirstResponder(NSView* view) {
         next->didBecomeFirstResponder();
     }
     return true;
+}
+
+bool NSWindow::selectKeyView(bool forward, bool wraps) {
+    NSView* const next = state_->responders.nextKeyView(contentView(), forward, wraps);
+    if (next == nullptr) {
+        return false;
+    }
+    const std::shared_ptr<NSView> view = next->shared_from_this();
+    if (!makeFirstResponder(next)) {
+        return false;
+    }
+    if (firstResponder() == next) {
+        next->didBecomeKeyView();
+    }
+    return true;
+}
+
+void NSWindow::giveKeyboardToViewAt(CGPoint location) {
+    NSView* const content = contentView();
+    for (NSView* view = content != nullptr ? content->hitTest(location) : nullptr; view != nullptr;
+         view = view->superview()) {
+        if (view->acceptsFirstResponder()) {
+            makeFirstResponder(view);
+            return;
+        }
+    }
+}
+
+bool NSWindow::sendUnhandledKey(const NSEvent& event) {
+    NSView* const first = firstResponder();
+    if (first == nullptr) {
+        return NSResponders::sendKey(contentView(), event);
+    }
+    return NSResponders::sendKey(showsNatively(*first) ? first->superview() : first, event);
 }
 
 // ---- for subclasses ----

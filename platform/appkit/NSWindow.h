@@ -70,14 +70,19 @@ public:
     virtual CGSize contentSize() const = 0;
     // Delivers an event. A pointer event goes to the gesture recognizers of the view under the last
     // button press and of its ancestors, wherever the pointer is (NSGestureArena); key and scroll
-    // events go to views (NSResponders). Returns whether a view handled the key or scroll event;
-    // true for a pointer event.
+    // events go to views (NSResponders). Returns whether a view handled the key or scroll event, or
+    // Tab moved the keyboard; true for a pointer event.
     bool sendEvent(const NSEvent& event);
     // The view of this window that has the keyboard; null for none.
     NSView* firstResponder() const;
     // Gives the keyboard to a view of this window, or to none. Returns false, and changes nothing,
     // if the view is not in this window or does not accept it.
     bool makeFirstResponder(NSView* view);
+    // Gives the keyboard to the next or the previous visible view that Tab visits; see
+    // NSView::setKeyViewOrder. After the last view comes the first one if `wraps` is true. Returns
+    // false, and changes nothing, if there is none. sendEvent calls it for a Tab that no view
+    // handles.
+    bool selectKeyView(bool forward, bool wraps);
     // Runs one display pass if anything changed or is animated. Does nothing during a pass.
     void displayIfNeeded();
     // The same with the time that the pass shows, in seconds of media time, for a window whose
@@ -116,6 +121,10 @@ protected:
     // the keyboard.
     virtual void didChangeFirstResponder();
 
+    // Delivers a key that the widget of the first responder has refused: to its superviews only if
+    // the window shows it natively, otherwise like sendEvent. Returns whether a view handled it.
+    bool sendUnhandledKey(const NSEvent& event);
+
     // Must be called when backingScaleFactor() or contentSize() changed. Adapts the backing stores;
     // a new scale repaints them.
     void backingPropertiesDidChange();
@@ -135,6 +144,9 @@ private:
     void viewNeedsDisplay(NSView& view);
     void viewNeedsFramesDidChange(NSView& view);
     void subviewOrderDidChange(NSView& superview);
+
+    // Gives the keyboard to the innermost view at the location that accepts it.
+    void giveKeyboardToViewAt(CGPoint location);
 
     void setNeedsPass();
     void stepViews();

@@ -1,19 +1,54 @@
 #include "platform/gtk/GTKControl.h"
 
+#include <gtkmm/widget.h>
+
+#include <map>
+#include <string_view>
+#include <utility>
+
 #include "platform/appkit/NSTextField.h"
+#include "platform/foundation/NSLog.h"
 #include "platform/gtk/GTKTextField.h"
 
 namespace orvane::platform {
 
-bool GTKControl::realizes(const NSView& view) {
-    return dynamic_cast<const NSTextField*>(&view) != nullptr;
+namespace {
+
+using Kinds = std::map<std::string, GTKControl::Create, std::less<>>;
+
+Kinds& kinds() {
+    static Kinds kinds{{std::string(NSTextField::kKind), [](NSControl& control) {
+                            auto* const field = dynamic_cast<NSTextField*>(&control);
+                            return field != nullptr ? std::make_unique<GTKTextField>(*field)
+                                                    : nullptr;
+                        }}};
+    return kinds;
+}
+
+}  // namespace
+
+GTKControl::~GTKControl() = default;
+
+void GTKControl::grabFocus() {
+    widget().grab_focus();
+}
+
+bool GTKControl::registerKind(const std::string& kind, Create create) {
+    if (kind.empty() || !create || !kinds().emplace(kind, std::move(create)).second) {
+        NSLog("GTKControl: the kind '%s' was refused: it needs a name, a function, and to be new",
+              kind.c_str());
+        return false;
+    }
+    return true;
 }
 
 std::unique_ptr<GTKControl> GTKControl::create(NSView& view) {
-    if (auto* const field = dynamic_cast<NSTextField*>(&view)) {
-        return std::make_unique<GTKTextField>(*field);
+    auto* const control = dynamic_cast<NSControl*>(&view);
+    if (control == nullptr) {
+        return nullptr;
     }
-    return nullptr;
+    const auto kind = kinds().find(control->controlKind());
+    return kind != kinds().end() ? kind->second(*control) : nullptr;
 }
 
 }  // namespace orvane::platform

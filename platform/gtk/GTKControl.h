@@ -1,6 +1,10 @@
 #pragma once
 
+#include <functional>
 #include <memory>
+#include <string>
+
+#include "orvane/commons/Export.h"
 
 namespace Gtk {
 class Widget;
@@ -13,18 +17,32 @@ class NSView;
 
 // The desktop's widget for a control. It shows the control's state, and stores what the user enters
 // in the control. It is destroyed when the control leaves its window. Main thread only.
-class GTKControl {
+//
+// Programs and libraries add widgets for controls of their own with registerKind.
+class ORVANE_EXPORT GTKControl {
 public:
-    virtual ~GTKControl() = default;
+    // Makes the widget for a control, which outlives it. Null means that the control paints itself.
+    using Create = std::function<std::unique_ptr<GTKControl>(NSControl& control)>;
 
-    // Borrowed; owned by this object.
+    GTKControl() = default;
+    virtual ~GTKControl();
+    GTKControl(const GTKControl&) = delete;
+    GTKControl& operator=(const GTKControl&) = delete;
+
+    // Borrowed; owned by this object. It must have no parent at first.
     virtual Gtk::Widget& widget() = 0;
-    // Copies the control's state to the widget.
+    // Copies the control's state to the widget. Called after changes of the state, and before the
+    // widget receives input that follows a change.
     virtual void stateDidChange() = 0;
+    // Gives the widget, or a widget in it, the keyboard.
+    virtual void grabFocus();
 
-    // Whether the desktop has a widget for the view.
-    static bool realizes(const NSView& view);
-    // Creates the widget for a view, which must outlive it. Returns null if the desktop has none.
+    // Makes windows show the controls of a kind (NSControl::controlKind) with widgets. Controls
+    // that are in a window already keep painting themselves. Returns false, with one line in the
+    // log, if the name is empty, the function is empty, or the kind has widgets already.
+    static bool registerKind(const std::string& kind, Create create);
+    // Creates the widget for a view, which must outlive it. Returns null for a view that is not a
+    // control, and for a control of a kind without widgets.
     static std::unique_ptr<GTKControl> create(NSView& view);
 };
 

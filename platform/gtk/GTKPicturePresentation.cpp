@@ -35,17 +35,15 @@ GTKPicturePresentation::~GTKPicturePresentation() {
     }
 }
 
-void GTKPicturePresentation::add(NSView& view) {
-    if (!GTKControl::realizes(view)) {
+void GTKPicturePresentation::add(NSView& view, GTKControl* control) {
+    if (control == nullptr) {
         compositor_.add(view);
         return;
     }
     compositor_.addNative(view);
-    Control control;
-    control.realization = GTKControl::create(view);
     // In front of all widgets but the shield. GTK asks the last child first who takes the pointer.
-    gtk_widget_insert_before(control.realization->widget().gobj(), root_.gobj(), shield_->gobj());
-    controls_.emplace(&view, std::move(control));
+    gtk_widget_insert_before(control->widget().gobj(), root_.gobj(), shield_->gobj());
+    controls_.emplace(&view, Control{control, {}, {}});
 }
 
 void GTKPicturePresentation::remove(NSView& view) {
@@ -69,11 +67,6 @@ void GTKPicturePresentation::change(NSView& view, unsigned changes, double) {
     }
     if ((changes & kNSViewBackgroundChanged) != 0) {
         compositor_.recolor(view);
-    }
-    if ((changes & kNSViewStateChanged) != 0) {
-        if (const auto found = controls_.find(&view); found != controls_.end()) {
-            found->second.realization->stateDidChange();
-        }
     }
 }
 

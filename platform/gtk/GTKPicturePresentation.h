@@ -24,7 +24,7 @@ public:
     explicit GTKPicturePresentation(GTKRoot& root);
     ~GTKPicturePresentation() override;
 
-    void add(NSView& view) override;
+    void add(NSView& view, GTKControl* control) override;
     void remove(NSView& view) override;
     void reorder(NSView& superview) override;
     void change(NSView& view, unsigned changes, double time) override;
@@ -36,7 +36,7 @@ public:
 
 private:
     struct Control {
-        std::unique_ptr<GTKControl> realization;
+        GTKControl* realization;
         CGSize size;
         OffscreenCompositor::NativePlace place;
     };

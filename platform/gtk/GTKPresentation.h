@@ -10,6 +10,7 @@
 
 namespace orvane::platform {
 
+class GTKControl;
 class GTKRoot;
 enum class GTKRendererKind;
 class NSView;
@@ -25,7 +26,9 @@ public:
     virtual ~GTKPresentation() = default;
 
     // See NSWindow::didAddView and the operations after it. add() sets the view's realization.
-    virtual void add(NSView& view) = 0;
+    // `control` is the widget that shows the view, null for a view that paints; it is borrowed
+    // until remove(), and has no parent before and after.
+    virtual void add(NSView& view, GTKControl* control) = 0;
     virtual void remove(NSView&) {}
     virtual void reorder(NSView& superview) = 0;
     // `time` is the media time of the display pass.

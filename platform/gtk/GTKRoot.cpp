@@ -2,7 +2,9 @@
 
 #include <gdkmm/display.h>
 #include <gdkmm/monitor.h>
+#include <gtk/gtk.h>
 #include <gtkmm/native.h>
+#include <gtkmm/window.h>
 
 #include <algorithm>
 #include <utility>
@@ -20,12 +22,19 @@ GTKRoot::GTKRoot(CGSize size, std::optional<double> scale, Delegate delegate)
       size_(size),
       scale_(scale),
       delegate_(std::move(delegate)),
-      drag_(Gtk::GestureDrag::create()) {
+      drag_(Gtk::GestureDrag::create()),
+      keys_(Gtk::EventControllerKey::create()) {
     set_overflow(Gtk::Overflow::HIDDEN);
+    set_focusable(true);
     set_hexpand(true);
     set_vexpand(true);
-    drag_->signal_drag_begin().connect(
-        [this](double x, double y) { send(NSEventType::LeftMouseDown, x, y); });
+    drag_->signal_drag_begin().connect([this](double x, double y) {
+        // The keys that follow are for what was pressed.
+        if (!hasFocusInside()) {
+            grab_focus();
+        }
+        send(NSEventType::LeftMouseDown, x, y);
+    });
     drag_->signal_drag_update().connect([this](double dx, double dy) {
         double x = 0;
         double y = 0;
@@ -43,10 +52,83 @@ GTKRoot::GTKRoot(CGSize size, std::optional<double> scale, Delegate delegate)
         send(isCancelled ? NSEventType::MouseCancelled : NSEventType::LeftMouseUp, x + dx, y + dy);
     });
     add_controller(drag_);
+    connectKeys();
+    // gtkmm has no virtual function for it. The class is this one's own.
+    GTK_WIDGET_GET_CLASS(Gtk::Widget::gobj())->focus = [](GtkWidget* widget,
+                                                          GtkDirectionType direction) -> gboolean {
+        return dynamic_cast<GTKRoot*>(Glib::wrap(widget))->focus(direction) ? TRUE : FALSE;
+    };
     property_scale_factor().signal_changed().connect([this] { delegate_.resized(); });
 }
 
-GTKRoot::~GTKRoot() = default;
+GTKRoot::~GTKRoot() {
+    focusMoved_.disconnect();
+}
+
+// The controller sees the keys that the focused control has not handled.
+void GTKRoot::connectKeys() {
+    keys_->signal_key_pressed().connect(
+        [this](guint, guint keycode, Gdk::ModifierType state) {
+            return sendKey(NSEventType::KeyDown, keycode, state);
+        },
+        false);
+    keys_->signal_key_released().connect([this](guint, guint keycode, Gdk::ModifierType state) {
+        sendKey(NSEventType::KeyUp, keycode, state);
+    });
+    add_controller(keys_);
+}
+
+bool GTKRoot::sendKey(NSEventType type, guint keycode, Gdk::ModifierType state) {
+    NSEvent event;
+    event.type = type;
+    event.timestamp = CACurrentMediaTime();
+    const std::pair<Gdk::ModifierType, unsigned> modifiers[] = {
+        {Gdk::ModifierType::SHIFT_MASK, kNSEventModifierShift},
+        {Gdk::ModifierType::CONTROL_MASK, kNSEventModifierControl},
+        {Gdk::ModifierType::ALT_MASK, kNSEventModifierAlt},
+        {Gdk::ModifierType::SUPER_MASK, kNSEventModifierSuper}};
+    for (const auto& [mask, flag] : modifiers) {
+        event.modifierFlags |= (state & mask) == mask ? flag : 0;
+    }
+    // The symbol with Shift is in the text, the symbol without Shift is the key's name.
+    const auto symbol = [&](Gdk::ModifierType with) {
+        guint found = 0;
+        gdk_display_translate_key(
+            get_display()->gobj(), keycode, static_cast<GdkModifierType>(with),
+            static_cast<int>(keys_->get_group()), &found, nullptr, nullptr, nullptr);
+        return found;
+    };
+    if (const char* const name =
+            gdk_keyval_name(gdk_keyval_to_lower(symbol(state & ~Gdk::ModifierType::SHIFT_MASK)))) {
+        event.key = name;
+    }
+    const gunichar character = gdk_keyval_to_unicode(symbol(state));
+    if (g_unichar_isprint(character) != FALSE &&
+        (event.modifierFlags & ~unsigned{kNSEventModifierShift}) == 0) {
+        char utf8[6];
+        event.characters.assign(utf8, g_unichar_to_utf8(character, utf8));
+    }
+    event.isARepeat = type == NSEventType::KeyDown && heldKey_ == keycode;
+    heldKey_ = type == NSEventType::KeyDown ? keycode : 0;
+    return delegate_.keyPressed(event);
+}
+
+bool GTKRoot::focus(GtkDirectionType direction) {
+    if (direction != GTK_DIR_TAB_FORWARD && direction != GTK_DIR_TAB_BACKWARD) {
+        return false;  // arrow keys are the views' own
+    }
+    if (delegate_.tabPressed(direction == GTK_DIR_TAB_FORWARD)) {
+        return true;
+    }
+    return !hasFocusInside() && grab_focus();
+}
+
+bool GTKRoot::hasFocusInside() {
+    GtkRoot* const toplevel = gtk_widget_get_root(Gtk::Widget::gobj());
+    GtkWidget* const focused = toplevel != nullptr ? gtk_root_get_focus(toplevel) : nullptr;
+    return focused != nullptr && (focused == Gtk::Widget::gobj() ||
+                                  gtk_widget_is_ancestor(focused, Gtk::Widget::gobj()) != FALSE);
+}
 
 void GTKRoot::setLabels(const std::vector<NSAccessibilityLabel>& labels) {
     labels_.resize(std::min(labels_.size(), labels.size()));
@@ -101,7 +183,16 @@ void GTKRoot::snapshot_vfunc(const Glib::RefPtr<Gtk::Snapshot>& snapshot) {
 
 void GTKRoot::on_realize() {
     Gtk::Widget::on_realize();
+    if (auto* const toplevel = dynamic_cast<Gtk::Window*>(get_root())) {
+        focusMoved_ = toplevel->property_focus_widget().signal_changed().connect(
+            [this, toplevel] { delegate_.focusMoved(gtk_window_get_focus(toplevel->gobj())); });
+    }
     delegate_.realized();
+}
+
+void GTKRoot::on_unrealize() {
+    focusMoved_.disconnect();
+    Gtk::Widget::on_unrealize();
 }
 
 }  // namespace orvane::platform

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <gtkmm/eventcontrollerkey.h>
 #include <gtkmm/gesturedrag.h>
 #include <gtkmm/widget.h>
 
@@ -17,8 +18,11 @@ class GTKAccessibleElement;
 class GTKPresentation;
 
 // The widget that a GTKWindow gives to the program. It contains what the window's presentation
-// shows, clips it, and turns pointer input into events. A press that a control takes is not an
-// event of the window. Main thread only.
+// shows, clips it, and turns input into events. A press or a key that a control takes is not an
+// event of the window.
+//
+// The root has the keyboard focus while a view that paints is the first responder. It decides where
+// Tab goes among the views. Main thread only.
 class GTKRoot final : public Gtk::Widget {
 public:
     // What the window does about it.
@@ -26,6 +30,14 @@ public:
         std::function<void()> realized;  // the renderer is known
         std::function<void()> resized;   // or the number of pixels per point changed
         std::function<void(const NSEvent&)> pointerMoved;
+        // No control has handled the key. Returns whether a view has.
+        std::function<bool(const NSEvent&)> keyPressed;
+        // A widget of the toplevel window got the keyboard focus, in this widget or elsewhere; null
+        // for none.
+        std::function<void(GtkWidget*)> focusMoved;
+        // Gives the keyboard to the view before or after the one that has it. Returns false at the
+        // end.
+        std::function<bool(bool isForward)> tabPressed;
     };
 
     // `size` in points is what the widget asks for. `scale` is the number of pixels per point;
@@ -48,9 +60,15 @@ protected:
     void size_allocate_vfunc(int width, int height, int baseline) override;
     void snapshot_vfunc(const Glib::RefPtr<Gtk::Snapshot>& snapshot) override;
     void on_realize() override;
+    void on_unrealize() override;
 
 private:
     void send(NSEventType type, double x, double y);
+    void connectKeys();
+    bool hasFocusInside();
+    // GTK looks for the next widget that can have the focus.
+    bool focus(GtkDirectionType direction);
+    bool sendKey(NSEventType type, guint keycode, Gdk::ModifierType state);
 
     CGSize wanted_;
     CGSize size_;
@@ -58,6 +76,9 @@ private:
     Delegate delegate_;
     GTKPresentation* presentation_ = nullptr;
     Glib::RefPtr<Gtk::GestureDrag> drag_;
+    Glib::RefPtr<Gtk::EventControllerKey> keys_;
+    guint heldKey_ = 0;  // the hardware code of the last key that was pressed; 0 for none
+    sigc::connection focusMoved_;
     bool isCancelled_ = false;  // the drag that is about to end
     std::vector<std::unique_ptr<GTKAccessibleElement>> labels_;
 };

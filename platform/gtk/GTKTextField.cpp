@@ -23,7 +23,6 @@ GTKTextField::GTKTextField(NSTextField& field) : field_(field) {
     // The view decides the width: remove the entry's own minimum.
     entry_.set_width_chars(0);
     entry_.set_max_width_chars(0);
-    stateDidChange();
     entry_.signal_changed().connect([this] {
         // A text that the widget cannot show unchanged must not replace what the application set.
         if (!taking_) {

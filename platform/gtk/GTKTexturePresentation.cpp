@@ -11,8 +11,8 @@
 
 namespace orvane::platform {
 
-void GTKTexturePresentation::add(NSView& view) {
-    auto owned = std::make_unique<GTKView>(view);
+void GTKTexturePresentation::add(NSView& view, GTKControl* control) {
+    auto owned = std::make_unique<GTKView>(control);
     GTKView& widget = *owned;
     Gtk::Widget* const parent = view.superview() != nullptr
                                     ? static_cast<Gtk::Widget*>(GTKView::of(*view.superview()))
@@ -37,9 +37,6 @@ void GTKTexturePresentation::change(NSView& view, unsigned changes, double time)
     }
     if ((changes & kNSViewBackgroundChanged) != 0) {
         widget.takeBackground(view);
-    }
-    if ((changes & kNSViewStateChanged) != 0) {
-        widget.takeControlState();
     }
 }
 

@@ -14,9 +14,8 @@
 
 namespace orvane::platform {
 
-GTKView::GTKView(NSView& view)
-    : Glib::ObjectBase("OrvaneView"), control_(GTKControl::create(view)) {
-    if (control_) {
+GTKView::GTKView(GTKControl* control) : Glib::ObjectBase("OrvaneView"), control_(control) {
+    if (control_ != nullptr) {
         control_->widget().set_parent(*this);
     }
 }
@@ -26,7 +25,7 @@ GTKView::~GTKView() {
     if (fadesInto_ != nullptr) {
         fadesInto_->linkFade(nullptr);
     }
-    if (control_) {
+    if (control_ != nullptr) {
         control_->widget().unparent();
     }
     if (get_parent() != nullptr) {
@@ -65,12 +64,6 @@ void GTKView::takeBackground(const NSView& view) {
     queue_draw();
 }
 
-void GTKView::takeControlState() {
-    if (control_) {
-        control_->stateDidChange();
-    }
-}
-
 void GTKView::takeTiles(const NSView& view, std::span<const NSBackingRect> rects) {
     tiles_.update(view.backingStore(), rects);
     queue_draw();
@@ -78,7 +71,7 @@ void GTKView::takeTiles(const NSView& view, std::span<const NSBackingRect> rects
 
 void GTKView::takeOrder(const NSView& view) {
     // A control's widget stays behind the subviews.
-    GtkWidget* previous = control_ ? control_->widget().gobj() : nullptr;
+    GtkWidget* previous = control_ != nullptr ? control_->widget().gobj() : nullptr;
     for (const NSView* const subview : view.subviewsInDrawingOrder()) {
         GTKView* const widget = of(*subview);
         if (widget == nullptr) {
@@ -114,7 +107,7 @@ void GTKView::measure_vfunc(Gtk::Orientation, int, int& minimum, int& natural, i
 }
 
 void GTKView::size_allocate_vfunc(int width, int height, int) {
-    if (control_) {
+    if (control_ != nullptr) {
         // GTK does not allocate less than the minimum size: the widget then extends beyond its
         // view.
         GtkRequisition least;

@@ -21,8 +21,9 @@ class GTKControl;
 // display pass, when views may have changed or left. Main thread only.
 class GTKView final : public Gtk::Widget, public NSViewRealization {
 public:
-    // Copies nothing yet.
-    explicit GTKView(NSView& view);
+    // Copies nothing yet. `control` is shown in front of the background; it is borrowed, and may be
+    // null.
+    explicit GTKView(GTKControl* control);
     ~GTKView() override;
 
     // Returns the widget of a view, or null if the view is not shown by one.
@@ -32,7 +33,6 @@ public:
     void takePlace(const NSView& view, double time);
     void takeOpacity(const NSView& view, double time);
     void takeBackground(const NSView& view);
-    void takeControlState();
     void takeTiles(const NSView& view, std::span<const NSBackingRect> rects);
     // Puts the widgets of the subviews into their drawing order.
     void takeOrder(const NSView& view);
@@ -69,7 +69,7 @@ private:
     GTKView* fadesInto_ = nullptr;
     CGColor background_;
     GTKTiles tiles_;
-    std::unique_ptr<GTKControl> control_;
+    GTKControl* control_;
 };
 
 }  // namespace orvane::platform

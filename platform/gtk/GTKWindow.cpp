@@ -6,7 +6,9 @@
 
 #include <utility>
 
+#include "orvane/commons/ScopedFlag.h"
 #include "platform/appkit/NSBackingStore.h"
+#include "platform/appkit/NSEvent.h"
 #include "platform/appkit/NSView.h"
 #include "platform/corevideo/CVDisplay.h"
 #include "platform/gtk/GTKControl.h"
@@ -26,7 +28,10 @@ GTKWindow::GTKWindow(CGSize size, std::optional<double> scale) {
                               resized_ = true;
                               scheduleDisplay();
                           },
-                          [this](const NSEvent& event) { sendEvent(event); }});
+                          [this](const NSEvent& event) { sendEvent(event); },
+                          [this](const NSEvent& event) { return sendUnhandledKey(event); },
+                          [this](GtkWidget* focused) { focusDidMove(focused); },
+                          [this](bool isForward) { return tabPressed(isForward); }});
     display_ = std::make_unique<CVDisplay>([this] { scheduleDisplay(); });
 }
 
@@ -121,7 +126,7 @@ void GTKWindow::choosePresentation() {
     root_->setPresentation(presentation_.get());
     presentation_->resize(contentSize(), backingScaleFactor());
     for (NSView* const view : views) {
-        presentation_->add(*view);
+        presentation_->add(*view, controlOf(*view));
     }
     for (NSView* const view : views) {
         presentation_->reorder(*view);
@@ -130,18 +135,38 @@ void GTKWindow::choosePresentation() {
         }
     }
     backingPropertiesDidChange();
+    if (firstResponder() != nullptr) {
+        didChangeFirstResponder();
+    }
+}
+
+GTKControl* GTKWindow::controlOf(const NSView& view) const {
+    const auto found = controls_.find(const_cast<NSView*>(&view));
+    return found != controls_.end() ? found->second.get() : nullptr;
 }
 
 void GTKWindow::didAddView(NSView& view) {
+    if (std::unique_ptr<GTKControl> control = GTKControl::create(view)) {
+        control->stateDidChange();
+        controls_.emplace(&view, std::move(control));
+    }
     if (presentation_) {
-        presentation_->add(view);
+        presentation_->add(view, controlOf(view));
+        if (&view == firstResponder()) {  // it was moved within the window
+            didChangeFirstResponder();
+        }
     }
 }
 
 void GTKWindow::willRemoveView(NSView& view) {
+    // The view may come back, and is then still the first responder.
+    const bool wasMovingFocus = std::exchange(isMovingFocus_, true);
     if (presentation_) {
         presentation_->remove(view);
+        view.setRealization(nullptr);
     }
+    controls_.erase(&view);
+    isMovingFocus_ = wasMovingFocus;
 }
 
 void GTKWindow::didReorderSubviews(NSView& superview) {
@@ -154,6 +179,75 @@ void GTKWindow::didChangeView(NSView& view, unsigned changes) {
     if (presentation_) {
         presentation_->change(view, changes, displayTime());
     }
+    if ((changes & kNSViewStateChanged) != 0) {
+        if (GTKControl* const control = controlOf(view)) {
+            control->stateDidChange();
+        }
+    }
+}
+
+// ---- the keyboard ----
+
+void GTKWindow::didChangeFirstResponder() {
+    if (isMovingFocus_ || !presentation_) {
+        return;
+    }
+    const commons::ScopedFlag moving(isMovingFocus_);
+    NSView* const first = firstResponder();
+    GTKControl* const control = first != nullptr ? controlOf(*first) : nullptr;
+    if (control != nullptr) {
+        control->stateDidChange();  // a widget that is disabled takes no focus
+        control->grabFocus();
+        return;
+    }
+    // Without a first responder, the focus must leave the controls; but it is not taken from
+    // another widget of the program.
+    GtkRoot* const toplevel = gtk_widget_get_root(GTK_WIDGET(root_->gobj()));
+    GtkWidget* const focused = toplevel != nullptr ? gtk_root_get_focus(toplevel) : nullptr;
+    if (first != nullptr || (focused != nullptr &&
+                             gtk_widget_is_ancestor(focused, GTK_WIDGET(root_->gobj())) != FALSE)) {
+        root_->grab_focus();
+    }
+}
+
+void GTKWindow::focusDidMove(GtkWidget* focused) {
+    if (isMovingFocus_) {
+        return;
+    }
+    NSView* target = nullptr;
+    for (const auto& [view, control] : controls_) {
+        GtkWidget* const widget = control->widget().gobj();
+        if (focused != nullptr &&
+            (focused == widget || gtk_widget_is_ancestor(focused, widget) != FALSE)) {
+            target = view;
+            break;
+        }
+    }
+    // The root itself has the focus for the views that paint.
+    NSView* const first = firstResponder();
+    if (first != nullptr && focused == GTK_WIDGET(root_->gobj()) && controlOf(*first) == nullptr) {
+        target = first;
+    }
+    {
+        const commons::ScopedFlag moving(isMovingFocus_);
+        makeFirstResponder(target);
+    }
+    if (firstResponder() != target) {  // the view that was told has chosen another one
+        didChangeFirstResponder();
+    }
+}
+
+bool GTKWindow::tabPressed(bool isForward) {
+    if (!selectKeyView(isForward, false)) {
+        return false;
+    }
+    // What the view did about it must be in the widget before the next key.
+    if (const NSView* const first = firstResponder()) {
+        if (GTKControl* const control = controlOf(*first)) {
+            control->stateDidChange();
+        }
+    }
+    return true;
 }
 
 void GTKWindow::didPaintView(NSView& view, std::span<const NSBackingRect> rects) {
@@ -186,7 +280,7 @@ void GTKWindow::present() {
 }
 
 bool GTKWindow::showsNatively(const NSView& view) const {
-    return GTKControl::realizes(view);
+    return controlOf(view) != nullptr;
 }
 
 bool GTKWindow::writePNG(const std::string& path) const {

@@ -4,6 +4,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 #include "orvane/commons/Export.h"
@@ -18,15 +19,22 @@ namespace Gtk {
 class Widget;
 }
 
+struct _GtkWidget;
+
 namespace orvane::platform {
 
 class CVDisplay;
+class GTKControl;
 class GTKPresentation;
 class GTKRoot;
 enum class GTKRendererKind;
 
-// A window on a real desktop, X11 or Wayland: a widget that shows views and turns pointer input
-// into events, to be put into a window of the program's own.
+// A window on a real desktop, X11 or Wayland: a widget that shows views and turns input into
+// events, to be put into a window of the program's own.
+//
+// The first responder and the keyboard focus of GTK agree: a control that the user clicks becomes
+// the first responder, and a view that becomes the first responder gets the focus. Tab visits the
+// views in their own order, and then the other widgets of the program's window.
 //
 // The display pass runs on the frame clock, and only when something has changed. GTK must be
 // initialized, and the widget removed from its parent before this object is destroyed. Main thread
@@ -76,13 +84,20 @@ protected:
     void didPaintView(NSView& view, std::span<const NSBackingRect> rects) override;
     void present() override;
     bool showsNatively(const NSView& view) const override;
+    void didChangeFirstResponder() override;
 
 private:
     // Shows a frame of the frame clock. Returns whether the next frame is wanted, too.
     bool tick(const Gdk::FrameClock& clock);
     void choosePresentation();
+    // The focus of GTK is now in `focused`, or nowhere: makes its view the first responder.
+    void focusDidMove(_GtkWidget* focused);
+    GTKControl* controlOf(const NSView& view) const;
+    bool tabPressed(bool isForward);
 
     std::unique_ptr<GTKRoot> root_;
+    std::unordered_map<NSView*, std::unique_ptr<GTKControl>> controls_;
+    bool isMovingFocus_ = false;                     // this object moves the focus of GTK
     std::unique_ptr<GTKPresentation> presentation_;  // null until the root is realized
     GTKRendererKind kind_{};
     std::function<void(CGSize)> resizeHandler_;

@@ -22,6 +22,8 @@ struct Responder final : NSView {
     bool keyUp(const NSEvent& event) override { return note("up " + event.key); }
     bool scrollWheel(const NSEvent&) override { return note("scroll"); }
     bool acceptsFirstResponder() const override { return accepts; }
+    bool canBecomeKeyView() const override { return isKeyView; }
+    void didBecomeKeyView() override { note("was reached by Tab"); }
     void didBecomeFirstResponder() override { note("has the keyboard"); }
     void didResignFirstResponder() override { note("lost the keyboard"); }
     void step(double time) override {
@@ -38,6 +40,7 @@ struct Responder final : NSView {
     std::string& log;
     bool handles = false;
     bool accepts = true;
+    bool isKeyView = false;
     std::vector<double> times;
 };
 
@@ -93,6 +96,62 @@ TEST_F(NSRespondersTest, KeysGoToTheFirstResponderAndUpToTheContentView) {
     other->removeFromSuperviewWithoutNeedingDisplay();
     EXPECT_EQ(window.firstResponder(), nullptr);
     EXPECT_FALSE(window.makeFirstResponder(other.get()));
+}
+
+TEST_F(NSRespondersTest, TabVisitsKeyViewsInTheirOrder) {
+    const auto addKeyView = [&](const std::string& name, int order) {
+        const auto view = std::make_shared<Responder>(name, log);
+        view->isKeyView = true;
+        view->setKeyViewOrder(order);
+        root->addSubview(view);
+        return view;
+    };
+    const auto second = addKeyView("second", 1);
+    const auto third = addKeyView("third", 1);
+    const auto hidden = addKeyView("hidden", 0);
+    const auto disabled = addKeyView("disabled", 0);
+    const auto first = addKeyView("first", 0);
+    hidden->setHidden(true);
+    disabled->accepts = false;
+    const auto visited = [&](const NSEvent& event) {
+        window.sendEvent(event);
+        log.clear();
+        const auto* const view = dynamic_cast<const Responder*>(window.firstResponder());
+        return view != nullptr ? view->name : "none";
+    };
+    NSEvent back = key("Tab");
+    back.modifierFlags = kNSEventModifierShift;
+    EXPECT_EQ(visited(back), "third");
+    for (const std::string name : {"first", "second", "third", "first"}) {
+        EXPECT_EQ(visited(key("Tab")), name);
+    }
+    EXPECT_EQ(visited(back), "third");
+    EXPECT_FALSE(window.selectKeyView(true, false));
+    EXPECT_TRUE(window.selectKeyView(false, false));
+    EXPECT_EQ(std::exchange(log, {}),
+              "third lost the keyboard, second has the keyboard, second was reached by Tab, ");
+    // A view that handles Tab keeps it, and a Tab with Control moves nothing.
+    second->handles = true;
+    EXPECT_EQ(visited(key("Tab")), "second");
+    second->handles = false;
+    NSEvent command = key("Tab");
+    command.modifierFlags = kNSEventModifierControl;
+    EXPECT_EQ(visited(command), "second");
+}
+
+TEST_F(NSRespondersTest, APressGivesTheKeyboardToTheInnermostViewThatAcceptsIt) {
+    const auto press = [&](double x) {
+        window.sendEvent({NSEventType::LeftMouseDown, {x, 50}, 0});
+        window.sendEvent({NSEventType::LeftMouseUp, {x, 50}, 0});
+        return window.firstResponder();
+    };
+    EXPECT_EQ(press(50), inner.get());
+    EXPECT_EQ(press(150), other.get());
+    inner->accepts = false;
+    EXPECT_EQ(press(50), root.get());
+    root->accepts = false;
+    EXPECT_TRUE(window.makeFirstResponder(other.get()));
+    EXPECT_EQ(press(50), other.get());
 }
 
 TEST_F(NSRespondersTest, AScrollGestureStaysWithTheViewsWhereItBegan) {
