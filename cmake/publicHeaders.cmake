@@ -6,6 +6,7 @@ set(orvane_public_headers
     orvane/commons/ByteArray.h
     orvane/commons/Export.h
     orvane/commons/MainClass.h
+    orvane/commons/Trace.h
     orvane/commons/virtual_enable_shared_from_this.h
     orvane/display/Display.h
     orvane/display/DisplayFactory.h

@@ -29,6 +29,7 @@ Starts every application library in DIRECTORY and shows what it displays.
                      shown as they are at exactly this time
   --events FILE      play pointer and key events; a line is SECONDS down|move|up X Y,
                      SECONDS key NAME [ctrl+shift+alt] or SECONDS text STRING
+  --trace FILE       write what the run does, and when, in the Chrome trace format
   --frames DIR       off-screen: write every frame of an animation as a numbered PNG, then exit
   --fps N            frames per second (60)
   --seconds S        how much time the frames cover (1)
@@ -54,6 +55,7 @@ enum OptionCode {
     At,
     Events,
     DumpTree,
+    Trace,
     Frames,
     Fps,
     Seconds,
@@ -61,7 +63,7 @@ enum OptionCode {
     Version,
 };
 
-constexpr std::array<option, 15> longOptions{{
+constexpr std::array<option, 16> longOptions{{
     {"offscreen", no_argument, nullptr, Offscreen},
     {"size", required_argument, nullptr, Size},
     {"scale", required_argument, nullptr, Scale},
@@ -71,6 +73,7 @@ constexpr std::array<option, 15> longOptions{{
     {"at", required_argument, nullptr, At},
     {"events", required_argument, nullptr, Events},
     {"dump-tree", no_argument, nullptr, DumpTree},
+    {"trace", required_argument, nullptr, Trace},
     {"frames", required_argument, nullptr, Frames},
     {"fps", required_argument, nullptr, Fps},
     {"seconds", required_argument, nullptr, Seconds},
@@ -141,6 +144,9 @@ std::string store(Options& options, int code, const char* value) {
             break;
         case DumpTree:
             options.dumpTree = true;
+            break;
+        case Trace:
+            options.trace = value;
             break;
         case Frames:
             options.frames = value;

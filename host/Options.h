@@ -20,6 +20,7 @@ struct Options {
     std::optional<double> at;          // seconds; empty: when nothing is left to paint
     std::string events;                // the file of pointer events; empty: none
     bool dumpTree = false;
+    std::string trace;   // the file for the trace of the run; empty: none
     std::string frames;  // the directory for numbered PNGs; empty: none
     double fps = 60;
     double seconds = 1;

@@ -13,9 +13,11 @@
 #include "host/Options.h"
 #include "host/output.h"
 #include "host/runInWindow.h"
+#include "orvane/commons/Trace.h"
 
 namespace {
 
+using namespace orvane;
 using namespace orvane::host;
 
 // Painting and hit testing recurse, and an application's trees may be deep. The main thread's stack
@@ -69,9 +71,6 @@ ExitCode runWithoutWindow(Options options, const EventScript& script) {
 }
 
 ExitCode runHost(const Options& options) {
-    if (!checkDirectories(options)) {
-        return ExitCode::CannotDo;
-    }
     EventScript script;
     if (!options.events.empty()) {
         auto loaded = EventScript::load(options.events);
@@ -88,6 +87,23 @@ ExitCode runHost(const Options& options) {
         return *exitCode;
     }
     return runWithoutWindow(options, script);
+}
+
+// Runs the host as the options say, and writes the trace if one was asked for.
+ExitCode runTraced(const Options& options) {
+    if (!checkDirectories(options)) {
+        return ExitCode::CannotDo;
+    }
+    if (options.trace.empty()) {
+        return runHost(options);
+    }
+    const bool started = commons::Trace::start(options.trace);
+    const ExitCode exitCode = started ? runHost(options) : ExitCode::CannotDo;
+    if (!started || !commons::Trace::stop()) {
+        complain("cannot write " + options.trace);
+        return ExitCode::CannotDo;
+    }
+    return exitCode;
 }
 
 }  // namespace
@@ -108,5 +124,5 @@ int main(int argc, char** argv) {
         std::cout << "orvane-host " ORVANE_VERSION "\n";
         return 0;
     }
-    return static_cast<int>(runHost(options));
+    return static_cast<int>(runTraced(options));
 }

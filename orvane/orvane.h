@@ -6,6 +6,7 @@
 // cannot use them.
 
 #include "orvane/commons/ByteArray.h"
+#include "orvane/commons/Trace.h"
 #include "orvane/display/Display.h"
 #include "orvane/display/DisplayFactory.h"
 #include "orvane/display/animation/Animatable.h"

@@ -1,9 +1,11 @@
 #include "orvane/network/RequestService.h"
 
+#include <cstdint>
 #include <memory>
 #include <optional>
 #include <utility>
 
+#include "orvane/commons/Trace.h"
 #include "orvane/network/Request.h"
 #include "orvane/network/Response.h"
 #include "orvane/network/convert.h"
@@ -116,12 +118,15 @@ Response responseFrom(const platform::NSData& data,
 // Calls `answered` with the response on the session's thread.
 template <typename Handler>
 void send(const Request& request, Handler answered) {
+    const std::uint64_t trace =
+        commons::Trace::isRunning() ? commons::Trace::begin("request", request.buildUrl()) : 0;
     platform::NSURLSession::sharedSession()
         .dataTaskWithRequest(nativeRequest(request),
-                             [answered = std::move(answered)](
+                             [answered = std::move(answered), trace](
                                  const platform::NSData& data,
                                  const std::optional<platform::NSHTTPURLResponse>& response,
                                  const std::optional<platform::NSError>& error) mutable {
+                                 commons::Trace::end("request", trace);
                                  answered(responseFrom(data, response, error));
                              })
         ->resume();

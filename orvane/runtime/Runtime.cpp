@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "orvane/commons/Trace.h"
 #include "orvane/system/system.h"
 
 namespace orvane {
@@ -82,6 +83,7 @@ void Runtime::loop() {
             }
         }
         if (current) {
+            const commons::TraceScope trace("task");
             current();
         }
         std::unique_lock lock(mutex_);

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "orvane/commons/ScopedFlag.h"
+#include "orvane/commons/Trace.h"
 #include "platform/appkit/NSBackingPolicy.h"
 #include "platform/appkit/NSBackingStore.h"
 #include "platform/appkit/NSEvent.h"
@@ -209,17 +210,24 @@ void NSWindow::displayIfNeeded(double time) {
         return;
     }
     const commons::ScopedFlag displaying(state_->displaying);
+    const commons::TraceScope frameTrace("frame");
     state_->displayTime = time;
     // Changes that the completions make belong to this pass and must not schedule another one.
     state_->scheduled = true;
-    CATimeline::instance().tick(state_->displayTime);
-    stepViews();
+    {
+        const commons::TraceScope updateTrace("update");
+        CATimeline::instance().tick(state_->displayTime);
+        stepViews();
+    }
     state_->scheduled = false;
     if (needsDisplay()) {
         reportChanges();
         paintDamage();
         state_->mustPresent = false;
-        present();
+        {
+            const commons::TraceScope presentTrace("present");
+            present();
+        }
         if (isAnimating()) {
             setNeedsPass();
         }
@@ -350,6 +358,7 @@ void NSWindow::paintDamage() {
         // until the view is shown.
         const std::shared_ptr<NSBackingStore> store = view->store_;
         if (view->window_ == this && store && !view->isHiddenOrHasHiddenAncestor()) {
+            const commons::TraceScope trace("paint");
             const std::span<const NSBackingRect> painted = store->paint(*view);
             if (view->window_ == this) {
                 didPaintView(*view, painted);

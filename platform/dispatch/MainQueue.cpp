@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "orvane/commons/Trace.h"
 #include "platform/dispatch/dispatch.h"
 #include "platform/foundation/NSLog.h"
 
@@ -194,6 +195,7 @@ void MainQueue::framesHadOpportunity() {
 void MainQueue::run(Item item) {
     std::exception_ptr error;
     try {
+        const commons::TraceScope trace("block");
         (item.call ? item.call->work : item.work)();
     } catch (...) {
         error = std::current_exception();

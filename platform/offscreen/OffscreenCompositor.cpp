@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "orvane/commons/Trace.h"
 #include "platform/appkit/NSBackingStore.h"
 #include "platform/appkit/NSView.h"
 #include "platform/offscreen/OffscreenComposer.h"
@@ -93,6 +94,7 @@ void OffscreenCompositor::painted(NSView& view, std::span<const NSBackingRect> r
 }
 
 std::span<const NSBackingRect> OffscreenCompositor::compose(NSView* root, double time) {
+    const commons::TraceScope trace("compose");
     if (root != nullptr) {
         layout_.update(*root, time);
     }

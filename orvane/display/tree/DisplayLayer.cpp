@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "orvane/commons/Trace.h"
 #include "orvane/commons/reportMisuse.h"
 #include "orvane/display/tree/ContainerObject.h"
 #include "orvane/display/tree/FrameUnion.h"
@@ -75,6 +76,7 @@ void DisplayLayer::updateState() {
     if (const std::shared_ptr<DisplayLayer> superlayer = getSuperlayer()) {
         superlayer->raiseDirty();
     } else if (display_) {
+        const commons::TraceScope trace("validate");
         validate(false);
     }
 }
