@@ -1,11 +1,12 @@
 #include "platform/urlsession/NSURL.h"
 
-#include <curl/curl.h>
 #include <glib.h>
 
 #include <algorithm>
 #include <memory>
 #include <utility>
+
+#include "platform/urlsession/CurlLibrary.h"
 
 namespace orvane::platform {
 
@@ -13,10 +14,10 @@ namespace {
 
 std::string part(CURLU* url, CURLUPart what, unsigned flags = 0) {
     char* text = nullptr;
-    if (curl_url_get(url, what, &text, flags) != CURLUE_OK) {
+    if (curl().urlGet(url, what, &text, flags) != CURLUE_OK) {
         return {};
     }
-    const std::unique_ptr<char, decltype(&curl_free)> owned(text, &curl_free);
+    const std::unique_ptr<char, decltype(&::curl_free)> owned(text, curl().free);
     return text;
 }
 
@@ -31,9 +32,13 @@ NSURL::NSURL(std::string absoluteString, std::string origin)
     : absoluteString_(std::move(absoluteString)), origin_(std::move(origin)) {}
 
 std::optional<NSURL> NSURL::URLWithString(const NSString& text) {
-    const std::unique_ptr<CURLU, decltype(&curl_url_cleanup)> url(curl_url(), &curl_url_cleanup);
-    if (curl_url_set(url.get(), CURLUPART_URL, text.UTF8String().c_str(),
-                     CURLU_URLENCODE | CURLU_ALLOW_SPACE) != CURLUE_OK) {
+    if (CurlLibrary::instance() == nullptr) {
+        return std::nullopt;
+    }
+    const std::unique_ptr<CURLU, decltype(&::curl_url_cleanup)> url(curl().url(),
+                                                                    curl().urlCleanup);
+    if (curl().urlSet(url.get(), CURLUPART_URL, text.UTF8String().c_str(),
+                      CURLU_URLENCODE | CURLU_ALLOW_SPACE) != CURLUE_OK) {
         return std::nullopt;
     }
     const std::string scheme = lowerCase(part(url.get(), CURLUPART_SCHEME));

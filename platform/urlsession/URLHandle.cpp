@@ -5,14 +5,14 @@
 namespace orvane::platform {
 
 URLHandle::URLHandle(CURLSH* share, const NSURLSessionConfiguration& configuration)
-    : share_(share), configuration_(configuration), easy_(curl_easy_init()) {
+    : share_(share), configuration_(configuration), easy_(curl().easyInit()) {
     prepare();
 }
 
 void URLHandle::reset() {
     // curl_easy_reset forgets the list of cookie files without freeing it.
     set(CURLOPT_COOKIEFILE, nullptr);
-    curl_easy_reset(easy_.get());
+    curl().easyReset(easy_.get());
     prepare();
 }
 

@@ -1,8 +1,8 @@
 #pragma once
 
-#include <curl/curl.h>
-
 #include <memory>
+
+#include "platform/urlsession/CurlLibrary.h"
 
 namespace orvane::platform {
 
@@ -21,7 +21,7 @@ public:
 
     template <typename Value>
     void set(CURLoption option, Value value) {
-        curl_easy_setopt(easy_.get(), option, value);
+        curl().easySetopt(easy_.get(), option, value);
     }
 
     // Restores the state of a new handle.
@@ -29,7 +29,7 @@ public:
 
 private:
     struct Deleter {
-        void operator()(CURL* easy) const { curl_easy_cleanup(easy); }
+        void operator()(CURL* easy) const { curl().easyCleanup(easy); }
     };
 
     void prepare();

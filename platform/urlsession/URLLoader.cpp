@@ -37,14 +37,14 @@ URLLoader::URLLoader(const NSURLSessionConfiguration& configuration,
     : configuration_(configuration),
       resubmit_(std::move(resubmit)),
       memory_{configuration.bodyMemory, 0},
-      share_(curl_share_init()),
-      multi_(curl_multi_init()) {
-    curl_share_setopt(share_.get(), CURLSHOPT_SHARE, CURL_LOCK_DATA_COOKIE);
-    curl_share_setopt(share_.get(), CURLSHOPT_SHARE, CURL_LOCK_DATA_SSL_SESSION);
-    curl_multi_setopt(multi_.get(), CURLMOPT_PIPELINING, CURLPIPE_MULTIPLEX);
+      share_(curl().shareInit()),
+      multi_(curl().multiInit()) {
+    curl().shareSetopt(share_.get(), CURLSHOPT_SHARE, CURL_LOCK_DATA_COOKIE);
+    curl().shareSetopt(share_.get(), CURLSHOPT_SHARE, CURL_LOCK_DATA_SSL_SESSION);
+    curl().multiSetopt(multi_.get(), CURLMOPT_PIPELINING, CURLPIPE_MULTIPLEX);
     // By default libcurl keeps four connections for each running transfer, so it would close most
     // of them at the end of a burst.
-    curl_multi_setopt(multi_.get(), CURLMOPT_MAXCONNECTS, 256L);
+    curl().multiSetopt(multi_.get(), CURLMOPT_MAXCONNECTS, 256L);
 }
 
 URLLoader::~URLLoader() {
@@ -67,7 +67,7 @@ void URLLoader::add(URLTask task) {
 void URLLoader::proceed() {
     hasAdded_ = false;
     int running = 0;
-    curl_multi_perform(multi_.get(), &running);
+    curl().multiPerform(multi_.get(), &running);
     finishEnded();
     expire();
     startWaiting();
@@ -83,12 +83,12 @@ void URLLoader::wait() {
     const auto left =
         std::chrono::ceil<std::chrono::milliseconds>(nextDeadline_ - Clock::now()).count();
     // libcurl shortens the time to that of its next own timer.
-    curl_multi_poll(multi_.get(), nullptr, 0,
-                    static_cast<int>(std::clamp<std::int64_t>(left, 0, longest)), nullptr);
+    curl().multiPoll(multi_.get(), nullptr, 0,
+                     static_cast<int>(std::clamp<std::int64_t>(left, 0, longest)), nullptr);
 }
 
 void URLLoader::wake() {
-    curl_multi_wakeup(multi_.get());
+    curl().multiWakeup(multi_.get());
 }
 
 void URLLoader::failAll(const char* description) {
@@ -143,19 +143,19 @@ void URLLoader::send(std::unique_ptr<Running> running) {
         std::make_unique<URLTransfer>(*running->handle, running->task, configuration_, memory_);
     nextDeadline_ = std::min(nextDeadline_, running->transfer->deadline());
     running_.emplace(easy, std::move(running));
-    curl_multi_add_handle(multi_.get(), easy);
+    curl().multiAddHandle(multi_.get(), easy);
     hasAdded_ = true;
 }
 
 std::unique_ptr<URLLoader::Running> URLLoader::takeRunning(CURL* easy) {
-    curl_multi_remove_handle(multi_.get(), easy);
+    curl().multiRemoveHandle(multi_.get(), easy);
     auto node = running_.extract(easy);
     return std::move(node.mapped());
 }
 
 void URLLoader::finishEnded() {
     int left = 0;
-    while (const CURLMsg* const message = curl_multi_info_read(multi_.get(), &left)) {
+    while (const CURLMsg* const message = curl().multiInfoRead(multi_.get(), &left)) {
         if (message->msg == CURLMSG_DONE) {
             finish(message->easy_handle, message->data.result);
         }
@@ -221,7 +221,7 @@ URLLoader::Clock::time_point URLLoader::lastReceived(int localPort) const {
     FD_ZERO(&others);
     int last = -1;
     if (localPort == 0 ||
-        curl_multi_fdset(multi_.get(), &reading, &others, &others, &last) != CURLM_OK) {
+        curl().multiFdset(multi_.get(), &reading, &others, &others, &last) != CURLM_OK) {
         return {};
     }
     for (int socket = 0; socket <= last; ++socket) {

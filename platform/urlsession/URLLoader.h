@@ -1,7 +1,5 @@
 #pragma once
 
-#include <curl/curl.h>
-
 #include <chrono>
 #include <cstddef>
 #include <deque>
@@ -12,6 +10,7 @@
 #include <utility>
 #include <vector>
 
+#include "platform/urlsession/CurlLibrary.h"
 #include "platform/urlsession/NSURLSessionConfiguration.h"
 #include "platform/urlsession/URLHandle.h"
 #include "platform/urlsession/URLTask.h"
@@ -46,10 +45,10 @@ private:
     using Clock = std::chrono::steady_clock;
 
     struct ShareDeleter {
-        void operator()(CURLSH* share) const { curl_share_cleanup(share); }
+        void operator()(CURLSH* share) const { curl().shareCleanup(share); }
     };
     struct MultiDeleter {
-        void operator()(CURLM* multi) const { curl_multi_cleanup(multi); }
+        void operator()(CURLM* multi) const { curl().multiCleanup(multi); }
     };
     // What runs and what waits for a connection to one origin.
     struct Server {

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "platform/urlsession/AllSignalsBlocked.h"
+#include "platform/urlsession/CurlLibrary.h"
 #include "platform/urlsession/runProxyLookup.h"
 
 namespace orvane::platform {
@@ -17,8 +18,7 @@ constexpr const char* kCancelled = "The request was canceled.";
 }  // namespace
 
 URLSessionThread::URLSessionThread(const NSURLSessionConfiguration& configuration)
-    : lookUpProxy_(configuration.proxy),
-      loader_(configuration, [this](URLTask task) { submit(std::move(task)); }) {}
+    : configuration_(configuration) {}
 
 URLSessionThread::~URLSessionThread() {
     cancel();
@@ -31,8 +31,13 @@ void URLSessionThread::submit(URLTask task) {
         task.fail(kCancelled);
         return;
     }
+    if (CurlLibrary::instance() == nullptr) {
+        lock.unlock();
+        task.fail("libcurl is missing");
+        return;
+    }
     const std::optional<NSURL>& url = task.request.URL();
-    auto proxy = url && lookUpProxy_ ? proxies_.find(url->origin()) : std::string();
+    auto proxy = url && configuration_.proxy ? proxies_.find(url->origin()) : std::string();
     if (!proxy) {
         const NSURL toLookUp = *url;
         const auto [waiting, isFirst] = awaitingProxy_.try_emplace(toLookUp.origin());
@@ -47,7 +52,7 @@ void URLSessionThread::submit(URLTask task) {
     const bool mustWake = enqueue(std::move(task));
     lock.unlock();
     if (mustWake) {
-        loader_.wake();
+        loader_->wake();
     }
 }
 
@@ -57,6 +62,7 @@ bool URLSessionThread::enqueue(URLTask task) {
     const bool mustWake = submitted_.empty() && std::this_thread::get_id() != thread_.get_id();
     submitted_.push_back(std::move(task));
     if (!thread_.joinable()) {
+        loader_.emplace(configuration_, [this](URLTask next) { submit(std::move(next)); });
         const AllSignalsBlocked blocked;
         thread_ = std::thread([this] { run(); });
         pthread_setname_np(thread_.native_handle(), "URLSession");
@@ -66,7 +72,7 @@ bool URLSessionThread::enqueue(URLTask task) {
 
 void URLSessionThread::startLookUp(const NSURL& url) {
     runProxyLookup([self = shared_from_this(), url] {
-        self->proxyFound(url.origin(), self->lookUpProxy_(url.absoluteString()));
+        self->proxyFound(url.origin(), self->configuration_.proxy(url.absoluteString()));
     });
 }
 
@@ -86,7 +92,7 @@ void URLSessionThread::proxyFound(const std::string& origin, const std::string& 
         }
     }
     if (mustWake) {
-        loader_.wake();
+        loader_->wake();
     }
 }
 
@@ -100,7 +106,7 @@ void URLSessionThread::cancel() {
         awaitingProxy = std::exchange(awaitingProxy_, {});
     }
     if (thread.joinable()) {
-        loader_.wake();
+        loader_->wake();
         thread.join();
     }
     for (const auto& [origin, tasks] : awaitingProxy) {
@@ -125,16 +131,16 @@ void URLSessionThread::run() {
             isLast = isCancelled_;
         }
         for (URLTask& task : tasks) {
-            loader_.add(std::move(task));
+            loader_->add(std::move(task));
         }
         if (isLast) {
-            loader_.failAll(kCancelled);
+            loader_->failAll(kCancelled);
             return;
         }
-        loader_.proceed();
+        loader_->proceed();
         // Handlers that ran on this thread may have submitted tasks.
         if (!hasSubmitted()) {
-            loader_.wait();
+            loader_->wait();
         }
     }
 }

@@ -1,13 +1,14 @@
 #pragma once
 
-#include <functional>
 #include <memory>
 #include <mutex>
+#include <optional>
 #include <string>
 #include <thread>
 #include <unordered_map>
 #include <vector>
 
+#include "platform/urlsession/NSURLSessionConfiguration.h"
 #include "platform/urlsession/ProxyCache.h"
 #include "platform/urlsession/URLLoader.h"
 #include "platform/urlsession/URLTask.h"
@@ -38,8 +39,9 @@ private:
     bool hasSubmitted();
     void run();
 
-    const std::function<std::string(const std::string&)> lookUpProxy_;
-    URLLoader loader_;
+    const NSURLSessionConfiguration configuration_;
+    // Exists from the first task on.
+    std::optional<URLLoader> loader_;
     std::mutex mutex_;
     std::vector<URLTask> submitted_;
     // Tasks that wait for the proxy of their server, by its origin.

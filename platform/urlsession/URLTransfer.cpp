@@ -171,7 +171,7 @@ void URLTransfer::setFields(const NSMutableURLRequest& request) {
 }
 
 void URLTransfer::appendField(const std::string& line) {
-    if (curl_slist* list = curl_slist_append(fields_.get(), line.c_str())) {
+    if (curl_slist* list = curl().slistAppend(fields_.get(), line.c_str())) {
         static_cast<void>(fields_.release());
         fields_.reset(list);
     }
@@ -217,8 +217,8 @@ std::size_t URLTransfer::bodyArrived(char* bytes, std::size_t size, std::size_t 
 void URLTransfer::startBody() {
     hasBody_ = true;
     curl_header* encoding = nullptr;
-    if (curl_easy_header(handle_.get(), "Content-Encoding", 0, CURLH_HEADER, kLastResponse,
-                         &encoding) == CURLHE_OK &&
+    if (curl().easyHeader(handle_.get(), "Content-Encoding", 0, CURLH_HEADER, kLastResponse,
+                          &encoding) == CURLHE_OK &&
         encoding->amount == 1) {
         decoder_ = BodyDecoder::forEncoding(trimmed(encoding->value));
     }
@@ -250,7 +250,7 @@ bool URLTransfer::take(std::string_view bytes) {
             // The announced length saves reallocations. It is only a claim of the server, so the
             // capacity stays in proportion to what has arrived.
             curl_off_t announced = -1;
-            curl_easy_getinfo(handle_.get(), CURLINFO_CONTENT_LENGTH_DOWNLOAD_T, &announced);
+            curl().easyGetinfo(handle_.get(), CURLINFO_CONTENT_LENGTH_DOWNLOAD_T, &announced);
             const auto expected = static_cast<std::size_t>(std::max<curl_off_t>(announced, 0));
             body_.reserve(std::max({needed, std::min(expected, std::max(kTrusted, 4 * needed)),
                                     expected < needed ? 2 * body_.capacity() : 0}));
@@ -275,7 +275,7 @@ int URLTransfer::progressed(void* self, curl_off_t, curl_off_t down, curl_off_t,
 
 int URLTransfer::ownConnectionPort() const {
     long version = CURL_HTTP_VERSION_NONE;
-    curl_easy_getinfo(handle_.get(), CURLINFO_HTTP_VERSION, &version);
+    curl().easyGetinfo(handle_.get(), CURLINFO_HTTP_VERSION, &version);
     const bool isOlder = version == CURL_HTTP_VERSION_1_0 || version == CURL_HTTP_VERSION_1_1;
     return !isSecure_ || isOlder ? localPort_ : 0;
 }
@@ -296,7 +296,7 @@ bool URLTransfer::end(CURLcode code) {
 
 int URLTransfer::statusCode() const {
     long code = 0;
-    curl_easy_getinfo(handle_.get(), CURLINFO_RESPONSE_CODE, &code);
+    curl().easyGetinfo(handle_.get(), CURLINFO_RESPONSE_CODE, &code);
     return static_cast<int>(code);
 }
 
@@ -312,14 +312,14 @@ std::optional<std::string> URLTransfer::redirection() const {
             return std::nullopt;
     }
     const char* url = nullptr;
-    curl_easy_getinfo(handle_.get(), CURLINFO_REDIRECT_URL, &url);
+    curl().easyGetinfo(handle_.get(), CURLINFO_REDIRECT_URL, &url);
     return url == nullptr ? std::nullopt : std::optional<std::string>(url);
 }
 
 NSHTTPURLResponse URLTransfer::response() const {
     NSHTTPURLResponse::HeaderFields fields;
     for (curl_header* header = nullptr;
-         (header = curl_easy_nextheader(handle_.get(), CURLH_HEADER, kLastResponse, header)) !=
+         (header = curl().easyNextheader(handle_.get(), CURLH_HEADER, kLastResponse, header)) !=
          nullptr;) {
         // libcurl leaves the carriage return in values that are empty.
         const NSString value = latin1(trimmed(header->value));
@@ -353,7 +353,7 @@ NSError URLTransfer::error(CURLcode code) const {
     const std::string_view words(&errorBuffer_[0]);
     const bool isPlain =
         std::ranges::all_of(words, [](char c) { return static_cast<unsigned char>(c) < 0x80; });
-    return NSError(latin1(isPlain && !words.empty() ? words : curl_easy_strerror(code)));
+    return NSError(latin1(isPlain && !words.empty() ? words : curl().easyStrerror(code)));
 }
 
 }  // namespace orvane::platform

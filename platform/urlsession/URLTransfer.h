@@ -1,7 +1,5 @@
 #pragma once
 
-#include <curl/curl.h>
-
 #include <chrono>
 #include <cstddef>
 #include <memory>
@@ -12,6 +10,7 @@
 
 #include "platform/foundation/NSData.h"
 #include "platform/urlsession/BodyDecoder.h"
+#include "platform/urlsession/CurlLibrary.h"
 #include "platform/urlsession/NSError.h"
 #include "platform/urlsession/NSHTTPURLResponse.h"
 #include "platform/urlsession/NSMutableURLRequest.h"
@@ -66,7 +65,7 @@ public:
 
 private:
     struct ListDeleter {
-        void operator()(curl_slist* list) const { curl_slist_free_all(list); }
+        void operator()(curl_slist* list) const { curl().slistFreeAll(list); }
     };
 
     void setCallbacks();
