@@ -168,6 +168,14 @@ void GTKPicturePresentation::snapshot(const Glib::RefPtr<Gtk::Snapshot>& snapsho
         controls.push_back(&control);
     }
     std::ranges::sort(controls, {}, [](const Control* control) { return control->place.picture; });
+    if (const std::optional<CGColor> color = compositor_.backdropColor()) {
+        const CGRect area = compositor_.bounds().toPoints(compositor_.scale());
+        const graphene_rect_t bounds = {
+            {0, 0}, {static_cast<float>(area.size.width), static_cast<float>(area.size.height)}};
+        const GdkRGBA rgba = {static_cast<float>(color->red), static_cast<float>(color->green),
+                              static_cast<float>(color->blue), 1};
+        gtk_snapshot_append_color(snapshot->gobj(), &rgba, &bounds);
+    }
     std::size_t next = 0;
     for (std::size_t i = 0; i < pictures_.size(); ++i) {
         for (; next < controls.size() && controls[next]->place.picture <= static_cast<int>(i);

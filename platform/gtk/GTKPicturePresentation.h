@@ -46,7 +46,7 @@ private:
     void allocateControl(const Control& control) const;
 
     GTKRoot& root_;
-    OffscreenCompositor compositor_;
+    OffscreenCompositor compositor_{OffscreenCompositor::Backdrop::LeftToWindow};
     std::deque<GTKPicture> pictures_;
     GTKDamage damage_;
     std::map<const NSView*, Control> controls_;

@@ -3,8 +3,8 @@
 #include <algorithm>
 
 #include "orvane/commons/Trace.h"
-#include "platform/appkit/NSBackingStore.h"
 #include "platform/appkit/NSView.h"
+#include "platform/coregraphics/floorDivide.h"
 #include "platform/offscreen/OffscreenComposer.h"
 #include "platform/offscreen/OffscreenPlace.h"
 #include "platform/offscreen/OffscreenTarget.h"
@@ -16,29 +16,49 @@ namespace {
 // The number of pixels that are composed at once: 256 KiB of them.
 constexpr std::int64_t kBandArea = 65536;
 
-// Whether the root, or the first view on it, covers the whole image.
-bool isCoveredByBackground(const NSView* root, const NSBackingRect& bounds) {
+// Returns the root, or the first view on it, that covers the whole image with an opaque background.
+// All views that are drawn before it are its ancestors.
+const NSView* findBackdrop(const NSView* root, const NSBackingRect& bounds) {
     for (const NSView* view = root; view != nullptr;) {
         if (OffscreenComposer::hidesAllBelow(*view, bounds)) {
-            return true;
+            return view;
         }
         const bool isGroup = OffscreenPlace::of(*view).opacity < 1;
         const std::vector<NSView*>& subviews = view->subviewsInDrawingOrder();
         view = isGroup || subviews.empty() ? nullptr : subviews.front();
     }
-    return false;
+    return nullptr;
+}
+
+// The area of a picture that had `area` and must cover `needed`. A view that moves must not need
+// another area in each frame: the edges are at multiples of 64 pixels, and a picture that grows
+// gets half its size more on the sides where it grows.
+NSBackingRect grown(const NSBackingRect& area, const NSBackingRect& needed) {
+    NSBackingRect result = area.united(needed);
+    if (!area.isEmpty()) {
+        const std::int64_t width = area.width() / 2;
+        const std::int64_t height = area.height() / 2;
+        result.left -= needed.left < area.left ? width : 0;
+        result.right += needed.right > area.right ? width : 0;
+        result.top -= needed.top < area.top ? height : 0;
+        result.bottom += needed.bottom > area.bottom ? height : 0;
+    }
+    constexpr std::int64_t step = 64;
+    return {floorDivide(result.left, step) * step, floorDivide(result.top, step) * step,
+            -floorDivide(-result.right, step) * step, -floorDivide(-result.bottom, step) * step};
 }
 
 }  // namespace
 
-OffscreenCompositor::OffscreenCompositor() = default;
+OffscreenCompositor::OffscreenCompositor(Backdrop backdrop) : backdrop_(backdrop) {}
 OffscreenCompositor::~OffscreenCompositor() = default;
 
 void OffscreenCompositor::setImage(int width, int height, double scale) {
     scale_ = scale;
     bounds_ = {0, 0, width, height};
     pictures_.clear();
-    pictures_.push_back(OffscreenTarget::create(bounds_));
+    pictures_.push_back(backdrop_ == Backdrop::Composed ? OffscreenTarget::create(bounds_)
+                                                        : OffscreenTarget());
     damage_.setBounds(bounds_);
     layout_.setImage(bounds_, scale);
 }
@@ -49,6 +69,10 @@ std::size_t OffscreenCompositor::pictureCount() const {
 
 OffscreenCompositor::Picture OffscreenCompositor::picture(std::size_t index) const {
     return {pictures_[index].area, pictures_[index].pixels, index == 0 && isOpaque_};
+}
+
+std::optional<CGColor> OffscreenCompositor::backdropColor() const {
+    return pictures_.front().area.contains(bounds_) ? std::nullopt : backdropColor_;
 }
 
 OffscreenCompositor::NativePlace OffscreenCompositor::placeOfNative(const NSView& view) {
@@ -98,14 +122,7 @@ std::span<const NSBackingRect> OffscreenCompositor::compose(NSView* root, double
     if (root != nullptr) {
         layout_.update(*root, time);
     }
-    if (natives_ > 0 || pictures_.size() > 1) {
-        areas_.assign(1, bounds_);
-        if (root != nullptr) {
-            assignPictures(*root, 0);
-        }
-        fitPictures();
-    }
-    isOpaque_ = isCoveredByBackground(root, bounds_);
+    assignAreas(root);
     damage_.take(composed_, scale_);
     for (std::size_t i = 0; i < pictures_.size(); ++i) {
         const OffscreenComposer composer(scale_, static_cast<int>(i));
@@ -125,6 +142,24 @@ std::span<const NSBackingRect> OffscreenCompositor::compose(NSView* root, double
     return composed_;
 }
 
+void OffscreenCompositor::assignAreas(NSView* root) {
+    const NSView* const backdrop = findBackdrop(root, bounds_);
+    isOpaque_ = backdrop != nullptr;
+    leftOut_ = nullptr;
+    if (backdrop_ == Backdrop::LeftToWindow && isOpaque_ && backdrop->backingStore() == nullptr) {
+        backdropColor_ = backdrop->layer()->backgroundColor();
+        leftOut_ = backdrop;
+    }
+    if (natives_ == 0 && pictures_.size() == 1 && pictures_.front().area.contains(bounds_)) {
+        return;
+    }
+    areas_.assign(1, leftOut_ != nullptr ? NSBackingRect{} : bounds_);
+    if (root != nullptr) {
+        assignPictures(*root, 0);
+    }
+    fitPictures();
+}
+
 // Returns the picture that the view's last descendant is in.
 int OffscreenCompositor::assignPictures(NSView& view, int picture) {
     OffscreenPlace& place = OffscreenPlace::of(view);
@@ -136,8 +171,10 @@ int OffscreenCompositor::assignPictures(NSView& view, int picture) {
     if (place.isNative) {
         areas_.emplace_back();
         ++picture;
-    } else {
+    } else if (leftOut_ == nullptr) {
         area = area.united(place.own);
+    } else if (leftOut_ == &view) {
+        leftOut_ = nullptr;
     }
     for (NSView* const subview : view.subviewsInDrawingOrder()) {
         picture = assignPictures(*subview, picture);
@@ -149,18 +186,14 @@ int OffscreenCompositor::assignPictures(NSView& view, int picture) {
 // Gives every picture the area that it needs. A picture keeps an area that is larger.
 void OffscreenCompositor::fitPictures() {
     pictures_.resize(areas_.size());
-    for (std::size_t i = 1; i < pictures_.size(); ++i) {
-        // Whole tiles: a view that moves must not need another area in each frame.
-        const NSBackingRect tiles = NSBackingStore::tilesAround(areas_[i]);
-        constexpr std::int64_t size = NSBackingStore::tileSize;
-        const NSBackingRect needed = NSBackingRect{tiles.left * size, tiles.top * size,
-                                                   tiles.right * size, tiles.bottom * size}
-                                         .intersection(bounds_);
+    for (std::size_t i = 0; i < pictures_.size(); ++i) {
+        const NSBackingRect needed = areas_[i].intersection(bounds_);
         if (needed.isEmpty()) {
             pictures_[i] = {};
         } else if (!pictures_[i].area.contains(needed)) {
-            pictures_[i] = OffscreenTarget::create(needed);
-            damage_.add(needed);
+            pictures_[i] =
+                OffscreenTarget::create(grown(pictures_[i].area, needed).intersection(bounds_));
+            damage_.add(pictures_[i].area);
         }
     }
 }

@@ -3,12 +3,14 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <span>
 #include <vector>
 
 #include "orvane/commons/Export.h"
 #include "platform/appkit/NSBackingRect.h"
 #include "platform/coregraphics/CGAffineTransform.h"
+#include "platform/coregraphics/CGColor.h"
 #include "platform/offscreen/OffscreenDamage.h"
 #include "platform/offscreen/OffscreenLayout.h"
 
@@ -24,7 +26,11 @@ struct OffscreenTarget;
 // picture: the views behind the first native view, those between it and the second, and so on.
 class ORVANE_EXPORT OffscreenCompositor {
 public:
-    OffscreenCompositor();
+    // Whether the window fills what the first picture does not cover with backdropColor(). The
+    // picture then has the size of what is in front of a plain background, not that of the window.
+    enum class Backdrop { Composed, LeftToWindow };
+
+    explicit OffscreenCompositor(Backdrop backdrop = Backdrop::Composed);
     ~OffscreenCompositor();
     OffscreenCompositor(const OffscreenCompositor&) = delete;
     OffscreenCompositor& operator=(const OffscreenCompositor&) = delete;
@@ -41,10 +47,14 @@ public:
         std::shared_ptr<const std::uint32_t[]> pixels;  // premultiplied ARGB, packed rows
         bool isOpaque;                                  // false if that is not known
     };
-    // One more than there are native views. The first always covers the whole image. compose()
-    // changes the pixels, or replaces them when the picture gets another area.
+    // One more than there are native views. The first covers the whole image, unless there is a
+    // backdrop color. compose() changes the pixels, or replaces them when the picture gets another
+    // area.
     std::size_t pictureCount() const;
     Picture picture(std::size_t index) const;
+    // The opaque color of the image where the first picture is not, as of the last compose().
+    // Nothing if the picture covers the whole image.
+    std::optional<CGColor> backdropColor() const;
 
     struct NativePlace {
         CGAffineTransform toImage;  // from the view's points to the image's pixels
@@ -73,9 +83,16 @@ public:
     std::span<const NSBackingRect> compose(NSView* root, double time);
 
 private:
+    void assignAreas(NSView* root);
     int assignPictures(NSView& view, int picture);
     void fitPictures();
 
+    const Backdrop backdrop_;
+    // Of the last backdrop that was left to the window.
+    std::optional<CGColor> backdropColor_;
+    // While the areas are assigned: the backdrop, until it has been reached. The views that are
+    // reached before it are behind it.
+    const NSView* leftOut_ = nullptr;
     NSBackingRect bounds_;
     std::vector<OffscreenTarget> pictures_;
     std::vector<NSBackingRect> areas_;  // the parts of the image that the pictures must cover

@@ -45,7 +45,11 @@ struct Scene {
 class ChangingScene : public Scene {
 public:
     explicit ChangingScene(unsigned seed) : random_(seed) {
-        for (int i = 0; i < 6; ++i) {
+        if (seed % 2 == 0) {  // the background has contents
+            root = makePattern({{0, 0}, size}, {0, 0.5, 1, 1});
+            root->layer()->setBackgroundColor({1, 1, 1, 1});
+        }
+        for (unsigned i = 0; i < seed; ++i) {
             add();
         }
     }
@@ -56,7 +60,7 @@ public:
         }
         const std::size_t index = below(static_cast<unsigned>(views.size()));
         PatternView& view = *views[index];
-        switch (below(8)) {
+        switch (below(9)) {
             case 0:
                 view.removeFromSuperviewWithoutNeedingDisplay();
                 views.erase(views.begin() + static_cast<std::ptrdiff_t>(index));
@@ -73,6 +77,8 @@ public:
                 return view.layer()->setTransform(CATransform3D::makeAffineTransform(transform()));
             case 6:
                 return view.layer()->setAnchorPoint({below(3) / 2.0, below(3) / 2.0});
+            case 7:
+                return root->layer()->setBackgroundColor({below(5) / 4.0, below(5) / 4.0, 0, 1});
             default:
                 view.color = color();
                 view.setNeedsDisplayInRect(view.bounds());
