@@ -17,6 +17,12 @@ if(ORVANE_SANITIZE)
     target_link_options(orvane_options INTERFACE -fsanitize=${ORVANE_SANITIZE})
 endif()
 target_include_directories(orvane_options INTERFACE ${PROJECT_SOURCE_DIR})
+# Relative relocations in a tenth of the space: less to read when a program starts.
+include(CheckLinkerFlag)
+check_linker_flag(CXX "LINKER:-z,pack-relative-relocs" ORVANE_PACKS_RELOCATIONS)
+if(ORVANE_PACKS_RELOCATIONS)
+    target_link_options(orvane_options INTERFACE "LINKER:-z,pack-relative-relocs")
+endif()
 
 # The model: trees, geometry, shapes and requests as data. It links the C++ standard library and
 # nothing else, and its test programs link only the model: the build enforces the separation.
