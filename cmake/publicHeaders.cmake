@@ -12,7 +12,10 @@ set(orvane_public_headers
     orvane/display/DisplayFactory.h
     orvane/display/animation/Animatable.h
     orvane/display/animation/Animation.h
+    orvane/display/animation/AttributeName.h
+    orvane/display/animation/Easing.h
     orvane/display/animation/FrameAnimation.h
+    orvane/display/animation/FrameLoop.h
     orvane/display/animation/GroupAnimation.h
     orvane/display/animation/Transition.h
     orvane/display/animation/ValueAnimation.h

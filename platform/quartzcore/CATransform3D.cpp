@@ -82,10 +82,10 @@ CGAffineTransform CATransform3D::affineTransform() const {
 CATransform3D CATransform3D::interpolate(const CATransform3D& from, const CATransform3D& to,
                                          double share) {
     // At the ends, the result equals the argument exactly.
-    if (share <= 0 || from == to) {
+    if (share == 0 || from == to) {
         return from;
     }
-    if (share >= 1) {
+    if (share == 1) {
         return to;
     }
     const std::optional<Components> first = decompose(from);
@@ -105,6 +105,11 @@ CATransform3D CATransform3D::interpolate(const CATransform3D& from, const CATran
                     std::lerp(first->skew, last->skew, share), first->rotation + turn * share,
                     std::lerp(first->tx, last->tx, share), std::lerp(first->ty, last->ty, share),
                     std::lerp(first->tz, last->tz, share)});
+}
+
+double CATransform3D::rotation() const {
+    const std::optional<Components> parts = decompose(*this);
+    return parts ? parts->rotation : 0;
 }
 
 CATransform3D CATransform3D::withTranslationX(double tx) const {

@@ -19,12 +19,16 @@ struct ORVANE_EXPORT CATransform3D {
     // The transform's effect in the plane of the screen; the third dimension is dropped.
     CGAffineTransform affineTransform() const;
 
-    // Interpolates between two transforms; `share` is 0 for the first and 1 for the second. The
+    // Interpolates between two transforms; `share` is 0 for the first and 1 for the second, and
+    // extrapolates outside this range. The
     // components (translation, rotation in the shorter direction, scale, skew) are interpolated
     // separately, so that a rotation stays a rotation. If a transform has no such components (scale
     // 0, not finite, out of the plane), the elements of the matrices are interpolated.
     static CATransform3D interpolate(const CATransform3D& from, const CATransform3D& to,
                                      double share);
+    // The rotation in the plane of the screen, in radians, from -pi to pi; 0 for a transform that
+    // has no components.
+    double rotation() const;
     // Return the transform with one component replaced; the angle is in radians. withRotation
     // returns a transform that has no components unchanged:
     CATransform3D withTranslationX(double tx) const;

@@ -8,6 +8,7 @@
 #include <utility>
 #include <vector>
 
+#include "orvane/display/animation/FrameLoop.h"
 #include "platform/quartzcore/CAMediaTime.h"
 
 namespace orvane::display::animation {
@@ -104,6 +105,66 @@ TEST_F(FrameAnimationTest, AFailingCallbackEndsNeitherTheRunNorItsCompletion) {
     refresh({0, 0.5, 0.5, 0.5});
     EXPECT_EQ(*log_, (Phases{0, 0.5F, 1, kEnd}));
     EXPECT_TRUE(weak.expired()) << "the run has released the animation";
+}
+
+TEST_F(FrameAnimationTest, StopEndsAnEndlessRunWithTheNextFrame) {
+    const struct {
+        StopAt where;
+        float delay;
+        Phases expected;
+    } cases[] = {{StopAt::Presentation, 0, {0, 0.25F, kEnd}},
+                 {StopAt::End, 0, {0, 0.25F, 1, kEnd}},
+                 {StopAt::End, 5, {1, kEnd}}};
+    for (const auto& c : cases) {
+        log_ = std::make_shared<Phases>();
+        auto animation = makeAnimation(1, c.delay, -1);
+        animation->stop(c.where);  // does nothing: it does not run
+        animation->run();
+        refresh({0, 0.25});
+        animation->stop(c.where);
+        animation->stop(StopAt::End);
+        const std::weak_ptr<FrameAnimation> weak = std::exchange(animation, nullptr);
+        refresh({0.25, 0.25});
+        EXPECT_EQ(*log_, c.expected);
+        EXPECT_TRUE(weak.expired());
+    }
+}
+
+TEST_F(FrameAnimationTest, AFunctionMayStopItsRun) {
+    auto animation = makeAnimation(1, 0, -1);
+    animation->setFrameCallback([&animation, log = log_](float phase) {
+        log->push_back(phase);
+        animation->stop(StopAt::Presentation);
+    });
+    animation->run();
+    refresh({0, 0.25, 0.25});
+    EXPECT_EQ(*log_, (Phases{0, kEnd}));
+}
+
+TEST_F(FrameAnimationTest, AFrameLoopRunsUntilItIsStopped) {
+    const auto call = [log = log_](double seconds, double elapsed) {
+        log->push_back(static_cast<float>(seconds));
+        log->push_back(static_cast<float>(elapsed));
+        throw std::runtime_error("on purpose");
+    };
+    {
+        FrameLoop loop;
+        loop.start(call);
+        EXPECT_TRUE(loop.isRunning());
+        refresh({1, 0.25, 0.125});
+        EXPECT_EQ(std::exchange(*log_, {}), (Phases{0, 0, 0.25F, 0.25F, 0.375F, 0.125F}));
+        loop.start([&](double, double) {
+            loop.stop();
+            log_->push_back(loop.isRunning() ? 1 : 2);
+        });
+        refresh({1, 1});
+        EXPECT_EQ(std::exchange(*log_, {}), (Phases{2}));
+        loop.start({});
+        EXPECT_FALSE(loop.isRunning());
+        loop.start(call);
+    }
+    refresh({1});
+    EXPECT_EQ(*log_, Phases()) << "its destructor stops it";
 }
 
 }  // namespace orvane::display::animation

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <functional>
 #include <map>
 #include <memory>
@@ -253,6 +254,211 @@ TEST_F(SceneTest, RemovingWhatAnAnimationNeedsEndsIt) {
         Display::instance()->removeAll();
         EXPECT_TRUE(object.expired());
     }
+}
+
+// A red rectangle at 30, 25, of 40 x 20 points on the screen, inside a container that is moved and
+// scaled.
+class KeepTest : public SceneTest {
+protected:
+    KeepTest() {
+        root_->setMatrix(2, 0, 10, 0, 2, 5);
+        rect_ = makeRect(10, 10, 20, 10, kRed);
+        root_->add(rect_);
+        Display::instance()->add(root_);
+    }
+
+    std::shared_ptr<ValueAnimation> makeKept(AttributeName attribute,
+                                             const std::vector<float>& values) {
+        auto animation = makeAnimation(rect_, attribute, values);
+        animation->setEndState(EndState::Keep);
+        return animation;
+    }
+    // The number of pixels that are not red now and were red in the picture, or the other way.
+    int changedSince(const std::vector<std::uint32_t>& picture) {
+        int count = 0;
+        for (int y = 0; y < 100; ++y) {
+            for (int x = 0; x < 200; ++x) {
+                count += (pixel(x, y) != 0xFF000000) !=
+                         (picture[static_cast<std::size_t>(y * 200 + x)] != 0xFF000000);
+            }
+        }
+        return count;
+    }
+    std::vector<std::uint32_t> picture() const {
+        const auto image = window_.image();
+        return {image->pixels().begin(), image->pixels().end()};
+    }
+    double left() const { return rect_->getFrame().x; }
+
+    std::shared_ptr<graphics::Container> root_ = DisplayFactory::createContainer();
+    std::shared_ptr<CountedRect> rect_;
+};
+
+TEST_F(KeepTest, TheObjectStaysWhereTheLastKeyFrameShowsIt) {
+    const auto object = rect_->getTransformation();
+    const struct {
+        AttributeName attribute;
+        std::vector<float> values;  // the last key frame twice: it is shown before the end
+        geometry::Rect<double> frame;
+        float anchor = 0;
+        int changed = 0;  // pixels: a scaled layer has soft edges
+    } cases[] = {
+        {AttributeName::TranslationX, {0, 50, 50}, {80, 25, 40, 20}},
+        {AttributeName::TranslationY, {0, 50, 50}, {30, 75, 40, 20}},
+        {AttributeName::Translation, {0, 0, 50, 30, 50, 30}, {80, 55, 40, 20}},
+        {AttributeName::Rotation,
+         {0, std::numbers::pi_v<float> / 2, std::numbers::pi_v<float> / 2},
+         {40, 15, 20, 40},
+         0.5F},
+        {AttributeName::Affine, {2, 0, 0, 2, 10, 0, 2, 0, 0, 2, 10, 0}, {40, 25, 80, 40}, 0, 244},
+        {AttributeName::Affine,
+         {1, 0, 0, 1, 0, 0, 2, 0, 0, 2, 0, 0, 2, 0, 0, 2, 0, 0},
+         {10, 15, 80, 40},
+         0.5F,
+         244},
+        {AttributeName::Translation, {1}, {30, 25, 40, 20}, 0.5F},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(getKeyPath(c.attribute) + " " + std::to_string(c.values.size()));
+        rect_->setMatrix(1, 0, 0, 0, 1, 0);
+        completions_ = 0;
+        const auto animation = makeKept(c.attribute, c.values);
+        if (c.anchor > 0) {
+            animation->setAnchorPointX(c.anchor);
+            animation->setAnchorPointY(c.anchor);
+        }
+        animation->run();
+        refresh(0.999);
+        const auto before = picture();
+        refresh(0.001);
+        EXPECT_EQ(completions_, 1);
+        EXPECT_EQ(rect_->getLayer()->getPresentationValue(AttributeName::Affine),
+                  (std::vector<float>{1, 0, 0, 1, 0, 0}));
+        EXPECT_NEAR(rect_->getFrame().x, c.frame.x, 1e-3);
+        EXPECT_NEAR(rect_->getFrame().y, c.frame.y, 1e-3);
+        EXPECT_NEAR(rect_->getFrame().width, c.frame.width, 1e-3);
+        EXPECT_NEAR(rect_->getFrame().height, c.frame.height, 1e-3);
+        EXPECT_EQ(changedSince(before), c.changed);
+        EXPECT_FALSE(window_.needsDisplay());
+    }
+    EXPECT_EQ(rect_->getTransformation(), object) << "the last case has no key frame";
+}
+
+TEST_F(KeepTest, TheLayerKeepsTheOpacityUntilAnAnimationThatRestores) {
+    makeKept(AttributeName::Opacity, {1, 0.25F})->run();
+    refresh(1);
+    EXPECT_EQ(pixel(50, 35) >> 16 & 0xFF, 64U);
+    makeAnimation(rect_, AttributeName::Opacity, {0.25F, 0.75F})->run();
+    refresh(0.5);
+    EXPECT_EQ(rect_->getLayer()->getPresentationValue(AttributeName::Opacity),
+              std::vector<float>{0.5F});
+    refresh(0.5);
+    EXPECT_EQ(nameOf(pixel(50, 35)), "red");
+}
+
+TEST_F(KeepTest, AClipContainerMovesWithItsClip) {
+    const auto clip = DisplayFactory::createClipContainer(false);
+    clip->setBounds({10, 10, 20, 10});
+    root_->remove(rect_);
+    clip->add(makeRect(0, 0, 100, 100, kBlue));
+    root_->add(clip);
+    const auto animation = makeAnimation(clip, AttributeName::Translation, {0, 0, 50, 30, 50, 30});
+    animation->setEndState(EndState::Keep);
+    animation->run();
+    refresh(0.999);
+    const auto before = picture();
+    refresh(0.001);
+    EXPECT_EQ(changedSince(before), 0);
+    EXPECT_EQ(clip->getBounds(), (geometry::Rect<double>{35, 25, 20, 10}));
+}
+
+TEST_F(KeepTest, StoppingKeepsWhatIsShownOrTheEnd) {
+    const struct {
+        StopAt where;
+        EndState endState;
+        double left;
+    } cases[] = {{StopAt::Presentation, EndState::Keep, 55},
+                 {StopAt::End, EndState::Keep, 130},
+                 {StopAt::Presentation, EndState::Restore, 55},
+                 {StopAt::End, EndState::Restore, 130}};
+    for (const auto& [where, endState, expected] : cases) {
+        rect_->setMatrix(1, 0, 0, 0, 1, 0);
+        completions_ = 0;
+        const auto animation = makeKept(AttributeName::TranslationX, {0, 100});
+        animation->stop(where);  // does nothing: it does not run
+        animation->setEndState(endState);
+        animation->run();
+        refresh(0.25);
+        EXPECT_EQ(rect_->getLayer()->getPresentationValue(AttributeName::TranslationX),
+                  std::vector<float>{25});
+        animation->stop(where);
+        animation->stop(StopAt::End);
+        EXPECT_EQ(left(), expected);
+        animation->run();  // the completion of the first run leaves this one alone
+        refresh(0);
+        EXPECT_EQ(completions_, 1);
+        refresh(0.5);
+        EXPECT_EQ(rect_->getLayer()->getPresentationValue(AttributeName::TranslationX),
+                  std::vector<float>{50});
+        refresh(0.5);
+        EXPECT_EQ(completions_, 2);
+        EXPECT_EQ(left(), endState == EndState::Keep ? expected + 100 : expected);
+    }
+}
+
+TEST_F(KeepTest, EndsAtTheEndWhenItIsCancelledOrRunAgain) {
+    const auto animation = makeKept(AttributeName::TranslationX, {0, 20});
+    animation->run();
+    animation->run();
+    EXPECT_EQ(left(), 50);
+    rect_->getLayer()->removeAnimation("key");
+    refresh(0);
+    EXPECT_EQ(left(), 70);
+    EXPECT_EQ(completions_, 2);
+}
+
+TEST_F(KeepTest, ThePaceIsThatOfTheEasingAndTheKeyTimes) {
+    const auto run = [this](const std::function<void(ValueAnimation&)>& set) {
+        const auto animation = makeAnimation(rect_, AttributeName::TranslationX, {0, 100, 0});
+        set(*animation);
+        animation->run();
+        refresh(animation->getDuration() / 4);
+        const float shown =
+            rect_->getLayer()->getPresentationValue(AttributeName::TranslationX).front();
+        animation->stop(StopAt::End);
+        refresh(0);
+        return shown;
+    };
+    const auto quad = Easing::make(Easing::Curve::Quad, Easing::Direction::In);
+    EXPECT_NEAR(run([&](ValueAnimation& a) { a.setEasing(quad); }), 100 / 8.0, 1e-3);
+    EXPECT_NEAR(run([&](ValueAnimation& a) { a.setKeyFrameEasings({quad}); }), 100 / 4.0, 1e-3);
+    EXPECT_NEAR(run([](ValueAnimation& a) { a.setKeyTimes({0, 0.75F, 1}); }), 100 / 3.0, 1e-3);
+    const Spring spring = Spring::withBounce(0.4, 0.5);
+    EXPECT_NEAR(run([&](ValueAnimation& a) { a.setSpring(spring); }),
+                200 - 200 * spring.positionAt(spring.getSettlingTime() / 4), 1);
+    for (const std::vector<float>& wrong :
+         {std::vector<float>{0, 1}, {0, 0.75F, 0.5F}, {0, 0.75F, 1.5F}, {0, std::nanf(""), 1}}) {
+        testing::internal::CaptureStderr();
+        EXPECT_NEAR(run([&](ValueAnimation& a) { a.setKeyTimes(wrong); }), 50, 1e-3);
+        EXPECT_NE(testing::internal::GetCapturedStderr().find("'key' has key times that do not"),
+                  std::string::npos);
+    }
+}
+
+TEST_F(KeepTest, AGroupStopsItsAnimations) {
+    const auto group = std::make_shared<GroupAnimation>("group");
+    const auto move = makeKept(AttributeName::TranslationX, {0, 100});
+    group->setAnimatable(move->getAnimatable());
+    group->setCompletionCallback([this] { completions_ += 10; });
+    group->add(move);
+    group->add(nullptr);
+    group->run();
+    refresh(0.25);
+    group->stop(StopAt::Presentation);
+    refresh(0);
+    refresh(0);
+    EXPECT_EQ(left(), 55);
+    EXPECT_EQ(completions_, 11);
 }
 
 // A red object is replaced by a blue one. Each fills the window.

@@ -33,6 +33,16 @@ protected:
     std::shared_ptr<CALayer> layer = std::make_shared<CALayer>();
 };
 
+// An animation of three key frames, 0, 1 and 0.5, with some more properties.
+CAKeyframeAnimation paced(std::vector<double> times, CAMediaTimingFunction timing = {},
+                          std::vector<CAMediaTimingFunction> segments = {}) {
+    CAKeyframeAnimation paced = animation("opacity", {0, 1, 0.5});
+    paced.setKeyTimes(std::move(times));
+    paced.setTimingFunction(std::move(timing));
+    paced.setTimingFunctions(std::move(segments));
+    return paced;
+}
+
 constexpr float forEver = std::numeric_limits<float>::infinity();
 
 }  // namespace
@@ -53,6 +63,24 @@ TEST_F(CAAnimationTest, InterpolatesEvenlySpacedKeyFrames) {
         {"one key frame", animation("opacity", {0.2}), {{10, 0.2}, {13.9, 0.2}, {14, 0.5}}},
         {"no duration", animation("opacity", {0, 1}, 10, 0), {{10, 0.5}}},
         {"opacities out of range", animation("opacity", {-1, 3}), {{10, 0}, {13, 1}}},
+        {"key times",
+         paced({0.25, 0.5, 1}),
+         {{10.5, 0}, {11.5, 0.5}, {12, 1}, {13, 0.75}, {14, 0.5}}},
+        {"equal key times", paced({0, 0.5, 0.5}), {{11, 0.5}, {12, 0.5}, {13, 0.5}}},
+        {"a timing function of the pass",
+         paced({}, [](double x) { return x * x; }),
+         {{12, 0.5}, {10 + 4 * std::sqrt(0.75), 0.75}}},
+        {"timing functions between key frames",
+         paced({}, {}, {[](double x) { return x * x; }, nullptr}),
+         {{11, 0.25}, {13, 0.75}}},
+        {"beyond the last key frame", paced({}, [](double) { return 1.5; }), {{11, 0}}},
+        {"beyond the last key time", paced({0, 0.2, 0.6}, [](double) { return 0.8; }), {{11, 0.5}}},
+        {"before the first key frame",
+         paced({0.25, 0.5, 1}, [](double x) { return x < 0.5 ? -1 : 0.5; }),
+         {{11, 0}, {13, 1}}},
+        {"a timing that is not a number",
+         paced({0, 0.5, 1}, [](double) { return std::nan(""); }),
+         {{11, 0.5}}},
         {"not a number", animation("opacity", {std::nan("")}), {{12, 0}}},
         {"an unknown key path", animation("", {0, 1}), {{12, 0.5}}},
     };

@@ -43,6 +43,9 @@ TEST(CATransform3D, IsInterpolatedByComponents) {
          affine({-0.5, 0, 0, 1, 0, 0})},
         {"no components: element by element", CATransform3DIdentity, affine({0, 0, 0, 0, 8, 0}),
          0.5, affine({0.5, 0, 0, 0.5, 4, 0})},
+        {"beyond the end", turn(0), turn(1), 1.25, turn(1.25)},
+        {"before the beginning", CATransform3D::makeTranslation(10, 20, 1),
+         CATransform3D::makeTranslation(20, 20, 1), -0.5, CATransform3D::makeTranslation(5, 20, 1)},
         {"the ends are exact", turn(0.1), turn(1), 1, turn(1)},
     };
     for (const auto& c : cases) {

@@ -2,9 +2,11 @@
 
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "orvane/commons/Export.h"
 #include "orvane/commons/virtual_enable_shared_from_this.h"
+#include "orvane/display/animation/AttributeName.h"
 
 namespace orvane::platform {
 class NSView;
@@ -22,6 +24,11 @@ public:
     // one. The animation's completion callback follows. Does nothing when no animation runs under
     // the key. Main thread.
     void removeAnimation(const std::string& key);
+
+    // Returns what the target shows of an attribute at this moment, with everything that runs on
+    // it: the numbers of one key frame. A rotation is given from -pi to pi. Empty without a view,
+    // and for a value that is not an attribute. Main thread.
+    std::vector<float> getPresentationValue(AttributeName attributeName) const;
 };
 
 }  // namespace orvane::display::animation

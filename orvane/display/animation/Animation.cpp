@@ -22,6 +22,8 @@ void Animation::onCompleted() {
     }
 }
 
+void Animation::stop(StopAt) {}
+
 std::shared_ptr<platform::NSView> Animation::getAnimatableHandler() const {
     return animatable_ ? animatable_->getAnimatableHandler() : nullptr;
 }

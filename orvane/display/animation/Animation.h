@@ -17,6 +17,14 @@ namespace orvane::display::animation {
 
 class Animatable;
 
+// Where an animation stops.
+enum class StopAt {
+    // At what is shown at this moment.
+    Presentation,
+    // At its last key frame.
+    End,
+};
+
 // The description of an animation: a key, a target, its timing and a callback for its end. run()
 // starts it. It may be run again; every run ends with one call of the callback.
 //
@@ -52,6 +60,12 @@ public:
     // one.
     virtual void onCompleted();
 
+    // Ends the run that is in progress, without a jump: what it animates stays at what is shown at
+    // this moment, or goes to the end. The completion callback follows with the next frame. Another
+    // run may be started at once. Does nothing if none is in progress, and in this base. The
+    // derived classes say what stays.
+    virtual void stop(StopAt where);
+
     // The time from run() to the start, in seconds.
     void setDelay(float seconds) { delay_ = seconds; }
     // The time from run() to the start, in seconds. 0 at first.
@@ -65,9 +79,9 @@ public:
     // The number of passes. 1 at first.
     std::int32_t getRepeatCount() const { return repeatCount_; }
 
-    // Sets the function that is called once for each run, when the run has ended, has been replaced
-    // or has been cancelled. It may start other animations, but not one with the same key on the
-    // same target: the run that has this key when the function returns is removed.
+    // Sets the function that is called once for each run, when the run has ended, has been
+    // replaced, stopped or cancelled. It may start other animations, but not one with the same key
+    // on the same target: the run that has this key when the function returns is removed.
     void setCompletionCallback(const CompletionCallback& callback);
     // The function that was set; empty when there is none.
     const CompletionCallback& getCompletionCallback() const { return *completionCallback_; }

@@ -1,6 +1,7 @@
 #include "orvane/display/animation/AnimationTransaction.h"
 
 #include <string>
+#include <utility>
 
 #include "orvane/display/animation/Animation.h"
 #include "orvane/thread/dispatch.h"
@@ -28,20 +29,21 @@ private:
 
 }  // namespace
 
-AnimationTransaction::AnimationTransaction(const std::shared_ptr<platform::NSView>& handler,
-                                           const std::shared_ptr<Animation>& animation) {
+AnimationTransaction::AnimationTransaction(std::function<void()> completion) {
     platform::CATransaction::begin();
-    platform::CATransaction::setCompletionBlock([handler, animation, key = animation->getKey()] {
-        // The application comes first, then the key: when this run was replaced by another one with
-        // the same key, removing the key ends that one, too, and by then this run's layer is
-        // restored.
-        const KeyRemoval removal(*handler->layer(), key);
-        thread::dispatch_main([animation] { animation->onCompleted(); });
-    });
+    platform::CATransaction::setCompletionBlock(std::move(completion));
 }
 
 AnimationTransaction::~AnimationTransaction() {
     platform::CATransaction::commit();
+}
+
+void completeAndRemoveKey(const platform::NSView& handler,
+                          const std::shared_ptr<Animation>& animation) {
+    // The application comes first, then the key: when this run was replaced by another one with the
+    // same key, removing the key ends that one, too, and by then this run's layer is restored.
+    const KeyRemoval removal(*handler.layer(), animation->getKey());
+    thread::dispatch_main([animation] { animation->onCompleted(); });
 }
 
 }  // namespace orvane::display::animation

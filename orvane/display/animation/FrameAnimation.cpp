@@ -19,6 +19,8 @@ void FrameAnimation::run() {
         return;
     }
     auto delegate = std::make_shared<FrameAnimationDelegate>(as<FrameAnimation>());
+    std::erase_if(runs_, [](const auto& run) { return run.expired(); });
+    runs_.push_back(delegate);
     CVDisplayLink link;
     if (const CVDisplayLink::Return error = CVDisplayLink::createWithMainDisplay(link)) {
         platform::NSLog("DisplayLink created with error:%d", error);
@@ -30,6 +32,14 @@ void FrameAnimation::run() {
             return FrameAnimationDelegate::tick(owned, outputTime, delegate);
         });
     link.start();
+}
+
+void FrameAnimation::stop(StopAt where) {
+    for (const std::weak_ptr<FrameAnimationDelegate>& entry : runs_) {
+        if (const std::shared_ptr<FrameAnimationDelegate> run = entry.lock()) {
+            run->stop(where);
+        }
+    }
 }
 
 void FrameAnimation::callFrameCallback(float phase) const {

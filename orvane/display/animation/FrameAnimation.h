@@ -3,6 +3,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "orvane/commons/Export.h"
 #include "orvane/display/animation/Animation.h"
@@ -22,9 +23,8 @@ class FrameAnimationDelegate;
 // frame to frame. A run needs a duration above zero and no target. Changes to delay, duration and
 // repeat count apply from the next run on.
 //
-// A run with a repeat count below 1 is endless: it cannot be stopped, Animatable::removeAnimation
-// does not reach it, and the animation and everything that its function holds stay alive until the
-// process ends.
+// A run with a repeat count below 1 is endless. Animatable::removeAnimation does not reach it:
+// until stop() is called, the animation and everything that its function holds stay alive.
 class ORVANE_EXPORT FrameAnimation : public virtual Animation {
 public:
     // Receives the phase of the pass, 0 to 1.
@@ -47,6 +47,10 @@ public:
     std::shared_ptr<platform::CAAnimation> createNativeAnimation() override;
     // Starts a run with a display link of its own. Does nothing unless the duration is above zero.
     void run() override;
+    // Ends all runs with the next frame: with StopAt::End the function is called with 1 once more,
+    // with StopAt::Presentation not at all. The completion callback follows once for each run. May
+    // be called from the function.
+    void stop(StopAt where) override;
 
 private:
     friend class FrameAnimationDelegate;
@@ -54,6 +58,7 @@ private:
     void callFrameCallback(float phase) const;
 
     std::shared_ptr<FrameCallback> frameCallback_;  // never null; shared with a call under way
+    std::vector<std::weak_ptr<FrameAnimationDelegate>> runs_;
 };
 
 }  // namespace orvane::display::animation

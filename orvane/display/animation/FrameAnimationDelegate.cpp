@@ -30,8 +30,11 @@ int FrameAnimationDelegate::tick(platform::CVDisplayLink& link,
     // The time of a frame animation has a resolution of one millisecond.
     const std::uint64_t milliseconds = (outputTime.hostTime - delegate->startTimestamp()) / 1000000;
     const auto time = static_cast<float>(static_cast<double>(milliseconds) / 1000.0);
+    // Decided before the application's function is called: if that stops the run, the next frame
+    // is the last one.
+    const bool isLast = delegate->isStopAnimation(time);
     thread::dispatch_main([&delegate, time] { delegate->renderLogged(time); });
-    if (!delegate->isStopAnimation(time)) {
+    if (!isLast) {
         return 0;
     }
     link.stop();
@@ -52,7 +55,7 @@ void FrameAnimationDelegate::renderLogged(float time) const noexcept {
 }
 
 void FrameAnimationDelegate::render(float time) const {
-    if (time < delay_) {
+    if (time < delay_ && !stopped_) {
         return;
     }
     if (!isStopAnimation(time)) {
@@ -60,13 +63,21 @@ void FrameAnimationDelegate::render(float time) const {
         return;
     }
     try {
-        frameAnimation_->callFrameCallback(1.0F);
+        if (stopped_ != StopAt::Presentation) {
+            frameAnimation_->callFrameCallback(1.0F);
+        }
     } catch (...) {
         // The completion is called all the same: the application may wait for it.
         frameAnimation_->onCompleted();
         throw;
     }
     frameAnimation_->onCompleted();
+}
+
+void FrameAnimationDelegate::stop(StopAt where) {
+    if (!stopped_) {
+        stopped_ = where;
+    }
 }
 
 float FrameAnimationDelegate::animationTime(float time) const {
@@ -79,7 +90,8 @@ float FrameAnimationDelegate::durationTime(float time) const {
 }
 
 bool FrameAnimationDelegate::isStopAnimation(float time) const {
-    return repeatCount_ >= 1 && durationTime(time) >= static_cast<float>(repeatCount_);
+    return stopped_ ||
+           (repeatCount_ >= 1 && durationTime(time) >= static_cast<float>(repeatCount_));
 }
 
 }  // namespace orvane::display::animation

@@ -2,6 +2,9 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
+
+#include "orvane/display/animation/Animation.h"
 
 namespace orvane::platform {
 class CVDisplayLink;
@@ -29,16 +32,20 @@ public:
                     std::shared_ptr<FrameAnimationDelegate>& delegate);
 
     // Calls the application's function with the phase, unless the delay has not passed. When the
-    // run is over it calls it with 1 and then the animation's completion. Exceptions of the
+    // run is over it calls it with 1, unless it was stopped at what is shown, and then the
+    // animation's completion. Exceptions of the
     // application reach the caller.
     void render(float time) const;
+
+    // Makes the run over: the next render is the last one. Only the first call counts.
+    void stop(StopAt where);
 
     // The part of the current pass that has passed, from 0 up to 1.
     float animationTime(float time) const;
     // The number of passes that have passed, with its fraction; below zero during the delay.
     float durationTime(float time) const;
-    // Whether the run is over. A run with a repeat count below 1 is never over: unlike a value
-    // animation, a frame animation with a count of zero repeats forever.
+    // Whether the run is over. Unless it is stopped, a run with a repeat count below 1 is never
+    // over: unlike a value animation, a frame animation with a count of zero repeats forever.
     bool isStopAnimation(float time) const;
 
     // The time of the first tick, in nanoseconds; 0 before it.
@@ -54,6 +61,7 @@ private:
     const float duration_;
     const std::int32_t repeatCount_;
     std::uint64_t startTimestamp_ = 0;
+    std::optional<StopAt> stopped_;
 };
 
 }  // namespace orvane::display::animation

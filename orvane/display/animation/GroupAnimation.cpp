@@ -20,10 +20,19 @@ void GroupAnimation::run() {
     if (!handler) {
         return;
     }
-    const AnimationTransaction transaction(handler, shared_from_this());
+    const AnimationTransaction transaction(
+        [handler, self = shared_from_this()] { completeAndRemoveKey(*handler, self); });
     for (const std::shared_ptr<Animation>& animation : animations_) {
         if (animation) {
             animation->run();
+        }
+    }
+}
+
+void GroupAnimation::stop(StopAt where) {
+    for (const std::shared_ptr<Animation>& animation : animations_) {
+        if (animation) {
+            animation->stop(where);
         }
     }
 }

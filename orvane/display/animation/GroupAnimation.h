@@ -28,6 +28,8 @@ public:
 
     // Starts all animations.
     void run() override;
+    // Stops every animation of the group; see their classes.
+    void stop(StopAt where) override;
     // Returns null: a group has no animation of its own on the layer.
     std::shared_ptr<platform::CAAnimation> createNativeAnimation() override;
 

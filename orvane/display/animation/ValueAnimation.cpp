@@ -4,8 +4,12 @@
 #include <limits>
 #include <utility>
 
+#include "orvane/display/animation/Animatable.h"
 #include "orvane/display/animation/AnimationTransaction.h"
+#include "orvane/display/animation/moveObjects.h"
+#include "orvane/thread/dispatch.h"
 #include "platform/appkit/NSView.h"
+#include "platform/foundation/NSLog.h"
 #include "platform/quartzcore/CAKeyframeAnimation.h"
 #include "platform/quartzcore/CALayer.h"
 #include "platform/quartzcore/CAMediaTime.h"
@@ -32,13 +36,37 @@ std::size_t strideOf(AttributeName attributeName) {
     }
 }
 
+// The transformation of a layer on which nothing but this key frame has an effect.
 CATransform3D transformOf(AttributeName attributeName, const float* keyFrame) {
-    if (attributeName == AttributeName::Translation) {
-        // The z translation of 1 has no visible effect.
-        return CATransform3D::makeTranslation(keyFrame[0], keyFrame[1], 1.0);
+    switch (attributeName) {
+        case AttributeName::TranslationX:
+            return CATransform3D::makeTranslation(keyFrame[0], 0, 0);
+        case AttributeName::TranslationY:
+            return CATransform3D::makeTranslation(0, keyFrame[0], 0);
+        case AttributeName::Translation:
+            // The z translation of 1 has no visible effect.
+            return CATransform3D::makeTranslation(keyFrame[0], keyFrame[1], 1.0);
+        case AttributeName::Rotation:
+            return platform::CATransform3DIdentity.withRotation(keyFrame[0]);
+        case AttributeName::Affine:
+            return CATransform3D::makeAffineTransform(
+                {keyFrame[0], keyFrame[1], keyFrame[2], keyFrame[3], keyFrame[4], keyFrame[5]});
+        case AttributeName::Opacity:
+            break;
     }
-    return CATransform3D::makeAffineTransform(
-        {keyFrame[0], keyFrame[1], keyFrame[2], keyFrame[3], keyFrame[4], keyFrame[5]});
+    return platform::CATransform3DIdentity;
+}
+
+// Whether times ascend within 0 to 1. NaN does not.
+bool areKeyTimes(const std::vector<float>& times, std::size_t count) {
+    float previous = 0;
+    for (const float time : times) {
+        if (!(time >= previous && time <= 1)) {
+            return false;
+        }
+        previous = time;
+    }
+    return times.size() == count;
 }
 
 }  // namespace
@@ -67,6 +95,9 @@ ValueAnimation::ValueAnimation(const std::string& key, AttributeName attributeNa
 ValueAnimation::~ValueAnimation() = default;
 
 void ValueAnimation::run() {
+    if (endState_ == EndState::Keep) {
+        stop(StopAt::End);
+    }
     const std::shared_ptr<NSView> handler = getAnimatableHandler();
     if (!handler) {
         return;
@@ -76,8 +107,33 @@ void ValueAnimation::run() {
     if (!animation) {
         return;
     }
-    const AnimationTransaction transaction(handler, self);
+    const auto run = std::make_shared<Run>(Run{getAnimatable()});
+    run_ = run;
+    const AnimationTransaction transaction(
+        [handler, self, run] { self->complete(*handler, *run); });
     handler->layer()->addAnimation(*animation, getKey());
+}
+
+void ValueAnimation::stop(StopAt where) {
+    const std::shared_ptr<Run> run = run_.lock();
+    const std::shared_ptr<NSView> handler = run ? run->target->getAnimatableHandler() : nullptr;
+    if (!handler || run->isSettled) {
+        return;
+    }
+    run->isSettled = true;
+    keep(*run->target,
+         where == StopAt::End ? lastKeyFrame() : run->target->getPresentationValue(attributeName_));
+    handler->layer()->removeAnimationForKey(getKey());
+}
+
+void ValueAnimation::complete(const NSView& handler, const Run& run) {
+    isSettled_ = run.isSettled;
+    if (!run.isSettled && endState_ == EndState::Restore) {
+        completeAndRemoveKey(handler, shared_from_this());
+    } else {
+        // The layer has dropped the animation. Another run may have the key by now, and stays.
+        thread::dispatch_main([this] { onCompleted(); });
+    }
 }
 
 std::shared_ptr<platform::CAAnimation> ValueAnimation::createNativeAnimation() {
@@ -91,6 +147,7 @@ std::shared_ptr<platform::CAAnimation> ValueAnimation::createNativeAnimation() {
     animation->setRepeatCount(getRepeatCount() < 0 ? std::numeric_limits<float>::infinity()
                                                    : static_cast<float>(getRepeatCount()));
     setKeyFrames(*animation, *handler->layer());
+    setPace(*animation);
     placeAnchorPoint(*handler);
     return animation;
 }
@@ -105,12 +162,44 @@ void ValueAnimation::setKeyFrames(CAKeyframeAnimation& animation, CALayer& layer
     for (std::size_t i = 0; i < keyFrames.size(); ++i) {
         keyFrames[i] = transformOf(attributeName_, &values_[i * stride]);
     }
-    if (!keyFrames.empty()) {
+    if (!keyFrames.empty() && endState_ == EndState::Restore) {
         // Bridges the time between the platform's end of the animation and onCompleted, so that the
         // layer does not jump back before it is restored.
         layer.setTransform(keyFrames.back());
     }
     animation.setValues(std::move(keyFrames));
+}
+
+void ValueAnimation::setPace(CAKeyframeAnimation& animation) const {
+    if (easing_) {
+        animation.setTimingFunction(*easing_);
+    }
+    animation.setTimingFunctions({keyFrameEasings_.begin(), keyFrameEasings_.end()});
+    if (keyTimes_.empty()) {
+        return;
+    }
+    if (areKeyTimes(keyTimes_, values_.size() / strideOf(attributeName_))) {
+        animation.setKeyTimes({keyTimes_.begin(), keyTimes_.end()});
+    } else {
+        platform::NSLog(
+            "The animation '%s' has key times that do not fit: they must ascend from 0 "
+            "to 1, one for each key frame.",
+            getKey().c_str());
+    }
+}
+
+void ValueAnimation::setSpring(const Spring& spring) {
+    easing_ = Easing::spring(spring);
+    setDuration(static_cast<float>(spring.getSettlingTime()));
+}
+
+std::vector<float> ValueAnimation::lastKeyFrame() const {
+    const std::size_t stride = strideOf(attributeName_);
+    const auto end =
+        values_.begin() + static_cast<std::ptrdiff_t>(values_.size() / stride * stride);
+    return end == values_.begin()
+               ? std::vector<float>()
+               : std::vector<float>(end - static_cast<std::ptrdiff_t>(stride), end);
 }
 
 void ValueAnimation::placeAnchorPoint(const NSView& handler) {
@@ -136,7 +225,13 @@ void ValueAnimation::placeAnchorPoint(const NSView& handler) {
 }
 
 void ValueAnimation::onCompleted() {
-    restoreNativeLayer();
+    if (std::exchange(isSettled_, false)) {
+        // stop() has done it.
+    } else if (endState_ == EndState::Restore) {
+        restoreNativeLayer();
+    } else if (const std::shared_ptr<Animatable> target = getAnimatable()) {
+        keep(*target, lastKeyFrame());
+    }
     Animation::onCompleted();
 }
 
@@ -166,6 +261,39 @@ void ValueAnimation::restoreNativeLayer() {
         layer.setAnchorPoint(anchorPoint);
     }
     layer.setTransform(platform::CATransform3DIdentity);
+}
+
+void ValueAnimation::keep(Animatable& target, const std::vector<float>& keyFrame) const {
+    const std::shared_ptr<NSView> handler = target.getAnimatableHandler();
+    if (!handler) {
+        return;
+    }
+    CALayer& layer = *handler->layer();
+    platform::CALayerPresentation shown{layer.position(), layer.anchorPoint(), {}};
+    const geometry::Matrix rest(layer.affineTransform(shown));
+    if (!keyFrame.empty()) {
+        shown.transform = transformOf(attributeName_, keyFrame.data());
+    }
+    const geometry::Matrix moved(layer.affineTransform(shown));
+
+    if (anchorPointX_ || anchorPointY_) {
+        // The layer's corner stays where it is: the view may have moved since the run began.
+        const platform::CGSize size = layer.size();
+        const platform::CGPoint anchor{anchorPointX_ ? savedAnchorPoint_.x : shown.anchorPoint.x,
+                                       anchorPointY_ ? savedAnchorPoint_.y : shown.anchorPoint.y};
+        layer.setPosition({shown.position.x + (anchor.x - shown.anchorPoint.x) * size.width,
+                           shown.position.y + (anchor.y - shown.anchorPoint.y) * size.height});
+        layer.setAnchorPoint(anchor);
+    }
+    layer.setTransform(platform::CATransform3DIdentity);
+    if (keyFrame.empty()) {
+        return;
+    }
+    if (attributeName_ == AttributeName::Opacity) {
+        layer.setOpacity(keyFrame[0]);
+    } else {
+        moveObjects(target, rest.inverse() * moved);
+    }
 }
 
 }  // namespace orvane::display::animation
