@@ -7,6 +7,7 @@
 #include "Counter.h"
 #include "Drag.h"
 #include "MotionCards.h"
+#include "MotionPage.h"
 #include "Navigation.h"
 #include "Palette.h"
 
@@ -82,6 +83,7 @@ public:
         addPage(textPage_.root(), drawTextIcon);
         addPage(imagePage_.root(), drawImageIcon);
         addPage(animationPage_.root(), AnimationPage::drawIcon, [this] { animationPage_.start(); });
+        addPage(motionPage_.root(), MotionPage::drawIcon, [this] { motionPage_.start(); });
 
         const auto display = Display::instance();
         display->addListener<FrameChangedEvent>(fit_);
@@ -113,6 +115,7 @@ private:
     Page textPage_;
     Page imagePage_;
     AnimationPage animationPage_{navigation_};
+    MotionPage motionPage_;
     std::shared_ptr<Fit> fit_ = std::make_shared<Fit>();
     std::shared_ptr<Drag> drag_ = std::make_shared<Drag>();
     std::shared_ptr<events::TouchEventListener> blink_;

@@ -1,0 +1,327 @@
+#include "MotionPage.h"
+
+#include <algorithm>
+#include <cmath>
+#include <iterator>
+#include <utility>
+
+#include "Palette.h"
+#include "Tap.h"
+
+namespace gallery {
+
+using namespace orvane::display;
+using namespace orvane::display::animation;
+
+namespace {
+
+using Curve = Easing::Curve;
+using Direction = Easing::Direction;
+
+void drawCaption(ContainerObject& inside, const std::string& content, float x, float y) {
+    const auto caption = DisplayFactory::createText(false);
+    caption->setFont("DejaVu Sans");
+    caption->setTextSize(10);
+    caption->setFillColor(palette::caption);
+    caption->setContent(content);
+    caption->setX(x);
+    caption->setY(y);
+    inside.add(caption);
+}
+
+std::shared_ptr<graphics::Circle> makeDot(ContainerObject& inside, float x, float y, float r,
+                                          unsigned color) {
+    const auto dot = DisplayFactory::createCircle();
+    dot->set(x - r, y - r, r);
+    paint(dot, color);
+    inside.add(dot);
+    return dot;
+}
+
+std::shared_ptr<graphics::Rect> makeTile(ContainerObject& inside, float x, float y, float side,
+                                         unsigned color) {
+    const auto tile = DisplayFactory::createRect();
+    tile->set(x, y, side, side);
+    tile->setRx(side / 4);
+    tile->setRy(side / 4);
+    paint(tile, color);
+    inside.add(tile);
+    return tile;
+}
+
+void drawLine(ContainerObject& inside, const std::vector<float>& points, unsigned color) {
+    const auto line = DisplayFactory::createPolyline();
+    line->set(points, false);
+    line->setFillColor(255U, 255U, 255U, ~0U);  // an alpha of -1: no fill
+    line->setStrokeColor(color);
+    line->setStrokeWidth(2);
+    inside.add(line);
+}
+
+std::shared_ptr<ValueAnimation> makeAnimation(const std::string& key, DisplayObject& object,
+                                              AttributeName attribute, std::vector<float> values) {
+    auto animation = std::make_shared<ValueAnimation>(key, attribute, std::move(values));
+    animation->setAnimatable(object.extractAnimationLayer());
+    return animation;
+}
+
+}  // namespace
+
+MotionPage::MotionPage() {
+    const auto add = [this](const char* title, void (MotionPage::*draw)(ContainerObject&)) {
+        page_.addCard(title, [this, draw](ContainerObject& inside) { (this->*draw)(inside); });
+    };
+    add("Easing", &MotionPage::drawEasings);
+    add("Named curves", &MotionPage::drawCurves);
+    add("Springs", &MotionPage::drawSprings);
+    add("Key times", &MotionPage::drawKeyTimes);
+    add("Each step ends where it is put", &MotionPage::drawWalk);
+    add("Touch to stop, and to go on", &MotionPage::drawStop);
+    add("Frame loop", &MotionPage::drawFrameLoop);
+}
+
+void MotionPage::start() {
+    for (const auto& loop : loops_) {
+        loop->start();
+    }
+    if (run_ || runnerPlace_ == 0) {
+        startRunner();  // it ended when the page left the display
+    }
+    frameLoop_.start([this](double, double elapsed) {
+        const auto layer = page_.root()->getLayer();
+        if (!layer || !layer->getDisplay()) {
+            frameLoop_.stop();
+            return;
+        }
+        moveBalls(static_cast<float>(elapsed));
+    });
+}
+
+void MotionPage::drawIcon(ContainerObject& inside) {
+    std::vector<float> points;
+    const Easing easing = Easing::easeInOut();
+    for (int i = 0; i <= 24; ++i) {
+        const auto x = static_cast<float>(i);
+        points.insert(points.end(), {x, 22 - 20 * static_cast<float>(easing(x / 24))});
+    }
+    drawLine(inside, points, palette::green);
+}
+
+void MotionPage::addLoop(Loop::Make make) {
+    loops_.push_back(std::make_shared<Loop>(page_.root(), std::move(make)));
+}
+
+void MotionPage::drawEasings(ContainerObject& inside) {
+    struct Lane {
+        const char* name;
+        Easing easing;
+        unsigned color;
+    };
+    const Lane lanes[] = {{"linear", {}, palette::coral},
+                          {"ease", Easing::ease(), palette::amber},
+                          {"ease in", Easing::easeIn(), palette::green},
+                          {"ease out", Easing::easeOut(), palette::teal},
+                          {"in and out", Easing::easeInOut(), palette::blue}};
+    std::vector<std::pair<std::shared_ptr<DisplayObject>, Easing>> dots;
+    float y = 62;
+    for (const Lane& lane : lanes) {
+        drawCaption(inside, lane.name, 18, y + 4);
+        drawLine(inside, {92, y, 250, y}, palette::edge);
+        dots.emplace_back(makeDot(inside, 92, y, 8, lane.color), lane.easing);
+        y += 34;
+    }
+    addLoop([dots](const std::string& key, float scale) {
+        auto group = std::make_shared<GroupAnimation>(key);
+        for (const auto& [dot, easing] : dots) {
+            const auto move = makeAnimation("move", *dot, AttributeName::TranslationX,
+                                            {0, 158 * scale, 158 * scale, 0});
+            move->setKeyFrameEasings({easing, {}, easing});
+            move->setDuration(3.6F);
+            group->add(move);
+            group->setAnimatable(move->getAnimatable());
+        }
+        return group;
+    });
+}
+
+void MotionPage::drawCurves(ContainerObject& inside) {
+    constexpr float kSide = 34;
+    const Curve curves[] = {Curve::Sine, Curve::Quad, Curve::Cubic, Curve::Quart,   Curve::Quint,
+                            Curve::Expo, Curve::Circ, Curve::Back,  Curve::Elastic, Curve::Bounce};
+    const char* const names[] = {"sine", "quad", "cubic", "quart",   "quint",
+                                 "expo", "circ", "back",  "elastic", "bounce"};
+    std::vector<std::pair<std::shared_ptr<DisplayObject>, Easing>> dots;
+    for (int i = 0; i < 10; ++i) {
+        const float x = 20 + 49 * static_cast<float>(i % 5);
+        const float y = 64 + 92 * static_cast<float>(i / 5);
+        const Easing easing = Easing::make(curves[i], Direction::Out);
+        std::vector<float> points;
+        for (int k = 0; k <= 60; ++k) {
+            const float share = static_cast<float>(k) / 60;
+            points.insert(points.end(), {x + kSide * share,
+                                         y + kSide * (1 - static_cast<float>(easing(share)))});
+        }
+        drawLine(inside, {x, y, x + kSide, y}, palette::edge);
+        drawLine(inside, points, palette::faint);
+        drawCaption(inside, names[i], x, y + kSide + 18);
+        dots.emplace_back(makeDot(inside, x, y + kSide, 4, palette::violet), easing);
+    }
+    // A dot follows its curve: x is the time, and y has the easing.
+    addLoop([dots](const std::string& key, float scale) {
+        auto group = std::make_shared<GroupAnimation>(key);
+        for (const auto& [dot, easing] : dots) {
+            const auto across =
+                makeAnimation("across", *dot, AttributeName::TranslationX, {0, kSide * scale});
+            const auto up =
+                makeAnimation("up", *dot, AttributeName::TranslationY, {0, -kSide * scale});
+            up->setEasing(easing);
+            for (const auto& animation : {across, up}) {
+                animation->setDuration(2.4F);
+                group->add(animation);
+            }
+            group->setAnimatable(up->getAnimatable());
+        }
+        return group;
+    });
+}
+
+void MotionPage::drawSprings(ContainerObject& inside) {
+    const double bounces[] = {0, 0.4, 0.75};
+    const char* const names[] = {"no bounce", "0.4", "0.75"};
+    const unsigned colors[] = {palette::teal, palette::blue, palette::violet};
+    float x = 48;
+    for (int i = 0; i < 3; ++i) {
+        drawCaption(inside, names[i], x, 216);
+        const auto tile = makeTile(inside, x, 52, 36, colors[i]);
+        // Down and up again: each way keeps its end, so that the next one begins there.
+        addLoop([tile, spring = Spring::withBounce(0.6, bounces[i]), isDown = false](
+                    const std::string& key, float scale) mutable {
+            isDown = !isDown;
+            auto move = makeAnimation(key, *tile, AttributeName::TranslationY,
+                                      {0, (isDown ? 110 : -110) * scale});
+            move->setSpring(spring);
+            move->setDelay(0.4F);
+            move->setEndState(EndState::Keep);
+            return move;
+        });
+        x += 74;
+    }
+}
+
+void MotionPage::drawKeyTimes(ContainerObject& inside) {
+    // A heart that beats twice and rests: two halves of circles and a triangle.
+    const auto heart = DisplayFactory::createPath();
+    heart->start();
+    heart->move(137.5F, 176, true);
+    heart->cubicCurve(137.5F, 92, 50, 122, 82, 36, true);
+    heart->cubicCurve(137.5F, 176, 193, 36, 225, 122, true);
+    heart->close();
+    heart->finish();
+    paint(heart, palette::coral);
+    inside.add(heart);
+    addLoop([heart](const std::string& key, float) {
+        const auto scaleBy = [](float s) { return std::vector<float>{s, 0, 0, s, 0, 0}; };
+        std::vector<float> values;
+        for (const float size : {1.0F, 1.22F, 1.0F, 1.16F, 1.0F, 1.0F}) {
+            const auto frame = scaleBy(size);
+            values.insert(values.end(), frame.begin(), frame.end());
+        }
+        auto beat = makeAnimation(key, *heart, AttributeName::Affine, values);
+        beat->setKeyTimes({0, 0.1F, 0.22F, 0.32F, 0.5F, 1});
+        beat->setKeyFrameEasings({Easing::easeOut(), Easing::easeIn(), Easing::easeOut(),
+                                  Easing::easeInOut()});
+        beat->setAnchorPointX(0.5F);
+        beat->setAnchorPointY(0.5F);
+        beat->setDuration(1.2F);
+        return beat;
+    });
+}
+
+void MotionPage::drawWalk(ContainerObject& inside) {
+    const float corners[4][2] = {{62, 62}, {214, 62}, {214, 186}, {62, 186}};
+    for (const auto& [x, y] : corners) {
+        makeDot(inside, x, y, 4, palette::faint);
+    }
+    const auto walker = makeTile(inside, 42, 42, 40, palette::amber);
+    addLoop([walker, step = 0](const std::string& key, float scale) mutable {
+        const float way = scale * static_cast<float>(step % 4 < 2 ? 1 : -1);
+        const bool isAcross = step++ % 2 == 0;
+        auto walk = makeAnimation(
+            key, *walker, isAcross ? AttributeName::TranslationX : AttributeName::TranslationY,
+            {0, way * (isAcross ? 152 : 124)});
+        walk->setEasing(Easing::make(Curve::Back, Direction::InOut));
+        walk->setDuration(0.9F);
+        walk->setEndState(EndState::Keep);
+        return walk;
+    });
+}
+
+void MotionPage::drawStop(ContainerObject& inside) {
+    drawLine(inside, {48, 128, 227, 128}, palette::edge);
+    runner_ = makeDot(inside, 48, 128, 20, palette::green);
+    taps_.push_back(std::make_shared<Tap>([this] {
+        if (run_) {
+            const auto shown =
+                run_->getAnimatable()->getPresentationValue(AttributeName::TranslationX);
+            runnerPlace_ += shown.empty() ? 0 : shown.front() / scale();
+            run_->stop(StopAt::Presentation);
+            run_.reset();
+        } else {
+            startRunner();
+        }
+    }));
+    inside.addListener<events::TouchEvent>(taps_.back());
+}
+
+float MotionPage::scale() const {
+    return static_cast<float>(page_.root()->getTransformation().m00);
+}
+
+// From its place to the right end, to the left end, and back to its place, again and again.
+void MotionPage::startRunner() {
+    constexpr float kWay = 179;
+    const float right = kWay - runnerPlace_;
+    const float left = -runnerPlace_;
+    run_ = makeAnimation("run", *runner_, AttributeName::TranslationX,
+                         {0, right * scale(), left * scale(), 0});
+    run_->setKeyTimes({0, right / (2 * kWay), (right + kWay) / (2 * kWay), 1});
+    run_->setKeyFrameEasings({Easing::easeInOut(), Easing::easeInOut(), Easing::easeInOut()});
+    run_->setDuration(3.2F);
+    run_->setRepeatCount(-1);
+    run_->setEndState(EndState::Keep);
+    run_->run();
+}
+
+void MotionPage::drawFrameLoop(ContainerObject& inside) {
+    // Balls in a box: the loop advances their motion by the time since the previous frame.
+    const unsigned colors[] = {palette::coral, palette::amber,  palette::green,
+                               palette::teal,  palette::violet, palette::blue};
+    for (std::size_t i = 0; i < std::size(colors); ++i) {
+        const auto k = static_cast<float>(i);
+        const auto dot = makeDot(inside, 0, 0, 9 + k, colors[i]);
+        balls_.push_back({dot, 50 + 35 * k, 80 + 8 * k, 90 - 34 * k, 0});
+    }
+    moveBalls(0);
+}
+
+void MotionPage::moveBalls(float elapsed) {
+    constexpr float kGravity = 900;  // points per second squared
+    const UpdateLock lock(page_.root());
+    for (Ball& ball : balls_) {
+        ball.speedY += kGravity * elapsed;
+        ball.x += ball.speedX * elapsed;
+        ball.y += ball.speedY * elapsed;
+        if (ball.x < 30 || ball.x > 245) {
+            ball.x = std::clamp(ball.x, 30.0F, 245.0F);
+            ball.speedX = -ball.speedX;
+        }
+        if (ball.y > 206) {
+            // What it has fallen below the floor is taken from its height after the bounce.
+            ball.y = 2 * 206 - ball.y;
+            ball.speedY = -ball.speedY;
+        }
+        ball.object->setTranslate(ball.x, ball.y);
+    }
+}
+
+}  // namespace gallery
