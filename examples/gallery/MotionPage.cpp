@@ -158,8 +158,8 @@ void MotionPage::drawCurves(ContainerObject& inside) {
         std::vector<float> points;
         for (int k = 0; k <= 60; ++k) {
             const float share = static_cast<float>(k) / 60;
-            points.insert(points.end(), {x + kSide * share,
-                                         y + kSide * (1 - static_cast<float>(easing(share)))});
+            points.insert(points.end(),
+                          {x + kSide * share, y + kSide * (1 - static_cast<float>(easing(share)))});
         }
         drawLine(inside, {x, y, x + kSide, y}, palette::edge);
         drawLine(inside, points, palette::faint);
@@ -228,8 +228,8 @@ void MotionPage::drawKeyTimes(ContainerObject& inside) {
         }
         auto beat = makeAnimation(key, *heart, AttributeName::Affine, values);
         beat->setKeyTimes({0, 0.1F, 0.22F, 0.32F, 0.5F, 1});
-        beat->setKeyFrameEasings({Easing::easeOut(), Easing::easeIn(), Easing::easeOut(),
-                                  Easing::easeInOut()});
+        beat->setKeyFrameEasings(
+            {Easing::easeOut(), Easing::easeIn(), Easing::easeOut(), Easing::easeInOut()});
         beat->setAnchorPointX(0.5F);
         beat->setAnchorPointY(0.5F);
         beat->setDuration(1.2F);
