@@ -33,6 +33,32 @@ Parsed parsePointer(NSEventType type, double seconds, Words arguments) {
     return std::vector{NSEvent{type, {*x, *y}, seconds}};
 }
 
+Parsed parseScroll(double seconds, Words arguments) {
+    static const std::map<std::string, platform::NSEventPhase> phases{
+        {"began", platform::NSEventPhase::Began},
+        {"changed", platform::NSEventPhase::Changed},
+        {"ended", platform::NSEventPhase::Ended}};
+    constexpr const char* kExpected = "SECONDS scroll X Y DX DY [began|changed|ended]";
+    const bool hasPhase = arguments.size() == 5;
+    const auto phase = hasPhase ? phases.find(arguments[4]) : phases.end();
+    if ((arguments.size() != 4 && !hasPhase) || (hasPhase && phase == phases.end())) {
+        return kExpected;
+    }
+    double numbers[4];
+    for (std::size_t i = 0; i < 4; ++i) {
+        const auto number = parseNumber(arguments[i]);
+        if (!number) {
+            return kExpected;
+        }
+        numbers[i] = *number;
+    }
+    NSEvent event{NSEventType::ScrollWheel, {numbers[0], numbers[1]}, seconds};
+    event.scrollingDelta = {numbers[2], numbers[3]};
+    event.hasPreciseScrollingDeltas = hasPhase;
+    event.phase = hasPhase ? phase->second : platform::NSEventPhase::None;
+    return std::vector{event};
+}
+
 std::optional<unsigned> parseModifiers(const std::string& text) {
     const std::map<std::string, unsigned> flags{{"shift", platform::kNSEventModifierShift},
                                                 {"ctrl", platform::kNSEventModifierControl},
@@ -108,7 +134,7 @@ Parsed parseLine(const std::string& line) {
     }
     const auto seconds = parseNumber(words[0]);
     if (!seconds || *seconds < 0 || words.size() < 2) {
-        return "SECONDS down|move|up|key|text ...";
+        return "SECONDS down|move|up|scroll|key|text ...";
     }
     const std::string& command = words[1];
     const Words arguments = Words(words).subspan(2);
@@ -121,13 +147,16 @@ Parsed parseLine(const std::string& line) {
     if (command == "up") {
         return parsePointer(NSEventType::LeftMouseUp, *seconds, arguments);
     }
+    if (command == "scroll") {
+        return parseScroll(*seconds, arguments);
+    }
     if (command == "key") {
         return parseKey(*seconds, arguments);
     }
     if (command == "text") {
         return parseText(*seconds, line);
     }
-    return "SECONDS down|move|up|key|text ...";
+    return "SECONDS down|move|up|scroll|key|text ...";
 }
 
 }  // namespace

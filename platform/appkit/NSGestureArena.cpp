@@ -97,6 +97,9 @@ void NSGestureArena::advance() {
 
 bool NSGestureArena::mustWait(std::size_t index) {
     Entry& entry = entries_[index];
+    if (!entry.recognizer->canWait()) {
+        return false;
+    }
     while (firstIn_ < index && entries_[firstIn_].isOut) {
         ++firstIn_;
     }

@@ -63,6 +63,10 @@ public:
     virtual void endGesture(NSGestureEndReason reason);
     // The action; called when the state is set to Began, Changed or Ended.
     virtual void invokeAction() {}
+    // Whether an inner recognizer may have this one wait until it has failed; see
+    // NSGestureRecognizerDelegate. A recognizer that cannot wait sees each event after the inner
+    // recognizers have seen it. Must be constant.
+    virtual bool canWait() const { return true; }
 
     NSGestureRecognizerState state() const { return state_; }
     void setState(NSGestureRecognizerState state);

@@ -75,8 +75,8 @@ public:
 
     // ---- geometry ----
     // In the superview's coordinates. Sets the layer's size, and places the layer's anchor point at
-    // the corresponding point of the frame.
-    void setFrame(const CGRect& frame);
+    // the corresponding point of the frame. A subclass that lays out its subviews overrides it.
+    virtual void setFrame(const CGRect& frame);
     CGRect frame() const { return frame_; }
     // The frame in the view's own coordinates.
     CGRect bounds() const { return {{0, 0}, frame_.size}; }

@@ -12,6 +12,7 @@
 #include "platform/gtk/GTKAccessibleElement.h"
 #include "platform/gtk/GTKPresentation.h"
 #include "platform/gtk/toExtent.h"
+#include "platform/gtk/toModifierFlags.h"
 #include "platform/quartzcore/CAMediaTime.h"
 
 namespace orvane::platform {
@@ -82,14 +83,7 @@ bool GTKRoot::sendKey(NSEventType type, guint keycode, Gdk::ModifierType state) 
     NSEvent event;
     event.type = type;
     event.timestamp = CACurrentMediaTime();
-    const std::pair<Gdk::ModifierType, unsigned> modifiers[] = {
-        {Gdk::ModifierType::SHIFT_MASK, kNSEventModifierShift},
-        {Gdk::ModifierType::CONTROL_MASK, kNSEventModifierControl},
-        {Gdk::ModifierType::ALT_MASK, kNSEventModifierAlt},
-        {Gdk::ModifierType::SUPER_MASK, kNSEventModifierSuper}};
-    for (const auto& [mask, flag] : modifiers) {
-        event.modifierFlags |= (state & mask) == mask ? flag : 0;
-    }
+    event.modifierFlags = toModifierFlags(static_cast<GdkModifierType>(state));
     // The symbol with Shift is in the text, the symbol without Shift is the key's name.
     const auto symbol = [&](Gdk::ModifierType with) {
         guint found = 0;

@@ -15,6 +15,7 @@
 #include "platform/gtk/GTKPresentation.h"
 #include "platform/gtk/GTKRenderer.h"
 #include "platform/gtk/GTKRoot.h"
+#include "platform/gtk/GTKScroll.h"
 #include "platform/quartzcore/CAMediaTime.h"
 
 namespace orvane::platform {
@@ -32,6 +33,8 @@ GTKWindow::GTKWindow(CGSize size, std::optional<double> scale) {
                           [this](const NSEvent& event) { return sendUnhandledKey(event); },
                           [this](GtkWidget* focused) { focusDidMove(focused); },
                           [this](bool isForward) { return tabPressed(isForward); }});
+    scroll_ = std::make_unique<GTKScroll>(
+        *root_, [this](const NSEvent& event) { return sendEvent(event); });
     display_ = std::make_unique<CVDisplay>([this] { scheduleDisplay(); });
 }
 

@@ -27,6 +27,7 @@ class CVDisplay;
 class GTKControl;
 class GTKPresentation;
 class GTKRoot;
+class GTKScroll;
 enum class GTKRendererKind;
 
 // A window on a real desktop, X11 or Wayland: a widget that shows views and turns input into
@@ -96,6 +97,7 @@ private:
     bool tabPressed(bool isForward);
 
     std::unique_ptr<GTKRoot> root_;
+    std::unique_ptr<GTKScroll> scroll_;
     std::unordered_map<NSView*, std::unique_ptr<GTKControl>> controls_;
     bool isMovingFocus_ = false;                     // this object moves the focus of GTK
     std::unique_ptr<GTKPresentation> presentation_;  // null until the root is realized

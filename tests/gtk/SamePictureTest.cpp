@@ -7,7 +7,6 @@
 #include <functional>
 #include <memory>
 #include <numbers>
-#include <numeric>
 #include <random>
 #include <utility>
 #include <vector>
@@ -120,33 +119,6 @@ private:
 
     std::mt19937 random_;
 };
-
-Picture pictureOf(platform::OffscreenWindow& window) {
-    window.display();
-    Picture picture{window.pixelWidth(), window.pixelHeight(), {}};
-    for (int y = 0; y < picture.height; ++y) {
-        const std::uint32_t* const row = window.pixels() + static_cast<std::size_t>(y) *
-                                                               window.bytesPerRow() /
-                                                               sizeof(std::uint32_t);
-        std::transform(row, row + picture.width, std::back_inserter(picture.pixels),
-                       [](std::uint32_t pixel) { return pixel & 0xFFFFFF; });
-    }
-    return picture;
-}
-
-// How many pixels differ by more than `tolerance` in a component.
-int countDifferences(const Picture& a, const Picture& b, int tolerance) {
-    EXPECT_EQ(a.width, b.width);
-    EXPECT_EQ(a.height, b.height);
-    const auto differ = [tolerance](std::uint32_t x, std::uint32_t y) {
-        return std::ranges::any_of(std::array{0, 8, 16}, [=](int shift) {
-            return std::abs(static_cast<int>(x >> shift & 0xFF) -
-                            static_cast<int>(y >> shift & 0xFF)) > tolerance;
-        });
-    };
-    return std::inner_product(a.pixels.begin(), a.pixels.end(), b.pixels.begin(), 0, std::plus(),
-                              differ);
-}
 
 // A window on screen and one off, for two trees that are the same.
 struct Windows {

@@ -5,7 +5,13 @@
 // After GTK's.
 #include <gsk/gskcairorenderer.h>
 
+#include <algorithm>
+#include <array>
 #include <cmath>
+#include <cstdlib>
+#include <functional>
+#include <iterator>
+#include <numeric>
 
 #include "platform/appkit/NSGraphicsContext.h"
 #include "platform/coregraphics/CGContext.h"
@@ -86,6 +92,32 @@ platform::CATransform3D rotation(double radians) {
     const double c = std::cos(radians);
     const double s = std::sin(radians);
     return platform::CATransform3D::makeAffineTransform({c, s, -s, c, 0, 0});
+}
+
+Picture pictureOf(platform::OffscreenWindow& window) {
+    window.display();
+    Picture picture{window.pixelWidth(), window.pixelHeight(), {}};
+    for (int y = 0; y < picture.height; ++y) {
+        const std::uint32_t* const row = window.pixels() + static_cast<std::size_t>(y) *
+                                                               window.bytesPerRow() /
+                                                               sizeof(std::uint32_t);
+        std::transform(row, row + picture.width, std::back_inserter(picture.pixels),
+                       [](std::uint32_t pixel) { return pixel & 0xFFFFFF; });
+    }
+    return picture;
+}
+
+int countDifferences(const Picture& a, const Picture& b, int tolerance) {
+    EXPECT_EQ(a.width, b.width);
+    EXPECT_EQ(a.height, b.height);
+    const auto differ = [tolerance](std::uint32_t x, std::uint32_t y) {
+        return std::ranges::any_of(std::array{0, 8, 16}, [=](int shift) {
+            return std::abs(static_cast<int>(x >> shift & 0xFF) -
+                            static_cast<int>(y >> shift & 0xFF)) > tolerance;
+        });
+    };
+    return std::inner_product(a.pixels.begin(), a.pixels.end(), b.pixels.begin(), 0, std::plus(),
+                              differ);
 }
 
 }  // namespace orvane::tests

@@ -7,6 +7,7 @@
 
 #include "platform/appkit/NSView.h"
 #include "platform/gtk/GTKWindow.h"
+#include "platform/offscreen/OffscreenWindow.h"
 #include "tests/gtk/Desktop.h"
 
 namespace orvane::tests {
@@ -63,6 +64,11 @@ protected:
     TestWindow window_{size};
     std::shared_ptr<platform::NSView> root_ = std::make_shared<platform::NSView>();
 };
+
+// What an off-screen window shows, as 0x00RRGGBB.
+Picture pictureOf(platform::OffscreenWindow& window);
+// How many pixels differ by more than `tolerance` in a component.
+int countDifferences(const Picture& a, const Picture& b, int tolerance);
 
 // About the layer's anchor point.
 platform::CATransform3D rotation(double radians);

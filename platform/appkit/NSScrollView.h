@@ -1,0 +1,156 @@
+#pragma once
+
+#include <array>
+#include <functional>
+#include <memory>
+
+#include "orvane/commons/Export.h"
+#include "platform/appkit/NSScrollAxis.h"
+#include "platform/appkit/NSVelocityTracker.h"
+#include "platform/appkit/NSView.h"
+
+namespace orvane::platform {
+
+class NSScroller;
+class NSScrollView;
+
+// Is told what a scroll view does. Called on the main thread; it may change the scroll view and the
+// view tree.
+class ORVANE_EXPORT NSScrollViewDelegate {
+public:
+    virtual ~NSScrollViewDelegate() = default;
+    // The user, or an animated change of the offset, has set the content in motion.
+    virtual void scrollViewWillBeginScrolling(NSScrollView&) {}
+    // The offset has changed.
+    virtual void scrollViewDidScroll(NSScrollView&) {}
+    // The content is at rest, and neither the pointer nor fingers hold it.
+    virtual void scrollViewDidEndScrolling(NSScrollView&) {}
+};
+
+// Shows a part of a content that may be larger than the view, and lets the user move it: with a
+// wheel, a touchpad, the pointer, the keyboard and its scroll bars.
+//
+// The content is shown by one subview, the document view. Its place in the content is its document
+// frame, and scrolling moves its origin: nothing is painted but what appears. The content may be
+// much larger than a view can be, because the document view need not cover all of it.
+//
+// The offset is the point of the content at the top left of the view. It is always between zero and
+// the content size less the view's size. Offsets, sizes and distances are in points and in the
+// view's coordinates. What a scroll view cannot use of a scroll event, because its content is at an
+// end, goes to the scroll views around it; a drag belongs to the innermost scroll view whose
+// content can move in its direction.
+//
+// All motion is a function of the media time that the window passes to step(). Numbers that are not
+// finite, and negative sizes, are refused with a line in the log. Main thread only.
+class ORVANE_EXPORT NSScrollView : public NSView {
+public:
+    // Use it instead of the constructor: the view's recognizers need the shared pointer.
+    static std::shared_ptr<NSScrollView> create();
+    ~NSScrollView() override;
+
+    // Borrowed until it is replaced; null for none.
+    void setDelegate(NSScrollViewDelegate* delegate) { delegate_ = delegate; }
+
+    // ---- the content ----
+    // The view that shows the content; null removes it. The scroll view sets its frame.
+    void setDocumentView(const std::shared_ptr<NSView>& view);
+    const std::shared_ptr<NSView>& documentView() const { return document_; }
+    // The extent of the content. The offset is adapted to it.
+    void setContentSize(CGSize size);
+    CGSize contentSize() const;
+    // The part of the content that the document view covers; without a call, all of it, and at
+    // least the visible part.
+    void setDocumentFrame(const CGRect& frame);
+    // The directions in which the content can be moved; both at first.
+    void setScrollable(bool horizontally, bool vertically);
+    // With paging, the content comes to rest where a multiple of the view's size is visible, or the
+    // end of the content. False at first.
+    void setPaging(bool paging);
+    bool isPaging() const { return paging_; }
+
+    // ---- the offset ----
+    CGPoint contentOffset() const;
+    // The largest offset.
+    CGPoint maximumOffset() const;
+    // Where the motion that is going on will end; the offset when there is none.
+    CGPoint targetOffset() const;
+    // Sets the offset, within the limits. Ends the motion that is going on. With `animated`, the
+    // content moves there.
+    void setContentOffset(CGPoint offset, bool animated);
+    // Moves the content as little as necessary to show a rectangle of it; its beginning, if it is
+    // larger than the view.
+    void scrollRectToVisible(const CGRect& rect, bool animated);
+    // Makes `view`, which is somewhere below scroll views, visible in all of them.
+    static void scrollToVisible(const NSView& view, bool animated);
+    // Content of this extent was inserted above or left of what is visible; negative extents mean
+    // that it was removed. The offset and the content size change, what is visible does not, and a
+    // motion continues.
+    void insertContentBefore(CGSize extent);
+    // Whether the content moves, or the pointer or fingers hold it.
+    bool isScrolling() const { return isScrolling_; }
+
+    // ---- for the window ----
+    void setFrame(const CGRect& frame) override;
+    bool scrollWheel(const NSEvent& event) override;
+    bool keyDown(const NSEvent& event) override;
+    // Whether the content can be moved. A view that was scrolled has the keyboard if no other has.
+    bool acceptsFirstResponder() const override;
+    void step(double time) override;
+    void viewDidMoveToWindow() override;
+
+protected:
+    NSScrollView();
+
+private:
+    enum Direction : std::size_t { Horizontal, Vertical };
+    // Who holds the content.
+    enum class Hold { Nobody, Pointer, Fingers, Knob };
+
+    void addRecognizers();
+    NSScrollAxis& axis(Direction direction) { return axes_[direction]; }
+    const NSScrollAxis& axis(Direction direction) const { return axes_[direction]; }
+    bool isMoving() const;
+    void stop();
+
+    // Moves the content by a part of `delta`, as far as it goes, and returns that part.
+    CGPoint moveBy(CGPoint delta);
+    CGPoint moveByWheel(CGPoint delta, double time);
+    double turnPages(Direction direction, double delta, double time);
+    // What happens when the pointer or the fingers release the content.
+    void release(CGPoint velocity, double time);
+    void comeToRestAtPage(Direction direction, double velocity, double time);
+
+    bool pointerPressed();
+    bool canDrag(CGPoint way) const;
+    void dragKnob(Direction direction, double way);
+
+    // To be called after changes: each does what follows from them.
+    void extentsDidChange();
+    void offsetDidChange();
+    void motionDidChange();
+    void placeDocument();
+    void placeBars();
+    void showBars(double time);
+    void fadeBars(double time);
+    double knobLength(Direction direction) const;
+    double trackLength(Direction direction) const;
+    double roundToPixel(double length) const;
+
+    std::shared_ptr<NSView> document_;
+    std::array<NSScrollAxis, 2> axes_;
+    std::array<std::shared_ptr<NSScroller>, 2> bars_;
+    CGSize contentSize_;
+    CGRect documentFrame_;
+    bool coversContent_ = true;  // the document frame was not set
+    bool paging_ = false;
+    NSScrollViewDelegate* delegate_ = nullptr;
+
+    Hold hold_ = Hold::Nobody;
+    bool isScrolling_ = false;
+    NSVelocityTracker fingers_;
+    std::array<double, 2> pageWheel_{};  // the part of a notch that has turned no page yet
+    double barsShownAt_ = 0;
+    bool areBarsShown_ = false;
+};
+
+}  // namespace orvane::platform
