@@ -97,6 +97,7 @@ set(orvane_public_headers
     orvane/embedding/childrenOf.h
     orvane/embedding/labelOf.h
     orvane/embedding/preOrder.h
+    orvane/embedding/settle.h
     orvane/embedding/textOf.h
     orvane/runtime/init_orvane.h
     orvane/system/ScreenTypeView.h
@@ -106,6 +107,12 @@ set(orvane_public_headers
     platform/appkit/NSWindow.h
     platform/offscreen/OffscreenWindow.h
     platform/quartzcore/CAMediaTime.h)
+list(APPEND orvane_public_headers
+    # Tests of applications.
+    orvane/driver/Driver.h
+    orvane/driver/Failure.h
+    orvane/driver/Query.h
+    orvane/driver/comparePictures.h)
 if(ORVANE_GTK)
     list(APPEND orvane_public_headers platform/gtk/GTKControl.h platform/gtk/GTKWindow.h)
 endif()

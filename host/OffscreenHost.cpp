@@ -15,6 +15,7 @@
 #include "host/Options.h"
 #include "host/Playback.h"
 #include "host/Timer.h"
+#include "orvane/embedding/settle.h"
 
 namespace orvane::host {
 
@@ -150,15 +151,7 @@ void OffscreenHost::play(double until) {
 }
 
 void OffscreenHost::settle() {
-    const auto deadline = std::chrono::steady_clock::now() + kLongestSettling;
-    do {
-        while (!terminated_ && std::chrono::steady_clock::now() < deadline &&
-               g_main_context_iteration(nullptr, FALSE) != FALSE) {
-        }
-        window_.display();
-    } while (!terminated_ && std::chrono::steady_clock::now() < deadline &&
-             (g_main_context_pending(nullptr) != FALSE ||
-              (window_.needsDisplay() && !window_.isAnimating())));
+    embedding::settle(window_, kLongestSettling, &terminated_);
 }
 
 }  // namespace orvane::host

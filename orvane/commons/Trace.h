@@ -26,6 +26,7 @@ public:
     // Ends the trace and closes the file. Returns false if the file could not be written
     // completely, or no trace is running.
     static bool stop();
+    // Whether a trace is running.
     static bool isRunning() { return running_.load(std::memory_order_relaxed); }
 
     // Begins an interval that may end on another thread. `name` needs no escaping in JSON; `detail`
@@ -47,11 +48,13 @@ private:
 // without characters that JSON escapes.
 class TraceScope {
 public:
+    // Begins the event.
     explicit TraceScope(const char* name) : name_(Trace::isRunning() ? name : nullptr) {
         if (name_ != nullptr) {
             start_ = Trace::Clock::now();
         }
     }
+    // Ends it.
     ~TraceScope() {
         if (name_ != nullptr) {
             Trace::record(name_, start_);

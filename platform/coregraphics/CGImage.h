@@ -24,6 +24,8 @@ public:
     static std::shared_ptr<const CGImage> createWithPNGDataProvider(const CGDataProvider& provider);
     static std::shared_ptr<const CGImage> createWithJPEGDataProvider(
         const CGDataProvider& provider);
+    // Decodes a PNG file. Returns null also if the file cannot be read.
+    static std::shared_ptr<const CGImage> createWithPNGFile(const std::string& path);
 
     // Converts raw pixels of four bytes: red, green, blue and alpha, not premultiplied (bitmap
     // information 3). Pixels beyond the end of the bytes are transparent. Returns null for sizes

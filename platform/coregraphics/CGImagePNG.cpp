@@ -81,6 +81,11 @@ std::span<const unsigned char> withoutText(std::span<const unsigned char> bytes,
 
 }  // namespace
 
+std::shared_ptr<const CGImage> CGImage::createWithPNGFile(const std::string& path) {
+    const auto bytes = CGDataProvider::createWithFilename(path);
+    return bytes ? createWithPNGDataProvider(*bytes) : nullptr;
+}
+
 std::shared_ptr<const CGImage> CGImage::createWithPNGDataProvider(const CGDataProvider& provider) {
     std::vector<unsigned char> copy;
     const std::span<const unsigned char> bytes = withoutText(provider.bytes(), copy);

@@ -1,0 +1,368 @@
+#include "orvane/driver/Driver.h"
+
+#include <algorithm>
+#include <array>
+#include <chrono>
+#include <cmath>
+#include <cstdlib>
+#include <filesystem>
+#include <map>
+#include <optional>
+#include <sstream>
+#include <string_view>
+#include <system_error>
+#include <thread>
+#include <utility>
+
+#include "orvane/display/Display.h"
+#include "orvane/display/tree/DisplayObject.h"
+#include "orvane/driver/comparePictures.h"
+#include "orvane/embedding/Session.h"
+#include "orvane/embedding/childrenOf.h"
+#include "orvane/embedding/labelOf.h"
+#include "orvane/embedding/preOrder.h"
+#include "orvane/embedding/settle.h"
+#include "orvane/embedding/textOf.h"
+#include "platform/coregraphics/CGImage.h"
+#include "platform/offscreen/OffscreenWindow.h"
+#include "platform/quartzcore/CAMediaTime.h"
+
+namespace orvane::driver {
+
+namespace {
+
+using display::DisplayObject;
+using platform::CGPoint;
+using platform::NSEvent;
+using platform::NSEventType;
+
+constexpr double kRefresh = 1.0 / 60;
+
+// The name of an object's kind in the application's interface.
+std::string kindOf(const DisplayObject& object) {
+    std::string kind = object.getDescription();
+    for (const std::string_view prefix : {"Quartz", "UI"}) {
+        if (kind.starts_with(prefix)) {
+            kind.erase(0, prefix.size());
+        }
+    }
+    return kind;
+}
+
+// One part of an object's path.
+struct Step {
+    std::string kind;
+    int number = 0;
+};
+
+std::vector<Step> parsePath(const std::string& path) {
+    std::vector<Step> steps;
+    std::istringstream stream(path);
+    for (std::string word; std::getline(stream, word, '/');) {
+        const auto bracket = word.find('[');
+        Step step{word.substr(0, bracket)};
+        if (bracket != std::string::npos) {
+            step.number = std::atoi(word.c_str() + bracket + 1);
+        }
+        steps.push_back(std::move(step));
+    }
+    return steps;
+}
+
+// Calls `visit` with each object of the display and its path.
+template <typename Visit>
+void visitObjects(Visit visit) {
+    std::vector<Step> path;
+    // How many objects of a kind came before, for each depth of the path.
+    std::vector<std::map<std::string, int>> numbers;
+    embedding::preOrder(display::Display::instance()->getObjects(), embedding::childrenOf,
+                        [&](DisplayObject& object, int depth) {
+                            const auto size = static_cast<std::size_t>(depth);
+                            path.resize(size);
+                            numbers.resize(size);
+                            std::string kind = kindOf(object);
+                            const int number = numbers.back()[kind]++;
+                            // "*" counts all siblings.
+                            const int any = numbers.back()["*"]++;
+                            path.back() = {std::move(kind), number};
+                            visit(object, path, any);
+                        });
+}
+
+std::string describe(const Query& query) {
+    std::string text;
+    const std::pair<const char*, const std::string*> fields[] = {{"kind", &query.kind},
+                                                                 {"label", &query.label},
+                                                                 {"text", &query.text},
+                                                                 {"path", &query.path}};
+    for (const auto& [name, value] : fields) {
+        if (!value->empty()) {
+            text += (text.empty() ? "" : ", ") + std::string(name) + " \"" + *value + '"';
+        }
+    }
+    return text.empty() ? "any property" : text;
+}
+
+// The objects of the display, one a line, for the messages of failures.
+std::string listObjects() {
+    std::ostringstream list;
+    visitObjects([&](DisplayObject& object, const std::vector<Step>& path, int) {
+        list << '\n' << std::string(2 * path.size(), ' ') << path.back().kind;
+        if (path.back().number > 0) {
+            list << '[' << path.back().number << ']';
+        }
+        if (const std::string label = embedding::labelOf(object); !label.empty()) {
+            list << " label \"" << label << '"';
+        }
+        if (const std::string text = embedding::textOf(object); !text.empty()) {
+            list << " text \"" << text << '"';
+        }
+        list << (object.isVisible() ? "" : " hidden");
+    });
+    return list.str();
+}
+
+}  // namespace
+
+// A user without files, as long as this object exists.
+class Driver::User {
+public:
+    User() {
+        std::string name = std::filesystem::temp_directory_path() / "orvane-driver-XXXXXX";
+        if (mkdtemp(name.data()) == nullptr) {
+            throw Failure("cannot create a folder in " +
+                          std::filesystem::temp_directory_path().string());
+        }
+        folder_ = name;
+        for (const char* const variable : kVariables) {
+            const char* const value = std::getenv(variable);
+            old_.emplace_back(value != nullptr ? std::optional<std::string>(value) : std::nullopt);
+            setenv(variable, (folder_ / variable).c_str(), 1);
+        }
+    }
+    ~User() {
+        for (std::size_t i = 0; i < old_.size(); ++i) {
+            if (old_[i]) {
+                setenv(kVariables[i], old_[i]->c_str(), 1);
+            } else {
+                unsetenv(kVariables[i]);
+            }
+        }
+        std::error_code ignored;
+        std::filesystem::remove_all(folder_, ignored);
+    }
+    User(const User&) = delete;
+    User& operator=(const User&) = delete;
+
+private:
+    static constexpr std::array<const char*, 3> kVariables{"XDG_DATA_HOME", "XDG_CONFIG_HOME",
+                                                           "XDG_CACHE_HOME"};
+    std::filesystem::path folder_;
+    std::vector<std::optional<std::string>> old_;
+};
+
+struct Driver::State {
+    State(const std::string& applications, const Options& options)
+        : window(options.size, options.scale),
+          session(window, applications, options.resources),
+          start(platform::CACurrentMediaTime()) {}
+
+    platform::CAVirtualClock clock;
+    platform::OffscreenWindow window;
+    embedding::Session session;
+    double start;
+};
+
+Driver::Driver(const std::string& applications) : Driver(applications, Options()) {}
+
+Driver::Driver(const std::string& applications, const Options& options)
+    : user_(std::make_unique<User>()), state_(std::make_unique<State>(applications, options)) {
+    if (!state_->session.start()) {
+        throw Failure("no application could be started in " + applications);
+    }
+    settle();
+}
+
+Driver::~Driver() = default;
+
+void Driver::settle() {
+    embedding::settle(state_->window);
+}
+
+// ---- objects ----
+
+std::vector<Driver::Object> Driver::findAll(const Query& query) const {
+    const std::vector<Step> wanted = parsePath(query.path);
+    std::vector<Object> found;
+    // How far the current path fits what is wanted, for each depth.
+    std::vector<bool> fits{true};
+    visitObjects([&](DisplayObject& object, const std::vector<Step>& path, int any) {
+        if (!wanted.empty()) {
+            const std::size_t depth = path.size();
+            fits.resize(depth);
+            bool isWanted = fits.back() && depth <= wanted.size();
+            if (isWanted) {
+                const Step& step = wanted[depth - 1];
+                isWanted = step.kind == "*"
+                               ? step.number == any
+                               : step.kind == path.back().kind && step.number == path.back().number;
+            }
+            fits.push_back(isWanted);
+            if (!isWanted || depth != wanted.size()) {
+                return;
+            }
+        }
+        if ((query.kind.empty() || query.kind == path.back().kind) &&
+            (query.label.empty() || query.label == embedding::labelOf(object)) &&
+            (query.text.empty() || query.text == embedding::textOf(object)) && object.isVisible()) {
+            found.push_back(std::static_pointer_cast<DisplayObject>(object.shared_from_this()));
+        }
+    });
+    return found;
+}
+
+Driver::Object Driver::find(const Query& query) const {
+    const std::vector<Object> found = findAll(query);
+    if (found.size() == 1) {
+        return found.front();
+    }
+    throw Failure((found.empty() ? "no visible object has "
+                                 : std::to_string(found.size()) + " visible objects have ") +
+                  describe(query) + "; the objects are:" + listObjects());
+}
+
+CGPoint Driver::centerOf(const Object& object) const {
+    const auto& frame = object->getFrame();
+    const platform::CGSize size = state_->window.contentSize();
+    const double left = std::max(frame.x, 0.0);
+    const double top = std::max(frame.y, 0.0);
+    const double right = std::min(frame.x + frame.width, size.width);
+    const double bottom = std::min(frame.y + frame.height, size.height);
+    if (left >= right || top >= bottom) {
+        std::ostringstream message;
+        message << "the frame of the object, " << frame.x << ',' << frame.y << ' ' << frame.width
+                << 'x' << frame.height << ", is empty or outside the window";
+        throw Failure(message.str());
+    }
+    return {(left + right) / 2, (top + bottom) / 2};
+}
+
+// ---- input ----
+
+bool Driver::send(NSEvent event) {
+    event.timestamp = platform::CACurrentMediaTime();
+    const bool handled = state_->window.sendEvent(event);
+    settle();
+    return handled;
+}
+
+void Driver::pressAt(CGPoint point) {
+    send({NSEventType::LeftMouseDown, point});
+    step(kRefresh);
+    send({NSEventType::LeftMouseUp, point});
+}
+
+void Driver::drag(const Object& object, CGPoint by, double seconds) {
+    const CGPoint start = centerOf(object);
+    const long steps = std::max(1L, std::lround(seconds / kRefresh));
+    send({NSEventType::LeftMouseDown, start});
+    CGPoint point = start;
+    for (long i = 1; i <= steps; ++i) {
+        step(seconds / static_cast<double>(steps));
+        const double part = static_cast<double>(i) / static_cast<double>(steps);
+        point = {start.x + part * by.x, start.y + part * by.y};
+        send({NSEventType::LeftMouseDragged, point});
+    }
+    send({NSEventType::LeftMouseUp, point});
+}
+
+bool Driver::scroll(const Object& object, CGPoint by) {
+    NSEvent event;
+    event.type = NSEventType::ScrollWheel;
+    event.locationInWindow = centerOf(object);
+    event.hasPreciseScrollingDeltas = true;
+    event.phase = platform::NSEventPhase::Began;
+    send(event);
+    event.phase = platform::NSEventPhase::Changed;
+    event.scrollingDelta = by;
+    const bool handled = send(event);
+    event.phase = platform::NSEventPhase::Ended;
+    event.scrollingDelta = {};
+    send(event);
+    return handled;
+}
+
+bool Driver::type(const std::string& text) {
+    NSEvent event;
+    event.type = NSEventType::KeyDown;
+    event.characters = text;
+    return send(event);
+}
+
+bool Driver::key(const std::string& name, unsigned modifierFlags) {
+    NSEvent event;
+    event.type = NSEventType::KeyDown;
+    event.key = name;
+    event.modifierFlags = modifierFlags;
+    const bool handled = send(event);
+    event.type = NSEventType::KeyUp;
+    send(event);
+    return handled;
+}
+
+// ---- time ----
+
+void Driver::step(double seconds) {
+    const double end = platform::CACurrentMediaTime() + std::max(seconds, 0.0);
+    // The last step may be shorter; one that only rounding makes necessary is left out.
+    for (double now = platform::CACurrentMediaTime(); now + kRefresh < end - 1e-9;) {
+        now += kRefresh;
+        state_->clock.advanceTo(now);
+        settle();
+    }
+    state_->clock.advanceTo(end);
+    settle();
+}
+
+void Driver::waitForIdle(double most) {
+    const double end = time() + most;
+    while (state_->window.isAnimating()) {
+        if (time() >= end) {
+            throw Failure("an animation still runs after " + std::to_string(most) + " seconds");
+        }
+        step(kRefresh);
+    }
+}
+
+void Driver::waitUntil(const std::function<bool()>& condition, double most) {
+    using Clock = std::chrono::steady_clock;
+    const auto start = Clock::now();
+    for (auto last = start; !condition();) {
+        if (std::chrono::duration<double>(last - start).count() > most) {
+            throw Failure("what the test waits for has not happened after " + std::to_string(most) +
+                          " seconds");
+        }
+        std::this_thread::sleep_for(std::chrono::milliseconds(2));
+        const auto now = Clock::now();
+        step(std::chrono::duration<double>(now - last).count());
+        last = now;
+    }
+}
+
+double Driver::time() const {
+    return platform::CACurrentMediaTime() - state_->start;
+}
+
+// ---- pictures ----
+
+std::shared_ptr<const platform::CGImage> Driver::picture() const {
+    return state_->window.image();
+}
+
+void Driver::expectPicture(const std::string& path, int tolerance) const {
+    if (const std::string fault = comparePictures(*picture(), path, tolerance); !fault.empty()) {
+        throw Failure(fault);
+    }
+}
+
+}  // namespace orvane::driver
