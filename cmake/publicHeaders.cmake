@@ -79,6 +79,7 @@ set(orvane_public_headers
     platform/appkit/NSGraphicsContext.h
     platform/appkit/NSTextField.h
     platform/appkit/NSView.h
+    platform/appkit/NSViewClip.h
     platform/coregraphics/CGAffineTransform.h
     platform/coregraphics/CGColor.h
     platform/coregraphics/CGContext.h

@@ -42,12 +42,12 @@ bool NSBackingPolicy::fitsWhole(CGSize viewSize, const NSBackingRect& whole) con
            std::max(whole.width(), whole.height()) <= kLongestSide;
 }
 
-NSBackingRect NSBackingPolicy::areaToStore(CGSize viewSize, const CGAffineTransform& windowToView,
+NSBackingRect NSBackingPolicy::areaToStore(CGSize viewSize, const CGRect& exposed,
                                            const NSBackingRect& stored) const {
     const NSBackingRect whole = NSBackingRect::around({{0, 0}, viewSize}, scale_);
-    const NSBackingRect visible =
-        NSBackingRect::around(windowToView.apply(CGRect{{0, 0}, windowSize_}), scale_)
-            .intersection(whole);
+    const NSBackingRect visible = isEmpty(exposed)
+                                      ? NSBackingRect{}
+                                      : NSBackingRect::around(exposed, scale_).intersection(whole);
     if (visible.isEmpty() && stored.isEmpty()) {
         return {};
     }

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "platform/appkit/NSBackingRect.h"
-#include "platform/coregraphics/CGAffineTransform.h"
 #include "platform/coregraphics/CGGeometry.h"
 
 namespace orvane::platform {
@@ -17,9 +16,9 @@ public:
     NSBackingPolicy(CGSize windowSize, double scale) : windowSize_(windowSize), scale_(scale) {}
 
     // Returns the part of a view to store, in the view's pixels; empty if nothing is to be stored.
-    // `windowToView` maps the window's points to the view's. `stored` is the part that is stored
-    // now; empty for none.
-    NSBackingRect areaToStore(CGSize viewSize, const CGAffineTransform& windowToView,
+    // `exposed` is a box around what the window and the clips leave of the view, in the view's
+    // points. `stored` is the part that is stored now; empty for none.
+    NSBackingRect areaToStore(CGSize viewSize, const CGRect& exposed,
                               const NSBackingRect& stored) const;
 
 private:

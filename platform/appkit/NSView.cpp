@@ -205,6 +205,17 @@ bool NSView::isHiddenOrHasHiddenAncestor() const {
     return false;
 }
 
+// ---- clipping ----
+
+void NSView::setClips(std::vector<NSViewClip> clips) {
+    if (clips_ != clips) {
+        clips_ = std::move(clips);
+        if (window_ != nullptr) {
+            window_->viewDidChange(*this, kNSViewGeometryChanged);
+        }
+    }
+}
+
 // ---- drawing ----
 
 void NSView::layerDidChange(CALayer&, unsigned changes) {
@@ -280,7 +291,9 @@ void NSView::addGestureRecognizer(const std::shared_ptr<NSGestureRecognizer>& re
 }
 
 NSView* NSView::hitTest(CGPoint point) {
-    if (hidden_) {
+    const bool isCut = std::any_of(clips_.begin(), clips_.end(),
+                                   [&](const NSViewClip& clip) { return !clip.contains(point); });
+    if (hidden_ || isCut) {
         return nullptr;
     }
     const std::optional<CGAffineTransform> toView = modelTransform(*layer_).invert();
@@ -288,6 +301,10 @@ NSView* NSView::hitTest(CGPoint point) {
         return nullptr;
     }
     const CGPoint place = toView->apply(point);
+    const bool isInside = contains(bounds(), place);
+    if (!isInside && clipsToBounds()) {
+        return nullptr;
+    }
     const std::vector<NSView*>& order = subviewsInDrawingOrder();
     for (std::size_t i = order.size(); i-- > 0;) {
         NSView* const hit = order[i]->hitTest(place);
@@ -295,9 +312,7 @@ NSView* NSView::hitTest(CGPoint point) {
             return hit;
         }
     }
-    const bool inside =
-        place.x >= 0 && place.y >= 0 && place.x < frame_.size.width && place.y < frame_.size.height;
-    return inside ? this : nullptr;
+    return isInside ? this : nullptr;
 }
 
 bool NSView::keyDown(const NSEvent&) {

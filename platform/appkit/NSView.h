@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "orvane/commons/Export.h"
+#include "platform/appkit/NSViewClip.h"
 #include "platform/coregraphics/CGAffineTransform.h"
 #include "platform/coregraphics/CGGeometry.h"
 #include "platform/quartzcore/CALayer.h"
@@ -38,7 +39,8 @@ public:
 // A surface in a window: a frame in its superview, ordered subviews, a layer, and, if its class
 // paints (drawRect), a backing store that persists between frames. The origin is at the top left,
 // y points down, and lengths are in points. Siblings are drawn by the z positions of their layers,
-// then in order. Subviews are not clipped to their superview.
+// then in order. Subviews are not clipped to their superview unless setClipsToBounds or setClips
+// says so; what is clipped away gets no pointer either.
 //
 // Views are created, changed and destroyed on the main thread only. A superview owns its subviews.
 // A setter never paints or composes: it notifies the window, which does what is needed at its next
@@ -85,6 +87,15 @@ public:
     bool isHidden() const { return hidden_; }
     // Whether a flag of the view or of one of its superviews hides it.
     bool isHiddenOrHasHiddenAncestor() const;
+
+    // ---- clipping ----
+    // Whether the bounds cut off the subviews. False at first.
+    void setClipsToBounds(bool clips) { layer_->setMasksToBounds(clips); }
+    bool clipsToBounds() const { return layer_->masksToBounds(); }
+    // Cuts off what the view and its subviews show outside any of these rectangles. They stay in
+    // place in the superview when the view moves or its layer animates. None at first.
+    void setClips(std::vector<NSViewClip> clips);
+    const std::vector<NSViewClip>& clips() const { return clips_; }
 
     // ---- drawing ----
     // Does nothing: every view has a layer from the start.
@@ -202,6 +213,7 @@ private:
     int keyViewOrder_ = 0;
     NSViewLayerContentsRedrawPolicy policy_ = NSViewLayerContentsRedrawPolicy::OnSetNeedsDisplay;
     CGRect frame_;
+    std::vector<NSViewClip> clips_;
     std::shared_ptr<CALayer> layer_;
     // Shared, so that painting can continue when drawRect removes its own view from the window.
     std::shared_ptr<NSBackingStore> store_;

@@ -28,7 +28,27 @@ constexpr unsigned kVisibilityStale = 1U << 30;
 constexpr unsigned kAffectsVisibility =
     kVisibilityStale | kNSViewGeometryChanged | kNSViewHiddenChanged;
 
+// Cuts off what is outside a clip: precise for one that is parallel to the window's edges,
+// otherwise its bounding box.
+CGRect cut(const CGRect& visible, const CGRect& clip, const CGAffineTransform& toWindow) {
+    return isFinite(clip) && toWindow.isDrawable()
+               ? intersection(visible, toWindow.apply(standardized(clip)))
+               : CGRect{};
+}
+
 }  // namespace
+
+// Where a view is, and what can be seen of it.
+struct NSWindow::Exposure {
+    CGAffineTransform toWindow;
+    CGRect visible;  // in the window's coordinates
+
+    void cutToBounds(const NSView& view) {
+        if (view.clipsToBounds()) {
+            visible = cut(visible, view.bounds(), toWindow);
+        }
+    }
+};
 
 struct NSWindow::State {
     std::shared_ptr<NSView> contentView;
@@ -287,43 +307,58 @@ void NSWindow::reportChanges() {
         if (root->window_ != this || root->isHiddenOrHasHiddenAncestor()) {
             continue;
         }
-        CGAffineTransform superviewToWindow;
-        for (const NSView* above = root->superview_; above != nullptr; above = above->superview_) {
-            superviewToWindow = superviewToWindow.concat(
-                above->layer_->affineTransform(above->layer_->presentation(state_->displayTime)));
-        }
-        updateStoredAreas(*root, superviewToWindow, policy);
+        updateStoredAreas(*root, exposureOf(root->superview_), policy);
     }
     roots.clear();
     views.clear();
 }
 
-void NSWindow::updateStoredAreas(NSView& view, const CGAffineTransform& superviewToWindow,
+auto NSWindow::exposureOf(const NSView* view) const -> Exposure {
+    if (view == nullptr) {
+        return {{}, {{0, 0}, contentSize()}};
+    }
+    Exposure exposure = exposureOf(*view, exposureOf(view->superview_));
+    exposure.cutToBounds(*view);
+    return exposure;
+}
+
+auto NSWindow::exposureOf(const NSView& view, const Exposure& superview) const -> Exposure {
+    CGRect visible = superview.visible;
+    for (const NSViewClip& clip : view.clips_) {
+        visible = cut(visible, clip.rect, clip.transform.concat(superview.toWindow));
+    }
+    return {view.layer_->affineTransform(view.layer_->presentation(state_->displayTime))
+                .concat(superview.toWindow),
+            visible};
+}
+
+void NSWindow::updateStoredAreas(NSView& view, const Exposure& superview,
                                  const NSBackingPolicy& policy) {
     // A hidden view keeps what it has until it is shown again.
     if (view.hidden_) {
         return;
     }
-    const CGAffineTransform toWindow =
-        view.layer_->affineTransform(view.layer_->presentation(state_->displayTime))
-            .concat(superviewToWindow);
+    Exposure exposure = exposureOf(view, superview);
     if (view.paints() && !showsNatively(view)) {
-        updateStoredArea(view, toWindow, policy);
+        updateStoredArea(view, exposure, policy);
     }
+    exposure.cutToBounds(view);
     for (const std::shared_ptr<NSView>& subview : view.subviews_) {
-        updateStoredAreas(*subview, toWindow, policy);
+        updateStoredAreas(*subview, exposure, policy);
     }
 }
 
-void NSWindow::updateStoredArea(NSView& view, const CGAffineTransform& toWindow,
+void NSWindow::updateStoredArea(NSView& view, const Exposure& exposure,
                                 const NSBackingPolicy& policy) {
     if (view.store_ && view.store_->scale() != backingScaleFactor()) {
         view.store_.reset();
     }
     // A view that cannot be drawn keeps what it has.
-    if (const std::optional<CGAffineTransform> fromWindow = toWindow.invert()) {
+    if (const std::optional<CGAffineTransform> fromWindow = exposure.toWindow.invert()) {
         const NSBackingRect stored = view.store_ ? view.store_->area() : NSBackingRect{};
-        storeArea(view, policy.areaToStore(view.frame_.size, *fromWindow, stored));
+        const CGRect visible =
+            isEmpty(exposure.visible) ? CGRect{} : fromWindow->apply(exposure.visible);
+        storeArea(view, policy.areaToStore(view.frame_.size, visible, stored));
     }
 }
 

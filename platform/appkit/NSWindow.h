@@ -16,8 +16,8 @@ struct NSEvent;
 
 // What changed about a view: a set of bits.
 enum NSViewChange : unsigned {
-    // The frame, or the position, anchor point or transform that the layer shows. Also set at each
-    // pass while an animation of the layer runs.
+    // The frame, the clips, or the position, anchor point or transform that the layer shows. Also
+    // set at each pass while an animation of the layer runs.
     kNSViewGeometryChanged = 1U << 0,
     kNSViewHiddenChanged = 1U << 1,
     // The opacity that the layer shows. Also set at each pass while an animation runs.
@@ -48,6 +48,7 @@ enum NSViewChange : unsigned {
 //     Otherwise it calls nothing until something changes.
 //
 // At any point of a pass, the subclass reads what to show of a view from frame().size, isHidden(),
+// clips(), clipsToBounds(),
 // the superview's subviewsInDrawingOrder(), layer()->presentation(displayTime()) for the place, the
 // transform and the opacity (of the view and its subviews as one group),
 // layer()->backgroundColor(), and the pixels of backingStore().
@@ -134,6 +135,7 @@ protected:
 private:
     friend class NSView;
     struct State;
+    struct Exposure;
 
     // Called by views.
     void viewsDidEnter(NSView& root);
@@ -152,10 +154,12 @@ private:
     void stepViews();
     void reportChanges();
     // Fits what is stored of a view and of its subviews to what can be seen of them.
-    void updateStoredAreas(NSView& view, const CGAffineTransform& superviewToWindow,
-                           const NSBackingPolicy& policy);
-    void updateStoredArea(NSView& view, const CGAffineTransform& toWindow,
-                          const NSBackingPolicy& policy);
+    void updateStoredAreas(NSView& view, const Exposure& superview, const NSBackingPolicy& policy);
+    void updateStoredArea(NSView& view, const Exposure& exposure, const NSBackingPolicy& policy);
+    // What can be seen of the subviews of a view; of the content view, for null.
+    Exposure exposureOf(const NSView* view) const;
+    // What can be seen of the view itself.
+    Exposure exposureOf(const NSView& view, const Exposure& superview) const;
     // An empty area drops the store.
     void storeArea(NSView& view, const NSBackingRect& area);
     void paintDamage();

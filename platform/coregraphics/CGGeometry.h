@@ -40,4 +40,25 @@ inline CGRect standardized(const CGRect& r) {
             {std::abs(r.size.width), std::abs(r.size.height)}};
 }
 
+// Whether there is no point in a rectangle. True for one with a NaN or a negative size.
+constexpr bool isEmpty(const CGRect& r) {
+    return !(r.size.width > 0 && r.size.height > 0);
+}
+
+// Whether a point is in a rectangle; its right and bottom edges are outside. False for a NaN, and
+// for a negative size.
+constexpr bool contains(const CGRect& r, CGPoint point) {
+    return point.x >= r.origin.x && point.y >= r.origin.y && point.x < r.origin.x + r.size.width &&
+           point.y < r.origin.y + r.size.height;
+}
+
+// The common part of two rectangles without negative sizes. Its size is zero or negative where
+// there is none.
+constexpr CGRect intersection(const CGRect& a, const CGRect& b) {
+    const CGPoint origin{std::max(a.origin.x, b.origin.x), std::max(a.origin.y, b.origin.y)};
+    return {origin,
+            {std::min(a.origin.x + a.size.width, b.origin.x + b.size.width) - origin.x,
+             std::min(a.origin.y + a.size.height, b.origin.y + b.size.height) - origin.y}};
+}
+
 }  // namespace orvane::platform

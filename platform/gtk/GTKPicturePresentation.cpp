@@ -22,12 +22,18 @@ namespace {
 // The limit of Cairo's images, in pixels.
 constexpr int kLongestSide = 32767;
 
+graphene_rect_t toGraphene(const CGRect& rect) {
+    const CGRect r = standardized(rect);
+    return {{static_cast<float>(r.origin.x), static_cast<float>(r.origin.y)},
+            {static_cast<float>(r.size.width), static_cast<float>(r.size.height)}};
+}
+
 }  // namespace
 
 GTKPicturePresentation::GTKPicturePresentation(GTKRoot& root)
-    : root_(root),
-      shield_(
-          std::make_unique<GTKShield>(root, [this](CGPoint point) { return isCovered(point); })) {}
+    : root_(root), shield_(std::make_unique<GTKShield>(root, [this](CGPoint point) {
+          return routePointer(point);
+      })) {}
 
 GTKPicturePresentation::~GTKPicturePresentation() {
     for (const auto& [view, control] : controls_) {
@@ -126,12 +132,21 @@ void GTKPicturePresentation::takeControls() {
     }
 }
 
-bool GTKPicturePresentation::isCovered(CGPoint point) const {
+bool GTKPicturePresentation::routePointer(CGPoint point) const {
     if (contentView_ == nullptr || controls_.empty()) {
         return false;
     }
     const NSView* const hit = contentView_->hitTest(point);
-    return hit != nullptr && !controls_.contains(hit);
+    if (hit == nullptr || !controls_.contains(hit)) {
+        return hit != nullptr;
+    }
+    for (const auto& [view, control] : controls_) {
+        Gtk::Widget& widget = control.realization->widget();
+        if (widget.get_can_target() != (view == hit)) {
+            widget.set_can_target(view == hit);
+        }
+    }
+    return false;
 }
 
 void GTKPicturePresentation::allocate() {
@@ -161,6 +176,51 @@ void GTKPicturePresentation::allocateControl(const Control& control) const {
     }
 }
 
+void GTKPicturePresentation::snapshotControl(const Control& control,
+                                             const Glib::RefPtr<Gtk::Snapshot>& snapshot) const {
+    const OffscreenCompositor::NativePlace& place = control.place;
+    const double pointsPerPixel = 1 / compositor_.scale();
+    const auto toRoot = [&](const OffscreenClip& mask) {
+        return mask.toImage.concat({pointsPerPixel, 0, 0, pointsPerPixel, 0, 0});
+    };
+    if (place.visible.isEmpty() ||
+        !std::ranges::all_of(place.masks,
+                             [&](const OffscreenClip& mask) { return canShow(toRoot(mask)); })) {
+        return;
+    }
+    const bool isCut = place.visible != compositor_.bounds();
+    if (isCut) {
+        const graphene_rect_t visible = toGraphene(place.visible.toPoints(compositor_.scale()));
+        snapshot->push_clip(&visible);
+    }
+    for (const OffscreenClip& mask : place.masks) {
+        const graphene_rect_t inside = toGraphene(mask.rect);
+        GskTransform* const transform = toGskTransform(toRoot(mask));
+        GskTransform* const inverse = gsk_transform_invert(gsk_transform_ref(transform));
+        // Only the clip is under the transform.
+        snapshot->save();
+        gtk_snapshot_transform(snapshot->gobj(), transform);
+        snapshot->push_clip(&inside);
+        gtk_snapshot_transform(snapshot->gobj(), inverse);
+        gsk_transform_unref(inverse);
+        gsk_transform_unref(transform);
+    }
+    if (place.opacity < 1) {
+        snapshot->push_opacity(place.opacity);
+    }
+    root_.snapshot_child(control.realization->widget(), snapshot);
+    if (place.opacity < 1) {
+        snapshot->pop();
+    }
+    for (std::size_t i = 0; i < place.masks.size(); ++i) {
+        snapshot->pop();
+        snapshot->restore();
+    }
+    if (isCut) {
+        snapshot->pop();
+    }
+}
+
 void GTKPicturePresentation::snapshot(const Glib::RefPtr<Gtk::Snapshot>& snapshot) {
     // In drawing order.
     std::vector<const Control*> controls;
@@ -180,14 +240,7 @@ void GTKPicturePresentation::snapshot(const Glib::RefPtr<Gtk::Snapshot>& snapsho
     for (std::size_t i = 0; i < pictures_.size(); ++i) {
         for (; next < controls.size() && controls[next]->place.picture <= static_cast<int>(i);
              ++next) {
-            const double opacity = controls[next]->place.opacity;
-            if (opacity < 1) {
-                snapshot->push_opacity(opacity);
-            }
-            root_.snapshot_child(controls[next]->realization->widget(), snapshot);
-            if (opacity < 1) {
-                snapshot->pop();
-            }
+            snapshotControl(*controls[next], snapshot);
         }
         pictures_[i].append(snapshot);
     }

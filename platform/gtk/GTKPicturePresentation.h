@@ -42,8 +42,11 @@ private:
     };
 
     void takeControls();
-    bool isCovered(CGPoint point) const;
+    // Returns whether a painted view gets the pointer at a point. If a control does, makes it the
+    // only one that can: GTK asks them in the order in which they were added, and knows no clips.
+    bool routePointer(CGPoint point) const;
     void allocateControl(const Control& control) const;
+    void snapshotControl(const Control& control, const Glib::RefPtr<Gtk::Snapshot>& snapshot) const;
 
     GTKRoot& root_;
     OffscreenCompositor compositor_{OffscreenCompositor::Backdrop::LeftToWindow};

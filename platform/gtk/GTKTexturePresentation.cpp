@@ -49,7 +49,8 @@ void GTKTexturePresentation::resize(CGSize, double) {
 }
 
 void GTKTexturePresentation::allocate() {
-    if (auto* const content = dynamic_cast<GTKView*>(root_.get_first_child())) {
+    Gtk::Widget* const first = root_.get_first_child();
+    if (GTKView* const content = first != nullptr ? GTKView::in(*first) : nullptr) {
         content->allocate();
     }
 }

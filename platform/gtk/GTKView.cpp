@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "platform/gtk/GTKClip.h"
 #include "platform/gtk/GTKControl.h"
 #include "platform/gtk/toExtent.h"
 #include "platform/gtk/toGskTransform.h"
@@ -31,6 +32,12 @@ GTKView::~GTKView() {
     if (get_parent() != nullptr) {
         unparent();
     }
+    while (!clipWidgets_.empty()) {
+        if (clipWidgets_.back()->get_parent() != nullptr) {
+            clipWidgets_.back()->unparent();
+        }
+        clipWidgets_.pop_back();
+    }
 }
 
 GTKView* GTKView::of(const NSView& view) {
@@ -43,6 +50,10 @@ void GTKView::takePlace(const NSView& view, double time) {
         size_ = view.frame().size;
         queue_draw();  // the background covers the frame
     }
+    set_overflow(view.clipsToBounds() ? Gtk::Overflow::HIDDEN : Gtk::Overflow::VISIBLE);
+    if (clips_ != view.clips()) {
+        takeClips(view.clips());
+    }
     transform_ = layer.affineTransform(layer.presentation(time));
     shown_ = !view.isHidden() && canShow(transform_) && !std::isnan(size_.width) &&
              !std::isnan(size_.height);
@@ -54,7 +65,7 @@ void GTKView::takeOpacity(const NSView& view, double time) {
     opacity_ = std::clamp(shown.opacity, 0.0, 1.0);
     const NSView* const from = view.siblingWithLayer(shown.fadesFrom);
     linkFade(from != nullptr ? of(*from) : nullptr);
-    if (Gtk::Widget* const parent = get_parent()) {
+    if (Gtk::Widget* const parent = outermost().get_parent()) {
         parent->queue_draw();
     }
 }
@@ -77,25 +88,95 @@ void GTKView::takeOrder(const NSView& view) {
         if (widget == nullptr) {
             continue;
         }
-        if (gtk_widget_get_prev_sibling(widget->gobj()) != previous) {
-            gtk_widget_insert_after(widget->gobj(), gobj(), previous);
+        GtkWidget* const outermost = widget->outermost().gobj();
+        if (gtk_widget_get_prev_sibling(outermost) != previous) {
+            gtk_widget_insert_after(outermost, gobj(), previous);
         }
-        previous = widget->gobj();
+        previous = outermost;
     }
     queue_draw();
 }
 
+Gtk::Widget& GTKView::outermost() {
+    return clipWidgets_.empty() ? static_cast<Gtk::Widget&>(*this) : *clipWidgets_.front();
+}
+
+GTKView* GTKView::in(Gtk::Widget& outermost) {
+    Gtk::Widget* widget = &outermost;
+    while (widget != nullptr && dynamic_cast<GTKClip*>(widget) != nullptr) {
+        widget = widget->get_first_child();
+    }
+    return dynamic_cast<GTKView*>(widget);
+}
+
+void GTKView::takeClips(const std::vector<NSViewClip>& clips) {
+    clips_ = clips;
+    if (clips_.size() == clipWidgets_.size()) {
+        return;
+    }
+    // The widgets are chained again, at the same place among the parent's children.
+    Gtk::Widget* const parent = outermost().get_parent();
+    Gtk::Widget* const next = outermost().get_next_sibling();
+    unparent();
+    while (!clipWidgets_.empty()) {
+        clipWidgets_.back()->unparent();
+        clipWidgets_.pop_back();
+    }
+    Gtk::Widget* around = parent;
+    for (std::size_t i = 0; i <= clips_.size(); ++i) {
+        Gtk::Widget* widget = this;
+        if (i < clips_.size()) {
+            clipWidgets_.push_back(std::make_unique<GTKClip>());
+            widget = clipWidgets_.back().get();
+        }
+        if (i == 0 && next != nullptr) {
+            gtk_widget_insert_before(widget->gobj(), parent->gobj(), next->gobj());
+        } else {
+            widget->set_parent(*around);
+        }
+        around = widget;
+    }
+}
+
 void GTKView::layParentOut() {
-    if (Gtk::Widget* const parent = get_parent()) {
+    if (Gtk::Widget* const parent = outermost().get_parent()) {
         parent->queue_allocate();
     }
 }
 
+std::optional<CGAffineTransform> GTKView::allocateClips() {
+    CGAffineTransform fromSuperview;
+    for (std::size_t i = 0; i < clips_.size(); ++i) {
+        const CGRect rect = standardized(clips_[i].rect);
+        // The widget has a whole number of points, and is scaled to the size of the rectangle.
+        const int width = toExtent(rect.size.width);
+        const int height = toExtent(rect.size.height);
+        const CGAffineTransform toSuperview =
+            CGAffineTransform::makeScale(rect.size.width / width, rect.size.height / height)
+                .concat(CGAffineTransform::makeTranslation(rect.origin.x, rect.origin.y))
+                .concat(clips_[i].transform);
+        const CGAffineTransform place = toSuperview.concat(fromSuperview);
+        const std::optional<CGAffineTransform> inverse = toSuperview.invert();
+        const bool isShown = width > 0 && height > 0 && inverse && canShow(place);
+        clipWidgets_[i]->set_child_visible(isShown);
+        if (!isShown) {
+            return std::nullopt;
+        }
+        gtk_widget_allocate(clipWidgets_[i]->gobj(), width, height, -1, toGskTransform(place));
+        fromSuperview = *inverse;
+    }
+    return fromSuperview;
+}
+
 void GTKView::allocate() {
-    set_child_visible(shown_);
-    if (shown_) {
+    const std::optional<CGAffineTransform> fromSuperview = allocateClips();
+    const CGAffineTransform place =
+        fromSuperview ? transform_.concat(*fromSuperview) : CGAffineTransform{0, 0, 0, 0, 0, 0};
+    const bool isShown = shown_ && canShow(place);
+    set_child_visible(isShown);
+    if (isShown) {
         gtk_widget_allocate(gobj(), toExtent(size_.width), toExtent(size_.height), -1,
-                            toGskTransform(transform_));
+                            toGskTransform(place));
     }
 }
 
@@ -117,7 +198,7 @@ void GTKView::size_allocate_vfunc(int width, int height, int) {
     }
     for (Gtk::Widget* child = get_first_child(); child != nullptr;
          child = child->get_next_sibling()) {
-        if (auto* const view = dynamic_cast<GTKView*>(child)) {
+        if (GTKView* const view = in(*child)) {
             view->allocate();
         }
     }
@@ -139,7 +220,7 @@ void GTKView::snapshot_vfunc(const Glib::RefPtr<Gtk::Snapshot>& snapshot) {
 void GTKView::snapshotChildren(Gtk::Widget& parent, const Glib::RefPtr<Gtk::Snapshot>& snapshot) {
     for (Gtk::Widget* child = parent.get_first_child(); child != nullptr;
          child = child->get_next_sibling()) {
-        auto* const view = dynamic_cast<GTKView*>(child);
+        GTKView* const view = in(*child);
         if (view == nullptr) {
             parent.snapshot_child(*child, snapshot);  // a control's own, behind the views
         } else if (view->fadesFrom_ != nullptr && view->fadesInto_ == nullptr) {
@@ -153,10 +234,10 @@ void GTKView::snapshotChildren(Gtk::Widget& parent, const Glib::RefPtr<Gtk::Snap
 void GTKView::snapshotGroup(Gtk::Widget& parent, GTKView& view, double opacity,
                             const Glib::RefPtr<Gtk::Snapshot>& snapshot) {
     if (opacity >= 1) {
-        parent.snapshot_child(view, snapshot);
+        parent.snapshot_child(view.outermost(), snapshot);
     } else if (opacity > 0) {
         snapshot->push_opacity(opacity);
-        parent.snapshot_child(view, snapshot);
+        parent.snapshot_child(view.outermost(), snapshot);
         snapshot->pop();
     }
 }
@@ -177,7 +258,7 @@ void GTKView::snapshotFade(Gtk::Widget& parent, GTKView& topmost,
     std::vector<GTKView*> mixed;
     for (GTKView* view = &topmost; view != nullptr; view = view->fadesFrom_) {
         if (view->opacity_ >= sum || view->fadesFrom_ == nullptr) {
-            parent.snapshot_child(*view, snapshot);  // there is nothing below
+            parent.snapshot_child(view->outermost(), snapshot);  // there is nothing below
             break;
         }
         snapshot->push_cross_fade(view->opacity_ / sum);
@@ -187,7 +268,7 @@ void GTKView::snapshotFade(Gtk::Widget& parent, GTKView& topmost,
     // The first picture of each mixture is complete; the second one is the view itself.
     for (std::size_t i = mixed.size(); i-- > 0;) {
         snapshot->pop();
-        parent.snapshot_child(*mixed[i], snapshot);
+        parent.snapshot_child(mixed[i]->outermost(), snapshot);
         snapshot->pop();
     }
     snapshot->pop();

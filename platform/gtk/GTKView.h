@@ -3,7 +3,9 @@
 #include <gtkmm/widget.h>
 
 #include <memory>
+#include <optional>
 #include <span>
+#include <vector>
 
 #include "platform/appkit/NSBackingRect.h"
 #include "platform/appkit/NSView.h"
@@ -11,6 +13,7 @@
 
 namespace orvane::platform {
 
+class GTKClip;
 class GTKControl;
 
 // The widget that shows one view where a GPU composes: its background, then its pixels or the
@@ -38,6 +41,10 @@ public:
     void takeOrder(const NSView& view);
 
     // ---- called by the parent's layout and drawing ----
+    // The widget in the parent: the view's own, or the outermost of its clips.
+    Gtk::Widget& outermost();
+    // Returns the view whose outermost widget it is; null for none.
+    static GTKView* in(Gtk::Widget& outermost);
     // Lays the widget out in its parent's coordinates.
     void allocate();
     // Draws the widgets in `parent`, each as a group with its opacity.
@@ -50,6 +57,10 @@ protected:
     void snapshot_vfunc(const Glib::RefPtr<Gtk::Snapshot>& snapshot) override;
 
 private:
+    void takeClips(const std::vector<NSViewClip>& clips);
+    // Lays the clips out, each in the one around it. Returns what maps the superview's coordinates
+    // to those of the innermost clip; none if nothing is shown.
+    std::optional<CGAffineTransform> allocateClips();
     void layParentOut();
     static void snapshotGroup(Gtk::Widget& parent, GTKView& view, double opacity,
                               const Glib::RefPtr<Gtk::Snapshot>& snapshot);
@@ -61,6 +72,8 @@ private:
 
     CGSize size_;
     CGAffineTransform transform_;  // to the superview
+    std::vector<NSViewClip> clips_;
+    std::vector<std::unique_ptr<GTKClip>> clipWidgets_;  // of clips_, the outermost one first
     bool shown_ = false;
     double opacity_ = 1;
     // The siblings that this view replaces, and that replaces it, in a cross-fade. The links are

@@ -56,11 +56,28 @@ void copyContents(OffscreenTarget& target, const NSBackingStore& store, const Of
     }
 }
 
+// Removes from a group what is outside the clips.
+void mask(OffscreenTarget& group, const std::vector<OffscreenClip>& clips) {
+    for (const OffscreenClip& clip : clips) {
+        OffscreenTarget inside = OffscreenTarget::create(group.area);
+        CGBitmapContext canvas(inside.pixels.get(), static_cast<int>(inside.area.width()),
+                               static_cast<int>(inside.area.height()),
+                               static_cast<std::size_t>(inside.area.width()) * 4);
+        canvas.translateCTM(static_cast<double>(-inside.area.left),
+                            static_cast<double>(-inside.area.top));
+        canvas.concatCTM(clip.toImage);
+        canvas.setRGBFillColor(1, 1, 1, 1);
+        canvas.addRect(clip.rect);
+        canvas.drawPath(CGPathDrawingMode::Fill);
+        group.draw(inside, PIXMAN_OP_IN_REVERSE, 1);
+    }
+}
+
 }  // namespace
 
 bool OffscreenComposer::hidesAllBelow(const NSView& view, const NSBackingRect& rect) {
     const OffscreenPlace& place = OffscreenPlace::of(view);
-    return place.isPixelAligned && place.opacity == 1 &&
+    return place.isPixelAligned && place.opacity == 1 && place.masks.empty() &&
            view.layer()->backgroundColor().alpha >= 1 && place.own.contains(rect);
 }
 
@@ -97,17 +114,31 @@ void OffscreenComposer::drawView(OffscreenTarget& target, NSView& view,
         drawSubviews(on, place, part);
     };
     const bool isOnePicture = view.subviews().empty() && !(hasBackground && hasContents);
-    if (place.opacity == 1 || isOnePicture) {
+    if (place.masks.empty() && (place.opacity == 1 || isOnePicture)) {
         draw(target, place.opacity, rect);
         return;
     }
     OffscreenTarget group = OffscreenTarget::create(place.all.intersection(rect));
     draw(group, 1, group.area);
+    mask(group, place.masks);
     target.draw(group, PIXMAN_OP_OVER, place.opacity);
 }
 
 void OffscreenComposer::drawSubviews(OffscreenTarget& target, const OffscreenPlace& place,
                                      const NSBackingRect& rect) const {
+    const NSBackingRect part = place.all.intersection(rect);
+    if (place.subviewMasks.empty() || place.boxes.empty() || part.isEmpty()) {
+        drawUnmaskedSubviews(target, place, rect);
+        return;
+    }
+    OffscreenTarget group = OffscreenTarget::create(part);
+    drawUnmaskedSubviews(group, place, part);
+    mask(group, place.subviewMasks);
+    target.draw(group, PIXMAN_OP_OVER, 1);
+}
+
+void OffscreenComposer::drawUnmaskedSubviews(OffscreenTarget& target, const OffscreenPlace& place,
+                                             const NSBackingRect& rect) const {
     for (const OffscreenPlace::Box& box : place.boxes) {
         if (box.left < rect.right && rect.left < box.right && box.top < rect.bottom &&
             rect.top < box.bottom) {

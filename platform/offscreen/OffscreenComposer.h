@@ -30,6 +30,8 @@ private:
     void drawView(OffscreenTarget& target, NSView& view, const NSBackingRect& rect) const;
     void drawSubviews(OffscreenTarget& target, const OffscreenPlace& place,
                       const NSBackingRect& rect) const;
+    void drawUnmaskedSubviews(OffscreenTarget& target, const OffscreenPlace& place,
+                              const NSBackingRect& rect) const;
     // Draws a view together with the views that it replaces in a cross-fade.
     void drawFade(OffscreenTarget& target, NSView& topmost, const NSBackingRect& rect) const;
     void drawContents(OffscreenTarget& target, const NSView& view, double alpha,

@@ -1,6 +1,7 @@
 #include "platform/offscreen/OffscreenCompositor.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "orvane/commons/Trace.h"
 #include "platform/appkit/NSView.h"
@@ -23,7 +24,9 @@ const NSView* findBackdrop(const NSView* root, const NSBackingRect& bounds) {
         if (OffscreenComposer::hidesAllBelow(*view, bounds)) {
             return view;
         }
-        const bool isGroup = OffscreenPlace::of(*view).opacity < 1;
+        const OffscreenPlace& place = OffscreenPlace::of(*view);
+        const bool isGroup =
+            place.opacity < 1 || !place.masks.empty() || !place.subviewMasks.empty();
         const std::vector<NSView*>& subviews = view->subviewsInDrawingOrder();
         view = isGroup || subviews.empty() ? nullptr : subviews.front();
     }
@@ -77,11 +80,16 @@ std::optional<CGColor> OffscreenCompositor::backdropColor() const {
 
 OffscreenCompositor::NativePlace OffscreenCompositor::placeOfNative(const NSView& view) {
     const OffscreenPlace& place = OffscreenPlace::of(view);
-    double opacity = 1;
-    for (const NSView* above = &view; above != nullptr; above = above->superview()) {
-        opacity *= OffscreenPlace::of(*above).opacity;
+    double opacity = place.opacity;
+    std::vector<OffscreenClip> masks = place.masks;
+    for (const NSView* above = view.superview(); above != nullptr; above = above->superview()) {
+        const OffscreenPlace& around = OffscreenPlace::of(*above);
+        opacity *= around.opacity;
+        masks.insert(masks.end(), around.subviewMasks.begin(), around.subviewMasks.end());
+        masks.insert(masks.end(), around.masks.begin(), around.masks.end());
     }
-    return {place.toImage, place.isShown, opacity, place.firstPicture + 1};
+    return {place.toImage,          place.isShown, opacity,
+            place.firstPicture + 1, place.visible, std::move(masks)};
 }
 
 void OffscreenCompositor::add(NSView& view) {

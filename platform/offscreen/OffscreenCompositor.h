@@ -13,6 +13,7 @@
 #include "platform/coregraphics/CGColor.h"
 #include "platform/offscreen/OffscreenDamage.h"
 #include "platform/offscreen/OffscreenLayout.h"
+#include "platform/offscreen/OffscreenPlace.h"
 
 namespace orvane::platform {
 
@@ -61,6 +62,10 @@ public:
         bool isShown = false;
         double opacity = 1;  // including its superviews'
         int picture = 0;     // the picture directly in front of the view
+        // The clips of the view and its superviews: nothing of it is outside this part of the
+        // image, and outside any of the masks.
+        NSBackingRect visible;
+        std::vector<OffscreenClip> masks;
 
         friend bool operator==(const NativePlace&, const NativePlace&) = default;
     };

@@ -1,8 +1,11 @@
 #include "platform/offscreen/OffscreenLayout.h"
 
 #include <algorithm>
+#include <cmath>
 #include <memory>
 #include <optional>
+#include <utility>
+#include <vector>
 
 #include "platform/appkit/NSView.h"
 #include "platform/offscreen/OffscreenDamage.h"
@@ -19,6 +22,35 @@ constexpr double kLongestStep = 8192;
 bool isPlaceable(const CGAffineTransform& t) {
     const std::optional<CGAffineTransform> inverse = t.invert();
     return inverse && inverse->norm() < kLongestStep;
+}
+
+// Whether a transform maps rectangles to rectangles.
+bool keepsRectangles(const CGAffineTransform& t) {
+    return (t.b == 0 && t.c == 0) || (t.a == 0 && t.d == 0);
+}
+
+// Cuts off what is outside a clip, and adds a mask if that takes more than cutting whole pixels.
+void cut(NSBackingRect& visible, std::vector<OffscreenClip>& masks, const CGRect& rect,
+         const CGAffineTransform& toImage) {
+    if (!isFinite(rect) || !toImage.isDrawable()) {
+        visible = {};
+        return;
+    }
+    constexpr double kTolerance = 1e-6;  // of pixels
+    const CGRect box = toImage.apply(rect);
+    const auto [left, top] = box.origin;
+    const CGRect pixels{{std::round(left), std::round(top)},
+                        {std::round(left + box.size.width) - std::round(left),
+                         std::round(top + box.size.height) - std::round(top)}};
+    const bool isWhole =
+        keepsRectangles(toImage) &&
+        std::max({std::abs(pixels.origin.x - left), std::abs(pixels.origin.y - top),
+                  std::abs(pixels.size.width - box.size.width),
+                  std::abs(pixels.size.height - box.size.height)}) < kTolerance;
+    visible = visible.intersection(NSBackingRect::around(isWhole ? pixels : box, 1));
+    if (!isWhole) {
+        masks.push_back({rect, toImage});
+    }
 }
 
 OffscreenPlace::Box boxOf(NSView& view, const NSBackingRect& rect) {
@@ -80,16 +112,22 @@ void OffscreenLayout::markSubviews(NSView& view) {
 
 void OffscreenLayout::update(NSView& root, double time) {
     time_ = time;
-    placeMarked(root, {scale_, 0, 0, scale_, 0, 0}, true, isNew_);
+    OffscreenPlace image;
+    image.toImage = {scale_, 0, 0, scale_, 0, 0};
+    image.isShown = true;
+    image.isPixelAligned = true;
+    image.visibleSubviews = bounds_;
+    placeMarked(root, image, isNew_);
     isNew_ = false;
 }
 
-bool OffscreenLayout::place(NSView& view, const CGAffineTransform& superview, bool isShown,
-                            bool isMoved) {
+bool OffscreenLayout::place(NSView& view, const OffscreenPlace& superview, bool isMoved) {
     OffscreenPlace& place = OffscreenPlace::of(view);
     const CALayerPresentation shown = view.layer()->presentation(time_);
-    const CGAffineTransform toImage = view.layer()->affineTransform(shown).concat(superview);
-    isShown = isShown && !view.isHidden() && shown.opacity > 0 && isPlaceable(toImage);
+    const CGAffineTransform toImage =
+        view.layer()->affineTransform(shown).concat(superview.toImage);
+    const bool isShown =
+        superview.isShown && !view.isHidden() && shown.opacity > 0 && isPlaceable(toImage);
 
     isMoved = isMoved || toImage != place.toImage || isShown != place.isShown ||
               shown.opacity != place.opacity;
@@ -101,11 +139,12 @@ bool OffscreenLayout::place(NSView& view, const CGAffineTransform& superview, bo
         toImage.a == scale_ && toImage.d == scale_ && toImage.b == 0 && toImage.c == 0;
     place.originX = NSBackingRect::floorPixel(toImage.tx + 0.5);
     place.originY = NSBackingRect::floorPixel(toImage.ty + 0.5);
+    isMoved = clip(view, superview) || isMoved;
 
     const bool draws = view.paints() || view.layer()->backgroundColor().alpha > 0;
-    const NSBackingRect own = isShown && draws
-                                  ? place.boxInImage(view.bounds(), scale_).intersection(bounds_)
-                                  : NSBackingRect{};
+    const NSBackingRect own =
+        isShown && draws ? place.boxInImage(view.bounds(), scale_).intersection(place.visible)
+                         : NSBackingRect{};
     if (isMoved || place.isRecolored || own != place.own) {
         damage_.add(place.own);
         damage_.add(own);
@@ -114,6 +153,32 @@ bool OffscreenLayout::place(NSView& view, const CGAffineTransform& superview, bo
     place.own = own;
     place.isRecolored = false;
     return isMoved;
+}
+
+bool OffscreenLayout::clip(const NSView& view, const OffscreenPlace& superview) {
+    OffscreenPlace& place = OffscreenPlace::of(view);
+    NSBackingRect visible = superview.visibleSubviews;
+    std::vector<OffscreenClip> masks;
+    for (const NSViewClip& each : view.clips()) {
+        cut(visible, masks, each.rect, each.transform.concat(superview.toDrawnPixels(scale_)));
+    }
+    NSBackingRect visibleSubviews = visible;
+    std::vector<OffscreenClip> subviewMasks;
+    if (view.clipsToBounds()) {
+        if (place.isPixelAligned) {
+            visibleSubviews =
+                visible.intersection(place.boxInImage(standardized(view.bounds()), scale_));
+        } else {
+            cut(visibleSubviews, subviewMasks, view.bounds(), place.toImage);
+        }
+    }
+    const bool isChanged = visible != place.visible || visibleSubviews != place.visibleSubviews ||
+                           masks != place.masks || subviewMasks != place.subviewMasks;
+    place.visible = visible;
+    place.visibleSubviews = visibleSubviews;
+    place.masks = std::move(masks);
+    place.subviewMasks = std::move(subviewMasks);
+    return isChanged;
 }
 
 bool OffscreenLayout::linkFade(NSView& view, NSView* from) {
@@ -135,14 +200,13 @@ bool OffscreenLayout::linkFade(NSView& view, NSView* from) {
     return true;
 }
 
-void OffscreenLayout::placeMarked(NSView& view, const CGAffineTransform& superview, bool isShown,
-                                  bool isMoved) {
+void OffscreenLayout::placeMarked(NSView& view, const OffscreenPlace& superview, bool isMoved) {
     OffscreenPlace& here = OffscreenPlace::of(view);
     if (!isMoved && !here.isMarked && !here.hasMarkedBelow) {
         return;
     }
     if (isMoved || here.isMarked) {
-        isMoved = place(view, superview, isShown, isMoved);
+        isMoved = place(view, superview, isMoved);
     }
     here.isMarked = false;
     here.hasMarkedBelow = false;
@@ -150,7 +214,7 @@ void OffscreenLayout::placeMarked(NSView& view, const CGAffineTransform& supervi
     here.boxes.clear();
     bool hasFades = false;
     for (NSView* const subview : view.subviewsInDrawingOrder()) {
-        placeMarked(*subview, here.toImage, here.isShown, isMoved);
+        placeMarked(*subview, here, isMoved);
         const OffscreenPlace& place = OffscreenPlace::of(*subview);
         hasFades = hasFades || place.fadesFrom != nullptr;
         if (!place.all.isEmpty()) {

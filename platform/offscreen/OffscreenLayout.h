@@ -36,11 +36,12 @@ public:
     void update(NSView& root, double time);
 
 private:
-    // `isShown` is false if an ancestor hides the subtree. `isMoved` is true if the superview was
-    // moved, or its visibility or opacity changed.
-    void placeMarked(NSView& view, const CGAffineTransform& superview, bool isShown, bool isMoved);
+    // `isMoved` is true if the superview was moved, or its visibility, opacity or clip changed.
+    void placeMarked(NSView& view, const OffscreenPlace& superview, bool isMoved);
     // Places the view itself. Returns true if its subviews must be placed, too.
-    bool place(NSView& view, const CGAffineTransform& superview, bool isShown, bool isMoved);
+    bool place(NSView& view, const OffscreenPlace& superview, bool isMoved);
+    // Takes over the view's clips. Returns whether that changes what is visible.
+    bool clip(const NSView& view, const OffscreenPlace& superview);
 
     // Records which sibling the view replaces in a cross-fade; null for none. Returns whether that
     // is new.

@@ -22,4 +22,14 @@ NSBackingRect OffscreenPlace::pixelsInImage(const NSBackingRect& rect, double sc
                           : transformedBox(toImage, rect.toPoints(scale));
 }
 
+CGAffineTransform OffscreenPlace::toDrawnPixels(double scale) const {
+    return isPixelAligned ? CGAffineTransform{scale,
+                                              0,
+                                              0,
+                                              scale,
+                                              static_cast<double>(originX),
+                                              static_cast<double>(originY)}
+                          : toImage;
+}
+
 }  // namespace orvane::platform

@@ -12,6 +12,14 @@
 
 namespace orvane::platform {
 
+// A clip whose edges are not those of whole pixels.
+struct OffscreenClip {
+    CGRect rect;
+    CGAffineTransform toImage;  // from the rectangle's coordinates to the image's pixels
+
+    friend bool operator==(const OffscreenClip&, const OffscreenClip&) = default;
+};
+
 // What an off-screen window keeps with each of its views: where the view is in the window's image.
 // OffscreenLayout writes it and OffscreenComposer reads it.
 struct OffscreenPlace final : NSViewRealization {
@@ -24,6 +32,9 @@ struct OffscreenPlace final : NSViewRealization {
     // points, the second the view's pixels. `scale` is the number of pixels per point.
     NSBackingRect boxInImage(const CGRect& box, double scale) const;
     NSBackingRect pixelsInImage(const NSBackingRect& rect, double scale) const;
+    // Maps the view's points to where they are drawn in the image: moved to the nearest whole
+    // pixel if the view's pixels are.
+    CGAffineTransform toDrawnPixels(double scale) const;
 
     CGAffineTransform toImage;  // from the view's points to the image's pixels
     bool isShown = false;       // neither the view nor an ancestor is hidden or fully transparent
@@ -36,6 +47,13 @@ struct OffscreenPlace final : NSViewRealization {
     bool isPixelAligned = false;
     std::int64_t originX = 0;
     std::int64_t originY = 0;
+
+    // Nothing of the view, and of its subviews, is outside these parts of the image.
+    NSBackingRect visible;
+    NSBackingRect visibleSubviews;
+    // The clips that need more than these rectangles, of the view and of its subviews.
+    std::vector<OffscreenClip> masks;
+    std::vector<OffscreenClip> subviewMasks;
 
     NSBackingRect own;  // what the view itself draws, in the image; empty if it draws nothing
     NSBackingRect all;  // including the subviews

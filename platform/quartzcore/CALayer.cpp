@@ -93,6 +93,13 @@ void CALayer::setBackgroundColor(const CGColor& color) {
     }
 }
 
+void CALayer::setMasksToBounds(bool masks) {
+    if (masksToBounds_ != masks) {
+        masksToBounds_ = masks;
+        changed(kCALayerGeometryChanged);
+    }
+}
+
 void CALayer::addAnimation(const CAAnimation& animation, const std::string& key) {
     removeAnimationForKey(key);
     std::shared_ptr<CAAnimation> copy = animation.copy();

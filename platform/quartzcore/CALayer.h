@@ -18,7 +18,7 @@ class CALayer;
 
 // What changed about a layer: a set of bits.
 enum CALayerChange : unsigned {
-    kCALayerGeometryChanged = 1U << 0,  // position, anchor point, transform, size
+    kCALayerGeometryChanged = 1U << 0,  // position, anchor point, transform, size, masksToBounds
     kCALayerOpacityChanged = 1U << 1,
     kCALayerZPositionChanged = 1U << 2,
     kCALayerBackgroundChanged = 1U << 3,
@@ -85,6 +85,9 @@ public:
     // A color that fills the bounds behind the contents.
     void setBackgroundColor(const CGColor& color);
     const CGColor& backgroundColor() const { return backgroundColor_; }
+    // Whether the bounds cut off the sublayers. False at first.
+    bool masksToBounds() const { return masksToBounds_; }
+    void setMasksToBounds(bool masks);
     // Part of the interface of layers; nothing on this platform reads it.
     bool isOpaque() const { return opaque_; }
     void setOpaque(bool opaque) { opaque_ = opaque; }
@@ -147,6 +150,7 @@ private:
     double zPosition_ = 0;
     CGColor backgroundColor_{0, 0, 0, 0};
     bool opaque_ = false;
+    bool masksToBounds_ = false;
     std::vector<Running> running_;  // in the order in which they were added and are applied
     static constexpr std::size_t notOnTimeline = static_cast<std::size_t>(-1);
     std::size_t timelineIndex_ = notOnTimeline;

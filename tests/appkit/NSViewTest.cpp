@@ -159,3 +159,25 @@ TEST_F(NSViewTest, HitsTheFrontmostVisibleView) {
     second->layer()->setTransform(CATransform3D::makeAffineTransform({0, 0, 0, 0, 0, 0}));
     EXPECT_EQ(hit(36, 36), "root");
 }
+
+TEST_F(NSViewTest, WhatIsClippedAwayIsNotHit) {
+    root->setFrame({{0, 0}, {100, 100}});
+    first->setFrame({{20, 20}, {20, 20}});
+    second->setFrame({{10, 10}, {40, 40}});
+    first->addSubview(second);
+    root->addSubview(first);
+    const auto hit = [this](double x, double y) {
+        return static_cast<const Named*>(root->hitTest({x, y}))->name;
+    };
+    EXPECT_EQ(hit(65, 65), "second");
+    first->setClipsToBounds(true);
+    EXPECT_EQ(hit(65, 65), "root");
+    EXPECT_EQ(hit(35, 35), "second");
+    first->setClipsToBounds(false);
+    first->setClips({{{{0, 0}, {60, 60}}, {}}, {{{0, 0}, {1, 1}}, {0, 50, -50, 0, 50, 0}}});
+    EXPECT_EQ(hit(45, 45), "second");
+    EXPECT_EQ(hit(55, 45), "root") << "outside the turned clip";
+    first->layer()->setTransform(CATransform3D::makeTranslation(10, 0, 0));
+    EXPECT_EQ(hit(45, 45), "second") << "the clips have not moved";
+    EXPECT_EQ(hit(55, 45), "root");
+}

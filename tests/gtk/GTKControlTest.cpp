@@ -2,6 +2,7 @@
 
 #include <memory>
 #include <string>
+#include <tuple>
 
 #include "platform/appkit/NSGestureRecognizer.h"
 #include "platform/appkit/NSTextField.h"
@@ -61,6 +62,34 @@ TEST_F(GTKControl, IsBetweenPaintedViewsForThePointer) {
     ASSERT_TRUE(desktop::runUntil([&] { return behind->presses > 0; }));
     EXPECT_EQ(inFront->presses, 1);
     EXPECT_EQ(behind->presses, 1);
+}
+
+TEST_F(GTKControl, GetsNoPointerWhereItIsClippedAway) {
+    const auto list = std::make_shared<platform::NSView>();
+    list->setFrame({{0, 0}, {300, 60}});
+    list->setClipsToBounds(true);
+    root_->addSubview(list);
+    // In front of the first field, and cut off above it.
+    const auto clipped = std::make_shared<platform::NSTextField>();
+    clipped->setFrame({{40, 10}, {200, 80}});
+    list->addSubview(clipped);
+    window_.show();
+    desktop::xdotool("mousemove 100 70 click 1 type a");
+    EXPECT_TRUE(desktop::runUntil([&] { return field_->stringValue() == "a"; }));
+    desktop::xdotool("mousemove 100 30 click 1 type b");
+    EXPECT_TRUE(desktop::runUntil([&] { return clipped->stringValue() == "b"; }));
+    // Only the part inside is on screen.
+    const Picture before = window_.picture();
+    clipped->setClips({{{{0, 0}, {1, 1}}, {}}});
+    const Picture after = window_.picture();
+    const double scale = window_.window().backingScaleFactor();
+    for (const auto& [x, y, differs] :
+         {std::tuple{45, 30, true}, {45, 58, true}, {45, 62, false}, {45, 80, false}}) {
+        const auto at =
+            static_cast<std::size_t>(y * scale) * static_cast<std::size_t>(before.width) +
+            static_cast<std::size_t>(x * scale);
+        EXPECT_EQ(before.pixels[at] != after.pixels[at], differs) << x << ", " << y;
+    }
 }
 
 }  // namespace orvane::tests

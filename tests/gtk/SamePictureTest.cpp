@@ -59,7 +59,9 @@ public:
         }
         const std::size_t index = below(static_cast<unsigned>(views.size()));
         PatternView& view = *views[index];
-        switch (below(9)) {
+        switch (below(10)) {
+            case 9:
+                return clip(view);
             case 0:
                 view.removeFromSuperviewWithoutNeedingDisplay();
                 views.erase(views.begin() + static_cast<std::ptrdiff_t>(index));
@@ -103,6 +105,16 @@ private:
                                                                {1, 0, 0, 1, 33, -21},
                                                                {0, 0, 0, 0, 0, 0}}};
         return transforms[below(transforms.size())];
+    }
+    void clip(NSView& view) {
+        view.setClipsToBounds(below(3) == 0);
+        std::vector<platform::NSViewClip> clips;
+        while (below(2) > 0) {
+            const CGRect rect = frame();
+            clips.push_back({rect, below(3) == 0 ? CGAffineTransform{0, 1, -1, 0, 300, 50}
+                                                 : CGAffineTransform{}});
+        }
+        view.setClips(clips);
     }
     void add() {
         const CGRect place = frame();

@@ -10,6 +10,7 @@
 #include <random>
 #include <vector>
 
+#include "platform/appkit/NSBackingStore.h"
 #include "tests/appkit/PaintedView.h"
 
 using namespace orvane::platform;
@@ -45,7 +46,9 @@ public:
     }
 
     void change() {
-        switch (views_.empty() ? 0 : below(10)) {
+        switch (views_.empty() ? 0 : below(11)) {
+            case 10:
+                return clip(any());
             case 2:
                 return resize(any());
             case 3:
@@ -101,6 +104,17 @@ private:
         view.layer()->setAnchorPoint({below(3) / 2.0, below(3) / 2.0});
         view.layer()->setTransform(
             CATransform3D::makeAffineTransform(transforms[static_cast<std::size_t>(below(4))]));
+    }
+    void clip(NSView& view) {
+        view.setClipsToBounds(below(3) == 0);
+        std::vector<NSViewClip> clips;
+        while (below(3) > 0) {
+            CGRect rect = frame();
+            rect.origin.x += below(3) / 3.0;
+            clips.push_back({rect, below(2) == 0 ? CGAffineTransform()
+                                                 : CGAffineTransform::makeRotation(below(6))});
+        }
+        view.setClips(clips);
     }
     void remove() {
         anyView()->removeFromSuperviewWithoutNeedingDisplay();
@@ -168,6 +182,69 @@ TEST(OffscreenWindow, ComposesOnlyWhatChanged) {
     composed();
     views[6]->layer()->setZPosition(-1);
     EXPECT_EQ(composed().size(), 1U) << "only where the two overlap";
+}
+
+TEST(OffscreenWindow, AClipHoldsForAllThatIsInside) {
+    OffscreenWindow window({40, 30});
+    const auto root = block({{0, 0}, {40, 30}}, {0, 0, 0, 1});
+    const auto outer = block({{10, 10}, {10, 10}}, red);
+    const auto inner = block({{-5, 5}, {20, 10}}, blue);
+    outer->addSubview(inner);
+    root->addSubview(outer);
+    window.setContentView(root);
+    // How many pixels of the two views are on screen, whole pixels and halves.
+    const auto shown = [&] {
+        window.display();
+        std::array<double, 2> sums{};
+        for (const std::uint32_t pixel : picture(window)) {
+            sums[0] += (pixel >> 16 & 255) / 255.0;
+            sums[1] += (pixel & 255) / 255.0;
+        }
+        return std::array{std::lround(2 * sums[0]) / 2.0, std::lround(2 * sums[1]) / 2.0};
+    };
+    using Counts = std::array<double, 2>;
+    EXPECT_EQ(shown(), (Counts{50, 200}));
+    outer->setClipsToBounds(true);
+    EXPECT_EQ(shown(), (Counts{50, 50}));
+    outer->setClips({{{{0, 0}, {15, 30}}, {}}});
+    EXPECT_EQ(shown(), (Counts{25, 25}));
+    outer->layer()->setTransform(CATransform3D::makeTranslation(-5, 0, 0));
+    EXPECT_EQ(shown(), (Counts{50, 50})) << "the clip does not move with the view";
+    outer->setClips({{{{0, 0}, {9.5, 30}}, {}}});
+    EXPECT_EQ(shown(), (Counts{22.5, 22.5})) << "half a pixel";
+    outer->layer()->setOpacity(0.5);
+    EXPECT_EQ(shown(), (Counts{11.5, 11.5})) << "rounded up, in a group";
+    outer->layer()->setOpacity(1);
+    outer->layer()->setTransform(CATransform3DIdentity);
+    // A square that stands on its corner, with an area of 50 pixels.
+    outer->setClips({{{{-5, -5}, {10, 10}},
+                      CGAffineTransform::makeScale(std::sqrt(0.5), std::sqrt(0.5))
+                          .rotate(std::acos(-1) / 4)
+                          .concat(CGAffineTransform::makeTranslation(15, 15))}});
+    EXPECT_EQ(shown(), (Counts{25, 25}));
+    outer->setClips({{{{0, 0}, {NAN, 5}}, {}}});
+    EXPECT_EQ(shown(), (Counts{0, 0}));
+}
+
+TEST(OffscreenWindow, WhatIsClippedAwayIsNotPainted) {
+    OffscreenWindow window({100, 100});
+    const auto root = block({{0, 0}, {100, 100}}, {});
+    const auto view = std::make_shared<PaintedView>(CGRect{{0, 0}, {50, 50}});
+    root->addSubview(view);
+    view->setClips({{{{60, 60}, {10, 10}}, {}}});
+    window.setContentView(root);
+    window.display();
+    EXPECT_EQ(view->backingStore(), nullptr);
+    view->setClips({{{{40, 40}, {20, 20}}, {}}});
+    window.display();
+    EXPECT_NE(view->backingStore(), nullptr);
+    // Of a large view, only what the clip leaves is stored, with a margin of tiles.
+    view->setFrame({{0, 0}, {5000, 5000}});
+    window.display();
+    EXPECT_EQ(view->backingStore()->area(), (NSBackingRect{0, 0, 512, 512}));
+    view->setFrame({{-2000, -2000}, {5000, 5000}});
+    window.display();
+    EXPECT_EQ(view->backingStore()->area(), (NSBackingRect{1536, 1536, 2560, 2560}));
 }
 
 TEST(OffscreenWindow, AViewWhoseTransformHasNoInverseIsNotDrawn) {

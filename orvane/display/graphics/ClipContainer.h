@@ -9,6 +9,8 @@ namespace orvane::display::graphics {
 // use this to scroll or rotate the content behind a fixed window.
 class ORVANE_EXPORT ClipContainer : public virtual SizedContainer {
 public:
+    ClipContainer() { setClipsChildren(); }
+
     // Moves the group to a layer of its own and wraps that layer in a fake layer, which keeps the
     // clip in place while the inner layer is animated. Returns the wrapper, which is the same one
     // each time; null when the group's layer has no superlayer that could hold a wrapper.

@@ -4,6 +4,7 @@
 
 #include "orvane/display/geometry/rounding.h"
 #include "orvane/display/native/NGestureRecognizer.h"
+#include "orvane/display/native/clipsOfLayer.h"
 #include "orvane/display/tree/DisplayObject.h"
 #include "orvane/thread/dispatch.h"
 #include "platform/appkit/NSView.h"
@@ -72,6 +73,7 @@ void NativeLayer::placeHandler(NSView& view) {
         onHandlerFrameChanged();
     } else {
         updateHandlerFrame(view);
+        updateHandlerClips(view);
         // The stacking order is set once, when the view enters the view tree. The callback of the
         // frame may have removed this layer.
         if (view.superview() == nullptr && getSuperlayerHandler() == superview) {
@@ -89,8 +91,15 @@ void NativeLayer::updateHandlerFrame(NSView& view) {
     }
 }
 
-// The frames of the sublayers' views are relative to this layer. When its origin has moved, they
-// are set here: a move validates no clean sublayer, whose view would move along.
+void NativeLayer::updateHandlerClips(NSView& view) {
+    // The callback of the frame may have removed this layer.
+    if (getSuperlayer()) {
+        view.setClips(clipsOfLayer(*this));
+    }
+}
+
+// The frames and clips of the sublayers' views are relative to this layer. When its origin has
+// moved, they are set here: a move validates no clean sublayer, whose view would move along.
 void NativeLayer::placeSublayerHandlers() {
     const Point origin = getLayerFrame().position();
     if (std::exchange(placedOrigin_, origin) == origin) {
@@ -101,6 +110,7 @@ void NativeLayer::placeSublayerHandlers() {
         const std::shared_ptr<NSView> view = sublayer ? sublayer->getLayerHandler() : nullptr;
         if (view && view->superview() != nullptr) {
             sublayer->updateHandlerFrame(*view);
+            sublayer->updateHandlerClips(*view);
         }
     }
 }

@@ -14,7 +14,8 @@ namespace orvane::display::native {
 class NGestureRecognizer;
 
 // A layer that is shown by a platform view, its layer handler. It synchronizes the view's frame,
-// hidden flag and stacking order with the layer tree, and receives the touches of the view.
+// hidden flag, stacking order and clips with the trees, and receives the touches of the view. The
+// clips are those of the clip containers around the objects (clipsOfLayer).
 //
 // The layer is used on the application's thread; it accesses views only on the main thread, through
 // dispatch_ui. init() must be called before use; createLayer<T>() does.
@@ -85,6 +86,9 @@ protected:
 private:
     void placeHandler(platform::NSView& view);
     void updateHandlerFrame(platform::NSView& view);
+    // Gives the view the clips of the containers around the objects, in the superview's
+    // coordinates.
+    void updateHandlerClips(platform::NSView& view);
     void placeSublayerHandlers();
     void stackHandler(platform::NSView& superview);
 

@@ -61,10 +61,18 @@ public:
     // Erases `child`; does nothing when it is null or not a child of this container.
     void remove(const std::shared_ptr<DisplayObject>& child) { erase(find(child)); }
 
+    // Whether this is a graphics::ClipContainer, which cuts off what its children show outside its
+    // bounds. Constant time, unlike a cast.
+    bool clipsChildren() const { return clipsChildren_; }
+
     // Calls `visit` on this container, then on every descendant in pre-order, until a call returns
     // true. Returns whether one did. A call may erase the object that it visits. An empty function
     // raises std::bad_function_call.
     bool traverse(const std::function<bool(const std::shared_ptr<DisplayObject>&)>& visit);
+
+protected:
+    // Called in the constructor of clip containers.
+    void setClipsChildren() { clipsChildren_ = true; }
 
 private:
     friend class FrameCache;
@@ -76,6 +84,7 @@ private:
     std::size_t indexAfter(const DisplayObject* before) const;
     void validateChild(DisplayObject& child, const Rect& rect);
 
+    bool clipsChildren_ = false;
     // Null while the container has always had few children.
     std::unique_ptr<ChildFrames> childFrames_;
 };

@@ -18,6 +18,15 @@ void storeLayers(DisplayLayer& into, const LayerList& layers,
     }
 }
 
+std::shared_ptr<DisplayObject> firstObjectOf(const DisplayLayer& layer) {
+    for (const std::weak_ptr<DisplayObject>& entry : layer.getObjects()) {
+        if (std::shared_ptr<DisplayObject> object = entry.lock()) {
+            return object;
+        }
+    }
+    return nullptr;
+}
+
 }  // namespace
 
 // ---- queries ----
@@ -137,6 +146,46 @@ void LayerPlacement::NearestBelow::passGuest(const Layer& lastOfSubtree) {
     if (lastOfSubtree) {
         forGuest_ = last_ = lastOfSubtree;
     }
+}
+
+std::vector<ContainerObject*> LayerPlacement::clipContainersOf(const DisplayLayer& layer) {
+    const Layer superlayer = layer.getSuperlayer();
+    const DisplayLayer& content =
+        layer.isFake() && !layer.getSublayers().empty() ? *layer.getSublayers().front() : layer;
+    const std::shared_ptr<DisplayObject> object = firstObjectOf(content);
+    std::vector<ContainerObject*> result;
+    if (!superlayer || !object) {
+        return result;
+    }
+    if (superlayer->isFake()) {
+        if (ContainerObject* const own = object->asContainer(); own && own->clipsChildren()) {
+            result.push_back(own);
+        }
+        return result;
+    }
+    for (ContainerObject* node = object->parentOrNull(); node != nullptr;
+         node = node->parentOrNull()) {
+        if (node->clipsChildren() && containsObjects(*node, content)) {
+            result.push_back(node);
+        }
+        const Layer listed = node->layered_ ? node->getLayer() : nullptr;
+        if (listed && (listed == superlayer || superlayer->findChildOf(listed))) {
+            break;
+        }
+    }
+    return result;
+}
+
+bool LayerPlacement::containsObjects(const ContainerObject& container, const DisplayLayer& layer) {
+    return std::all_of(layer.getObjects().begin(), layer.getObjects().end(),
+                       [&container](const std::weak_ptr<DisplayObject>& entry) {
+                           const std::shared_ptr<DisplayObject> object = entry.lock();
+                           const DisplayObject* node = object.get();
+                           while (node != nullptr && node != &container) {
+                               node = node->parentOrNull();
+                           }
+                           return node != nullptr || !object;
+                       });
 }
 
 // ---- changes ----

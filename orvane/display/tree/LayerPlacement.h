@@ -57,6 +57,14 @@ public:
     static Layer nearestSublayer(const DisplayObject& object, SearchDirection direction,
                                  bool ascend);
 
+    // The clip containers around all objects of a sublayer, innermost first, up to the container
+    // that its superlayer lists: what is around that one clips the superlayer. Borrowed.
+    //
+    // A wrapper (DisplayLayer::isFake) represents the clip container inside it: the containers
+    // around that one clip the wrapper, and the container itself clips the wrapped layer, which
+    // can be moved inside the wrapper.
+    static std::vector<ContainerObject*> clipContainersOf(const DisplayLayer& layer);
+
     // Links the layers of `element`, which has just been stored among the children of `parent`.
     static void link(const std::shared_ptr<DisplayObject>& element, const ContainerObject& parent,
                      const Layer& ascending);
@@ -99,6 +107,7 @@ public:
 private:
     static void appendLayers(const ContainerObject& container, const Layer& ascending,
                              LayerList& result);
+    static bool containsObjects(const ContainerObject& container, const DisplayLayer& layer);
     static Layer branchUnder(const Layer& ascending, Layer layer);
     static std::optional<Layer> answerAt(const DisplayObject& sibling, const Layer& searchedFor,
                                          const Layer& drawnOn, SearchDirection direction);

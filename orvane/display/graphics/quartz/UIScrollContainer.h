@@ -6,8 +6,8 @@
 
 namespace orvane::display::graphics::quartz {
 
-// A scroll container with a layer of its own, which paints the children. The layer's view has the
-// size of the bounds, so the view clips the children as well as the canvas does.
+// A scroll container with a layer of its own, which paints the children inside the bounds. The
+// views of layers inside it are clipped to the bounds, too: see NativeLayer.
 class UIScrollContainer : public virtual ScrollContainer,
                           public virtual QuartzClipContainer,
                           public virtual native::NativeObject {
