@@ -4,12 +4,21 @@
 #include <gtk/gtk.h>
 
 #include <cmath>
+#include <fstream>
+#include <sstream>
 #include <string>
 
 #include "host/EventScript.h"
 #include "host/Options.h"
+#include "host/showMessage.h"
 
 namespace orvane::host {
+
+namespace {
+
+constexpr double kWindowStateSeconds = 0.25;
+
+}  // namespace
 
 bool GTKHost::connect(const Options& options) {
     constexpr char kScaleVariable[] = "GDK_SCALE";
@@ -50,20 +59,33 @@ GTKHost::~GTKHost() {
 }
 
 ExitCode GTKHost::run() {
-    if (!session_.start()) {
+    if (!options_.message.empty()) {
+        std::ostringstream text;
+        text << std::ifstream(options_.message).rdbuf();
+        showMessage(text.str());
+    } else if (!session_.start()) {
         return ExitCode::NoApplication;
     }
     // Otherwise the first control receives the focus, with its text selected.
     content_.widget().set_focusable(true);
     window_.set_focus(content_.widget());
     window_.signal_map().connect([this] { begin(); });
+    if (!options_.windowState.empty()) {
+        windowState_ = readWindowState(options_.windowState);
+        gtk_widget_realize(GTK_WIDGET(window_.gobj()));
+    }
+    placeWindow();
     window_.present();
+    // A window manager may have placed the window when it was mapped.
+    placeWindow();
     g_main_loop_run(loop_.get());
+    keepWindowState();
     return exitCode_;
 }
 
 void GTKHost::begin() {
     content_.widget().set_focusable(false);
+    windowStateTimer_.emplace(kWindowStateSeconds, [this] { keepWindowState(); });
     // Time starts when the window is visible.
     playback_.emplace(script_, content_, [this] {
         if (!options_.at) {
@@ -78,6 +100,26 @@ void GTKHost::begin() {
     }
     g_signal_connect_swapped(content_.widget().get_frame_clock()->gobj(), "after-paint",
                              G_CALLBACK(+[](GTKHost* host) { host->frameShown(); }), this);
+}
+
+void GTKHost::placeWindow() {
+    if (windowState_ && windowState_->place) {
+        moveTo(window_, *windowState_->place);
+    }
+}
+
+void GTKHost::keepWindowState() {
+    if (options_.windowState.empty()) {
+        return;
+    }
+    const platform::CGSize size = content_.contentSize();
+    const WindowState state{{std::round(size.width), std::round(size.height)}, placeOf(window_)};
+    if (state != windowState_) {
+        windowState_ = state;
+        writeWindowState(options_.windowState, state);
+    }
+    // Moves are not reported; and a crash leaves no time to look.
+    windowStateTimer_.emplace(kWindowStateSeconds, [this] { keepWindowState(); });
 }
 
 void GTKHost::becomeDue() {

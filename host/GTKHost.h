@@ -9,6 +9,7 @@
 #include "host/Playback.h"
 #include "host/TerminationSignals.h"
 #include "host/Timer.h"
+#include "host/WindowState.h"
 #include "host/output.h"
 #include "orvane/embedding/Session.h"
 #include "platform/gtk/GTKWindow.h"
@@ -37,6 +38,9 @@ public:
 
 private:
     void begin();
+    // Stores where the window is and how large, if a file for it was given.
+    void keepWindowState();
+    void placeWindow();
     // Writes the output with the next frame.
     void becomeDue();
     // Called after each frame.
@@ -52,6 +56,8 @@ private:
     embedding::Session session_;
     std::optional<Playback> playback_;
     std::optional<Timer> timer_;
+    std::optional<WindowState> windowState_;
+    std::optional<Timer> windowStateTimer_;
     bool due_ = false;
     ExitCode exitCode_ = ExitCode::Done;
 };

@@ -21,6 +21,9 @@ Starts every application library in DIRECTORY and shows what it displays.
   --size WxH         size of the window's content in points (1280x800)
   --scale S          pixels per point (the display's own; 1 off-screen)
   --title TEXT       title of the window (Orvane)
+  --watch            start the applications again when a library in DIRECTORY has been built
+  --window-state FILE  open the window where and as large as FILE says, and keep FILE up to date
+  --message FILE     show the text in FILE instead of the applications
   --resources DIR    the resource folder, for this run only
   --snapshot FILE    write what is on screen to a PNG file, then exit
   --dump-tree        print the object tree and the layer tree, then exit
@@ -51,6 +54,9 @@ enum OptionCode {
     Size,
     Scale,
     Title,
+    Watch,
+    WindowState,
+    Message,
     Resources,
     Snapshot,
     At,
@@ -64,11 +70,14 @@ enum OptionCode {
     Version,
 };
 
-constexpr std::array<option, 16> longOptions{{
+constexpr std::array<option, 19> longOptions{{
     {"offscreen", no_argument, nullptr, Offscreen},
     {"size", required_argument, nullptr, Size},
     {"scale", required_argument, nullptr, Scale},
     {"title", required_argument, nullptr, Title},
+    {"watch", no_argument, nullptr, Watch},
+    {"window-state", required_argument, nullptr, WindowState},
+    {"message", required_argument, nullptr, Message},
     {"resources", required_argument, nullptr, Resources},
     {"snapshot", required_argument, nullptr, Snapshot},
     {"at", required_argument, nullptr, At},
@@ -128,6 +137,15 @@ std::string store(Options& options, int code, const char* value) {
         case Title:
             options.title = value;
             break;
+        case Watch:
+            options.watch = true;
+            break;
+        case WindowState:
+            options.windowState = value;
+            break;
+        case Message:
+            options.message = value;
+            break;
         case Resources:
             options.resources = value;
             break;
@@ -181,6 +199,11 @@ std::string findContradiction(const Options& options) {
     }
     if (!options.frames.empty() && (!options.snapshot.empty() || options.at)) {
         return "--frames cannot be combined with --snapshot or --at";
+    }
+    if (options.watch && (options.offscreen || options.endsAfterOutput())) {
+        return "--watch needs a window: it cannot be combined with --offscreen or with options "
+               "that "
+               "write what is shown";
     }
     if (options.fps * options.seconds > 1e6) {
         return "--fps times --seconds is more than a million frames";

@@ -15,10 +15,13 @@ struct Options {
     platform::CGSize size{1280, 800};  // of the window's content, in points
     std::optional<double> scale;       // pixels per point; empty: the display's own
     std::string title = "Orvane";      // of the window
-    std::string resources;             // empty: the user's own setting applies
-    std::string snapshot;              // the PNG file to write; empty: none
-    std::optional<double> at;          // seconds; empty: when nothing is left to paint
-    std::string events;                // the file of pointer events; empty: none
+    std::string windowState;           // the file for the window's place and size; empty: none
+    std::string message;               // the file with a text to show instead; empty: none
+    bool watch = false;
+    std::string resources;     // empty: the user's own setting applies
+    std::string snapshot;      // the PNG file to write; empty: none
+    std::optional<double> at;  // seconds; empty: when nothing is left to paint
+    std::string events;        // the file of pointer events; empty: none
     bool dumpTree = false;
     std::string trace;   // the file for the trace of the run; empty: none
     std::string frames;  // the directory for numbered PNGs; empty: none

@@ -11,6 +11,8 @@
 #include "host/EventScript.h"
 #include "host/OffscreenHost.h"
 #include "host/Options.h"
+#include "host/Watch.h"
+#include "host/WindowState.h"
 #include "host/output.h"
 #include "host/runInWindow.h"
 #include "orvane/commons/Trace.h"
@@ -91,9 +93,6 @@ ExitCode runHost(const Options& options) {
 
 // Runs the host as the options say, and writes the trace if one was asked for.
 ExitCode runTraced(const Options& options) {
-    if (!checkDirectories(options)) {
-        return ExitCode::CannotDo;
-    }
     if (options.trace.empty()) {
         return runHost(options);
     }
@@ -115,7 +114,10 @@ int main(int argc, char** argv) {
         complain(error->message);
         return static_cast<int>(ExitCode::CannotDo);
     }
-    const auto& options = std::get<Options>(parsed);
+    auto options = std::get<Options>(parsed);
+    if (const auto state = readWindowState(options.windowState)) {
+        options.size = state->size;
+    }
     if (options.help) {
         std::cout << usage;
         return 0;
@@ -123,6 +125,12 @@ int main(int argc, char** argv) {
     if (options.version) {
         std::cout << "orvane-host " ORVANE_VERSION "\n";
         return 0;
+    }
+    if (!checkDirectories(options)) {
+        return static_cast<int>(ExitCode::CannotDo);
+    }
+    if (options.watch) {
+        return static_cast<int>(Watch(options, {argv, argv + argc}).run());
     }
     return static_cast<int>(runTraced(options));
 }

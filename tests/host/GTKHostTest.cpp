@@ -1,5 +1,6 @@
 #include <csignal>
 #include <cstdio>
+#include <filesystem>
 #include <functional>
 #include <memory>
 #include <string>
@@ -67,6 +68,50 @@ TEST_F(GTKHost, EndsCleanlyWhenItsWindowIsClosed) {
     changeWindow(requestClose);
     const auto result = host.finish();
     EXPECT_EQ(result.exitCode, 0) << result.errors;
+}
+
+TEST_F(GTKHost, WatchStartsWhatWasBuiltInThePlaceOfTheLastWindow) {
+    const std::filesystem::path built = ORVANE_TEST_APPLICATIONS;
+    // A linker replaces the library, too: writing to one that is in use would crash its process.
+    const auto build = [&](const std::string& name) {
+        const std::string library = "lib" + name + ".dylib";
+        std::filesystem::copy_file(built / name / library, file("new"));
+        std::filesystem::rename(file("new"), file(library));
+    };
+    build("probe");
+    HostProcess host({"--watch", "--size", "300x200", file("")});
+    ASSERT_TRUE(host.awaitOutput("started 300x200"));
+    changeWindow([](Display* display, Window window) {
+        XMoveResizeWindow(display, window, 111, 222, 400, 260);
+    });
+    ASSERT_TRUE(host.awaitOutput("size 400x260"));
+    build("probe");
+    ASSERT_TRUE(host.awaitOutput("started 400x260"));
+    const auto expectPlace = [](Display* display, Window window) {
+        Window child = 0;
+        int x = 0;
+        int y = 0;
+        XTranslateCoordinates(display, window, DefaultRootWindow(display), 0, 0, &x, &y, &child);
+        EXPECT_EQ(x, 111);
+        EXPECT_EQ(y, 222);
+    };
+    changeWindow(expectPlace);
+
+    build("crash");
+    ASSERT_TRUE(host.awaitOutput("crashing\n"));
+    // It has no window of its own: this one shows the message.
+    changeWindow(expectPlace);
+    std::filesystem::remove(file("libcrash.dylib"));
+    build("probe");
+    ASSERT_TRUE(host.awaitOutput("started 400x260"));
+    host.sendSignal(SIGTERM);
+    const auto result = host.finish();
+    EXPECT_EQ(result.exitCode, 0);
+    EXPECT_NE(
+        result.errors.find("on purpose\norvane-host: the application crashed: Aborted; waiting "
+                           "for the next build\n"),
+        std::string::npos)
+        << result.errors;
 }
 
 }  // namespace orvane::tests

@@ -12,7 +12,7 @@ TEST_F(HostOptions, InvalidOptionsAreNamedInOneLine) {
     } cases[] = {
         {{}, "DIRECTORY"},
         {{probe, "other"}, "'other'"},
-        {{"--wat", probe}, "--wat"},
+        {{"--nonsense", probe}, "--nonsense"},
         {{"-xy", probe}, "-x"},
         {{"--offscreen=1", probe}, "--offscreen=1"},
         {{"--snapshot"}, "--snapshot needs a value"},
@@ -26,6 +26,7 @@ TEST_F(HostOptions, InvalidOptionsAreNamedInOneLine) {
         {{"--at", "-1", probe}, "'-1'"},
         {{"--at", "1s", probe}, "'1s'"},
         {{"--frames", file("frames"), "--snapshot", file("a.png"), probe}, "--frames"},
+        {{"--watch", "--offscreen", probe}, "--watch"},
         {{"--offscreen", "/no/such/folder"}, "/no/such/folder"},
         {{"--offscreen", unreadable}, unreadable},
         {{"--offscreen", "--resources", "/no/such/folder", probe}, "/no/such/folder"},
