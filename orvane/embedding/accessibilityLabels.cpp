@@ -14,7 +14,8 @@ std::vector<platform::NSAccessibilityLabel> accessibilityLabels(const display::D
     std::vector<platform::NSAccessibilityLabel> labels;
     preOrder(display.getObjects(), childrenOf, [&labels](display::DisplayObject& object, int) {
         if (std::string label = labelOf(object); !label.empty() && object.isVisible()) {
-            labels.push_back({std::move(label), platform::CGRect(object.getFrame())});
+            // What is scrolled out of sight has a place without an extent, and can still be read.
+            labels.push_back({std::move(label), platform::CGRect(object.getFrameOnScreen())});
         }
     });
     return labels;

@@ -45,7 +45,10 @@ CGPoint deltaOf(const NSEvent& event) {
 
 // ---- the view ----
 
-NSScrollView::NSScrollView() = default;
+NSScrollView::NSScrollView() {
+    setClipsToBounds(true);
+}
+
 NSScrollView::~NSScrollView() = default;
 
 std::shared_ptr<NSScrollView> NSScrollView::create() {

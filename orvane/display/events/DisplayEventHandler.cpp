@@ -1,11 +1,10 @@
 #include "orvane/display/events/DisplayEventHandler.h"
 
-#include <exception>
 #include <optional>
 #include <utility>
 
 #include "orvane/commons/ScopedFlag.h"
-#include "orvane/commons/reportMisuse.h"
+#include "orvane/commons/guardedCall.h"
 #include "orvane/display/tree/ContainerObject.h"
 #include "orvane/display/tree/DisplayLayer.h"
 #include "orvane/display/tree/ParentVisibilityScope.h"
@@ -14,18 +13,9 @@ namespace orvane::display::events {
 
 namespace {
 
-// An exception of a listener ends here, with a line in the log: the platform's event loop, from
-// which a listener is called, has no use for it.
 template <typename Call>
 void callListener(const Call& call) {
-    constexpr const char* kWhere = "exception of a touch listener";
-    try {
-        call();
-    } catch (const std::exception& exception) {
-        commons::reportMisuse(kWhere, exception.what());
-    } catch (...) {
-        commons::reportMisuse(kWhere, "not a std::exception");
-    }
+    commons::guardedCall("exception of a touch listener", call);
 }
 
 // The visibility of objects that are visited in pre-order. It keeps the visibility of the
@@ -63,6 +53,14 @@ private:
     };
     std::vector<Ancestor> path_;
 };
+
+// The scroll container in whose content an object, or its layer, is; null for none.
+std::shared_ptr<ContainerObject> scrolledBy(const std::shared_ptr<DisplayObject>& object) {
+    const ContainerObject* const container = object->asContainer();
+    return container != nullptr && container->getScrollOffset() != nullptr
+               ? std::dynamic_pointer_cast<ContainerObject>(object)
+               : object->getScrollContainer();
+}
 
 }  // namespace
 
@@ -127,13 +125,17 @@ void DisplayEventHandler::releaseGesture() {
 void DisplayEventHandler::collectListeners(const std::shared_ptr<DisplayObject>& root,
                                            const Point& location) {
     const std::shared_ptr<DisplayLayer> layer = root->getAscendingLayer();
+    // Inside a scroll container locations do not include its offset, so the touch cannot be at
+    // anything outside it.
+    const std::shared_ptr<ContainerObject> scrolled = scrolledBy(root);
     VisibilityInPreOrder visibility(*root);
     const auto visit = [&](const std::shared_ptr<DisplayObject>& object) {
         const std::shared_ptr<DisplayLayer> own = object->getLayer();
         if (own && own != layer) {
             return true;  // the objects from here on are on another surface
         }
-        if (!visibility.of(*object) || !object->getFrame().contains(location)) {
+        const bool isAt = object == scrolled || object->getFrame().contains(location);
+        if (!visibility.of(*object) || !isAt) {
             return false;
         }
         for (const auto& each : object->getListeners<TouchEvent>()) {
@@ -145,6 +147,9 @@ void DisplayEventHandler::collectListeners(const std::shared_ptr<DisplayObject>&
     };
     for (std::shared_ptr<DisplayObject> object = root; object;
          object = object->findNextInPreOrderTraversal()) {
+        if (scrolled && object != scrolled && !object->findChildOf(scrolled)) {
+            return;
+        }
         ContainerObject* const container = object->asContainer();
         if (container != nullptr ? container->traverse(visit) : visit(object)) {
             return;

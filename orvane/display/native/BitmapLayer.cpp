@@ -143,7 +143,7 @@ void BitmapLayer::resolveOverlapping(const std::shared_ptr<DisplayLayer>& neares
 // ---- painting ----
 
 void BitmapLayer::validateFrame(const Rect& rect) {
-    const std::shared_ptr<platform::NSView> view = getLayerHandler();
+    const std::shared_ptr<platform::NSView> view = getLayerContentHandler();
     if (!view) {
         return;
     }

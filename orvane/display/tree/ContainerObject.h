@@ -64,6 +64,11 @@ public:
     // Whether this is a graphics::ClipContainer, which cuts off what its children show outside its
     // bounds. Constant time, unlike a cast.
     bool clipsChildren() const { return clipsChildren_; }
+    // How far a graphics::ScrollContainer has scrolled its content, in points; null for any other
+    // container. Frames of descendants do not include it.
+    const geometry::Point<double>* getScrollOffset() const {
+        return scrolls_ ? &scrollOffset_ : nullptr;
+    }
 
     // Calls `visit` on this container, then on every descendant in pre-order, until a call returns
     // true. Returns whether one did. A call may erase the object that it visits. An empty function
@@ -73,6 +78,11 @@ public:
 protected:
     // Called in the constructor of clip containers.
     void setClipsChildren() { clipsChildren_ = true; }
+    // Makes this a container with a scroll offset, or changes it.
+    void setScrollOffset(const geometry::Point<double>& offset) {
+        scrolls_ = true;
+        scrollOffset_ = offset;
+    }
 
 private:
     friend class FrameCache;
@@ -85,6 +95,8 @@ private:
     void validateChild(DisplayObject& child, const Rect& rect);
 
     bool clipsChildren_ = false;
+    bool scrolls_ = false;
+    geometry::Point<double> scrollOffset_;
     // Null while the container has always had few children.
     std::unique_ptr<ChildFrames> childFrames_;
 };

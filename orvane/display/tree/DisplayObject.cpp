@@ -83,6 +83,24 @@ auto DisplayObject::getFrame() -> const Rect& {
     return FrameCache::get(*this);
 }
 
+auto DisplayObject::getFrameOnScreen() -> Rect {
+    Rect frame = getFrame();
+    for (std::shared_ptr<ContainerObject> scrolls = getScrollContainer(); scrolls;
+         scrolls = scrolls->getScrollContainer()) {
+        const geometry::Point<double>& offset = *scrolls->getScrollOffset();
+        frame = frame.movedBy({-offset.x, -offset.y}).intersection(scrolls->getFrame());
+    }
+    return frame;
+}
+
+std::shared_ptr<ContainerObject> DisplayObject::getScrollContainer() const {
+    std::shared_ptr<ContainerObject> container = getParent();
+    while (container && container->getScrollOffset() == nullptr) {
+        container = container->getParent();
+    }
+    return container;
+}
+
 void DisplayObject::resetFrame() {
     FrameCache::reset(*this);
 }

@@ -98,6 +98,11 @@ public:
 
     // The area on screen, in screen coordinates. Computed on demand after a change.
     const Rect& getFrame();
+    // Where the visible part of the object is on the screen: the frame, moved by the offsets of the
+    // scroll containers around the object and cut off at their frames. Without one, the frame.
+    Rect getFrameOnScreen();
+    // The innermost container around the object that scrolls; null for none.
+    std::shared_ptr<ContainerObject> getScrollContainer() const;
     // The frame at the last validate: the area to repaint to erase the object.
     const Rect& getValidFrame() const { return validFrame_; }
     // Resets the cached frames of this object and its ancestors; see FrameCache.

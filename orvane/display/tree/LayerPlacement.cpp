@@ -165,7 +165,9 @@ std::vector<ContainerObject*> LayerPlacement::clipContainersOf(const DisplayLaye
     }
     for (ContainerObject* node = object->parentOrNull(); node != nullptr;
          node = node->parentOrNull()) {
-        if (node->clipsChildren() && containsObjects(*node, content)) {
+        // The view of a scroll container clips, in coordinates that the offset does not move.
+        const bool clips = node->clipsChildren() && node->getScrollOffset() == nullptr;
+        if (clips && containsObjects(*node, content)) {
             result.push_back(node);
         }
         const Layer listed = node->layered_ ? node->getLayer() : nullptr;
