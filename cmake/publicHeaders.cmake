@@ -68,6 +68,7 @@ set(orvane_public_headers
     orvane/notification/Notifier.h
     orvane/runtime/Main.h
     orvane/runtime/Runtime.h
+    orvane/runtime/Timer.h
     orvane/system/system.h
     orvane/thread/dispatch.h
 

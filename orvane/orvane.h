@@ -51,5 +51,6 @@
 #include "orvane/notification/Notifier.h"
 #include "orvane/runtime/Main.h"
 #include "orvane/runtime/Runtime.h"
+#include "orvane/runtime/Timer.h"
 #include "orvane/system/system.h"
 #include "orvane/thread/dispatch.h"

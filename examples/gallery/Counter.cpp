@@ -56,22 +56,10 @@ Counter::Counter(ContainerObject& inside) {
 }
 
 void Counter::start() {
-    // The task runs on the runtime's thread; only the main thread may change what is on screen.
-    orvane::Runtime::GetInstance()->run(
-        [weak = weak_from_this()] {
-            dispatch_ui_async([weak] {
-                if (const auto self = weak.lock()) {
-                    self->countOn();
-                }
-            });
-        },
-        kPeriod);
-}
-
-void Counter::countOn() {
-    ++value_;
-    show();
-    start();
+    timer_.start(kPeriod, [this] {
+        ++value_;
+        show();
+    });
 }
 
 void Counter::show() {

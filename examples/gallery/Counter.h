@@ -7,8 +7,8 @@
 
 namespace gallery {
 
-// A number in seven-segment digits. A timed task of the runtime increases it every second.
-class Counter : public std::enable_shared_from_this<Counter> {
+// A number in seven-segment digits. A timer increases it every second.
+class Counter {
 public:
     static constexpr int kDigits = 4;
 
@@ -18,9 +18,9 @@ public:
 
 private:
     void show();
-    void countOn();
 
     int value_ = 0;
+    orvane::Timer timer_;
     std::vector<std::shared_ptr<DisplayObject>> segments_;  // seven per digit
 };
 

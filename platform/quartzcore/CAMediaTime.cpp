@@ -2,6 +2,7 @@
 
 #include <glib.h>
 
+#include <algorithm>
 #include <atomic>
 
 #include "platform/quartzcore/CATimeline.h"
@@ -43,11 +44,18 @@ void CAVirtualClock::advanceTo(double time) {
     if (!(time >= virtualTime)) {
         return;
     }
+    // Timers see their own times, however far the clock is advanced at once.
+    CATimeline& timeline = CATimeline::instance();
+    while (!timeline.isTicking() && timeline.nextTimer() < time) {
+        virtualTime = std::max(virtualTime.load(), timeline.nextTimer());
+        timeline.tick(virtualTime);
+    }
+    time = std::max(time, virtualTime.load());  // a timer's task may have advanced the clock
     virtualTime = time;
     if (auto* const handler = refreshHandler.load()) {
         handler(time);
     }
-    CATimeline::instance().tick(time);
+    timeline.tick(time);
 }
 
 void CAVirtualClock::advanceBy(double seconds) {

@@ -23,8 +23,9 @@ public:
     // The virtual clock that exists, or null.
     static CAVirtualClock* current();
 
-    // Sets the media time, calls the refresh handler, then ends the animations that are over and
-    // runs their completions. A time before the current one is ignored.
+    // Calls the timers that are due before `time`, each at its own time. Then sets the media time,
+    // calls the refresh handler, and ends the animations that are over and runs their completions.
+    // A time before the current one is ignored.
     void advanceTo(double time);
     // Calls advanceTo with a later time, in seconds from the current one.
     void advanceBy(double seconds);

@@ -11,6 +11,7 @@
 #include "platform/foundation/NSLog.h"
 #include "platform/quartzcore/CALayer.h"
 #include "platform/quartzcore/CAMediaTime.h"
+#include "platform/quartzcore/CATimerSchedule.h"
 
 namespace orvane::platform {
 
@@ -23,6 +24,19 @@ gboolean onTimer(GSource* source, GSourceFunc /*callback*/, gpointer /*data*/) {
     g_source_set_ready_time(source, -1);
     CATimeline::instance().postTick();
     return G_SOURCE_CONTINUE;
+}
+
+// Calls a function of the application and logs what it throws.
+void callLogged(const std::function<void()>& function, const char* what) noexcept {
+    try {
+        function();
+    } catch (const std::exception& error) {
+        NSLog("%s failed: %s", what, error.what());
+    } catch (const char* message) {
+        NSLog("%s failed: %s", what, message);
+    } catch (...) {
+        NSLog("%s failed", what);
+    }
 }
 
 GSourceFuncs timerFunctions = {nullptr, nullptr, onTimer, nullptr, nullptr, nullptr};
@@ -52,6 +66,44 @@ void CATimeline::removeLayer(CALayer& layer) {
 
 void CATimeline::animationAdded(double beginTime, double endTime) {
     wakeAt(beginTime > CACurrentMediaTime() ? beginTime : endTime);
+}
+
+void CATimeline::addTimer(const std::shared_ptr<CATimer::Schedule>& timer) {
+    timers_.push_back(timer);
+    wakeAt(timer->due);
+}
+
+void CATimeline::removeTimer(const std::shared_ptr<CATimer::Schedule>& timer) {
+    timer->isRunning = false;
+    std::erase(timers_, timer);
+}
+
+double CATimeline::nextTimer() const {
+    double next = never;
+    for (const std::shared_ptr<CATimer::Schedule>& timer : timers_) {
+        next = std::min(next, timer->due);
+    }
+    return next;
+}
+
+void CATimeline::callTimers(double time) {
+    // A copy, in the order in which they are due: a timer may start and stop others.
+    auto due = timers_;
+    std::erase_if(due, [time](const auto& timer) { return !(timer->due <= time); });
+    std::stable_sort(due.begin(), due.end(),
+                     [](const auto& a, const auto& b) { return a->due < b->due; });
+    for (const std::shared_ptr<CATimer::Schedule>& timer : due) {
+        if (!timer->isRunning) {
+            continue;
+        }
+        if (timer->period > 0) {
+            // The first of its times that is still to come.
+            timer->due += timer->period * (std::floor((time - timer->due) / timer->period) + 1);
+        } else {
+            removeTimer(timer);
+        }
+        callLogged(timer->function, "A timer's task");
+    }
 }
 
 void CATimeline::wakeAt(double time) {
@@ -97,7 +149,7 @@ void CATimeline::clockChanged() {
     lastTick_ = -never;
     {
         const std::scoped_lock lock(mutex_);
-        wakeTime_ = layers_.empty() ? never : CACurrentMediaTime();
+        wakeTime_ = layers_.empty() && timers_.empty() ? never : CACurrentMediaTime();
         setTimer();
     }
     postTickForCompletions();
@@ -121,8 +173,10 @@ void CATimeline::tick(double time) {
         next = std::min(next, layers_[i]->advanceAnimations(lastTick_, time));
     }
     lastTick_ = time;
+    callTimers(time);
     runCompletions();
     ticking_ = false;
+    next = std::min(next, nextTimer());
     {
         const std::scoped_lock lock(mutex_);
         wakeTime_ = std::min(wakeTime_, next);
@@ -158,15 +212,7 @@ void CATimeline::runCompletions() {
         due.swap(completions_);
     }
     for (std::function<void()>& completion : due) {
-        try {
-            completion();
-        } catch (const std::exception& error) {
-            NSLog("An animation's completion failed: %s", error.what());
-        } catch (const char* message) {
-            NSLog("An animation's completion failed: %s", message);
-        } catch (...) {
-            NSLog("An animation's completion failed");
-        }
+        callLogged(completion, "An animation's completion");
         completion = nullptr;
     }
 }

@@ -2,8 +2,11 @@
 
 #include <functional>
 #include <limits>
+#include <memory>
 #include <mutex>
 #include <vector>
+
+#include "platform/quartzcore/CATimer.h"
 
 struct _GSource;
 
@@ -11,10 +14,11 @@ namespace orvane::platform {
 
 class CALayer;
 
-// Keeps the layers on which animations run and the completions that are due. It ends animations
-// when their time has come, whether or not a window shows their layers. On the real clock, a timer
-// of the main loop, set for the next beginning or end, posts a tick to the main queue; on a virtual
-// clock, advancing the clock ticks. It is idle when no animation runs.
+// Keeps the layers on which animations run, the timers, and the completions that are due. It ends
+// animations when their time has come, whether or not a window shows their layers. On the real
+// clock, a timer of the main loop, set for the next beginning or end, posts a tick to the main
+// queue; on a virtual clock, advancing the clock ticks. It is idle when no animation and no timer
+// runs.
 //
 // Main thread only, except enqueueCompletion.
 class CATimeline {
@@ -28,10 +32,18 @@ public:
     // Called when an animation that lasts from beginTime to endTime has been added to a layer.
     void animationAdded(double beginTime, double endTime);
 
+    // Called by a timer that was started or stopped.
+    void addTimer(const std::shared_ptr<CATimer::Schedule>& timer);
+    void removeTimer(const std::shared_ptr<CATimer::Schedule>& timer);
+    // The media time of the next call of a timer; infinity for none.
+    double nextTimer() const;
+
     // Ends the animations that are over at `time` (seconds of media time; a time before the last
-    // tick counts as that tick's), notifies the layers whose animations began or ended, and runs
-    // the completions that are due. Application code runs in it. A tick within a tick does nothing.
+    // tick counts as that tick's), notifies the layers whose animations began or ended, calls the
+    // timers that are due, and runs the completions. Application code runs in it. A tick within a
+    // tick does nothing.
     void tick(double time);
+    bool isTicking() const { return ticking_; }
     // Queues a tick of the present time, unless one is queued.
     void postTick();
     // Called when a virtual clock has been created or destroyed.
@@ -46,9 +58,11 @@ private:
     // Sets the timer for wakeTime_. Must be called with mutex_ locked.
     void setTimer();
     void postTickForCompletions();
+    void callTimers(double time);
     void runCompletions();
 
     std::vector<CALayer*> layers_;
+    std::vector<std::shared_ptr<CATimer::Schedule>> timers_;  // in the order of their starts
     bool ticking_ = false;
     double lastTick_ = -std::numeric_limits<double>::infinity();
     _GSource* timer_;
