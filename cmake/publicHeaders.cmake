@@ -54,6 +54,8 @@ set(orvane_public_headers
     orvane/display/graphics/StrokeStyleable.h
     orvane/display/graphics/Text.h
     orvane/display/graphics/TextStyleable.h
+    orvane/display/graphics/measureText.h
+    orvane/display/layout/Box.h
     orvane/display/tree/AccessibilityElement.h
     orvane/display/tree/ContainerObject.h
     orvane/display/tree/DisplayContainer.h

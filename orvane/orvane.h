@@ -39,6 +39,8 @@
 #include "orvane/display/graphics/Rect.h"
 #include "orvane/display/graphics/ScrollContainer.h"
 #include "orvane/display/graphics/Text.h"
+#include "orvane/display/graphics/measureText.h"
+#include "orvane/display/layout/Box.h"
 #include "orvane/display/tree/AccessibilityElement.h"
 #include "orvane/display/tree/ContainerObject.h"
 #include "orvane/display/tree/DisplayLayer.h"

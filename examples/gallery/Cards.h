@@ -57,6 +57,8 @@ void drawScripts(ContainerObject& inside);
 void drawEmoji(ContainerObject& inside);
 void drawWrapping(ContainerObject& inside);
 void drawAttributedText(ContainerObject& inside);
+void drawLineBreaks(ContainerObject& inside);
+void drawMeasured(ContainerObject& inside);
 void drawTextIcon(ContainerObject& inside);
 
 // The cards of the page of images.

@@ -71,6 +71,8 @@ public:
         textPage_.addCard("Emoji", drawEmoji);
         textPage_.addCard("Wrapping", drawWrapping);
         textPage_.addCard("Attributed text", drawAttributedText);
+        textPage_.addCard("Line breaks kept", drawLineBreaks);
+        textPage_.addCard("Measured and shortened", drawMeasured);
 
         imagePage_.addCard("JPEG, from a file", drawJpeg);
         imagePage_.addCard("PNG, from bytes", drawPng);

@@ -38,13 +38,19 @@ std::shared_ptr<graphics::Circle> makeDot(ContainerObject& inside, float x, floa
     return dot;
 }
 
-std::shared_ptr<graphics::Rect> makeTile(ContainerObject& inside, float x, float y, float side,
-                                         unsigned color) {
+std::shared_ptr<graphics::Rect> makeTile(float side, unsigned color) {
     const auto tile = DisplayFactory::createRect();
-    tile->set(x, y, side, side);
+    tile->set(0, 0, side, side);
     tile->setRx(side / 4);
     tile->setRy(side / 4);
     paint(tile, color);
+    return tile;
+}
+
+std::shared_ptr<graphics::Rect> makeTile(ContainerObject& inside, float x, float y, float side,
+                                         unsigned color) {
+    const auto tile = makeTile(side, color);
+    tile->set(x, y, side, side);
     inside.add(tile);
     return tile;
 }
@@ -78,6 +84,8 @@ MotionPage::MotionPage() {
     add("Each step ends where it is put", &MotionPage::drawWalk);
     add("Touch to stop, and to go on", &MotionPage::drawStop);
     add("Frame loop", &MotionPage::drawFrameLoop);
+    page_.addCard("Rows and columns", drawBoxes);
+    add("Boxes that wrap: touch them", &MotionPage::drawWrapping);
 }
 
 void MotionPage::start() {
@@ -322,6 +330,60 @@ void MotionPage::moveBalls(float elapsed) {
         }
         ball.object->setTranslate(ball.x, ball.y);
     }
+}
+
+void MotionPage::drawBoxes(ContainerObject& inside) {
+    // A window with a bar, a list and a text: nothing here has a position of its own.
+    using namespace layout;
+    const auto makeRect = [](unsigned color) { return makeTile(12, color); };
+    const auto window = std::make_shared<Box>(
+        BoxStyle{.direction = layout::Direction::Column, .gap = 10, .padding = Insets::all(10)});
+    window->setBackground(makeRect(palette::paper));
+    const auto bar =
+        std::make_shared<Box>(BoxStyle{.gap = 6, .padding = {8, 0, 8, 0}, .align = Align::Center});
+    bar->setBackground(makeRect(palette::ink));
+    for (const unsigned color : {palette::coral, palette::amber, palette::green}) {
+        bar->add(makeRect(color));
+    }
+    bar->addSpace();
+    bar->add(makeRect(palette::caption), {.width = 60});
+    const auto content = std::make_shared<Box>(BoxStyle{.gap = 10});
+    const auto list = std::make_shared<Box>(
+        BoxStyle{.direction = layout::Direction::Column, .justify = Justify::SpaceBetween});
+    for (int i = 0; i < 5; ++i) {
+        list->add(makeRect(i == 1 ? palette::teal : palette::faint), {.height = 18});
+    }
+    const auto text = DisplayFactory::createText(true);
+    text->setFont("DejaVu Sans");
+    text->setTextSize(11);
+    text->setFillColor(palette::ink);
+    text->setContent(
+        "This text takes the width that the others leave, and the height that it needs "
+        "at this width.");
+    content->add(list, {.width = 60});
+    content->add(text, {.grow = 1});
+    window->add(bar, {.height = 28});
+    window->add(content, {.grow = 1});
+    inside.add(window->getContainer());
+    window->layOut({18, 44, 239, 175});
+}
+
+void MotionPage::drawWrapping(ContainerObject& inside) {
+    using namespace layout;
+    wrapping_ = std::make_shared<Box>(BoxStyle{.gap = 8, .wraps = true, .lineGap = 8});
+    wrapping_->setMotion(0.5F, Easing::make(Curve::Back, Direction::Out));
+    const unsigned colors[] = {palette::coral, palette::amber,  palette::green,
+                               palette::teal,  palette::violet, palette::blue};
+    for (int i = 0; i < 12; ++i) {
+        wrapping_->add(makeTile(34, colors[i % 6]), {.width = 34.0 + 8 * (i * 5 % 4)});
+    }
+    inside.add(wrapping_->getContainer());
+    wrapping_->layOut({18, 50, 239, 170});
+    taps_.push_back(std::make_shared<Tap>([this] {
+        isNarrow_ = !isNarrow_;
+        wrapping_->layOut({18, 50, isNarrow_ ? 170.0 : 239.0, 170});
+    }));
+    inside.addListener<events::TouchEvent>(taps_.back());
 }
 
 }  // namespace gallery

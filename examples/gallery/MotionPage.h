@@ -9,8 +9,8 @@
 
 namespace gallery {
 
-// The page of motion: the pace of animations, where they end, how they stop, and a frame loop.
-// Everything moves while the page is on the display.
+// The page of motion and layout: the pace of animations, where they end, how they stop, a frame
+// loop, and boxes. Everything moves while the page is on the display.
 class MotionPage {
 public:
     MotionPage();
@@ -38,6 +38,8 @@ private:
     void startRunner();
     void drawFrameLoop(ContainerObject& inside);
     void moveBalls(float elapsed);
+    static void drawBoxes(ContainerObject& inside);
+    void drawWrapping(ContainerObject& inside);
 
     Page page_;
     std::vector<std::shared_ptr<Loop>> loops_;
@@ -47,6 +49,8 @@ private:
     float runnerPlace_ = 0;                                            // on its way, in points
     std::vector<Ball> balls_;
     orvane::display::animation::FrameLoop frameLoop_;
+    std::shared_ptr<orvane::display::layout::Box> wrapping_;
+    bool isNarrow_ = false;
 };
 
 }  // namespace gallery

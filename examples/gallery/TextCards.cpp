@@ -136,6 +136,52 @@ void drawAttributedText(ContainerObject& inside) {
     inside.add(block);
 }
 
+void drawLineBreaks(ContainerObject& inside) {
+    const auto card = DisplayFactory::createText(true);
+    card->setFont("DejaVuSerif");
+    card->setTextSize(15);
+    card->setFillColor(palette::ink);
+    card->setWidth(226);
+    card->setLineBreaks(LineBreaks::Keep);
+    card->setContent(
+        "Harbor café\n12 Quay Street\n\nOpen from April to October, also in the "
+        "rain.\nCats welcome.");
+    card->setX(26);
+    card->setY(58);
+    inside.add(card);
+}
+
+void drawMeasured(ContainerObject& inside) {
+    // Each label is measured before its background is made, and the next one follows it.
+    const FontStyle font{"DejaVuSans", 13};
+    const unsigned colors[] = {palette::teal, palette::blue, palette::violet, palette::coral};
+    float x = 22;
+    float y = 50;
+    int count = 0;
+    for (const char* const word : {"labels", "as", "wide as", "their text", "and in", "rows"}) {
+        const auto width = static_cast<float>(measureText(word, font).width) + 20;
+        if (x + width > 253) {
+            x = 22;
+            y += 36;
+        }
+        const auto back = DisplayFactory::createRect();
+        back->set(x, y, width, 28);
+        back->setRx(14);
+        back->setRy(14);
+        paint(back, colors[count++ % 4]);
+        inside.add(back);
+        text(inside, x + 10, y + 19, word, font.size, palette::card);
+        x += width + 8;
+    }
+    const std::string title = "A title that is too long for its place";
+    y += 56;
+    for (const float width : {226.0F, 150.0F, 80.0F}) {
+        guide(inside, 26 + width, y - 14, 26 + width, y + 6);
+        text(inside, 26, y, shortenText(title, font, width), font.size);
+        y += 28;
+    }
+}
+
 void drawTextIcon(ContainerObject& inside) {
     text(inside, 3, 21, "A", 24, palette::card, "DejaVuSerif");
 }

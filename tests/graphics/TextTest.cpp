@@ -164,6 +164,64 @@ TEST_F(TextTest, WrapsAtItsWidthBelowItsPosition) {
     EXPECT_EQ(text->getTextBounds(), geometry::Size<double>());
 }
 
+TEST_F(TextTest, AWrappedTextMayKeepItsLineBreaks) {
+    const auto text = makeText("aaa bbb\nccc", true);
+    text->setWidth(200);
+    EXPECT_NEAR(text->getTextBounds().height, kHeight, 0.01);
+    text->setLineBreaks(LineBreaks::Keep);
+    EXPECT_NEAR(text->getTextBounds().height, 2 * kHeight, 0.01);
+    text->setContent("a\n\nb\n");
+    EXPECT_NEAR(text->getTextBounds().height, 4 * kHeight, 0.01);
+    text->setLineBreaks(LineBreaks::Drop);
+    EXPECT_NEAR(text->getTextBounds().height, kHeight, 0.01);
+
+    const auto line = makeText("a\nb");
+    line->setLineBreaks(LineBreaks::Keep);
+    EXPECT_EQ(line->getTextBounds().width, widthOf("ab"));
+}
+
+TEST_F(TextTest, MeasuringWithoutAnObjectAgreesWithAnObject) {
+    const FontStyle font{"DejaVuSans", 16};
+    for (const string content : {"", "abc", "aaa bbb\nccc", "aaa bbb ccc ddd"}) {
+        SCOPED_TRACE(content);
+        EXPECT_EQ(measureText(content, font), makeText(content)->getTextBounds());
+        for (const LineBreaks breaks : {LineBreaks::Drop, LineBreaks::Keep}) {
+            const auto text = makeText(content, true);
+            text->setWidth(70);
+            text->setLineBreaks(breaks);
+            EXPECT_EQ(measureText(content, font, 70, breaks), text->getTextBounds());
+        }
+    }
+    EXPECT_EQ(measureText("abc", font, -1).height, 0);
+    EXPECT_EQ(measureText("abc", {"DejaVuSans", 0}), measureText("abc", {"DejaVuSans", 12}));
+}
+
+TEST_F(TextTest, ShortensATextToAWidth) {
+    const FontStyle font{"DejaVuSans", 16};
+    const auto width = [&](const string& text) {
+        return static_cast<float>(measureText(text, font).width);
+    };
+    const struct {
+        string content;
+        float width;
+        string expected;
+    } cases[] = {
+        {"abcdef", width("abcdef"), "abcdef"},
+        {"abcdef", width("abcdef") - 1, "abc…"},
+        {"ääääää", width("äää…"), "äää…"},
+        {"ab cdef", width("ab c…") - 1, "ab…"},
+        {"ab\ncd", 500, "ab…"},
+        {"abcdef", width("…"), "…"},
+        {"abcdef", width("…") - 1, ""},
+        {"", 5, ""},
+        {"\nb", 500, "…"},
+        {"abc", std::nanf(""), ""},
+    };
+    for (const auto& c : cases) {
+        EXPECT_EQ(shortenText(c.content, font, c.width), c.expected) << c.content << c.width;
+    }
+}
+
 TEST_F(TextTest, UnsupportedStylesThrowAString) {
     const auto text = makeText();
     EXPECT_THROW(text->setFillColor(LinearGradient()), const char*);

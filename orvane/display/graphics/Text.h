@@ -11,12 +11,21 @@
 
 namespace orvane::display::graphics {
 
+// What happens to the line breaks in the content of a wrapped text.
+enum class LineBreaks {
+    // They are removed, and the words around them are joined.
+    Drop,
+    // They end lines.
+    Keep,
+};
+
 // A text at a point, of one line or of lines that wrap at a width; DisplayFactory::createText makes
 // either. The content is UTF-8; invalid bytes show as replacement characters. A new text is black,
 // 12 units large, in a default font. Gradients, patterns and italics throw a character string ("...
 // not implemented").
 //
-// Line breaks in the content are dropped, in wrapped texts too: only AttributedText keeps them.
+// Line breaks in the content are dropped, unless setLineBreaks makes a wrapped text keep them. An
+// AttributedText always keeps them.
 class ORVANE_EXPORT Text : public virtual Shape, public virtual TextStyleable {
 public:
     // A piece of content with a style of its own.
@@ -76,6 +85,11 @@ public:
 
     // Returns the index of the character at a point, for AttributedText; other texts return 0.
     virtual unsigned long getIndexByPoint(const geometry::Point<double>&) { return 0; }
+
+    // Sets whether a wrapped text keeps the line breaks of its content. They are dropped at first.
+    // Call it before setContent and setAlignment. Ignored by a text of one line and by an
+    // attributed text.
+    virtual void setLineBreaks(LineBreaks) {}
 
     geometry::Rect<double> getInnerBounds() override { return {}; }
 };

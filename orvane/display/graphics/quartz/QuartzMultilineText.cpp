@@ -10,6 +10,11 @@ void QuartzMultilineText::setWidth(float width) {
     getTextWrapper().setMultilineMaxWidth(width);
 }
 
+void QuartzMultilineText::setLineBreaks(LineBreaks lineBreaks) {
+    getTextWrapper().setKeepsLineBreaks(lineBreaks == LineBreaks::Keep);
+    update();
+}
+
 void QuartzMultilineText::setAlignment(TextAlign align) {
     getTextWrapper().setAlignment(align);
 }

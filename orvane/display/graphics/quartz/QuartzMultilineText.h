@@ -12,6 +12,7 @@ public:
 
     // Measures the text again and does not repaint: applications set the width before the content.
     void setWidth(float width) override;
+    void setLineBreaks(LineBreaks lineBreaks) override;
     // Aligns the current content and does not repaint: set it after the content.
     void setAlignment(TextAlign align) override;
 };

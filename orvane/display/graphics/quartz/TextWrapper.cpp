@@ -28,6 +28,13 @@ void TextWrapper::setMultilineMaxWidth(float width) {
     updateBounds();
 }
 
+void TextWrapper::setKeepsLineBreaks(bool keeps) {
+    if (keepsLineBreaks_ != keeps) {
+        keepsLineBreaks_ = keeps;
+        setText(std::string(text_));
+    }
+}
+
 void TextWrapper::setX(float x) {
     x_ = x;
     updateOriginOfBounds();
@@ -42,7 +49,9 @@ void TextWrapper::setText(const std::string& text) {
     const bool wasEmpty = text_.empty();
     text_ = text;
     std::string shown = text;
-    std::erase(shown, '\n');
+    if (!multiline_ || !keepsLineBreaks_) {
+        std::erase(shown, '\n');
+    }
     // Passed as a C string: it ends at the first zero byte.
     attributedString_.replaceString(shown.c_str());
     updateFontInfo();

@@ -31,10 +31,14 @@ public:
     // The width at which lines wrap; used by texts of several lines.
     void setMultilineMaxWidth(float width);
 
+    // Whether a text of several lines keeps the newlines of its content. Replaces the content by
+    // itself.
+    void setKeepsLineBreaks(bool keeps);
+
     void setX(float x);
     void setY(float y);
-    // Sets the text. Newlines are removed from what is shown, in texts of several lines too, and it
-    // ends at the first zero byte. getText returns the text as it was set.
+    // Sets the text. Newlines are removed from what is shown, unless a text of several lines keeps
+    // them, and it ends at the first zero byte. getText returns the text as it was set.
     void setText(const std::string& text);
     void setFontName(const std::string& name);
     // Zero and sizes that are not finite are ignored.
@@ -68,6 +72,7 @@ private:
     void drawLines(platform::CGContext& canvas);
 
     bool multiline_ = false;
+    bool keepsLineBreaks_ = false;
     float multilineMaxWidth_ = 0;
     std::string text_;
     std::string fontName_;
