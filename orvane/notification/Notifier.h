@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <memory>
 #include <typeindex>
 #include <unordered_map>
@@ -28,12 +29,24 @@ public:
         listeners_[typeid(Event)].push_back(listener);
     }
 
+    // Whether a listener for Event is alive.
+    template <typename Event>
+    bool hasListeners() const {
+        const auto found = listeners_.find(typeid(Event));
+        return found != listeners_.end() &&
+               std::any_of(found->second.begin(), found->second.end(),
+                           [](const auto& entry) { return !entry.expired(); });
+    }
+
     // Returns the listeners for Event that are still alive, in the order in which they were added.
     template <typename Event>
-    std::vector<std::shared_ptr<typename Event::listener_type>> getListeners() {
+    std::vector<std::shared_ptr<typename Event::listener_type>> getListeners() const {
         std::vector<std::shared_ptr<typename Event::listener_type>> result;
-        // Looking up a type for the first time adds an empty entry, which is harmless.
-        for (const std::weak_ptr<AbstractListener>& entry : listeners_[typeid(Event)]) {
+        const auto found = listeners_.find(typeid(Event));
+        if (found == listeners_.end()) {
+            return result;
+        }
+        for (const std::weak_ptr<AbstractListener>& entry : found->second) {
             if (const std::shared_ptr<AbstractListener> listener = entry.lock()) {
                 result.push_back(
                     std::dynamic_pointer_cast<typename Event::listener_type>(listener));

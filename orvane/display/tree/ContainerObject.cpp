@@ -84,6 +84,20 @@ void ContainerObject::validate(const Rect& rect) {
     DisplayObject::validate(rect);
 }
 
+std::vector<DisplayObject*> ContainerObject::childrenAt(
+    const geometry::Point<double>& point) const {
+    const Rect nowhere{point.x, point.y, 0, 0};
+    if (const auto* const near = childFrames_ ? childFrames_->touching(nowhere) : nullptr) {
+        return *near;
+    }
+    std::vector<DisplayObject*> all;
+    all.reserve(children().size());
+    for (const std::shared_ptr<DisplayObject>& child : children()) {
+        all.push_back(child.get());
+    }
+    return all;
+}
+
 void ContainerObject::validateChild(DisplayObject& child, const Rect& rect) {
     // A layer validates the objects that it lists.
     if (child.layer_.expired() && child.parentOrNull() == this) {

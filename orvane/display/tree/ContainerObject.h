@@ -2,6 +2,7 @@
 
 #include <functional>
 #include <memory>
+#include <vector>
 
 #include "orvane/display/tree/DisplayContainer.h"
 #include "orvane/display/tree/DisplayObject.h"
@@ -69,6 +70,10 @@ public:
     const geometry::Point<double>* getScrollOffset() const {
         return scrolls_ ? &scrollOffset_ : nullptr;
     }
+
+    // Returns the children whose frames may contain a point, in screen coordinates, in drawing
+    // order; borrowed. The cost depends on what is near the point if there are many children.
+    std::vector<DisplayObject*> childrenAt(const geometry::Point<double>& point) const;
 
     // Calls `visit` on this container, then on every descendant in pre-order, until a call returns
     // true. Returns whether one did. A call may erase the object that it visits. An empty function

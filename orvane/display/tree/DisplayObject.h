@@ -9,6 +9,7 @@
 #include "orvane/commons/Export.h"
 #include "orvane/display/geometry/Matrix.h"
 #include "orvane/display/geometry/Rect.h"
+#include "orvane/display/tree/Cursor.h"
 #include "orvane/display/tree/DisplayNode.h"
 #include "orvane/notification/Notifier.h"
 
@@ -147,6 +148,12 @@ public:
     void lockUpdate();
     void unlockUpdate();
 
+    // Sets the shape of the pointer while it is over this object and what is in it. A window shows
+    // the new shape when the pointer moves.
+    void setCursor(Cursor cursor) { cursor_ = cursor; }
+    // Inherit at first.
+    Cursor getCursor() const { return cursor_; }
+
     // This object as a container, borrowed, or null when it is none. Constant time, unlike a cast.
     ContainerObject* asContainer() const { return container_; }
 
@@ -182,6 +189,7 @@ private:
     bool frameReset_ = true;
     bool frameKnownBelow_ = false;  // a frame of the subtree, this one included, may be known
     bool culledByFrame_ = false;
+    Cursor cursor_ = Cursor::Inherit;
     bool layered_ = false;          // setLayer has set a layer
     std::size_t layeredCount_ = 0;  // of the objects in this subtree, this one included
     std::uint32_t frameSlot_ = 0;   // the parent's ChildFrames entry
