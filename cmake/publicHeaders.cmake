@@ -20,6 +20,10 @@ set(orvane_public_headers
     orvane/display/animation/Transition.h
     orvane/display/animation/ValueAnimation.h
     orvane/display/events/FrameChangedEvent.h
+    orvane/display/events/KeyEvent.h
+    orvane/display/events/Modifier.h
+    orvane/display/events/PointerEvent.h
+    orvane/display/events/Shortcuts.h
     orvane/display/events/TouchEvent.h
     orvane/display/geometry/Matrix.h
     orvane/display/geometry/Point.h
@@ -58,6 +62,7 @@ set(orvane_public_headers
     orvane/display/layout/Box.h
     orvane/display/tree/AccessibilityElement.h
     orvane/display/tree/ContainerObject.h
+    orvane/display/tree/Cursor.h
     orvane/display/tree/DisplayContainer.h
     orvane/display/tree/DisplayLayer.h
     orvane/display/tree/DisplayNode.h

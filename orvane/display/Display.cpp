@@ -4,9 +4,14 @@
 #include <unordered_set>
 
 #include "orvane/commons/eraseFromCollection.h"
+#include "orvane/commons/guardedCall.h"
 #include "orvane/display/animation/Transition.h"
+#include "orvane/display/events/InputDispatcher.h"
+#include "orvane/display/events/Shortcuts.h"
 #include "orvane/display/native/DisplayView.h"
 #include "orvane/display/native/NativeLayer.h"
+#include "orvane/display/native/NativeObject.h"
+#include "orvane/display/native/toKeyEvent.h"
 #include "orvane/display/registerFont.h"
 #include "orvane/display/tree/ContainerObject.h"
 #include "orvane/display/tree/DisplayLayer.h"
@@ -67,6 +72,24 @@ platform::CATransition platformTransition(const Transition& transition) {
     return result;
 }
 
+// Returns the first object, in pre-order, for which `matches` returns true; null for none.
+template <typename Matches>
+std::shared_ptr<DisplayObject> findObject(
+    const std::vector<std::shared_ptr<DisplayObject>>& objects, const Matches& matches) {
+    std::shared_ptr<DisplayObject> found;
+    const auto visit = [&](const std::shared_ptr<DisplayObject>& object) {
+        found = matches(object) ? object : nullptr;
+        return found != nullptr;
+    };
+    for (const std::shared_ptr<DisplayObject>& object : objects) {
+        ContainerObject* const container = object->asContainer();
+        if (container != nullptr ? container->traverse(visit) : visit(object)) {
+            break;
+        }
+    }
+    return found;
+}
+
 }  // namespace
 
 std::shared_ptr<Display> Display::instance() {
@@ -80,18 +103,26 @@ void Display::reset() {
     s_instance.reset();
 }
 
-Display::Display() {
+Display::Display()
+    : input_(std::make_unique<events::InputDispatcher>(objects_)),
+      shortcuts_(std::make_unique<events::Shortcuts>()) {
     initView();
     loadFonts(system::getResourceDirectory() + "/res/fonts");
 }
 
 Display::~Display() {
-    dispatch_ui([this] { view_.reset(); });
+    dispatch_ui([this] {
+        view_->setInputHandler({});
+        view_.reset();
+    });
 }
 
 void Display::initView() {
     dispatch_ui([this] {
         view_ = std::make_shared<DisplayView>();
+        view_->setInputHandler({input_.get(),
+                                [this](const platform::NSEvent& event) { return handleKey(event); },
+                                [this] { firstResponderChanged(); }});
         view_->setWantsLayer(true);
         view_->layer()->setBackgroundColor({0, 0, 0, 1});
     });
@@ -182,6 +213,78 @@ void Display::attachLayerHandler(const std::shared_ptr<DisplayLayer>& layer) {
 void Display::detachLayerHandler(const std::shared_ptr<DisplayLayer>& layer) {
     if (const std::shared_ptr<NSView> view = viewOf(layer)) {
         dispatch_ui([&] { view->removeFromSuperviewWithoutNeedingDisplay(); });
+    }
+}
+
+// ---- input ----
+
+void Display::setFocus(const std::shared_ptr<DisplayObject>& object) {
+    dispatch_ui([&] {
+        platform::NSWindow* const window = view_ ? view_->window() : nullptr;
+        const auto control = std::dynamic_pointer_cast<native::NativeObject>(object);
+        NSView* const view = control ? control->getObjectHandler().get() : nullptr;
+        if (view != nullptr && view->acceptsFirstResponder()) {
+            if (window != nullptr) {
+                window->makeFirstResponder(view);
+            }
+            return;
+        }
+        focusChanged(object);
+        if (window != nullptr) {
+            window->makeFirstResponder(view_.get());
+        }
+    });
+}
+
+std::shared_ptr<DisplayObject> Display::getFocus() const {
+    return input_->focus();
+}
+
+std::shared_ptr<events::Shortcut> Display::addShortcut(const std::string& keys,
+                                                       std::function<void()> action) {
+    std::shared_ptr<events::Shortcut> shortcut = events::Shortcut::create(keys, std::move(action));
+    if (shortcut) {
+        shortcuts_->add(shortcut);
+    }
+    return shortcut;
+}
+
+bool Display::handleKey(const platform::NSEvent& event) {
+    const events::KeyEvent key = toKeyEvent(event);
+    for (const auto& listener : getListeners<events::DisplayKeyEvent>()) {
+        bool handled = false;
+        commons::guardedCall("exception of a key listener", [&] {
+            handled = (*listener)(as<Display>(), events::DisplayKeyEvent{key});
+        });
+        if (handled) {
+            return true;
+        }
+    }
+    return shortcuts_->handle(key);
+}
+
+// Follows the window: the user may have given the keyboard to a control, or taken it from one.
+void Display::firstResponderChanged() {
+    const NSView* const first =
+        view_->window() != nullptr ? view_->window()->firstResponder() : nullptr;
+    const auto isFirst = [first](const std::shared_ptr<DisplayObject>& object) {
+        const auto control = std::dynamic_pointer_cast<native::NativeObject>(object);
+        return control && control->getObjectHandler().get() == first;
+    };
+    if (first == view_.get()) {
+        // An object that is no control keeps the focus.
+        if (std::dynamic_pointer_cast<native::NativeObject>(input_->focus())) {
+            focusChanged(nullptr);
+        }
+    } else if (!isFirst(input_->focus())) {
+        focusChanged(findObject(objects_, isFirst));
+    }
+}
+
+void Display::focusChanged(const std::shared_ptr<DisplayObject>& object) {
+    if (input_->setFocus(object)) {
+        commons::guardedCall("exception of a focus listener",
+                             [&] { notify(events::FocusChangedEvent{input_->focus()}); });
     }
 }
 

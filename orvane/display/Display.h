@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -12,7 +13,8 @@
 
 namespace orvane::platform {
 class NSView;
-}
+struct NSEvent;
+}  // namespace orvane::platform
 
 namespace orvane::display {
 
@@ -23,6 +25,12 @@ class DisplayView;
 namespace animation {
 struct Transition;
 }
+
+namespace events {
+class InputDispatcher;
+class Shortcut;
+class Shortcuts;
+}  // namespace events
 
 // The root of everything on screen. It owns the top-level objects and the one view that contains
 // the views of all layers. Applications add objects to it; each top-level object brings a layer,
@@ -76,6 +84,21 @@ public:
     // Removes the view of a layer from the root view. detachLayer calls it.
     void detachLayerHandler(const std::shared_ptr<DisplayLayer>& layer);
 
+    // Gives the keyboard to an object: its listeners and those of its ancestors get the keys
+    // (events::KeyEvent). The object need not be visible. Null gives it to none. The objects
+    // concerned get a FocusEvent, and the display's listeners a FocusChangedEvent. A native control
+    // can have the focus only while it is on a display in a window, and gets it when the user
+    // presses it, too.
+    void setFocus(const std::shared_ptr<DisplayObject>& object);
+    // The object that has the keyboard; null for none.
+    std::shared_ptr<DisplayObject> getFocus() const;
+    // Calls `action` on the main thread when a combination of keys such as "Ctrl+Shift+Z" is
+    // pressed and no object has handled the key. It does so for as long as the application holds
+    // the result; of several shortcuts with the same keys, the last one added is called. Returns
+    // null, and logs one line, if the combination cannot be read (events::Shortcut::create).
+    [[nodiscard]] std::shared_ptr<events::Shortcut> addShortcut(const std::string& keys,
+                                                                std::function<void()> action);
+
     // Tells the listeners of FrameChangedEvent a new size of the display, in points.
     void frameChanged(const geometry::Size<double>& size);
     // Tells the listeners the current size of the view.
@@ -109,10 +132,16 @@ public:
     void hideKeyboard() {}
 
 private:
+    bool handleKey(const platform::NSEvent& event);
+    void firstResponderChanged();
+    void focusChanged(const std::shared_ptr<DisplayObject>& object);
+
     static std::shared_ptr<Display> s_instance;  // defined in runtime/statics.cpp
 
     std::vector<std::shared_ptr<DisplayObject>> objects_;
     std::shared_ptr<DisplayView> view_;
+    std::unique_ptr<events::InputDispatcher> input_;
+    std::unique_ptr<events::Shortcuts> shortcuts_;
 };
 
 // Removes an object from its parent, if it has one.

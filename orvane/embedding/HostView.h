@@ -14,6 +14,13 @@ public:
         return size.height > size.width ? portrait : landscape;
     }
     bool isFlipped() const override { return true; }
+    // Keys for which the window has no first responder are for the display.
+    bool keyDown(const platform::NSEvent& event) override {
+        return !subviews().empty() && subviews().front()->keyDown(event);
+    }
+    bool keyUp(const platform::NSEvent& event) override {
+        return !subviews().empty() && subviews().front()->keyUp(event);
+    }
 };
 
 }  // namespace orvane::embedding

@@ -12,6 +12,13 @@ enum class NSEventType {
     LeftMouseDown,
     LeftMouseDragged,
     LeftMouseUp,
+    // Another button; see NSEvent::buttonNumber.
+    OtherMouseDown,
+    OtherMouseUp,
+    // The pointer moved while the left button was up.
+    MouseMoved,
+    // The pointer left the window. The location has no meaning.
+    MouseExited,
     // The desktop withdrew the pointer before the button was released. The location has no meaning.
     MouseCancelled,
     // A wheel, or fingers on a touchpad.
@@ -39,6 +46,12 @@ struct NSEvent {
     CGPoint locationInWindow;
     double timestamp = 0;        // in seconds of the media clock
     unsigned modifierFlags = 0;  // a set of NSEventModifierFlags
+
+    // ---- OtherMouseDown, OtherMouseUp ----
+    int buttonNumber = 0;  // 0 left, 1 right, 2 middle, 3 back, 4 forward
+    // ---- presses and releases ----
+    // Set by the window: 1 for a single click, 2 for the second press of a double click, and so on.
+    int clickCount = 0;
 
     // ---- ScrollWheel ----
     // How far to scroll, in points. Positive values scroll toward the right and the bottom of the

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "platform/appkit/NSView.h"
+#include "platform/appkit/offerToViews.h"
 
 namespace orvane::platform {
 
@@ -18,20 +19,9 @@ constexpr double kWheelReach = 8;
 constexpr double kAxisRatio = 2;
 constexpr double kAxisDistance = 8;
 
-// Offers the event to the view and then to its superviews, until one of them returns true.
 template <typename Handle>
 bool offer(NSView* view, const Handle& handle) {
-    // A handler may remove any of these views.
-    std::shared_ptr<NSView> current = view != nullptr ? view->shared_from_this() : nullptr;
-    while (current) {
-        NSView* const above = current->superview();
-        const std::shared_ptr<NSView> next = above != nullptr ? above->shared_from_this() : nullptr;
-        if (handle(*current)) {
-            return true;
-        }
-        current = next;
-    }
-    return false;
+    return offerToViews(view, handle) != nullptr;
 }
 
 }  // namespace

@@ -139,6 +139,12 @@ public:
     // A wheel was turned, or fingers moved on a touchpad. Returns whether the view has handled the
     // event; if not, its superview is called. The view under the pointer is called first.
     virtual bool scrollWheel(const NSEvent& event);
+    // The pointer moved, left the window, or pressed or released a button. The view under the
+    // pointer is called first; if it returns false, its superview is called. The view that handles
+    // a press gets all pointer events until the release; gesture recognizers do not see a press of
+    // the left button that a view has handled. While recognizers have a gesture, only its release
+    // is a pointer event.
+    virtual bool pointerEvent(const NSEvent& event);
     // Whether the view can have the keyboard; see NSWindow::makeFirstResponder. A press of the
     // pointer gives the keyboard to the innermost view under it that accepts it.
     virtual bool acceptsFirstResponder() const { return false; }
@@ -156,6 +162,8 @@ public:
     // Called after the view lost the keyboard to another view, or to none. A view that leaves its
     // window loses the keyboard as well, and only viewDidMoveToWindow is called.
     virtual void didResignFirstResponder() {}
+    // Called after a view below this one got the keyboard or lost it to another view.
+    virtual void firstResponderBelowDidChange() {}
 
     // ---- time ----
     // Called at the beginning of each display pass while the view has asked for frames, with the

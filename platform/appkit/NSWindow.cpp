@@ -9,8 +9,10 @@
 #include "orvane/commons/Trace.h"
 #include "platform/appkit/NSBackingPolicy.h"
 #include "platform/appkit/NSBackingStore.h"
+#include "platform/appkit/NSCursor.h"
 #include "platform/appkit/NSEvent.h"
 #include "platform/appkit/NSGestureArena.h"
+#include "platform/appkit/NSPointer.h"
 #include "platform/appkit/NSResponders.h"
 #include "platform/appkit/NSView.h"
 #include "platform/appkit/NSViewList.h"
@@ -68,6 +70,8 @@ struct NSWindow::State {
     std::vector<std::shared_ptr<NSView>> visibilityRoots;
     NSGestureArena gestures;
     NSResponders responders;
+    NSPointer pointer;
+    NSCursor cursor = NSCursor::Default;
 };
 
 NSWindow::NSWindow() : state_(std::make_unique<State>()) {}
@@ -421,12 +425,38 @@ bool NSWindow::sendEvent(const NSEvent& event) {
         }
         case NSEventType::ScrollWheel:
             return state_->responders.sendScroll(state_->contentView.get(), event);
-        case NSEventType::LeftMouseDown:
-            giveKeyboardToViewAt(event.locationInWindow);
-            [[fallthrough]];
         default:
-            state_->gestures.sendEvent(state_->contentView, event);
+            return sendPointer(event);
+    }
+}
+
+bool NSWindow::sendPointer(const NSEvent& event) {
+    if (event.type == NSEventType::LeftMouseDown) {
+        giveKeyboardToViewAt(event.locationInWindow);
+    }
+    const bool handled = state_->pointer.send(state_->contentView.get(), event);
+    switch (event.type) {
+        case NSEventType::LeftMouseDown:
+        case NSEventType::LeftMouseDragged:
+        case NSEventType::LeftMouseUp:
+        case NSEventType::MouseCancelled:
+            if (!handled) {
+                state_->gestures.sendEvent(state_->contentView, event);
+            }
             return true;
+        default:
+            return handled;
+    }
+}
+
+NSCursor NSWindow::cursor() const {
+    return state_->cursor;
+}
+
+void NSWindow::setCursor(NSCursor cursor) {
+    if (state_->cursor != cursor) {
+        state_->cursor = cursor;
+        didChangeCursor();
     }
 }
 
@@ -452,6 +482,13 @@ bool NSWindow::makeFirstResponder(NSView* view) {
     // The view that lost the keyboard may have given it to a third one.
     if (next && firstResponder() == next.get()) {
         next->didBecomeFirstResponder();
+    }
+    for (const std::shared_ptr<NSView>& changed : {last, next}) {
+        std::shared_ptr<NSView> above = changed;
+        while (above && above->superview() != nullptr) {
+            above = above->superview()->shared_from_this();
+            above->firstResponderBelowDidChange();
+        }
     }
     return true;
 }
@@ -499,6 +536,7 @@ void NSWindow::didChangeView(NSView&, unsigned) {}
 void NSWindow::didPaintView(NSView&, std::span<const NSBackingRect>) {}
 void NSWindow::present() {}
 void NSWindow::didChangeFirstResponder() {}
+void NSWindow::didChangeCursor() {}
 bool NSWindow::showsNatively(const NSView&) const {
     return false;
 }

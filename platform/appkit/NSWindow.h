@@ -11,6 +11,7 @@ namespace orvane::platform {
 
 class NSBackingPolicy;
 class NSView;
+enum class NSCursor;
 struct CGAffineTransform;
 struct NSEvent;
 
@@ -69,10 +70,10 @@ public:
     virtual double backingScaleFactor() const = 0;
     // The size of the part of the content that is visible, in points.
     virtual CGSize contentSize() const = 0;
-    // Delivers an event. A pointer event goes to the gesture recognizers of the view under the last
-    // button press and of its ancestors, wherever the pointer is (NSGestureArena); key and scroll
-    // events go to views (NSResponders). Returns whether a view handled the key or scroll event, or
-    // Tab moved the keyboard; true for a pointer event.
+    // Delivers an event to views: NSView's functions say to which (NSResponders, NSPointer). The
+    // left button also goes to the gesture recognizers of the view under the press and of its
+    // superviews, wherever the pointer is (NSGestureArena). Returns whether a view handled the
+    // event or Tab moved the keyboard; true for the left button.
     bool sendEvent(const NSEvent& event);
     // The view of this window that has the keyboard; null for none.
     NSView* firstResponder() const;
@@ -84,6 +85,10 @@ public:
     // false, and changes nothing, if there is none. sendEvent calls it for a Tab that no view
     // handles.
     bool selectKeyView(bool forward, bool wraps);
+    // The shape of the pointer over the window; Default at first. Views that show something under
+    // the pointer set it.
+    NSCursor cursor() const;
+    void setCursor(NSCursor cursor);
     // Runs one display pass if anything changed or is animated. Does nothing during a pass.
     void displayIfNeeded();
     // The same with the time that the pass shows, in seconds of media time, for a window whose
@@ -121,6 +126,8 @@ protected:
     // firstResponder() changed. A subclass that shows the view by its own means gives its widget
     // the keyboard.
     virtual void didChangeFirstResponder();
+    // cursor() changed.
+    virtual void didChangeCursor();
 
     // Delivers a key that the widget of the first responder has refused: to its superviews only if
     // the window shows it natively, otherwise like sendEvent. Returns whether a view handled it.
@@ -147,6 +154,7 @@ private:
     void viewNeedsFramesDidChange(NSView& view);
     void subviewOrderDidChange(NSView& superview);
 
+    bool sendPointer(const NSEvent& event);
     // Gives the keyboard to the innermost view at the location that accepts it.
     void giveKeyboardToViewAt(CGPoint location);
 

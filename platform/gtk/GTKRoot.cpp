@@ -143,7 +143,9 @@ double GTKRoot::pixelsPerPoint() const {
 }
 
 void GTKRoot::send(NSEventType type, double x, double y) {
-    delegate_.pointerMoved({type, {x, y}, CACurrentMediaTime()});
+    const GdkModifierType state =
+        gtk_event_controller_get_current_event_state(GTK_EVENT_CONTROLLER(drag_->gobj()));
+    delegate_.pointerMoved({type, {x, y}, CACurrentMediaTime(), toModifierFlags(state)});
 }
 
 void GTKRoot::measure_vfunc(Gtk::Orientation orientation, int, int& minimum, int& natural,

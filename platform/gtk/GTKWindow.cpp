@@ -12,6 +12,7 @@
 #include "platform/appkit/NSView.h"
 #include "platform/corevideo/CVDisplay.h"
 #include "platform/gtk/GTKControl.h"
+#include "platform/gtk/GTKPointer.h"
 #include "platform/gtk/GTKPresentation.h"
 #include "platform/gtk/GTKRenderer.h"
 #include "platform/gtk/GTKRoot.h"
@@ -35,6 +36,8 @@ GTKWindow::GTKWindow(CGSize size, std::optional<double> scale) {
                           [this](bool isForward) { return tabPressed(isForward); }});
     scroll_ = std::make_unique<GTKScroll>(
         *root_, [this](const NSEvent& event) { return sendEvent(event); });
+    pointer_ =
+        std::make_unique<GTKPointer>(*root_, [this](const NSEvent& event) { sendEvent(event); });
     display_ = std::make_unique<CVDisplay>([this] { scheduleDisplay(); });
 }
 
@@ -280,6 +283,10 @@ void GTKWindow::present() {
             },
             this);
     }
+}
+
+void GTKWindow::didChangeCursor() {
+    pointer_->setCursor(cursor());
 }
 
 bool GTKWindow::showsNatively(const NSView& view) const {

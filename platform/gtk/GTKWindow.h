@@ -25,6 +25,7 @@ namespace orvane::platform {
 
 class CVDisplay;
 class GTKControl;
+class GTKPointer;
 class GTKPresentation;
 class GTKRoot;
 class GTKScroll;
@@ -86,6 +87,7 @@ protected:
     void present() override;
     bool showsNatively(const NSView& view) const override;
     void didChangeFirstResponder() override;
+    void didChangeCursor() override;
 
 private:
     // Shows a frame of the frame clock. Returns whether the next frame is wanted, too.
@@ -108,6 +110,7 @@ private:
     bool resized_ = false;      // since the last frame
     bool frameWanted_ = false;  // since the beginning of the last frame
     bool ticking_ = false;      // the tick callback is installed
+    std::unique_ptr<GTKPointer> pointer_;
     std::unique_ptr<CVDisplay> display_;
 };
 

@@ -63,11 +63,15 @@ bool InputDispatcher::scroll(const ScrollEvent& event) const {
 
 bool InputDispatcher::pointer(const PointerEvent& event) {
     if (const ObjectPointer captor = captor_.lock()) {
-        if (event.phase == PointerPhase::Up && event.button == heldButton_) {
+        if ((event.phase == PointerPhase::Up && event.button == heldButton_) ||
+            event.phase == PointerPhase::Cancel) {
             captor_.reset();
         }
         send(captor, event);
         return true;
+    }
+    if (event.phase == PointerPhase::Cancel) {
+        return false;
     }
     const auto isTarget = [](DisplayObject& object) {
         return object.asContainer() == nullptr || listens<PointerEvent>(object);

@@ -23,6 +23,9 @@ enum class PointerPhase {
     // A button was pressed or released.
     Down,
     Up,
+    // The desktop withdrew the pointer: there will be no Up. Sent to the object that handled the
+    // Down.
+    Cancel,
 };
 
 // A movement or a button of the pointer. It is sent to the topmost object under the pointer and
