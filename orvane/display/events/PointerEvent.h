@@ -13,6 +13,7 @@ namespace events {
 // The button of a PointerEvent. Back and Forward are the side buttons of a mouse.
 enum class PointerButton { None, Left, Middle, Right, Back, Forward };
 
+// What the pointer does.
 enum class PointerPhase {
     // The pointer is over the object, or is no longer. Sent to each object once, whatever it
     // returns; an object contains its descendants.

@@ -34,6 +34,7 @@ private:
 // The shortcuts of a display, held weakly. Main thread.
 class Shortcuts {
 public:
+    // `shortcut` must not be null.
     void add(const std::shared_ptr<Shortcut>& shortcut);
     // Calls the action of the combination that was added last, if there is one. Returns whether
     // there is.
