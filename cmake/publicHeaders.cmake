@@ -45,6 +45,7 @@ set(orvane_public_headers
     orvane/display/graphics/InputText.h
     orvane/display/graphics/Line.h
     orvane/display/graphics/LinearGradient.h
+    orvane/display/graphics/ListContainer.h
     orvane/display/graphics/Path.h
     orvane/display/graphics/PathFillStyleable.h
     orvane/display/graphics/Pattern.h

@@ -36,6 +36,7 @@
 #include "orvane/display/graphics/InputText.h"
 #include "orvane/display/graphics/Line.h"
 #include "orvane/display/graphics/LinearGradient.h"
+#include "orvane/display/graphics/ListContainer.h"
 #include "orvane/display/graphics/Path.h"
 #include "orvane/display/graphics/Pattern.h"
 #include "orvane/display/graphics/Polyline.h"

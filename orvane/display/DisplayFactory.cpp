@@ -12,6 +12,7 @@
 #include "orvane/display/graphics/quartz/QuartzPolyline.h"
 #include "orvane/display/graphics/quartz/QuartzRect.h"
 #include "orvane/display/graphics/quartz/UIInputText.h"
+#include "orvane/display/graphics/quartz/UIListContainer.h"
 #include "orvane/display/graphics/quartz/UIScrollContainer.h"
 
 namespace orvane::display {
@@ -25,6 +26,10 @@ std::shared_ptr<graphics::Container> DisplayFactory::createContainer() {
 std::shared_ptr<graphics::ScrollContainer> DisplayFactory::createScrollContainer(
     graphics::ScrollContainer::Type type, bool paging) {
     return createInitialized<UIScrollContainer>(type, paging);
+}
+
+std::shared_ptr<graphics::ListContainer> DisplayFactory::createListContainer() {
+    return createInitialized<UIListContainer>();
 }
 
 std::shared_ptr<graphics::SizedContainer> DisplayFactory::createClipContainer(bool scrollable) {

@@ -14,6 +14,7 @@ class Container;
 class Ellipse;
 class Image;
 class InputText;
+class ListContainer;
 class Line;
 class Path;
 class Polyline;
@@ -28,9 +29,12 @@ class ORVANE_EXPORT DisplayFactory {
 public:
     // Creates a group of objects.
     static std::shared_ptr<graphics::Container> createContainer();
-    // Creates a group on a layer of its own, which clips its children to its bounds.
+    // Creates a group on a layer of its own, which clips its children to its bounds and scrolls
+    // them.
     static std::shared_ptr<graphics::ScrollContainer> createScrollContainer(
         graphics::ScrollContainer::Type type, bool paging);
+    // Creates a list without rows, on a layer of its own.
+    static std::shared_ptr<graphics::ListContainer> createListContainer();
     // Creates a group that clips its children to its bounds: a scroll container for both
     // directions, or a group without a layer of its own.
     static std::shared_ptr<graphics::SizedContainer> createClipContainer(bool scrollable);

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "orvane/display/geometry/rounding.h"
 #include "orvane/display/native/BitmapView.h"
 #include "orvane/display/tree/ContainerObject.h"
 #include "orvane/display/tree/FrameCache.h"
@@ -53,26 +54,27 @@ geometry::Size<double> NScrollContainerLayer::extentOfChildren() {
     return {std::max(content.x + content.width, 0.0), std::max(content.y + content.height, 0.0)};
 }
 
-void NScrollContainerLayer::setDocumentFrame(const Rect& frame) {
-    dispatch_ui([&] { scrollView_->setDocumentFrame(platform::CGRect(frame)); });
-}
-
 void NScrollContainerLayer::updateExtents() {
-    if (scrollView_->superview() == nullptr) {
-        scrollView_->setFrame(
-            {scrollView_->frame().origin, {getLayerFrame().width, getLayerFrame().height}});
-    }
+    const platform::CGSize boundsBefore = scrollView_->bounds().size;
+    const platform::CGSize contentBefore = scrollView_->contentSize();
+    const Rect frame = geometry::toInt(getLayerFrame());
+    scrollView_->setFrame({scrollView_->frame().origin, {frame.width, frame.height}});
     const geometry::Size<double> size = contentSize_ ? *contentSize_ : extentOfChildren();
     scrollView_->setContentSize({size.width, size.height});
+    const bool isChanged =
+        scrollView_->bounds().size != boundsBefore || scrollView_->contentSize() != contentBefore;
+    if (isChanged && observer_ != nullptr) {
+        observer_->didChangeExtents();
+    }
 }
 
 void NScrollContainerLayer::validateLayer() {
     const std::shared_ptr<DisplayLayer> self = as<DisplayLayer>();
-    BitmapLayer::validateLayer();
     // The children of a hidden container have no extent; the content keeps its own.
     if (scrollView_ && !isHidden()) {
         dispatch_ui([this] { updateExtents(); });
     }
+    BitmapLayer::validateLayer();
 }
 
 void NScrollContainerLayer::validateContent(bool force) {

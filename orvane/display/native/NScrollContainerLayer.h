@@ -24,6 +24,8 @@ public:
         virtual void didBeginScrolling() = 0;
         virtual void didScroll() = 0;
         virtual void didEndScrolling() = 0;
+        // The bounds or the extent of the content have changed.
+        virtual void didChangeExtents() {}
     };
 
     // How the content can be moved; see NSScrollView.
@@ -46,9 +48,6 @@ public:
 
     // The extent of the content; without one, that of the children.
     void setContentSize(const std::optional<geometry::Size<double>>& size) { contentSize_ = size; }
-    // With a document frame (in the content's coordinates), the document view shows a part of the
-    // content, and the content size must be set.
-    void setDocumentFrame(const Rect& frame);
     // Gives the scroll view the extents of the bounds and of the content. The limits of the offset
     // are those of the present tree then, even before the layer was validated. Main thread.
     void updateExtents();

@@ -32,8 +32,7 @@ std::shared_ptr<native::NativeLayer> UIScrollContainer::createLayer() {
     return layer;
 }
 
-template <typename Use>
-void UIScrollContainer::withView(const Use& use) const {
+void UIScrollContainer::withView(const std::function<void(NSScrollView&)>& use) const {
     const auto layer = getScrollLayer();
     dispatch_ui([&] {
         if (layer && layer->getScrollView()) {
@@ -100,10 +99,11 @@ auto UIScrollContainer::reveal(const Rect& rect, Motion motion) -> Rect {
     Rect revealed = rect;
     withView([&](NSScrollView& view) {
         const Point<double>& origin = getFrame().position();
-        view.scrollRectToVisible(platform::CGRect(rect.movedBy({-origin.x, -origin.y})),
-                                 motion == Motion::Animated);
+        view.scrollRectToVisible(
+            platform::CGRect(rect.movedBy({-origin.x, documentOrigin_ - origin.y})),
+            motion == Motion::Animated);
         const platform::CGPoint target = view.targetOffset();
-        revealed = rect.movedBy({-target.x, -target.y});
+        revealed = rect.movedBy({-target.x, documentOrigin_ - target.y});
     });
     return revealed;
 }
@@ -125,6 +125,12 @@ void UIScrollContainer::scrollToVisible(const std::shared_ptr<DisplayObject>& ob
             return;
         }
     }
+}
+
+void UIScrollContainer::setDocument(NSScrollView& view, double origin, double extent) {
+    documentOrigin_ = origin;
+    setScrollOffset({offset_.x, offset_.y - origin});
+    view.setDocumentFrame({{0, origin}, {view.bounds().size.width, extent}});
 }
 
 bool UIScrollContainer::isScrolling() const {
@@ -154,7 +160,8 @@ void UIScrollContainer::didScroll() {
     if (!layer || !layer->getScrollView()) {
         return;
     }
-    setScrollOffset(Point<double>(layer->getScrollView()->contentOffset()));
+    offset_ = Point<double>(layer->getScrollView()->contentOffset());
+    setScrollOffset({offset_.x, offset_.y - documentOrigin_});
     send(ScrollEventPhase::Changed);
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 
 #include "orvane/display/graphics/ScrollContainer.h"
@@ -27,7 +28,7 @@ public:
     void setContentSize(const geometry::Size<double>& size) override;
     void resetContentSize() override;
     geometry::Size<double> getContentSize() override;
-    geometry::Point<double> getContentOffset() const override { return *getScrollOffset(); }
+    geometry::Point<double> getContentOffset() const override { return offset_; }
     geometry::Point<double> getMaximumOffset() override;
     void setContentOffset(const geometry::Point<double>& offset, Motion motion) override;
     void scrollToVisible(const std::shared_ptr<DisplayObject>& object, Motion motion) override;
@@ -41,15 +42,19 @@ protected:
     // Null after the layer was taken from the object.
     std::shared_ptr<native::NScrollContainerLayer> getScrollLayer() const { return scroll_.lock(); }
 
+    // Calls a function with the scroll view, on the main thread. Its limits are those of the
+    // present tree.
+    void withView(const std::function<void(platform::NSScrollView&)>& use) const;
+    // Has the document view cover only the part of the content that begins at `origin` and has this
+    // extent, both along the vertical axis and in points. Children are placed relative to it.
+    void setDocument(platform::NSScrollView& view, double origin, double extent);
+    double getDocumentOrigin() const { return documentOrigin_; }
+
     void didBeginScrolling() override;
     void didScroll() override;
     void didEndScrolling() override;
 
 private:
-    // Calls a function with the layer and its view, on the main thread. Their limits are those of
-    // the present tree.
-    template <typename Use>
-    void withView(const Use& use) const;
     void send(ScrollEventPhase phase);
     // Makes a rectangle, in screen coordinates without this container's offset, visible. Returns
     // where it will be.
@@ -57,6 +62,8 @@ private:
 
     Type type_;
     bool paging_;
+    geometry::Point<double> offset_;
+    double documentOrigin_ = 0;
     std::weak_ptr<native::NScrollContainerLayer> scroll_;
 };
 
