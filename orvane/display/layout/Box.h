@@ -40,6 +40,7 @@ struct Insets {
     double right = 0;
     double bottom = 0;
 
+    // The same distance from each edge.
     static constexpr Insets all(double inset) { return {inset, inset, inset, inset}; }
 };
 
@@ -104,6 +105,7 @@ public:
     using Rect = geometry::Rect<double>;
     using Size = geometry::Size<double>;
 
+    // Creates an empty box with its container.
     explicit Box(const BoxStyle& style = {});
     ~Box();
     Box(const Box&) = delete;
@@ -141,7 +143,9 @@ public:
     // Removes everything but the background.
     void clear();
 
+    // How the box places its items.
     const BoxStyle& getStyle() const { return style_; }
+    // Replaces the style; it has an effect when the box is laid out again.
     void setStyle(const BoxStyle& style) { style_ = style; }
 
     // Lets the items glide to their new places when the box is laid out again, except those that
