@@ -1,9 +1,11 @@
 #pragma once
 
 #include <algorithm>
+#include <cstddef>
+#include <iterator>
 #include <memory>
 #include <typeindex>
-#include <unordered_map>
+#include <utility>
 #include <vector>
 
 #include "orvane/notification/Listener.h"
@@ -26,13 +28,17 @@ public:
     // listener that is added during an event is first called at the next event.
     template <typename Event>
     void addListener(const std::shared_ptr<typename Event::listener_type>& listener) {
-        listeners_[typeid(Event)].push_back(listener);
+        const auto index = entryOf(typeid(Event)) - listeners_.begin();
+        if (index == std::ssize(listeners_)) {
+            listeners_.push_back({typeid(Event), {}});
+        }
+        listeners_[static_cast<std::size_t>(index)].second.push_back(listener);
     }
 
     // Whether a listener for Event is alive.
     template <typename Event>
     bool hasListeners() const {
-        const auto found = listeners_.find(typeid(Event));
+        const auto found = entryOf(typeid(Event));
         return found != listeners_.end() &&
                std::any_of(found->second.begin(), found->second.end(),
                            [](const auto& entry) { return !entry.expired(); });
@@ -42,7 +48,7 @@ public:
     template <typename Event>
     std::vector<std::shared_ptr<typename Event::listener_type>> getListeners() const {
         std::vector<std::shared_ptr<typename Event::listener_type>> result;
-        const auto found = listeners_.find(typeid(Event));
+        const auto found = entryOf(typeid(Event));
         if (found == listeners_.end()) {
             return result;
         }
@@ -67,7 +73,17 @@ public:
     }
 
 private:
-    std::unordered_map<std::type_index, std::vector<std::weak_ptr<AbstractListener>>> listeners_;
+    // A vector and not a map: most objects have no listeners, and an empty map takes twice as much.
+    // There are few types of events.
+    using Listeners =
+        std::vector<std::pair<std::type_index, std::vector<std::weak_ptr<AbstractListener>>>>;
+
+    typename Listeners::const_iterator entryOf(std::type_index type) const {
+        return std::find_if(listeners_.begin(), listeners_.end(),
+                            [type](const auto& entry) { return entry.first == type; });
+    }
+
+    Listeners listeners_;
 };
 
 }  // namespace orvane::notification
