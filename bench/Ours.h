@@ -5,6 +5,7 @@
 #include "bench/Measure.h"
 #include "orvane/display/native/DisplayView.h"
 #include "orvane/orvane.h"
+#include "platform/appkit/NSBackingStore.h"
 #include "platform/offscreen/OffscreenWindow.h"
 
 // Our side of the scenes: the display in a window in memory.
@@ -33,8 +34,18 @@ public:
         }
     }
 
+    // The size of the layers' backing stores, in bytes.
+    double storeBytes() const {
+        double pixels = 0;
+        for (const auto& layer : view().subviews()) {
+            const auto* const store = layer->backingStore();
+            pixels += store != nullptr ? static_cast<double>(store->area().area()) : 0;
+        }
+        return 4 * pixels;
+    }
+
 private:
-    orvane::platform::NSView& view() { return *display_->getView(); }
+    orvane::platform::NSView& view() const { return *display_->getView(); }
 
     std::shared_ptr<orvane::display::Display> display_ = orvane::display::Display::instance();
     orvane::platform::OffscreenWindow window_{{kWidth, kHeight}};

@@ -50,8 +50,7 @@ public:
         }
         window_.paint();
     }
-    // The layer's backing store.
-    double pictureBytes() const override { return 4.0 * bench::kWidth * bench::kHeight; }
+    double pictureBytes() const override { return window_.storeBytes(); }
 
 private:
     bench::DisplayWindow window_;

@@ -83,8 +83,10 @@ ShapedItem shaped(ItemPointer item, const char* paragraph, int length) {
     pango_shape_item(item.get(), paragraph, length, nullptr, result.glyphs.get(), PANGO_SHAPE_NONE);
     result.isTab = paragraph[item->offset] == '\t';
     resolveUnknownGlyphs(*result.glyphs, *result.font);
-    // The library grows glyph strings by doubling; a copy has no unused space.
-    result.glyphs.reset(pango_glyph_string_copy(result.glyphs.get()));
+    // The library grows glyph strings by doubling, and copies the unused space as well.
+    PangoGlyphString withoutUnused = *result.glyphs;
+    withoutUnused.space = withoutUnused.num_glyphs;
+    result.glyphs.reset(pango_glyph_string_copy(&withoutUnused));
     result.item = std::move(item);
     return result;
 }
