@@ -184,6 +184,18 @@ TEST_F(TouchDispatch, AListenerThatThrowsIsLoggedAndGivesUp) {
     EXPECT_EQ(log_, "first reset, second reset, first began, second began");
 }
 
+TEST_F(TouchDispatch, AListenerThatThrowsInAnEarlierEventGivesUp) {
+    listen(first_, "first", {State::Possible, State::Failed});
+    const auto thrower = listen(second_, "second", {State::Possible, State::Possible});
+    thrower->then = [calls = 0]() mutable {
+        if (++calls == 2) {
+            throw std::runtime_error("out of paper");
+        }
+    };
+    EXPECT_EQ(handler_.touchBegan(root_, {5, 5}), State::Possible);
+    EXPECT_EQ(handler_.touchMoved({5, 6}), State::Failed);
+}
+
 TEST_F(TouchDispatch, CancelsOnlyAnOpenGesture) {
     const auto listener = listen(first_, "first", {State::Began});
     handler_.touchBegan(root_, {5, 5});

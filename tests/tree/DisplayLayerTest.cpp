@@ -159,6 +159,21 @@ TEST_F(DisplayLayerTest, ObjectsAreSortedByIndexAndExpiredOnesComeLast) {
     EXPECT_TRUE(layer->getObjects().empty());
 }
 
+TEST_F(DisplayLayerTest, TheLayersInsideAGuestComeAndGoWithIt) {
+    const auto parent = std::make_shared<Group>();
+    const auto guest = std::make_shared<Group>();
+    const auto inside = std::make_shared<Spot>();
+    inside->extractIntoLayer(std::make_shared<FakeLayer>("inside"));
+    guest->add(inside);
+    parent->add(guest);
+    parent->add(onSub_);  // on the layer "sub"
+    root_->addObject(guest);
+    EXPECT_EQ(names(*root_), "inside sub ");
+    root_->removeObject(guest);
+    EXPECT_EQ(names(*root_), "sub ");
+    EXPECT_EQ(guest->getLayer(), nullptr);
+}
+
 TEST_F(DisplayLayerTest, TheDisplayIsPassedToSublayersStoredLater) {
     attach();
     const auto late = std::make_shared<FakeLayer>("late");

@@ -47,11 +47,14 @@ protected:
     void insertSomething() {
         const std::shared_ptr<Group> into = any(groups_);
         const auto& siblings = into->getChildren();
-        const std::size_t place = random_() % (siblings.size() + 1);
+        const std::size_t asked = random_() % (siblings.size() + 1);
+        std::size_t place = asked;
         Object element;
         if (!outside_.empty() && random_() % 3 == 0) {
             element = any(outside_);
             outside_.erase(std::find(outside_.begin(), outside_.end(), element));
+        } else if (random_() % 4 == 0) {
+            element = any(all_);  // leaves the container that it is in
         } else if (random_() % 3 == 0) {
             const auto group = std::make_shared<Group>();
             groups_.push_back(group);
@@ -62,13 +65,24 @@ protected:
                 element->extractIntoLayer(std::make_shared<FakeLayer>());
             }
         }
-        if (element->findChildOf(into) || into->findChildOf(element) || into == element ||
-            skipsLayersOf(place > 0 ? siblings[place - 1] : nullptr,
-                          place < siblings.size() ? siblings[place] : nullptr)) {
-            outside_.push_back(element);
+        std::vector<Object> expected(siblings.begin(), siblings.end());
+        expected.insert(expected.begin() + static_cast<std::ptrdiff_t>(place), element);
+        for (std::size_t i = 0; i < expected.size(); ++i) {
+            if (expected[i] == element && i != place) {
+                expected.erase(expected.begin() + static_cast<std::ptrdiff_t>(i));
+                place -= i < place ? 1 : 0;
+            }
+        }
+        if (element == root_ || into->findChildOf(element) || into == element ||
+            skipsLayersOf(place > 0 ? expected[place - 1] : nullptr,
+                          place + 1 < expected.size() ? expected[place + 1] : nullptr)) {
+            if (!element->getParent()) {
+                outside_.push_back(element);
+            }
             return;
         }
-        into->store(siblings.begin() + static_cast<std::ptrdiff_t>(place), element);
+        into->store(siblings.begin() + static_cast<std::ptrdiff_t>(asked), element);
+        EXPECT_EQ(std::vector<Object>(siblings.begin(), siblings.end()), expected);
         if (std::find(all_.begin(), all_.end(), element) == all_.end()) {
             all_.push_back(element);
         }
