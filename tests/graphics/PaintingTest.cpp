@@ -352,8 +352,10 @@ TEST_F(Painting, BoundsIncludeTheStrokeAndAreIntegers) {
     rect_->setStrokeColor(0, 0, 0, kNone);  // an invisible stroke counts, too
     for (const auto& c : cases) {
         rect_->set(c.x, c.y, c.width, c.height);
+        rect_->getFrame();  // known, and forgotten by the next line
         rect_->setStrokeWidth(c.stroke);
         EXPECT_EQ(rect_->getBounds(), c.bounds) << c.x << " with width " << c.stroke;
+        EXPECT_EQ(rect_->getFrame(), rect_->getTransformation().mapRect(c.bounds));
         rect_->setMatrix(0, -2, 100, 1, 0, 0);  // a quarter turn, twice as wide, moved
         const Box& b = c.bounds;
         EXPECT_EQ(rect_->getFrame(), Box(100 - 2 * (b.y + b.height), b.x, 2 * b.height, b.width));

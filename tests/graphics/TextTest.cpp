@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <functional>
 
 #include "orvane/display/graphics/quartz/TextWrapper.h"
 #include "orvane/orvane.h"
@@ -124,6 +125,18 @@ TEST_F(TextTest, AllSegmentsOfAPlainTextHaveTheStyleOfTheFirst) {
                                "strokePath()\ntranslateCTM(7, 0)", "drawLine(\"one\"",
                                "size 20 color 1 0.00390625 0.00390625 1 underline]"}));
     const string calls = painted(*text);
+    const double end = 7 + text->getTextBounds().width;
+    EXPECT_NE(calls.find(concat("addLineToPoint(", end, " -7)")), string::npos) << calls;
+
+    const auto alone = DisplayFactory::createText(false);
+    first.font = "DejaVuSans-Bold";
+    first.x.reset();
+    alone->setContent({first});
+    EXPECT_EQ(alone->getContent(), "on");
+    EXPECT_TRUE(paints(*alone, {"translateCTM(0, 0)"}));
+    const auto regular = makeText("on");
+    regular->setTextSize(20);
+    EXPECT_GT(alone->getTextBounds().width, regular->getTextBounds().width) << "it is bold";
 
     // An empty vector keeps every style.
     text->setContent(std::vector<Segment>());
@@ -131,6 +144,32 @@ TEST_F(TextTest, AllSegmentsOfAPlainTextHaveTheStyleOfTheFirst) {
     text->setContent("one");
     text->setX(7);  // an empty text has another rounded origin: set it again
     EXPECT_EQ(painted(*text), calls);
+}
+
+// Setters called between two paintings have the same effect as those before the first.
+TEST_F(TextTest, ASetterIsVisibleInTheNextPainting) {
+    const std::function<void(Text&)> setters[] = {
+        [](Text& text) { text.setContent(string("other words")); },
+        [](Text& text) { text.setTextSize(31); },
+        [](Text& text) { text.setFont("DejaVuSerif"); },
+        [](Text& text) { text.setFillColor(0xFF102030); },
+        [](Text& text) { text.setDecoration(true, true); },
+        [](Text& text) { text.setTextAlign(TextAlign::End); },
+        [](Text& text) { text.setAlignmentBaseline(AlignmentBaseline::Top); },
+        [](Text& text) { text.setX(33); },
+        [](Text& text) { text.setY(44); },
+    };
+    const auto paintedOften = makeText();
+    const auto paintedOnce = makeText();
+    string before = painted(*paintedOften);
+    for (const auto& set : setters) {
+        set(*paintedOften);
+        set(*paintedOnce);
+        const string calls = painted(*paintedOften);
+        EXPECT_NE(calls, before) << &set - setters;
+        before = calls;
+    }
+    EXPECT_EQ(before, painted(*paintedOnce));
 }
 
 TEST_F(TextTest, IgnoresSizesThatAreZeroOrNotFinite) {
@@ -288,6 +327,8 @@ TEST_F(AttributedTextTest, AlignsWithinItsWidthOrAtItsX) {
 
 TEST_F(AttributedTextTest, FindsTheCharacterUnderAPoint) {
     EXPECT_EQ(text_->getIndexByPoint({0, 0}), 0u) << "empty";
+    text_->setContent({segment("abc")});
+    EXPECT_EQ(text_->getBounds().x, 0) << "a segment without a position is at 0";
     auto below = segment("\u05d0\u05d1");  // written from right to left
     below.y = 50.0F;
     text_->setX(10);

@@ -65,6 +65,14 @@ TEST(LoadSwiftLibrary, StartsEveryApplicationAndReportsTheLastFailureAtTheEnd) {
             applications.put(library, "lib" + library + ".dylib");
         }
         EXPECT_EQ(applications.start(), each.output);
+        EXPECT_EQ(dlsym(RTLD_DEFAULT, "_TtC5Plain4Main"), nullptr) << "symbols are private";
+        const std::string path = applications.pathOf("lib" + each.libraries.front() + ".dylib");
+        for (int i = 0; i < 2; ++i) {  // the code stays, no matter who closes it
+            void* const library = dlopen(path.c_str(), RTLD_NOW | RTLD_NOLOAD);
+            ASSERT_NE(library, nullptr);
+            dlclose(library);
+            dlclose(library);
+        }
     }
 }
 
