@@ -387,6 +387,9 @@ bool NSScrollView::scrollWheel(const NSEvent& event) {
         return false;
     }
     const std::shared_ptr<NSView> self = shared_from_this();
+    if (delegate_ != nullptr && delegate_->scrollViewShouldIgnore(*this, event)) {
+        return true;
+    }
     const bool isTouchpad = event.phase != NSEventPhase::None;
     if (event.phase == NSEventPhase::Began) {
         stop();

@@ -19,6 +19,9 @@ class NSScrollView;
 class ORVANE_EXPORT NSScrollViewDelegate {
 public:
     virtual ~NSScrollViewDelegate() = default;
+    // A scroll event is about to move the content. Returns true if something in the content has
+    // used the event; then the content is not moved.
+    virtual bool scrollViewShouldIgnore(NSScrollView&, const NSEvent&) { return false; }
     // The user, or an animated change of the offset, has set the content in motion.
     virtual void scrollViewWillBeginScrolling(NSScrollView&) {}
     // The offset has changed.

@@ -112,6 +112,38 @@ TEST_F(InputTest, APressThatAPointerListenerHandlesIsNoTouch) {
     EXPECT_EQ(touches_->events, 3);
 }
 
+TEST_F(InputTest, ListenersInAScrolledContainerComeFirstAndGetPlacesInTheContent) {
+    display_->removeAll();
+    const auto scroll =
+        DisplayFactory::createScrollContainer(graphics::ScrollContainer::Type::Vertical, false);
+    scroll->setBounds({0, 0, 100, 100});
+    const auto tall = rect(0, 0, 100, 1000, 0xFF00FF00);
+    scroll->add(tall);
+    scroll->add(object_);
+    const auto outside = std::make_shared<Listener>();
+    scroll->addListener<events::ScrollEvent>(outside);
+    display_->add(scroll);
+    window_.display();
+    scroll->setContentOffset({0, 40});
+    send(NSEventType::MouseMoved, {20, 15});
+    EXPECT_EQ(taken(), "enter move ") << "it is 40 points higher than its frame";
+    send(NSEventType::MouseMoved, {20, 25});
+    EXPECT_EQ(taken(), "leave ");
+    listener_->handles = true;
+    send(NSEventType::ScrollWheel, {20, 15});
+    EXPECT_EQ(taken(), "scroll48 ");
+    EXPECT_EQ(scroll->getContentOffset().y, 40);
+    EXPECT_EQ(outside->log, "");
+    listener_->handles = false;
+    send(NSEventType::ScrollWheel, {20, 15});
+    window_.displayIfNeeded(1e6);
+    EXPECT_GT(scroll->getContentOffset().y, 40);
+    EXPECT_EQ(outside->log, "") << "the container has used the event";
+    scroll->setContentOffset({0, 1000});
+    send(NSEventType::ScrollWheel, {20, 15});
+    EXPECT_EQ(outside->log, "scroll48 ");
+}
+
 TEST_F(InputTest, KeysGoToTheFocusThenToTheDisplayAndItsShortcuts) {
     struct DisplayKeys final : events::DisplayKeyEvent::listener_type {
         bool operator()(const std::shared_ptr<Display>&,

@@ -73,7 +73,7 @@ protected:
         return std::exchange(log_, {}) + (handled ? "handled" : "not handled");
     }
     std::string scroll(double x) {
-        const bool handled = dispatcher_.scroll({{x, 5}, {0, 48}});
+        const bool handled = dispatcher_.scroll({{x, 5}, {0, 48}}, nullptr);
         return std::exchange(log_, {}) + (handled ? "handled" : "not handled");
     }
 

@@ -1,6 +1,7 @@
 #include "orvane/display/events/InputDispatcher.h"
 
 #include <algorithm>
+#include <span>
 #include <utility>
 
 #include "orvane/commons/guardedCall.h"
@@ -37,11 +38,23 @@ std::vector<ObjectPointer> pathFrom(ObjectPointer object) {
     return path;
 }
 
+// The event as an object gets it: inside scroll containers, locations are those in the content.
+template <typename Event>
+Event eventFor(const DisplayObject& object, const Event& event) {
+    Event result = event;
+    for (ObjectPointer scrolls = object.getScrollContainer(); scrolls;
+         scrolls = scrolls->getScrollContainer()) {
+        result.location = result.location + *scrolls->asContainer()->getScrollOffset();
+    }
+    return result;
+}
+
 // Sends the event to each object of a path until one handles it; returns that object, or null.
 template <typename Event>
-ObjectPointer sendAlong(const std::vector<ObjectPointer>& path, const Event& event) {
-    const auto handler = std::ranges::find_if(
-        path, [&event](const ObjectPointer& object) { return send(object, event); });
+ObjectPointer sendAlong(std::span<const ObjectPointer> path, const Event& event) {
+    const auto handler = std::ranges::find_if(path, [&event](const ObjectPointer& object) {
+        return send(object, eventFor(*object, event));
+    });
     return handler != path.end() ? *handler : nullptr;
 }
 
@@ -53,12 +66,27 @@ bool listens(DisplayObject& object) {
 }  // namespace
 
 bool InputDispatcher::key(const KeyEvent& event) const {
-    return sendAlong(pathFrom(focus()), event) != nullptr;
+    const std::vector<ObjectPointer> path = pathFrom(focus());
+    return std::ranges::any_of(
+        path, [&event](const ObjectPointer& object) { return send(object, event); });
 }
 
-bool InputDispatcher::scroll(const ScrollEvent& event) const {
-    return sendAlong(pathFrom(hitTest(objects_, event.location, listens<ScrollEvent>)), event) !=
-           nullptr;
+bool InputDispatcher::scroll(const ScrollEvent& event, const DisplayObject* within) const {
+    const std::vector<ObjectPointer> path =
+        pathFrom(hitTest(objects_, event.location, listens<ScrollEvent>));
+    const auto end = std::ranges::find(path, within, &ObjectPointer::get);
+    if (within != nullptr && end == path.end()) {
+        return false;
+    }
+    const auto isScrollContainer = [](const ObjectPointer& object) {
+        const ContainerObject* const container = object->asContainer();
+        return container != nullptr && container->getScrollOffset() != nullptr;
+    };
+    auto begin = end;
+    while (begin != path.begin() && (begin == end || !isScrollContainer(*begin))) {
+        --begin;
+    }
+    return sendAlong(std::span(begin, end), event) != nullptr;
 }
 
 bool InputDispatcher::pointer(const PointerEvent& event) {
@@ -67,7 +95,7 @@ bool InputDispatcher::pointer(const PointerEvent& event) {
             event.phase == PointerPhase::Cancel) {
             captor_.reset();
         }
-        send(captor, event);
+        send(captor, eventFor(*captor, event));
         return true;
     }
     if (event.phase == PointerPhase::Cancel) {
@@ -107,13 +135,13 @@ void InputDispatcher::hover(const Objects& path, const PointerEvent& event) {
     crossing.phase = PointerPhase::Leave;
     for (const ObjectPointer& object : before) {
         if (std::ranges::find(path, object) == path.end()) {
-            send(object, crossing);
+            send(object, eventFor(*object, crossing));
         }
     }
     crossing.phase = PointerPhase::Enter;
     for (std::size_t i = path.size(); i-- > 0;) {
         if (std::ranges::find(before, path[i]) == before.end()) {
-            send(path[i], crossing);
+            send(path[i], eventFor(*path[i], crossing));
         }
     }
 }

@@ -24,9 +24,12 @@ public:
     // The top-level objects, the last one on top; borrowed, and must outlive the dispatcher.
     explicit InputDispatcher(const Objects& objects) : objects_(objects) {}
 
-    // Each returns whether a listener has handled the event.
+    // Returns whether a listener has handled the event.
     bool key(const KeyEvent& event) const;
-    bool scroll(const ScrollEvent& event) const;
+    // The same. Only objects inside the scroll container `within` are called, and only those that
+    // are not inside another scroll container in it, which was asked before; for null, the objects
+    // that are in no scroll container.
+    bool scroll(const ScrollEvent& event, const DisplayObject* within) const;
     // The same for Move, Down and Up; Enter and Leave follow from them.
     bool pointer(const PointerEvent& event);
     // The pointer left the display.

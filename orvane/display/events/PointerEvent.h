@@ -44,7 +44,9 @@ struct PointerEvent {
     using listener_type = notification::Listener<DisplayObject, PointerEvent, bool>;
 
     PointerPhase phase = PointerPhase::Move;
-    geometry::Point<double> location;            // in screen coordinates, in points
+    // In screen coordinates, in points; for an object in a scroll container, as if the content were
+    // not scrolled, like frames.
+    geometry::Point<double> location;
     PointerButton button = PointerButton::None;  // of Down and Up
     // Of Down and Up: 1 for a single click, 2 for the second press of a double click, and so on.
     int clickCount = 0;
@@ -58,7 +60,7 @@ struct PointerEvent {
 struct ScrollEvent {
     using listener_type = notification::Listener<DisplayObject, ScrollEvent, bool>;
 
-    geometry::Point<double> location;  // in screen coordinates, in points
+    geometry::Point<double> location;  // as that of a PointerEvent
     // How far to scroll, in points, toward the right and the bottom of the content.
     geometry::Point<double> delta;
     bool isPrecise = false;  // from a touchpad; otherwise notches of a wheel

@@ -13,6 +13,7 @@ namespace {
 struct Level {
     ContainerObject* container = nullptr;  // null for the roots
     std::vector<DisplayObject*> candidates;
+    geometry::Point<double> location;  // in the coordinates of the candidates' frames
 };
 
 // The parent is known to be visible.
@@ -32,6 +33,7 @@ std::shared_ptr<DisplayObject> hitTest(const std::vector<std::shared_ptr<Display
                                        const std::function<bool(DisplayObject&)>& accepts) {
     // A stack of its own: a tree may be deeper than the call stack.
     std::vector<Level> path(1);
+    path.back().location = location;
     for (const std::shared_ptr<DisplayObject>& object : objects) {
         path.back().candidates.push_back(object.get());
     }
@@ -44,11 +46,15 @@ std::shared_ptr<DisplayObject> hitTest(const std::vector<std::shared_ptr<Display
         } else {
             DisplayObject* const object = level.candidates.back();
             level.candidates.pop_back();
-            if (!isVisibleAt(*object, level.container, location)) {
+            geometry::Point<double> place = level.location;
+            if (!isVisibleAt(*object, level.container, place)) {
                 continue;
             }
             if (ContainerObject* const container = object->asContainer()) {
-                path.push_back({container, container->childrenAt(location)});
+                if (const auto* const offset = container->getScrollOffset()) {
+                    place = place + *offset;
+                }
+                path.push_back({container, container->childrenAt(place), place});
             } else {
                 hit = object;
             }

@@ -88,6 +88,10 @@ bool DisplayView::pointerEvent(const NSEvent& event) {
 }
 
 bool DisplayView::scrollWheel(const NSEvent& event) {
+    return scrollWithin(nullptr, event);
+}
+
+bool DisplayView::scrollWithin(const DisplayObject* container, const NSEvent& event) {
     if (input_.objects == nullptr) {
         return false;
     }
@@ -96,7 +100,7 @@ bool DisplayView::scrollWheel(const NSEvent& event) {
     sent.delta = geometry::Point<double>(event.scrollingDelta);
     sent.isPrecise = event.hasPreciseScrollingDeltas;
     sent.modifiers = event.modifierFlags;
-    return input_.objects->scroll(sent);
+    return input_.objects->scroll(sent, container);
 }
 
 void DisplayView::didBecomeFirstResponder() {

@@ -7,6 +7,8 @@
 
 namespace orvane::display {
 
+class DisplayObject;
+
 namespace events {
 class InputDispatcher;
 }
@@ -35,6 +37,9 @@ public:
     bool keyUp(const platform::NSEvent& event) override;
     bool pointerEvent(const platform::NSEvent& event) override;
     bool scrollWheel(const platform::NSEvent& event) override;
+    // Passes a scroll event on to the listeners in a scroll container (InputDispatcher::scroll).
+    // Its scroll view calls this before it uses the event itself.
+    bool scrollWithin(const DisplayObject* container, const platform::NSEvent& event);
     void didBecomeFirstResponder() override;
     void firstResponderBelowDidChange() override;
 

@@ -4,6 +4,7 @@
 
 #include "orvane/display/geometry/rounding.h"
 #include "orvane/display/native/BitmapView.h"
+#include "orvane/display/native/DisplayView.h"
 #include "orvane/display/tree/ContainerObject.h"
 #include "orvane/display/tree/FrameCache.h"
 #include "orvane/thread/dispatch.h"
@@ -91,6 +92,17 @@ auto NScrollContainerLayer::computeDirtyRect(const std::shared_ptr<DisplayObject
 }
 
 // ---- what the scroll view does ----
+
+// The display's view knows the listeners in the content.
+bool NScrollContainerLayer::scrollViewShouldIgnore(platform::NSScrollView& view,
+                                                   const platform::NSEvent& event) {
+    platform::NSView* above = view.superview();
+    while (above != nullptr && dynamic_cast<DisplayView*>(above) == nullptr) {
+        above = above->superview();
+    }
+    auto* const displayView = dynamic_cast<DisplayView*>(above);
+    return displayView != nullptr && displayView->scrollWithin(getOwner().get(), event);
+}
 
 void NScrollContainerLayer::scrollViewWillBeginScrolling(platform::NSScrollView&) {
     const std::shared_ptr<DisplayLayer> self = as<DisplayLayer>();

@@ -62,6 +62,8 @@ protected:
     Rect computeDirtyRect(const std::shared_ptr<DisplayObject>& object, const Rect& rect) override;
 
 private:
+    bool scrollViewShouldIgnore(platform::NSScrollView& view,
+                                const platform::NSEvent& event) override;
     void scrollViewWillBeginScrolling(platform::NSScrollView& view) override;
     void scrollViewDidScroll(platform::NSScrollView& view) override;
     void scrollViewDidEndScrolling(platform::NSScrollView& view) override;
