@@ -87,6 +87,9 @@ double CATimeline::nextTimer() const {
 }
 
 void CATimeline::callTimers(double time) {
+    if (nextTimer() > time) {
+        return;
+    }
     // A copy, in the order in which they are due: a timer may start and stop others.
     auto due = timers_;
     std::erase_if(due, [time](const auto& timer) { return !(timer->due <= time); });
