@@ -1,42 +1,14 @@
 #include "platform/coretext/CFMutableAttributedString.h"
 
-#include <glib.h>
-
 #include <algorithm>
-#include <limits>
 
 #include "platform/coretext/CTFont.h"
 #include "platform/coretext/ShapedText.h"
+#include "platform/coretext/validText.h"
 
 namespace orvane::platform {
 
 namespace {
-
-// Pango counts bytes with int. Longer texts are cut.
-constexpr std::size_t kLongest = std::numeric_limits<int>::max() / 4;
-
-std::string validText(std::string_view text) {
-    text = text.substr(0, kLongest);
-    // Nearly all texts are valid and are copied at once. This check also rejects zero bytes.
-    if (g_utf8_validate(text.data(), static_cast<gssize>(text.size()), nullptr) != FALSE) {
-        return std::string(text);
-    }
-    static constexpr std::string_view replacement = "\xEF\xBF\xBD";
-    std::string valid;
-    valid.reserve(text.size() + replacement.size());
-    while (!text.empty()) {
-        const char* end = nullptr;
-        g_utf8_validate(text.data(), static_cast<gssize>(text.size()), &end);
-        const auto good = static_cast<std::size_t>(end - text.data());
-        valid.append(text.substr(0, good));
-        text.remove_prefix(good);
-        if (!text.empty()) {
-            valid.append(replacement);
-            text.remove_prefix(1);
-        }
-    }
-    return valid;
-}
 
 // The beginning of the character that contains the byte.
 std::size_t characterAt(const std::string& text, std::size_t byte) {
@@ -60,7 +32,8 @@ void CFMutableAttributedString::replaceString(std::string_view text) {
 }
 
 void CFMutableAttributedString::append(std::string_view text, const CTAttributes& attributes) {
-    const std::string added = validText(text.substr(0, kLongest - std::min(kLongest, length())));
+    const std::string added =
+        validText(text.substr(0, kLongestText - std::min(kLongestText, length())));
     if (added.empty()) {
         return;
     }

@@ -28,6 +28,10 @@ CTFont::CTFont(const std::string& name, double size) : size_(size) {
     FontMap::Locked map;
     const FontFace& face = map->resolve(name);
     postScriptName_ = face.postScriptName;
+    familyName_ = face.family;
+    if (map->isRegistered(postScriptName_)) {
+        registeredFile_ = face.file;
+    }
     description_ = pango_font_description_copy(face.description);
     pango_font_description_set_absolute_size(description_, size_ * PANGO_SCALE);
     if (const auto font = map->load(description_)) {

@@ -28,19 +28,26 @@ public:
     // Of the font that was found.
     const std::string& postScriptName() const { return postScriptName_; }
 
+    const std::string& familyName() const { return familyName_; }
+    // The file, if the font is one that the application has registered; empty for the system's.
+    const std::string& registeredFile() const { return registeredFile_; }
+
     // From the font's tables, in user units, not rounded. All three are positive.
     double size() const { return size_; }
     double ascent() const { return ascent_; }
     double descent() const { return descent_; }
     double leading() const { return leading_; }
 
-    // The description that selects this font in Pango.
+    // The description that selects this font in this module's font map. Its family is a name of
+    // the map's own.
     const _PangoFontDescription* description() const { return description_; }
 
 private:
     CTFont(const std::string& name, double size);
 
     std::string postScriptName_;
+    std::string familyName_;
+    std::string registeredFile_;
     double size_;
     double ascent_ = 0, descent_ = 0, leading_ = 0;
     _PangoFontDescription* description_;

@@ -90,6 +90,53 @@ std::size_t CTLine::characterInCluster(const TextRun& run, std::uint32_t glyph, 
     return static_cast<std::size_t>(g_utf8_offset_to_pointer(text + cluster, number) - text);
 }
 
+double CTLine::offsetForStringIndex(std::size_t index) const {
+    const TextRun* last = nullptr;  // the run that ends the line in reading order
+    for (const TextRun& run : runs_) {
+        const TextRun::Piece& piece = run.isRightToLeft() ? run.pieces.back() : run.pieces.front();
+        const std::uint32_t first =
+            run.isRightToLeft() ? piece.first + piece.count - 1 : piece.first;
+        if (glyphs_[first].cluster <= index && index < run.end) {
+            return offsetInRun(run, index);
+        }
+        if (last == nullptr || run.end > last->end) {
+            last = &run;
+        }
+    }
+    if (last == nullptr) {
+        return 0;
+    }
+    return last->isRightToLeft() ? last->x : last->x + last->width;
+}
+
+// The characters of a cluster share its width evenly, as in characterInCluster.
+double CTLine::offsetInRun(const TextRun& run, std::size_t index) const {
+    const std::uint32_t end = run.pieces.back().first + run.pieces.back().count;
+    double left = run.x;
+    for (std::uint32_t glyph = run.pieces.front().first; glyph < end;) {
+        const std::uint32_t first = glyph;
+        const std::uint32_t cluster = glyphs_[first].cluster;
+        double width = 0;
+        for (; glyph < end && glyphs_[glyph].cluster == cluster; ++glyph) {
+            width += double{glyphs_[glyph].advance};
+        }
+        std::size_t clusterEnd = run.end;
+        if (run.isRightToLeft() ? first > run.pieces.front().first : glyph < end) {
+            clusterEnd = glyphs_[run.isRightToLeft() ? first - 1 : glyph].cluster;
+        }
+        if (cluster <= index && index < clusterEnd) {
+            const char* const text = text_->data();
+            const auto count =
+                g_utf8_strlen(text + cluster, static_cast<gssize>(clusterEnd - cluster));
+            const auto number = g_utf8_strlen(text + cluster, static_cast<gssize>(index - cluster));
+            const double share = double(number) / double(std::max(count, 1L));
+            return left + width * (run.isRightToLeft() ? 1 - share : share);
+        }
+        left += width;
+    }
+    return left;
+}
+
 std::string CTLine::description() const {
     std::string result = '"' + text_->substr(range_.location, range_.length) + '"';
     for (const TextRun& run : runs_) {

@@ -43,6 +43,10 @@ public:
     // None for a line without characters.
     std::optional<std::size_t> stringIndexForPosition(double x) const;
 
+    // Where the character that contains the byte begins, in reading order: its left side, or its
+    // right side in right-to-left text. For a byte after the line, where its last character ends.
+    double offsetForStringIndex(std::size_t index) const;
+
     void paint(CairoCanvas& canvas) const override;
     CGRect inkBounds() const override { return inkBounds_; }
     std::string description() const override;
@@ -52,6 +56,7 @@ private:
     CTLine() = default;
 
     std::size_t characterInCluster(const TextRun& run, std::uint32_t glyph, double x) const;
+    double offsetInRun(const TextRun& run, std::size_t index) const;
 
     std::shared_ptr<const std::string> text_;
     CFRange range_;
