@@ -19,8 +19,7 @@ using Kinds = std::map<std::string, GTKControl::Create, std::less<>>;
 Kinds& kinds() {
     static Kinds kinds{{std::string(NSTextField::kKind), [](NSControl& control) {
                             auto* const field = dynamic_cast<NSTextField*>(&control);
-                            return field != nullptr ? std::make_unique<GTKTextField>(*field)
-                                                    : nullptr;
+                            return field != nullptr ? GTKTextField::create(*field) : nullptr;
                         }}};
     return kinds;
 }

@@ -1,44 +1,91 @@
 #include "platform/gtk/GTKTextField.h"
 
-#include <glib.h>
-
-#include <memory>
-
+#include "orvane/commons/ScopedFlag.h"
 #include "platform/appkit/NSTextField.h"
+#include "platform/gtk/GTKLineField.h"
+#include "platform/gtk/GTKMultilineField.h"
+#include "platform/gtk/GTKSecretField.h"
 
 namespace orvane::platform {
 
-namespace {
-
-// Converts text to what the widget can show: well-formed UTF-8, up to the first zero byte.
-Glib::ustring showable(const std::string& text) {
-    const std::unique_ptr<char, decltype(&g_free)> valid(g_utf8_make_valid(text.c_str(), -1),
-                                                         &g_free);
-    return valid.get();
+std::unique_ptr<GTKControl> GTKTextField::create(NSTextField& field) {
+    switch (field.kind()) {
+        case NSTextField::Kind::Multiline:
+            return std::make_unique<GTKMultilineField>(field);
+        case NSTextField::Kind::Secret:
+            return std::make_unique<GTKSecretField>(field);
+        case NSTextField::Kind::Line:
+            break;
+    }
+    return std::make_unique<GTKLineField>(field);
 }
 
-}  // namespace
+void GTKTextField::connect(GtkWidget* focused) {
+    GtkEventController* const keys = gtk_event_controller_key_new();
+    gtk_event_controller_set_propagation_phase(keys, GTK_PHASE_CAPTURE);
+    g_signal_connect_swapped(
+        keys, "key-pressed",
+        G_CALLBACK(+[](GTKTextField* self, guint key, guint, GdkModifierType state) {
+            return self->keyPressed(key, state);
+        }),
+        this);
+    gtk_widget_add_controller(focused, keys);
+}
 
-GTKTextField::GTKTextField(NSTextField& field) : field_(field) {
-    // The view decides the width: remove the entry's own minimum.
-    entry_.set_width_chars(0);
-    entry_.set_max_width_chars(0);
-    entry_.signal_changed().connect([this] {
-        // A text that the widget cannot show unchanged must not replace what the application set.
-        if (!taking_) {
-            field_.setStringValue(entry_.get_text().raw());
-        }
-    });
+gboolean GTKTextField::keyPressed(guint key, GdkModifierType state) {
+    // A change that waits for the display pass must not come after this key.
+    if (field_.revision() != shown_) {
+        stateDidChange();
+    }
+    const bool isEnter = key == GDK_KEY_Return || key == GDK_KEY_KP_Enter;
+    if (isEnter && (state & GDK_CONTROL_MASK) != 0 &&
+        field_.kind() == NSTextField::Kind::Multiline) {
+        field_.commit();
+        return TRUE;
+    }
+    return FALSE;
 }
 
 void GTKTextField::stateDidChange() {
-    const Glib::ustring text = showable(field_.stringValue());
-    if (entry_.get_text().raw() != text.raw()) {
-        taking_ = true;
-        entry_.set_text(text);
-        taking_ = false;
+    shown_ = field_.revision();
+    const commons::ScopedFlag showing(isShowing_);
+    showText();
+    showTraits();
+    style_.apply(field_.style(), widget());
+    widget().set_sensitive(field_.isEnabled());
+    if (label_ != field_.accessibilityLabel()) {
+        label_ = field_.accessibilityLabel();
+        gtk_accessible_update_property(accessible(), GTK_ACCESSIBLE_PROPERTY_LABEL, label_.c_str(),
+                                       -1);
     }
-    entry_.set_sensitive(field_.isEnabled());
+}
+
+void GTKTextField::textDidChange() {
+    if (!isShowing_) {
+        takeText();
+    }
+}
+
+GtkInputPurpose GTKTextField::inputPurpose(const NSTextField& field) {
+    switch (field.purpose()) {
+        case NSTextPurpose::FreeForm:
+            break;
+        case NSTextPurpose::Digits:
+            return GTK_INPUT_PURPOSE_DIGITS;
+        case NSTextPurpose::Number:
+            return GTK_INPUT_PURPOSE_NUMBER;
+        case NSTextPurpose::Phone:
+            return GTK_INPUT_PURPOSE_PHONE;
+        case NSTextPurpose::URL:
+            return GTK_INPUT_PURPOSE_URL;
+        case NSTextPurpose::Email:
+            return GTK_INPUT_PURPOSE_EMAIL;
+        case NSTextPurpose::Name:
+            return GTK_INPUT_PURPOSE_NAME;
+        case NSTextPurpose::Pin:
+            return GTK_INPUT_PURPOSE_PIN;
+    }
+    return GTK_INPUT_PURPOSE_FREE_FORM;
 }
 
 }  // namespace orvane::platform

@@ -33,12 +33,19 @@ public:
 }  // namespace
 
 TEST_F(GTKControl, ShowsWhatTheApplicationSetsAndGivesItWhatIsTyped) {
-    // Text that the widget can show, text that is not UTF-8, and text with a zero byte.
-    for (const std::string& text : {std::string("gr\xC3\xBC\xC3\x9F"), std::string("a\xFFz"),
-                                    std::string("a\0b", 3), std::string(), std::string("abc")}) {
+    const std::pair<std::string, std::string> texts[] = {
+        {"gr\xC3\xBC\xC3\x9F", "gr\xC3\xBC\xC3\x9F"},
+        {"a\xFFz", "a\xEF\xBF\xBDz"},  // bytes that are no text are shown as replacements
+        {std::string("a\0b", 3),
+         "a\xEF\xBF\xBD"
+         "b"},
+        {"a\nb", "a b"},
+        {"", ""},
+        {"abc", "abc"}};
+    for (const auto& [text, expected] : texts) {
         field_->setStringValue(text);
         window_.show();
-        EXPECT_EQ(field_->stringValue(), text);
+        EXPECT_EQ(field_->stringValue(), expected);
     }
     desktop::xdotool("mousemove 100 70 click 1 key End type d");
     EXPECT_TRUE(desktop::runUntil([&] { return field_->stringValue() == "abcd"; }))
