@@ -58,8 +58,9 @@ public:
     static std::shared_ptr<graphics::Text> createText(bool multiline);
     // Creates a text in which each segment keeps its own style.
     static std::shared_ptr<graphics::AttributedText> createAttributedText();
-    // Creates a text field of the desktop, on a layer of its own. `secure` hides what is typed;
-    // `maximumLength` is in characters, 0 means no limit.
+    // Creates a text that the user can edit, on a layer of its own. `secure` hides what is typed; a
+    // secure text has one line, also with `multiline`. `maximumLength` is in characters as readers
+    // count them; 0 means no limit.
     static std::shared_ptr<graphics::InputText> createInputText(bool multiline, bool secure,
                                                                 int maximumLength);
     // Creates an image without a picture.

@@ -1,8 +1,13 @@
+#include <algorithm>
+#include <cmath>
 #include <filesystem>
 #include <fstream>
 #include <regex>
+#include <stdexcept>
 
+#include "platform/appkit/NSEvent.h"
 #include "platform/appkit/NSTextField.h"
+#include "platform/appkit/NSWindow.h"
 #include "platform/coretext/CTFont.h"
 #include "tests/native/Stage.h"
 #include "tests/support/TemporaryFolder.h"
@@ -97,6 +102,89 @@ TEST_F(DisplayTest, AnInputTextIsATextFieldOfTheDesktop) {
     input->setBounds({10, 20, 100, 30});
     display_->add(input);
     EXPECT_EQ(field->frame(), (platform::CGRect{{10, 20}, {100, 30}}));
+}
+
+namespace {
+
+using graphics::InputText;
+
+// Writes down what a text reports.
+struct InputListener : InputText::ChangeEvent::listener_type,
+                       InputText::CommitEvent::listener_type,
+                       InputText::FocusEvent::listener_type {
+    void operator()(const std::shared_ptr<DisplayObject>& object,
+                    const InputText::ChangeEvent&) override {
+        log += "changed to " + std::dynamic_pointer_cast<InputText>(object)->getContent() + ", ";
+        if (throws) {
+            throw std::runtime_error("in a listener");
+        }
+    }
+    void operator()(const std::shared_ptr<DisplayObject>&, const InputText::CommitEvent&) override {
+        log += "committed, ";
+    }
+    void operator()(const std::shared_ptr<DisplayObject>&,
+                    const InputText::FocusEvent& event) override {
+        log += event.isFocused ? "focused, " : "left, ";
+    }
+    std::string log;
+    bool throws = false;
+};
+
+}  // namespace
+
+TEST_F(DisplayTest, AnInputTextReportsWhatTheUserDoes) {
+    const auto input = DisplayFactory::createInputText(false, false, 6);
+    const auto listener = std::make_shared<InputListener>();
+    input->addListener<InputText::ChangeEvent>(listener);
+    input->addListener<InputText::CommitEvent>(listener);
+    input->addListener<InputText::FocusEvent>(listener);
+    input->setBounds({10, 10, 60, 20});
+    EXPECT_FALSE(input->focus());  // it is not on the display
+    display_->add(input);
+    input->setContent("abc");
+    EXPECT_TRUE(input->focus());
+    const auto enter = [&](const std::string& key, const std::string& text) {
+        platform::NSEvent event;
+        event.type = platform::NSEventType::KeyDown;
+        event.key = key;
+        event.characters = text;
+        viewOf(input)->window()->sendEvent(event);
+    };
+    enter("", "de");
+    enter("Return", "");
+    listener->throws = true;
+    enter("", "fgh");
+    input->unfocus();
+    EXPECT_EQ(listener->log, "focused, changed to abcde, committed, changed to abcdef, left, ");
+    // Bad input is refused or clamped.
+    ::testing::internal::CaptureStderr();
+    input->setTextSize(std::nanf(""));
+    input->setMaximumLength(-1);
+    input->setSelection({2, 1000});
+    const std::string lines = ::testing::internal::GetCapturedStderr();
+    EXPECT_EQ(std::ranges::count(lines, '\n'), 3) << lines;
+    EXPECT_EQ(input->getMaximumLength(), 6);
+    EXPECT_EQ(input->getSelection().anchor, 2U);
+    EXPECT_EQ(input->getSelection().caret, 6U);
+}
+
+TEST_F(DisplayTest, TheFontOfAnInputTextFollowsItsScale) {
+    const auto input = DisplayFactory::createInputText(false, false, 0);
+    const auto field = std::dynamic_pointer_cast<platform::NSTextField>(viewOf(input));
+    const auto group = DisplayFactory::createContainer();
+    input->setBounds({10, 10, 60, 20});
+    input->setTextSize(10);
+    group->add(input);
+    display_->add(group);
+    EXPECT_EQ(field->style().fontSize, 10);
+    group->setScale(2, 3);
+    EXPECT_EQ(field->style().fontSize, 30);
+    input->setTextSize(20);
+    EXPECT_EQ(field->style().fontSize, 60);
+    group->setMatrix(0, 2, 0, -2, 0, 50);  // turned by a quarter
+    EXPECT_EQ(field->style().fontSize, 40);
+    // A secret has one line.
+    EXPECT_FALSE(DisplayFactory::createInputText(true, true, 0)->isMultiline());
 }
 
 TEST_F(DisplayTest, LoadsTheFirstFontOfEachNameAndContinuesAfterFailures) {
