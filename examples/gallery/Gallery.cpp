@@ -6,6 +6,7 @@
 #include "Cards.h"
 #include "Counter.h"
 #include "Drag.h"
+#include "FormPage.h"
 #include "MotionCards.h"
 #include "MotionPage.h"
 #include "Navigation.h"
@@ -84,6 +85,7 @@ public:
         addPage(page_.root(), drawShapesIcon);
         addPage(textPage_.root(), drawTextIcon);
         addPage(imagePage_.root(), drawImageIcon);
+        addPage(formPage_.root(), FormPage::drawIcon);
         addPage(animationPage_.root(), AnimationPage::drawIcon, [this] { animationPage_.start(); });
         addPage(motionPage_.root(), MotionPage::drawIcon, [this] { motionPage_.start(); });
 
@@ -116,6 +118,7 @@ private:
     Page page_;
     Page textPage_;
     Page imagePage_;
+    FormPage formPage_;
     AnimationPage animationPage_{navigation_};
     MotionPage motionPage_;
     std::shared_ptr<Fit> fit_ = std::make_shared<Fit>();

@@ -8,6 +8,7 @@ namespace gallery {
 
 using orvane::display::native::NativeLayer;
 using orvane::platform::NSTextField;
+using orvane::platform::NSTextFieldStyle;
 using orvane::platform::NSView;
 
 namespace {
@@ -23,6 +24,9 @@ protected:
     std::shared_ptr<NSView> createLayerHandler() override {
         auto field = std::make_shared<NSTextField>();
         field->setStringValue(value_);
+        NSTextFieldStyle style = field->style();
+        style.backgroundColor = {1, 1, 1, 1};
+        field->setStyle(style);
         return field;
     }
 
