@@ -97,7 +97,6 @@ set(orvane_public_headers
     platform/coregraphics/CGGradient.h
     platform/coregraphics/CGImage.h
     platform/coregraphics/CGPath.h
-    platform/coretext/CFRange.h
     platform/coretext/CTParagraphStyle.h
     platform/quartzcore/CALayer.h
     platform/quartzcore/CATransform3D.h

@@ -185,7 +185,9 @@ std::size_t NSTextEditor::target(Unit unit, Direction direction, std::size_t fro
         }
         case Unit::Word: {
             // Without a word, to the end of the paragraph, which may be the whole text.
-            const std::size_t end = isForward ? paragraph.end() : paragraph.location;
+            const std::size_t next =
+                from < paragraph.end() ? from : std::min(from + 1, text_.size());
+            const std::size_t end = isForward ? paragraphAt(next).end() : paragraph.location;
             return wordTarget(direction, from).value_or(end);
         }
         case Unit::Paragraph:

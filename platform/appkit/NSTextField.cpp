@@ -103,8 +103,8 @@ void NSTextField::press(CGPoint point, int clicks, bool extends) {
         editor_->selectParagraph(position);
     }
     const NSTextEditor::Selection& selection = editor_->selection();
-    pressed_ = clicks == 1 ? CFRange{selection.anchor, 0}
-                           : CFRange{selection.begin(), selection.end() - selection.begin()};
+    pressedBegin_ = clicks == 1 ? selection.anchor : selection.begin();
+    pressedEnd_ = clicks == 1 ? selection.anchor : selection.end();
     changed();
 }
 
@@ -112,10 +112,10 @@ void NSTextField::drag(CGPoint point) {
     const std::size_t position =
         layout().positionAt({point.x + scrolled_.x, point.y + scrolled_.y});
     // What the press has selected stays selected.
-    if (position < pressed_.location) {
-        editor_->setSelection(pressed_.end(), position);
+    if (position < pressedBegin_) {
+        editor_->setSelection(pressedEnd_, position);
     } else {
-        editor_->setSelection(pressed_.location, std::max(position, pressed_.end()));
+        editor_->setSelection(pressedBegin_, std::max(position, pressedEnd_));
     }
     changed();
 }

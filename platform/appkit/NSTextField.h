@@ -7,7 +7,6 @@
 
 #include "platform/appkit/NSControl.h"
 #include "platform/coregraphics/CGColor.h"
-#include "platform/coretext/CFRange.h"
 #include "platform/coretext/CTParagraphStyle.h"
 
 namespace orvane::platform {
@@ -47,6 +46,7 @@ class ORVANE_EXPORT NSTextField : public NSControl {
 public:
     static constexpr std::string_view kKind = "TextField";
 
+    // A secret is one line, shows a dot for each character, and is not copied.
     enum class Kind { Line, Multiline, Secret };
 
     // What the owner does about the user's input. Each may be empty, and may destroy the field.
@@ -58,14 +58,18 @@ public:
         std::function<void()> focusChanged;
     };
 
+    // Creates an empty field. Its kind cannot be changed.
     explicit NSTextField(Kind kind = Kind::Line);
     ~NSTextField() override;
 
     std::string_view controlKind() const override { return kKind; }
+    // The kind that it was created with.
     Kind kind() const;
+    // Replaces all handlers.
     void setHandlers(Handlers handlers);
 
     // ---- state ----
+    // The text, with what the user has entered.
     const std::string& stringValue() const;
     // Puts the caret at the end. The text is cut to what the field can hold: 65535 bytes of a line,
     // 1 MiB of several lines, and the maximum length; one line in the log says so, except for the
@@ -74,12 +78,16 @@ public:
     // What is shown while the text is empty.
     const std::string& placeholder() const { return placeholder_; }
     void setPlaceholder(const std::string& placeholder);
+    // How the field looks.
     const NSTextFieldStyle& style() const { return style_; }
+    // Sets how the field looks.
     void setStyle(const NSTextFieldStyle& style);
     // In characters as readers count them; 0 means no limit. Cuts a longer text.
     std::size_t maximumLength() const;
     void setMaximumLength(std::size_t characters);
+    // What the text is for; FreeForm at first.
     NSTextPurpose purpose() const { return purpose_; }
+    // Sets what the text is for.
     void setPurpose(NSTextPurpose purpose);
     // Whether the field takes input at all. True at first.
     bool isEnabled() const { return enabled_; }
@@ -90,7 +98,9 @@ public:
     // The selection is between the anchor and the caret, which is the end that moves. Positions
     // beyond the text become its end, and those inside a character its beginning.
     std::size_t selectionAnchor() const;
+    // The other end of the selection.
     std::size_t caret() const;
+    // Selects a part of the text.
     void setSelection(std::size_t anchor, std::size_t caret);
     // Whether the field has the keyboard.
     bool isFocused() const;
@@ -138,7 +148,9 @@ private:
     double laidOutWidth_ = 0;
     CGPoint scrolled_;     // the point of the layout at the field's origin
     double wantedX_ = -1;  // where Up and Down go; negative for the caret's place
-    CFRange pressed_;      // what the press that began a drag has selected
+    // What the press that began a drag has selected:
+    std::size_t pressedBegin_ = 0;
+    std::size_t pressedEnd_ = 0;
 };
 
 }  // namespace orvane::platform

@@ -79,6 +79,9 @@ TEST_F(GTKControl, GetsNoPointerWhereItIsClippedAway) {
     // In front of the first field, and cut off above it.
     const auto clipped = std::make_shared<platform::NSTextField>();
     clipped->setFrame({{40, 10}, {200, 80}});
+    platform::NSTextFieldStyle style;
+    style.backgroundColor = {1, 1, 1, 1};
+    clipped->setStyle(style);
     list->addSubview(clipped);
     window_.show();
     desktop::xdotool("mousemove 100 70 click 1 type a");

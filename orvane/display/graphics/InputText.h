@@ -95,6 +95,7 @@ public:
     virtual bool focus() = 0;
     // Takes the keyboard from the text, if it has it.
     virtual void unfocus() = 0;
+    // Whether the text has the keyboard.
     virtual bool isFocused() const = 0;
     // Tab visits texts with a lower order first, and those of equal order as they are in the object
     // tree. 0 at first.
