@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <fstream>
+#include <memory>
 #include <regex>
 #include <sstream>
 #include <string>
@@ -49,6 +50,18 @@ TEST(Trace, WritesTheEventsThatBeganWhileItRan) {
 {"ph":"e",)" + cat + R"("name":"request","pid":1,"tid":2,"ts":T,"id":1}
 ]
 )");
+}
+
+TEST(Trace, AnEventOfAnEarlierTraceIsNotWritten) {
+    const orvane::tests::TemporaryFolder folder;
+    const std::string path = folder.path() / "trace.json";
+    ASSERT_TRUE(Trace::start(folder.path() / "earlier.json"));
+    auto across = std::make_unique<TraceScope>("across");
+    ASSERT_TRUE(Trace::stop());
+    ASSERT_TRUE(Trace::start(path));
+    across.reset();
+    ASSERT_TRUE(Trace::stop());
+    EXPECT_EQ(read(path).find("across"), std::string::npos);
 }
 
 TEST(Trace, AFileThatCannotBeWrittenIsReported) {
