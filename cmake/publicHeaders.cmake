@@ -52,7 +52,7 @@ set(orvane_public_headers
     orvane/display/graphics/Polyline.h
     orvane/display/graphics/Rect.h
     orvane/display/graphics/ScrollContainer.h
-    orvane/display/graphics/ScrollEvent.h
+    orvane/display/graphics/ScrollOffsetEvent.h
     orvane/display/graphics/Shape.h
     orvane/display/graphics/SizedContainer.h
     orvane/display/graphics/SizedObject.h

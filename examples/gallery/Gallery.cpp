@@ -11,6 +11,7 @@
 #include "MotionPage.h"
 #include "Navigation.h"
 #include "Palette.h"
+#include "ScrollPage.h"
 
 namespace gallery {
 
@@ -88,6 +89,7 @@ public:
         addPage(formPage_.root(), FormPage::drawIcon);
         addPage(animationPage_.root(), AnimationPage::drawIcon, [this] { animationPage_.start(); });
         addPage(motionPage_.root(), MotionPage::drawIcon, [this] { motionPage_.start(); });
+        addPage(scrollPage_.root(), ScrollPage::drawIcon);
 
         const auto display = Display::instance();
         display->addListener<FrameChangedEvent>(fit_);
@@ -121,6 +123,7 @@ private:
     FormPage formPage_;
     AnimationPage animationPage_{navigation_};
     MotionPage motionPage_;
+    ScrollPage scrollPage_;
     std::shared_ptr<Fit> fit_ = std::make_shared<Fit>();
     std::shared_ptr<Drag> drag_ = std::make_shared<Drag>();
     std::shared_ptr<events::TouchEventListener> blink_;

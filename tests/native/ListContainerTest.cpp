@@ -225,6 +225,21 @@ TEST_F(ListContainerTest, AMillionRowsCostAsMuchAsThoseInView) {
     EXPECT_EQ(pixel(100, 80), 0U);
 }
 
+TEST_F(ListContainerTest, AGroupAroundTheListScalesItsRows) {
+    setItems(1000000, 20);
+    list_->setRowHeight(20);
+    list_->setRowCount(items_.size());
+    list_->setContentOffset({0, 20.0 * 900000 + 5});
+    place_->setMatrix(2, 0, 40, 0, 2, 30);  // the bounds end below the window
+    EXPECT_EQ(list_->getContentOffset().y, 40.0 * 900000 + 10);
+    EXPECT_EQ(list_->getRowOffset(3), 120);
+    EXPECT_EQ(pixel(100, 59), shown(items_[900000].rgb));
+    EXPECT_EQ(pixel(100, 61), shown(items_[900001].rgb));
+    list_->scrollToRow(20, ListContainer::Motion::Immediate);
+    EXPECT_EQ(pixel(100, 31), shown(items_[20].rgb));
+    EXPECT_EQ(picture(), pictureFromScratch());
+}
+
 TEST_F(ListContainerTest, RowsInsertedAboveChangeNothingInView) {
     setItems(1000, 20);
     list_->setRowHeight(20);

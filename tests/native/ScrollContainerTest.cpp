@@ -2,6 +2,7 @@
 #include <string>
 #include <utility>
 
+#include "orvane/display/events/hitTest.h"
 #include "orvane/display/graphics/ScrollContainer.h"
 #include "orvane/embedding/accessibilityLabels.h"
 #include "platform/appkit/NSBackingStore.h"
@@ -15,7 +16,7 @@ namespace {
 
 using geometry::Point;
 using graphics::ScrollContainer;
-using graphics::ScrollEvent;
+using graphics::ScrollOffsetEvent;
 using State = events::TouchEventListenerState;
 
 // Writes where it is touched to a log.
@@ -35,9 +36,10 @@ struct Touched final : events::TouchEventListener {
     std::string log;
 };
 
-struct Scrolled final : ScrollEvent::listener_type {
-    void operator()(const std::shared_ptr<DisplayObject>&, const ScrollEvent& event) override {
-        using enum graphics::ScrollEventPhase;
+struct Scrolled final : ScrollOffsetEvent::listener_type {
+    void operator()(const std::shared_ptr<DisplayObject>&,
+                    const ScrollOffsetEvent& event) override {
+        using enum graphics::ScrollOffsetPhase;
         switch (event.phase) {
             case Began:
                 log += "began ";
@@ -153,6 +155,9 @@ TEST_F(ScrollContainerTest, TouchesReachWhatIsShown) {
     window_.display();
     press(100, 40, 40);
     EXPECT_EQ(inside->take(), "240 ");
+    const auto isBand = [](DisplayObject& object) { return object.asContainer() == nullptr; };
+    EXPECT_EQ(events::hitTest({root_}, {100, 40}, isBand), scroll_->getChildren()[4]);
+    EXPECT_EQ(events::hitTest({root_}, {100, 135}, isBand), root_->getChildren()[0]);
     inside->answer = State::Failed;
     press(100, 40, 40);
     EXPECT_EQ(outside->take(), "");
@@ -213,7 +218,7 @@ TEST_F(ScrollContainerTest, LongContentIsStoredAroundWhatIsVisible) {
 
 TEST_F(ScrollContainerTest, ListenersHearTheOffsetAndWhenItMoves) {
     const auto listener = std::make_shared<Scrolled>();
-    scroll_->addListener<ScrollEvent>(listener);
+    scroll_->addListener<ScrollOffsetEvent>(listener);
     scroll_->setContentOffset({0, 20});
     EXPECT_EQ(listener->last.y, 20);
     EXPECT_EQ(listener->log, "");
@@ -226,14 +231,15 @@ TEST_F(ScrollContainerTest, ListenersHearTheOffsetAndWhenItMoves) {
     EXPECT_EQ(listener->last.y, 120);
     EXPECT_EQ(listener->log, "began ended ");
     // A listener may remove the container, and what it throws is logged.
-    struct Remover final : ScrollEvent::listener_type {
-        void operator()(const std::shared_ptr<DisplayObject>& object, const ScrollEvent&) override {
+    struct Remover final : ScrollOffsetEvent::listener_type {
+        void operator()(const std::shared_ptr<DisplayObject>& object,
+                        const ScrollOffsetEvent&) override {
             object->removeFromParent();
             throw std::runtime_error("no");
         }
     };
     const auto remover = std::make_shared<Remover>();
-    scroll_->addListener<ScrollEvent>(remover);
+    scroll_->addListener<ScrollOffsetEvent>(remover);
     testing::internal::CaptureStderr();
     std::exchange(scroll_, nullptr)->setContentOffset({0, 0});
     EXPECT_NE(testing::internal::GetCapturedStderr().find("scroll listener"), std::string::npos);

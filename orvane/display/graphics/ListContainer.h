@@ -17,6 +17,9 @@ namespace orvane::display::graphics {
 // transformation, so that the row's origin is at the left edge of the bounds and at the top of the
 // row. The application adds nothing else to the list, and sets no content size.
 //
+// Heights are in the list's own coordinates, as everything in a row; where a group around the list
+// scales it, offsets on the screen are so many times larger.
+//
 // What is visible keeps its place when rows above it are inserted, removed or get other heights.
 //
 // A number of a row that does not exist is refused with a line in the log. The functions are called
@@ -28,12 +31,13 @@ public:
     // then the list releases the recycled one. With null the row is empty.
     using RowFunction = std::function<std::shared_ptr<DisplayObject>(
         std::size_t row, const std::shared_ptr<DisplayObject>& recycled)>;
-    // Returns the height of a row, in points. It must not change until it is reported.
+    // Returns the height of a row, in the list's coordinates. It must not change until it is
+    // reported.
     using HeightFunction = std::function<double(std::size_t row)>;
 
     // Sets the function, and makes the visible rows again.
     virtual void setRowFunction(RowFunction function) = 0;
-    // Makes all rows equally high, in points, at least one; 48 at first.
+    // Makes all rows equally high, at least one point; 48 at first.
     virtual void setRowHeight(double height) = 0;
     // Gives each row its own height, at least one point. The list calls the function for all rows
     // once, and keeps one sum for 256 of them.

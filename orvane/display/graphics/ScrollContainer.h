@@ -3,7 +3,7 @@
 #include <memory>
 
 #include "orvane/display/graphics/ClipContainer.h"
-#include "orvane/display/graphics/ScrollEvent.h"
+#include "orvane/display/graphics/ScrollOffsetEvent.h"
 
 namespace orvane::display::graphics {
 

@@ -139,11 +139,11 @@ std::shared_ptr<DisplayObject> UIListContainer::getRow(std::size_t row) const {
 }
 
 double UIListContainer::getRowOffset(std::size_t row) const {
-    return heights_.offsetOf(std::min(row, heights_.count()));
+    return heights_.offsetOf(std::min(row, heights_.count())) * scale_;
 }
 
 std::size_t UIListContainer::getRowAt(double offset) const {
-    return heights_.count() != 0 ? heights_.rowAt(offset) : 0;
+    return heights_.count() != 0 ? heights_.rowAt(offset / scale_) : 0;
 }
 
 void UIListContainer::scrollToRow(std::size_t row, Motion motion) {
@@ -151,8 +151,8 @@ void UIListContainer::scrollToRow(std::size_t row, Motion motion) {
         return;
     }
     withView([&](platform::NSScrollView& view) {
-        const double offset = heights_.offsetOf(row);
-        view.scrollRectToVisible({{0, offset}, {1, heights_.offsetOf(row + 1) - offset}},
+        const double top = getRowOffset(row);
+        view.scrollRectToVisible({{0, top}, {1, getRowOffset(row + 1) - top}},
                                  motion == Motion::Animated);
     });
 }
@@ -164,7 +164,7 @@ void UIListContainer::scrollToRow(std::size_t row, Motion motion) {
 auto UIListContainer::anchor() const -> std::optional<Anchor> {
     std::optional<Anchor> top;
     for (const auto& [number, row] : rows_) {
-        if (row.offset <= getContentOffset().y) {
+        if (row.offset * scale_ <= getContentOffset().y) {
             top = {number, row.offset};
         }
     }
@@ -178,14 +178,14 @@ void UIListContainer::keep(const std::optional<Anchor>& kept) {
         // must not ask for rows before all of it is done.
         const commons::ScopedFlag updating(isUpdating_);
         withView([&](platform::NSScrollView& view) {
-            setDocument(view, getDocumentOrigin() + extent, kDocument);
-            view.insertContentBefore({0, extent});
+            setDocument(view, getDocumentOrigin() + extent * scale_, kDocument);
+            view.insertContentBefore({0, extent * scale_});
         });
         for (auto& [number, row] : rows_) {
             row.offset += extent;
         }
     }
-    setContentSize({0, heights_.total()});
+    setContentSize({0, heights_.total() * scale_});
     update();
 }
 
@@ -208,7 +208,23 @@ void UIListContainer::didScroll() {
 }
 
 void UIListContainer::didChangeExtents() {
+    const double before = std::exchange(scale_, scaleOfParent());
+    if (before != scale_) {
+        // The row at the top stays there.
+        const geometry::Point<double> offset = getContentOffset();
+        for (auto& [number, row] : rows_) {
+            row.offset = NAN;
+        }
+        setContentSize({0, heights_.total() * scale_});
+        setContentOffset({offset.x, offset.y / before * scale_}, Motion::Immediate);
+    }
     update();
+}
+
+double UIListContainer::scaleOfParent() const {
+    const std::shared_ptr<ContainerObject> parent = getParent();
+    const double scale = parent ? std::abs(parent->getFullTransformation().m11) : 1;
+    return scale > 0 && std::isfinite(scale) ? scale : 1;
 }
 
 void UIListContainer::update() {
@@ -231,8 +247,8 @@ void UIListContainer::updateOnce(platform::NSScrollView& view) {
     std::size_t first = 0;
     std::size_t end = 0;
     if (heights_.count() != 0 && height > 0) {
-        first = heights_.rowAt(offset - kAhead);
-        end = heights_.rowAt(offset + height + kAhead) + 1;
+        first = getRowAt(offset - kAhead);
+        end = getRowAt(offset + height + kAhead) + 1;
     }
     for (auto row = rows_.begin(); row != rows_.end();) {
         const bool isInView = row->first >= first && row->first < end;
@@ -302,7 +318,7 @@ auto UIListContainer::makeRow(std::size_t row, const std::shared_ptr<DisplayObje
 void UIListContainer::place(Row& row, double offset) {
     // The comparison is true for a row that is nowhere yet.
     if (row.object && row.offset != offset) {
-        row.object->setTranslate(0, static_cast<float>(offset - getDocumentOrigin()));
+        row.object->setTranslate(0, static_cast<float>(offset - getDocumentOrigin() / scale_));
     }
     row.offset = offset;
 }

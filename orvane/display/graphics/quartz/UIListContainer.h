@@ -45,14 +45,16 @@ protected:
 private:
     struct Row {
         std::shared_ptr<DisplayObject> object;  // null for an empty row
-        double offset = 0;                      // where it is placed, in the content
+        double offset = 0;                      // where it is placed, in the list's coordinates
     };
     struct Anchor {
         std::size_t row = 0;
-        double offset = 0;  // in the content, before the change
+        double offset = 0;  // in the list's coordinates, before the change
     };
     using Rows = std::map<std::size_t, Row>;
 
+    // How much the groups around the list scale it vertically.
+    double scaleOfParent() const;
     bool hasRows(const char* function, std::size_t row, std::size_t count) const;
     // The first row that is visible, at least in part; none if no row is in view.
     std::optional<Anchor> anchor() const;
@@ -69,8 +71,9 @@ private:
     void place(Row& row, double offset);
 
     RowFunction function_;
-    RowHeights heights_;
-    Rows rows_;  // in view, by their numbers
+    RowHeights heights_;  // in the coordinates of the list; the scroll view's are of the screen
+    double scale_ = 1;    // from the former to the latter
+    Rows rows_;           // in view, by their numbers
     std::vector<std::shared_ptr<DisplayObject>> recycled_;
     bool isUpdating_ = false;
     bool isStale_ = false;  // something changed during an update

@@ -144,15 +144,15 @@ bool UIScrollContainer::isScrolling() const {
 
 // ---- what the view does ----
 
-void UIScrollContainer::send(ScrollEventPhase phase) {
+void UIScrollContainer::send(ScrollOffsetPhase phase) {
     const std::shared_ptr<DisplayObject> self = shared_from_this();
     commons::guardedCall("exception of a scroll listener", [&] {
-        notify(ScrollEvent{phase, getContentOffset()});
+        notify(ScrollOffsetEvent{phase, getContentOffset()});
     });
 }
 
 void UIScrollContainer::didBeginScrolling() {
-    send(ScrollEventPhase::Began);
+    send(ScrollOffsetPhase::Began);
 }
 
 void UIScrollContainer::didScroll() {
@@ -162,11 +162,11 @@ void UIScrollContainer::didScroll() {
     }
     offset_ = Point<double>(layer->getScrollView()->contentOffset());
     setScrollOffset({offset_.x, offset_.y - documentOrigin_});
-    send(ScrollEventPhase::Changed);
+    send(ScrollOffsetPhase::Changed);
 }
 
 void UIScrollContainer::didEndScrolling() {
-    send(ScrollEventPhase::Ended);
+    send(ScrollOffsetPhase::Ended);
 }
 
 }  // namespace orvane::display::graphics::quartz

@@ -55,7 +55,7 @@ protected:
     void didEndScrolling() override;
 
 private:
-    void send(ScrollEventPhase phase);
+    void send(ScrollOffsetPhase phase);
     // Makes a rectangle, in screen coordinates without this container's offset, visible. Returns
     // where it will be.
     Rect reveal(const Rect& rect, Motion motion);
