@@ -77,7 +77,8 @@ TEST(BitmapContext, CoverageEqualsTheAreaOfTheShape) {
         {"radii larger than the box", roundedPath(10, 10, 90, 50, 1e9, 1e300), Fill, 45 * 25 * kPi},
         {"half a circle", ellipsePath(-100, 100, 200, 200), Fill, 100 * 100 * kPi / 2},
         {"tiny dashes", linePath({{50, 50}, {450, 50}}), Stroke, 200, 2, {0.05, 0.15}},
-        {"four tiny dashes", linePath({{50, 50}, {450, 50}}), Stroke, 300, 2, {.01, .03, .02, .02}},
+        {"four tiny dashes", linePath({{50, 50}, {450, 50}}), Stroke, 240, 2, {.01, .03, .02, .04}},
+        {"sheared box", rectPath(0, 0, 20, 20), Fill, 400, 1, {}, {0, 1, 1, 1, 100, 100}},
         {"turned flat box", rectPath(0, 0, 40, 0), Stroke, 50 * 10, 10, {}, turned},
         {"stretched pen", linePath({{5, 20}, {55, 20}}), Stroke, 200 * 4, 2, {}, stretched},
         // Of shapes much larger than the canvas, the part on the canvas is painted.
