@@ -55,6 +55,7 @@ TEST_F(DriverTest, FindsVisibleObjectsByEachProperty) {
         {{.path = "Container/Rect[2]"}, {}},
         {{.path = "Container/Container/Rect"}, {160}},
         {{.path = "*/*[2]/*"}, {160}},
+        {{.path = "Container/Container[1]/Line"}, {30}},
         {{.path = "Container[1]/Rect"}, {}},
         {{.path = "InputText"}, {10}},
         {{.path = "Rect"}, {}},

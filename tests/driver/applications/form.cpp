@@ -60,6 +60,14 @@ struct Form {
         const auto group = DisplayFactory::createContainer();
         group->add(createSquare(160, 0xFFFFC857));
         page->add(group);
+        // Lines without a stroke paint nothing.
+        const auto other = DisplayFactory::createContainer();
+        for (const float x : {20.0F, 30.0F}) {
+            const auto line = DisplayFactory::createLine();
+            line->set(x, 5, x + 10, 6);
+            (x == 20 ? group : other)->add(line);
+        }
+        page->add(other);
 
         touch->count = DisplayFactory::createText(false);
         touch->count->setContent("no press");
