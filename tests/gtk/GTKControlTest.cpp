@@ -1,11 +1,14 @@
 #include <gtest/gtest.h>
+#include <gtkmm/button.h>
 
 #include <memory>
 #include <string>
+#include <string_view>
 #include <tuple>
 
 #include "platform/appkit/NSGestureRecognizer.h"
 #include "platform/appkit/NSTextField.h"
+#include "platform/gtk/GTKControl.h"
 #include "tests/gtk/TestWindow.h"
 
 namespace orvane::tests {
@@ -30,7 +33,52 @@ public:
     int presses = 0;
 };
 
+// A control of a program's own, with its widget.
+class Switch : public platform::NSControl {
+public:
+    std::string_view controlKind() const override { return "test.Switch"; }
+    void press() {
+        isOn = !isOn;
+        stateDidChange();
+    }
+    bool isOn = false;
+};
+
+class SwitchWidget : public platform::GTKControl {
+public:
+    explicit SwitchWidget(Switch& control) : control_(control) {
+        button_.signal_clicked().connect([this] { control_.press(); });
+    }
+    Gtk::Widget& widget() override { return button_; }
+    void stateDidChange() override { button_.set_label(control_.isOn ? "on" : "off"); }
+
+private:
+    Switch& control_;
+    Gtk::Button button_;
+};
+
 }  // namespace
+
+TEST_F(GTKControl, AProgramAddsWidgetsForItsOwnKind) {
+    const auto early = std::make_shared<Switch>();
+    early->setFrame({{50, 100}, {80, 40}});
+    root_->addSubview(early);
+    const auto create = [](platform::NSControl& control) {
+        return std::make_unique<SwitchWidget>(dynamic_cast<Switch&>(control));
+    };
+    EXPECT_TRUE(platform::GTKControl::registerKind("test.Switch", create));
+    EXPECT_FALSE(platform::GTKControl::registerKind("test.Switch", create));
+    EXPECT_FALSE(platform::GTKControl::registerKind("", create));
+    EXPECT_FALSE(platform::GTKControl::registerKind("test.Nothing", nullptr));
+    const auto late = std::make_shared<Switch>();
+    late->setFrame({{150, 100}, {80, 40}});
+    root_->addSubview(late);
+    window_.show();
+    // The one that was in the window before paints itself.
+    desktop::xdotool("mousemove 90 120 click 1 mousemove 190 120 click 1");
+    EXPECT_TRUE(desktop::runUntil([&] { return late->isOn; }));
+    EXPECT_FALSE(early->isOn);
+}
 
 TEST_F(GTKControl, ShowsWhatTheApplicationSetsAndGivesItWhatIsTyped) {
     const std::pair<std::string, std::string> texts[] = {
