@@ -45,9 +45,11 @@ public:
 
     // Replaces all rows.
     virtual void setRowCount(std::size_t count) = 0;
+    // The number of rows.
     virtual std::size_t getRowCount() const = 0;
     // New rows are before the row with this number, or at the end.
     virtual void insertRows(std::size_t row, std::size_t count) = 0;
+    // These rows are gone; the rows after them have their numbers now.
     virtual void removeRows(std::size_t row, std::size_t count) = 0;
     // The rows look different, or have other heights.
     virtual void reloadRows(std::size_t row, std::size_t count) = 0;
