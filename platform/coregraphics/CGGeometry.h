@@ -52,6 +52,14 @@ constexpr bool contains(const CGRect& r, CGPoint point) {
            point.y < r.origin.y + r.size.height;
 }
 
+// The smallest rectangle around two rectangles without negative sizes.
+constexpr CGRect united(const CGRect& a, const CGRect& b) {
+    const CGPoint origin{std::min(a.origin.x, b.origin.x), std::min(a.origin.y, b.origin.y)};
+    return {origin,
+            {std::max(a.origin.x + a.size.width, b.origin.x + b.size.width) - origin.x,
+             std::max(a.origin.y + a.size.height, b.origin.y + b.size.height) - origin.y}};
+}
+
 // The common part of two rectangles without negative sizes. Its size is zero or negative where
 // there is none.
 constexpr CGRect intersection(const CGRect& a, const CGRect& b) {

@@ -10,6 +10,62 @@ namespace orvane::platform {
 
 namespace {
 
+// Finds the longest miter of an outline, as a factor of half the width of the stroke.
+class MiterSink {
+public:
+    void moveTo(CGPoint p) {
+        start_ = current_ = p;
+        first_ = last_ = {};
+    }
+    void lineTo(CGPoint p) { turnTo({p.x - current_.x, p.y - current_.y}, p); }
+    void curveTo(CGPoint c1, CGPoint c2, CGPoint p) {
+        const CGPoint a{c1.x - current_.x, c1.y - current_.y};
+        const CGPoint b{c2.x - c1.x, c2.y - c1.y};
+        const CGPoint c{p.x - c2.x, p.y - c2.y};
+        // A curve that may turn sharply inside.
+        if (a.x * b.x + a.y * b.y < 0 || b.x * c.x + b.y * c.y < 0) {
+            longest_ = kLimit;
+        }
+        turnTo(a, c1);
+        turnTo(b, c2);
+        turnTo(c, p);
+    }
+    void close() {
+        lineTo(start_);
+        join(last_, first_);
+    }
+
+    double longest() const { return longest_; }
+
+private:
+    static constexpr double kLimit = 10;
+
+    void turnTo(CGPoint step, CGPoint to) {
+        const double length = std::hypot(step.x, step.y);
+        if (length > 0) {
+            const CGPoint direction{step.x / length, step.y / length};
+            join(last_, direction);
+            first_ = first_ == CGPoint{} ? direction : first_;
+            last_ = direction;
+        }
+        current_ = to;
+    }
+    // The corner between two directions. A zero vector is none.
+    void join(CGPoint a, CGPoint b) {
+        // The sine of half the angle inside the corner, squared.
+        const double sine = (1 + a.x * b.x + a.y * b.y) / 2;
+        if (a != CGPoint{} && b != CGPoint{} && sine * kLimit * kLimit > 0.999) {
+            longest_ = std::max(longest_, 1 / std::sqrt(sine));
+        }
+    }
+
+    double longest_ = 1;
+    CGPoint start_;
+    CGPoint current_;
+    CGPoint first_;  // the direction in which the subpath begins
+    CGPoint last_;
+};
+
 // Computes the box of an outline. Curves count by their course, not by their control points.
 class BoundsSink {
 public:
@@ -195,6 +251,15 @@ void CGPath::closeSubpath() {
     if (!isEmpty()) {
         writable().segments().close();
     }
+}
+
+double CGPath::longestMiter() const {
+    if (isEmpty() || !std::holds_alternative<Segments>(outline_->form)) {
+        return 1;  // the corners of a rectangle point to those of its box
+    }
+    MiterSink miters;
+    outline_->emit(miters);
+    return miters.longest();
 }
 
 std::optional<CGRect> CGPath::getPathBoundingBox() const {

@@ -49,6 +49,10 @@ public:
     // the interface) for an empty path and for a path with a coordinate that is not finite.
     std::optional<CGRect> getPathBoundingBox() const;
 
+    // How far a stroke reaches beyond the box around the curves, as a factor of half its width: 1,
+    // or more at sharp corners, up to the limit of 10 beyond which canvases cut corners off.
+    double longestMiter() const;
+
     // The outline in the form that canvases use.
     struct Outline;
     // Returns the outline, which is shared and never changes: a later change to this path copies it

@@ -24,6 +24,18 @@ CTFrame::CTFrame(std::vector<PlacedLine> lines) : lines_(std::move(lines)) {
     }
 }
 
+CGRect CTFrame::imageBounds() const {
+    CGRect all;
+    for (const PlacedLine& placed : lines_) {
+        CGRect box = placed.line->imageBounds();
+        box.origin = {box.origin.x + placed.origin.x, box.origin.y + placed.origin.y};
+        if (!isEmpty(box)) {
+            all = isEmpty(all) ? box : united(all, box);
+        }
+    }
+    return all;
+}
+
 void CTFrame::paint(CairoCanvas& canvas) const {
     cairo_t* const cairo = canvas.cairo;
     double left = 0, bottom = 0, right = 0, top = 0;

@@ -31,6 +31,9 @@ public:
     // line for a point above or below all lines. None for an empty frame.
     std::optional<std::size_t> stringIndexForPosition(const CGPoint& point) const;
 
+    // A box around what the lines draw; see CTLine::imageBounds.
+    CGRect imageBounds() const;
+
     void paint(CairoCanvas& canvas) const override;
     CGRect inkBounds() const override { return inkBounds_; }
     std::string description() const override;

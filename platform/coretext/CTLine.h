@@ -47,6 +47,10 @@ public:
     // right side in right-to-left text. For a byte after the line, where its last character ends.
     double offsetForStringIndex(std::size_t index) const;
 
+    // A box around the glyphs and bars that are drawn, from the measures of the glyphs. Rendering
+    // may reach one pixel further.
+    const CGRect& imageBounds() const { return imageBounds_; }
+
     void paint(CairoCanvas& canvas) const override;
     CGRect inkBounds() const override { return inkBounds_; }
     std::string description() const override;
@@ -62,6 +66,7 @@ private:
     CFRange range_;
     TypographicBounds bounds_;
     CGRect inkBounds_;
+    CGRect imageBounds_;
     std::vector<TextRun> runs_;  // from left to right
     std::vector<TextGlyph> glyphs_;
 };

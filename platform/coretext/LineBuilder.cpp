@@ -38,14 +38,6 @@ void reorder(Pieces& pieces) {
     }
 }
 
-CGRect united(const CGRect& a, const CGRect& b) {
-    const double left = std::min(a.origin.x, b.origin.x);
-    const double bottom = std::min(a.origin.y, b.origin.y);
-    const double right = std::max(a.origin.x + a.size.width, b.origin.x + b.size.width);
-    const double top = std::max(a.origin.y + a.size.height, b.origin.y + b.size.height);
-    return {{left, bottom}, {right - left, top - bottom}};
-}
-
 }  // namespace
 
 LineBuilder::LineBuilder(const CFMutableAttributedString& string)
@@ -154,6 +146,30 @@ void LineBuilder::append(const Piece& piece, std::size_t paragraphBegin) {
     bounds.leading = std::max(bounds.leading, item.font->leading());
 }
 
+void LineBuilder::addImageBounds(const TextRun& run) {
+    CGRect& all = line_->imageBounds_;
+    const auto add = [&all](const CGRect& box) {
+        if (!isEmpty(box)) {
+            all = isEmpty(all) ? box : united(all, box);
+        }
+    };
+    for (const TextRun::Piece& piece : run.pieces) {
+        for (std::uint32_t i = piece.first; i < piece.first + piece.count; ++i) {
+            const TextGlyph& glyph = line_->glyphs_[i];
+            if (glyph.glyph != TextGlyph::kNone) {
+                CGRect box = run.font->boundsOf(glyph.glyph);
+                box.origin.x += piece.x + double{glyph.x};
+                box.origin.y -= double{glyph.y};
+                add(box);
+            }
+        }
+    }
+    if (run.underline || run.strikethrough) {
+        const double below = run.font->underlineOffset() + run.font->underlineThickness();
+        add({{run.x, -below}, {run.width, below + run.font->ascent()}});
+    }
+}
+
 std::shared_ptr<const CTLine> LineBuilder::finish(CFRange range) {
     line_->range_ = range;
     line_->bounds_.width = userUnits(x_);
@@ -162,6 +178,7 @@ std::shared_ptr<const CTLine> LineBuilder::finish(CFRange range) {
         const CGRect ink{{run.x + box.origin.x, box.origin.y},
                          {run.width + box.size.width, box.size.height}};
         line_->inkBounds_ = &run == &line_->runs_.front() ? ink : united(line_->inkBounds_, ink);
+        addImageBounds(run);
     }
     line_->glyphs_.shrink_to_fit();
     return line_;

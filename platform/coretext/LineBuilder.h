@@ -33,6 +33,8 @@ private:
     void append(const Piece& piece, std::size_t paragraphBegin);
     TextRun& runFor(const ShapedItem& item, const CFMutableAttributedString::Run& attributes);
 
+    void addImageBounds(const TextRun& run);
+
     const CFMutableAttributedString& string_;
     std::shared_ptr<const ShapedText> shapedText_;
     std::shared_ptr<CTLine> line_;

@@ -92,6 +92,16 @@ void RunFont::readFace() {
     cairo_ft_scaled_font_unlock_face(scaledFont_);
 }
 
+CGRect RunFont::boundsOf(std::uint32_t glyph) const {
+    if (color_) {
+        return glyphBox_;
+    }
+    PangoRectangle ink;
+    pango_font_get_glyph_extents(font_, glyph, &ink, nullptr);
+    return {{pango_units_to_double(ink.x), -pango_units_to_double(ink.y + ink.height)},
+            {pango_units_to_double(ink.width), pango_units_to_double(ink.height)}};
+}
+
 RunFont::~RunFont() {
     // The last text in a font may be released on any thread, and the font removes itself from its
     // map.

@@ -42,6 +42,8 @@ public:
     // The advance of the glyph for missing characters, in Pango units.
     int missingGlyphAdvance() const { return missingGlyphAdvance_; }
 
+    // The box of a glyph at (0, 0), y axis up, as far as it is known: for color images, glyphBox().
+    CGRect boundsOf(std::uint32_t glyph) const;
     // A box around any glyph at (0, 0), y axis up.
     const CGRect& glyphBox() const { return glyphBox_; }
 

@@ -1,6 +1,9 @@
 #include <algorithm>
 #include <random>
+#include <string>
 
+#include "platform/quartzcore/CAMediaTime.h"
+#include "tests/coretext/registerTestFonts.h"
 #include "tests/native/Stage.h"
 
 namespace orvane::display {
@@ -10,6 +13,19 @@ namespace {
 // painted from scratch, pixel for pixel.
 class PieceByPiece : public Stage, public testing::WithParamInterface<unsigned> {
 protected:
+    void SetUp() override {
+        platform::registerTestFonts();
+        Stage::SetUp();
+    }
+    // The same views, painted again at their places.
+    std::vector<std::uint32_t> pictureRepainted(platform::NSView& view) {
+        view.setNeedsDisplayInRect({{-INFINITY, 0}, {INFINITY, 0}});
+        for (const auto& subview : view.subviews()) {
+            pictureRepainted(*subview);
+        }
+        return &view == view_.get() ? picture() : std::vector<std::uint32_t>();
+    }
+
     float any(double from, double to) {
         return static_cast<float>(std::uniform_real_distribution<double>(from, to)(random_));
     }
@@ -17,7 +33,7 @@ protected:
     unsigned anyColor() { return static_cast<unsigned>(random_()) | (oneIn(2) ? 0xFF000000 : 0U); }
 
     std::shared_ptr<DisplayObject> anyObject() {
-        switch (random_() % 9) {
+        switch (random_() % 11) {
             case 0: {
                 auto group = DisplayFactory::createContainer();
                 groups_.push_back(group);
@@ -52,12 +68,10 @@ protected:
                 polyline->set(
                     {any(0, 200), any(0, 150), any(0, 200), any(0, 150), any(0, 200), any(0, 150)},
                     oneIn(2));
-                // Without a stroke: the miter of a sharp corner reaches beyond the bounds, which
-                // include half the stroke width and no more.
-                styled(polyline);
-                polyline->setStrokeWidth(0);
-                return polyline;
+                return styled(polyline);
             }
+            case 6:
+                return anyPicture();
             default: {
                 auto shape = DisplayFactory::createRect();
                 shape->set(any(-20, 180), any(-20, 130), any(1, 90), any(1, 60));
@@ -68,6 +82,29 @@ protected:
                 return styled(shape);
             }
         }
+    }
+
+    std::shared_ptr<DisplayObject> anyPicture() {
+        if (oneIn(3)) {
+            auto image = DisplayFactory::createImage();
+            std::string pixels(8 * 8 * 4, '\0');
+            for (char& byte : pixels) {
+                byte = static_cast<char>(random_());
+            }
+            image->setRawData(pixels, 8, 8);
+            image->setMatrix(any(0.5, 4), 0, any(0, 150), 0, any(0.5, 4), any(0, 100));
+            return image;
+        }
+        // Accents above the ascent, tails, and a text at a fraction of a point.
+        auto text = DisplayFactory::createText(false);
+        text->setFont("DejaVu Sans");
+        text->setTextSize(any(8, 40));
+        text->setContent(oneIn(2) ? "\xC3\x85\xE1\xBB\xA8jg_f" : "W/j");
+        text->setX(any(0, 180));
+        text->setY(any(0, 140));
+        text->setFillColor(anyColor());
+        text->setDecoration(oneIn(3), oneIn(3));
+        return text;
     }
 
     template <typename S>
@@ -136,7 +173,7 @@ protected:
                 return;
             case 5:
                 if (oneIn(4)) {
-                    object->extractAnimationLayer();
+                    animate(object);
                 }
                 return;
             case 7: {
@@ -161,6 +198,18 @@ protected:
         }
     }
 
+    void animate(const std::shared_ptr<DisplayObject>& object) {
+        const auto layer = object->extractAnimationLayer();
+        if (layer && oneIn(2)) {
+            const auto turn = std::make_shared<animation::ValueAnimation>(
+                "turn", animation::AttributeName::Rotation, std::vector<float>{0, any(-3, 3)});
+            turn->setAnimatable(layer);
+            turn->setDuration(6);
+            turn->run();
+        }
+    }
+
+    platform::CAVirtualClock clock_;
     std::mt19937 random_{GetParam()};
     std::shared_ptr<graphics::Container> root_ = DisplayFactory::createContainer();
     std::vector<std::shared_ptr<ContainerObject>> groups_{root_};
@@ -173,11 +222,14 @@ TEST_P(PieceByPiece, EqualsPaintingFromScratch) {
         for (unsigned i = 0; i <= random_() % 4; ++i) {
             change();
         }
+        clock_.advanceTo(platform::CACurrentMediaTime() + 0.5);
         const std::vector<std::uint32_t> incremental = picture();
         if (round % 4 != 3) {
             continue;
         }
-        const std::vector<std::uint32_t> scratch = pictureFromScratch();
+        // Leaving the window would end the animations.
+        const std::vector<std::uint32_t> scratch =
+            window_.isAnimating() ? pictureRepainted(*view_) : pictureFromScratch();
         const auto first = std::ranges::mismatch(incremental, scratch).in1 - incremental.begin();
         ASSERT_TRUE(incremental == scratch)
             << "in round " << round << " at " << first % kWidth << ", " << first / kWidth;
@@ -185,6 +237,58 @@ TEST_P(PieceByPiece, EqualsPaintingFromScratch) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Seeds, PieceByPiece, testing::Range(0U, 40U));
+
+TEST_F(Stage, NothingStaysOfAnObjectThatHides) {
+    platform::registerTestFonts();
+    const auto root = DisplayFactory::createContainer();
+    root->add(rect(0, 0, kWidth, kHeight, 0xFF808080));
+    display_->add(root);
+
+    const auto accents = DisplayFactory::createText(false);
+    accents->setTextSize(40);
+    accents->setFont("DejaVu Sans");
+    accents->setContent("\xC3\x85\xCC\x81\xCC\x81j");
+    accents->setX(50);
+    accents->setY(80);
+    const auto corner = DisplayFactory::createPolyline();
+    corner->set({40, 60, 120, 70, 40, 80}, false);
+    corner->setStrokeColor(0xFFFFFFFF);
+    corner->setStrokeWidth(6);
+    const auto scaled = DisplayFactory::createContainer();
+    scaled->setScale(3, 3);
+    scaled->add(rect(10.4F, 10.4F, 20.05F, 20.05F, 0xFFFFFFFF));
+    const auto segments = DisplayFactory::createAttributedText();
+    segments->setTextSize(40);
+    segments->setFont("DejaVu Sans");
+    segments->setContent("\xC3\x85\xCC\x81\xCC\x81j");
+    segments->setX(50);
+    segments->setY(80);
+    const std::pair<const char*, std::shared_ptr<DisplayObject>> objects[] = {
+        {"accents", accents},
+        {"a sharp corner", corner},
+        {"an edge beyond rounded bounds", scaled},
+        {"accents of an attributed text", segments}};
+    for (const double scale : {1.0, 3.0}) {
+        platform::OffscreenWindow window({kWidth, kHeight}, scale);
+        window.setContentView(view_);
+        const auto shown = [&window] {
+            window.display();
+            const auto size = static_cast<std::size_t>(window.pixelHeight()) *
+                              window.bytesPerRow() / sizeof(std::uint32_t);
+            return std::vector<std::uint32_t>(window.pixels(), window.pixels() + size);
+        };
+        for (const auto& [name, object] : objects) {
+            const auto without = shown();
+            root->add(object);
+            EXPECT_NE(shown(), without) << name;
+            object->setVisible(false);
+            EXPECT_TRUE(shown() == without) << name << " at scale " << scale;
+            root->remove(object);
+            object->setVisible(true);
+        }
+        window.setContentView(nullptr);
+    }
+}
 
 }  // namespace
 }  // namespace orvane::display

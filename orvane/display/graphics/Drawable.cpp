@@ -18,7 +18,7 @@ Drawable::Drawable() {
 }
 
 void Drawable::validate(const geometry::Rect<double>& rect) {
-    const geometry::Rect<double> dirty = intersection(rect, getFrame());
+    const geometry::Rect<double> dirty = intersection(rect, getInk());
     // A rectangle that is empty in one direction only is painted: the frame of a horizontal or
     // vertical line has no width or no height.
     if (dirty.isEmpty() || !isVisible()) {

@@ -59,12 +59,12 @@ void DrawableLayer::releaseDirtyObjects() {
 }
 
 void DrawableLayer::damage(DisplayObject& object) {
-    if (const Rect& old = object.getValidFrame(); !old.isEmpty()) {
+    if (const Rect old = object.getValidInk(); !old.isEmpty()) {
         validateFrame(old);
     }
     // An object that has left the tree only has an old area.
     if (object.getParent()) {
-        if (const Rect& now = object.getFrame(); !now.isEmpty()) {
+        if (const Rect now = object.getInk(); !now.isEmpty()) {
             validateFrame(now);
         }
     }
@@ -72,7 +72,7 @@ void DrawableLayer::damage(DisplayObject& object) {
 
 auto DrawableLayer::computeDirtyRect(const std::shared_ptr<DisplayObject>& object, const Rect& rect)
     -> Rect {
-    return object->getFrame().intersection(rect);
+    return object->getInk().intersection(rect);
 }
 
 }  // namespace orvane::display::native

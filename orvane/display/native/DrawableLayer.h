@@ -9,7 +9,7 @@
 namespace orvane::display::native {
 
 // The base of native layers that paint objects. It records the objects that changed since the last
-// validation, and at the next one turns their old and new frames into damage of the view.
+// validation, and at the next one turns their old and new ink into damage of the view.
 class ORVANE_EXPORT DrawableLayer : public NativeLayer {
 public:
     // Records `object` for repainting and marks the layer dirty.
@@ -22,7 +22,7 @@ protected:
 
     // Adds `rect`, in screen coordinates, to the damage of the view.
     virtual void validateFrame(const Rect& rect) = 0;
-    // The part of the object's frame that is in `rect`, in screen coordinates: the area to paint.
+    // The part of the object's ink that is in `rect`, in screen coordinates: the area to paint.
     // The zero rectangle when they do not touch.
     virtual Rect computeDirtyRect(const std::shared_ptr<DisplayObject>& object, const Rect& rect);
 

@@ -86,6 +86,7 @@ void ChildFrames::refreshEntry(std::uint32_t slot) {
         removeFromGrid(slot);
     }
     entry.frame = frame;
+    widenInk(*entry.object);
     if (entry.object->isVisible() && !frame.cutToReach().isEmpty()) {
         count(slot);
     }
@@ -114,6 +115,11 @@ void ChildFrames::uncount(std::uint32_t slot) {
                   old.y + old.height >= bottom_;
 }
 
+void ChildFrames::widenInk(const DisplayObject& child) {
+    inkMargin_.x = std::max(inkMargin_.x, child.inkMargin_.x);
+    inkMargin_.y = std::max(inkMargin_.y, child.inkMargin_.y);
+}
+
 void ChildFrames::widenUnion(const Rect& frame, bool first) {
     const double right = frame.x + frame.width;
     const double bottom = frame.y + frame.height;
@@ -125,7 +131,11 @@ void ChildFrames::widenUnion(const Rect& frame, bool first) {
 
 void ChildFrames::recomputeUnion() {
     bool first = true;
+    inkMargin_ = {};
     for (const Entry& entry : entries_) {
+        if (entry.object != nullptr) {
+            widenInk(*entry.object);
+        }
         if (entry.counted) {
             widenUnion(entry.frame.cutToReach(), first);
             first = false;
@@ -150,8 +160,10 @@ auto ChildFrames::unionOfFrames() -> Rect {
     return last != children.rend() ? (*last)->getFrame().cutToReach() : Rect();
 }
 
-auto ChildFrames::touching(const Rect& rect) -> const std::vector<DisplayObject*>* {
+auto ChildFrames::touching(const Rect& painted) -> const std::vector<DisplayObject*>* {
     refresh();
+    // A child is found where its frame is, and paints where its ink is.
+    const Rect rect = DisplayObject::withMargin(painted, inkMargin_);
     const double area = counted_ == 0 ? 0 : (right_ - left_) * (bottom_ - top_);
     if (!rect.isWithinReach() || rect.width * rect.height * 2 > area) {
         return nullptr;

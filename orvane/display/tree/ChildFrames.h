@@ -5,11 +5,11 @@
 #include <vector>
 
 #include "orvane/display/geometry/Rect.h"
+#include "orvane/display/tree/DisplayObject.h"
 
 namespace orvane::display {
 
 class ContainerObject;
-class DisplayObject;
 
 // The frames of the children of one container with many children, kept so that a change of one
 // child costs the work for one child: the union of the frames of the visible children, and a grid
@@ -39,10 +39,13 @@ public:
     // not count, because their changes are not reported here.
     Rect unionOfFrames();
 
-    // The children that painting `rect` (screen coordinates) can concern, in drawing order. Null
-    // when `rect` covers most of the container, where walking all children costs less. The result
+    // A margin that includes those of all children, after unionOfFrames().
+    const DisplayObject::InkMargin& inkMargin() const { return inkMargin_; }
+
+    // The children that painting `painted` (screen coordinates) can concern, in drawing order. Null
+    // when it covers most of the container, where walking all children costs less. The result
     // is valid until the next call.
-    const std::vector<DisplayObject*>* touching(const Rect& rect);
+    const std::vector<DisplayObject*>* touching(const Rect& painted);
 
 private:
     struct Entry {
@@ -61,6 +64,7 @@ private:
     void refreshEntry(std::uint32_t slot);
     void count(std::uint32_t slot);
     void uncount(std::uint32_t slot);
+    void widenInk(const DisplayObject& child);
     void widenUnion(const Rect& frame, bool first);
     void recomputeUnion();
     void rebuildGrid();
@@ -82,6 +86,7 @@ private:
     std::size_t counted_ = 0;
     std::uint32_t countedSlots_ = 0;  // the exclusive or of their slots: of one entry, its slot
     bool unionStale_ = false;
+    DisplayObject::InkMargin inkMargin_;
 
     Rect gridArea_;
     double cellWidth_ = 1, cellHeight_ = 1;

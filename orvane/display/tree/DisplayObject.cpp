@@ -1,5 +1,7 @@
 #include "orvane/display/tree/DisplayObject.h"
 
+#include <algorithm>
+#include <cmath>
 #include <utility>
 
 #include "orvane/commons/reportMisuse.h"
@@ -107,6 +109,18 @@ void DisplayObject::resetFrame() {
 
 void DisplayObject::validate(const Rect&) {
     validFrame_ = getFrame();
+    validInkMargin_ = inkMargin_;
+}
+
+void DisplayObject::setInkMargin(const geometry::Size<double>& margin, const Matrix& toScreen) {
+    // A NaN is no margin. Rounded up, because float has fewer digits.
+    const auto cut = [](double extent) {
+        constexpr float kReach = 1e9F;
+        return std::min(static_cast<float>(std::max(0.0, extent) * 1.000001), kReach);
+    };
+    inkMargin_ = {
+        cut(std::abs(toScreen.m00) * margin.width + std::abs(toScreen.m01) * margin.height),
+        cut(std::abs(toScreen.m10) * margin.width + std::abs(toScreen.m11) * margin.height)};
 }
 
 auto DisplayObject::convertRectToFrame(const Rect& rect) -> Rect {

@@ -9,6 +9,7 @@
 #include "orvane/commons/Export.h"
 #include "orvane/display/geometry/Matrix.h"
 #include "orvane/display/geometry/Rect.h"
+#include "orvane/display/geometry/Size.h"
 #include "orvane/display/tree/Cursor.h"
 #include "orvane/display/tree/DisplayNode.h"
 #include "orvane/notification/Notifier.h"
@@ -109,6 +110,12 @@ public:
     // Resets the cached frames of this object and its ancestors; see FrameCache.
     void resetFrame();
 
+    // The area that painting the object can touch, in screen coordinates: the frame, and what is
+    // painted beyond it, such as accents and the tips of sharp corners. Empty if the frame is.
+    Rect getInk() { return withMargin(getFrame(), inkMargin_); }
+    // The ink at the last validate.
+    Rect getValidInk() const { return withMargin(validFrame_, validInkMargin_); }
+
     // The layer that lists this object, or null: most objects draw on an ancestor's.
     std::shared_ptr<DisplayLayer> getLayer() const { return layer_.lock(); }
     // Called by DisplayLayer::addObject and removeObject. Leaving an owned layer ends the
@@ -169,8 +176,12 @@ protected:
     // Computes the frame that getFrame caches.
     virtual Rect computeFrame() = 0;
 
+    // Called by computeFrame: painting reaches beyond the frame, by no more than `margin` (in the
+    // coordinates that `toScreen` maps) to each side. Without a call it does not.
+    void setInkMargin(const geometry::Size<double>& margin, const geometry::Matrix& toScreen);
+
     // Called in the constructors of kinds whose validate does nothing for a rectangle that does not
-    // touch their frame. Containers then omit the call.
+    // touch their ink. Containers then omit the call.
     void setCulledByFrame() { culledByFrame_ = true; }
 
 private:
@@ -178,6 +189,18 @@ private:
     friend class ContainerObject;
     friend class FrameCache;
     friend class LayerPlacement;
+
+    // How far the ink reaches beyond the frame to each side, in screen coordinates.
+    struct InkMargin {
+        float x = 0;
+        float y = 0;
+    };
+    static Rect withMargin(const Rect& frame, InkMargin margin) {
+        return frame.isEmpty()
+                   ? frame
+                   : Rect(frame.x - double{margin.x}, frame.y - double{margin.y},
+                          frame.width + 2 * double{margin.x}, frame.height + 2 * double{margin.y});
+    }
 
     // Adds `change` to layeredCount_ of this object and its ancestors.
     void changeLayeredCount(std::ptrdiff_t change);
@@ -198,6 +221,8 @@ private:
     std::shared_ptr<DisplayLayer> ownedLayer_;
     Rect frame_;
     Rect validFrame_;
+    InkMargin inkMargin_;  // known when frame_ is
+    InkMargin validInkMargin_;
     geometry::Matrix transformation_;
     std::shared_ptr<AccessibilityElement> accessibilityElement_;
 };

@@ -1,5 +1,7 @@
 #include "orvane/display/tree/FrameCache.h"
 
+#include <algorithm>
+
 #include "orvane/display/tree/ChildFrames.h"
 #include "orvane/display/tree/ContainerObject.h"
 #include "orvane/display/tree/DisplayLayer.h"
@@ -56,8 +58,10 @@ void FrameCache::resetSubtree(DisplayObject& object) {
 
 auto FrameCache::unionOfChildren(ContainerObject& container) -> Rect {
     const bool visible = container.isVisible();
+    container.inkMargin_ = {};
     if (container.childFrames_) {
         const Rect all = container.childFrames_->unionOfFrames();
+        container.inkMargin_ = container.childFrames_->inkMargin();
         return visible ? all : Rect();
     }
     FrameUnion result;
@@ -66,6 +70,8 @@ auto FrameCache::unionOfChildren(ContainerObject& container) -> Rect {
         const Rect& frame = child->getFrame();
         if (visible && child->isVisible()) {
             result.add(frame);
+            container.inkMargin_.x = std::max(container.inkMargin_.x, child->inkMargin_.x);
+            container.inkMargin_.y = std::max(container.inkMargin_.y, child->inkMargin_.y);
         }
     }
     return result.rect();

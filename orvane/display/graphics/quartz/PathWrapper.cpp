@@ -114,6 +114,7 @@ void PathWrapper::draw(platform::CGContext& canvas, bool fill, bool stroke) cons
 }
 
 void PathWrapper::calculateBounds() {
+    longestMiter_ = path_.longestMiter();
     if (const auto box = path_.getPathBoundingBox()) {
         bounds_ = geometry::Rect<double>(*box);
     }

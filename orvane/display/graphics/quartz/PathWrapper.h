@@ -50,6 +50,9 @@ public:
     void close();
 
     const geometry::Rect<double>& getBounds() const { return bounds_; }
+    // How far the miters of the corners reach beyond the outline: a factor of half the width of the
+    // stroke, at least 1.
+    double getLongestMiter() const { return longestMiter_; }
     void setIsEOFill(bool isEOFill) { isEOFill_ = isEOFill; }
 
     // Makes the outline the path of the canvas, for a clip.
@@ -62,6 +65,7 @@ public:
 private:
     geometry::Rect<double> bounds_;
     platform::CGPath path_;
+    double longestMiter_ = 1;
     bool isEOFill_ = false;
 };
 

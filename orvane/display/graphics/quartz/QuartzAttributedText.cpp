@@ -160,7 +160,21 @@ void QuartzAttributedText::update() {
             first = i;
         }
     }
+    ink_ = {};
+    for (const Block& block : blocks_) {
+        constexpr double kRendered = 1;  // see CTLine::imageBounds
+        const platform::CGRect image = block.frame->imageBounds();
+        const double bottom = block.box.y + block.box.height;  // where y is zero in the frame
+        ink_.unite({block.box.x + image.origin.x - kRendered,
+                    bottom - image.origin.y - image.size.height - kRendered,
+                    image.size.width + 2 * kRendered, image.size.height + 2 * kRendered});
+    }
     invalidate(true);
+}
+
+geometry::Size<double> QuartzAttributedText::getInkMargin() {
+    return ink_.isEmpty() ? geometry::Size<double>()
+                          : marginAround(getBounds(), ink_.movedBy({x_, y_}));
 }
 
 void QuartzAttributedText::appendBlock(std::size_t first, std::size_t last) {

@@ -60,6 +60,7 @@ public:
     geometry::Size<double> getTextBounds() override;
 
 protected:
+    geometry::Size<double> getInkMargin() override;
     void doValidate(const geometry::Rect<double>& rect) override;
 
 private:
@@ -76,6 +77,7 @@ private:
     std::vector<Segment> segments_;
     bool plain_ = true;
     std::vector<Block> blocks_;
+    geometry::Rect<double> ink_;  // around what the blocks draw, relative to the text's position
 };
 
 }  // namespace orvane::display::graphics::quartz

@@ -18,6 +18,7 @@ public:
     geometry::Rect<double> getInnerBounds() override { return path_.getBounds(); }
 
 protected:
+    geometry::Size<double> getInkMargin() override;
     // Sets the fill, then the stroke, then draws the whole outline; the clip of the canvas
     // restricts it to the dirty rectangle. A gradient is painted by clipping to the outline. That
     // clip also applies to the stroke, so a gradient shape shows only the inner half of its stroke.

@@ -41,6 +41,9 @@ public:
 protected:
     TextWrapper& getTextWrapper() override { return textWrapper_; }
     void update() override { invalidate(true); }
+    geometry::Size<double> getInkMargin() override {
+        return marginAround(getBounds(), textWrapper_.getInk());
+    }
     void doValidate(const geometry::Rect<double>& rect) override;
 
 private:

@@ -128,6 +128,15 @@ void TextWrapper::updateBounds() {
     bounds_ = Rect<double>(bounds_.x, bounds_.y, multiline_ ? width : size.width, size.height)
                   .normalized();
     updateOriginOfBounds();
+    const auto frame =
+        framesetter->createFrame({{0, 0}, {multiline_ ? width : size.width, size.height}});
+    if (!multiline_ && frame->lines().size() > 1) {
+        line_ = platform::CTLine::createWithAttributedString(attributedString_);
+    }
+    imageBounds_ = Rect<double>(line_                    ? line_->imageBounds()
+                                : multiline_             ? frame->imageBounds()
+                                : frame->lines().empty() ? platform::CGRect{}
+                                                         : frame->lines()[0].line->imageBounds());
     if (multiline_) {
         framesetter_ = std::move(framesetter);
     }
@@ -155,6 +164,15 @@ void TextWrapper::updateOriginOfBounds() {
     bounds_ = geometry::toInt(
         Rect<double>(originX_, originY_ + descent_ - bounds_.height, bounds_.width, bounds_.height)
             .normalized());
+}
+
+Rect<double> TextWrapper::getInk() const {
+    constexpr double kRendered = 1;
+    const double left = multiline_ ? x_ : originX_;
+    const double zero = multiline_ ? y_ + bounds_.height : originY_;
+    return {left + imageBounds_.x - kRendered,
+            zero - imageBounds_.y - imageBounds_.height - kRendered,
+            imageBounds_.width + 2 * kRendered, imageBounds_.height + 2 * kRendered};
 }
 
 void TextWrapper::forgetLines() {

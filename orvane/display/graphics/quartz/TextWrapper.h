@@ -57,6 +57,9 @@ public:
     const std::string& getText() const { return text_; }
     const geometry::Rect<double>& getBounds() const { return bounds_; }
 
+    // The box around what is drawn; see CTLine::imageBounds.
+    geometry::Rect<double> getInk() const;
+
     // Draws the text. Changes the transformation and the stroke color of the canvas: the caller
     // saves and restores them.
     void draw(platform::CGContext& canvas);
@@ -82,6 +85,9 @@ private:
     float originX_ = 0, originY_ = 0;
     float lineHeight_ = 0;
     float descent_ = 0;
+    // The box around what is drawn, y axis up: relative to the baseline of one line, and to the
+    // bottom left of several lines.
+    geometry::Rect<double> imageBounds_;
     bool underline_ = false, strikethrough_ = false;
     TextAlign textAlign_ = TextAlign::Start;
     AlignmentBaseline alignmentBaseline_ = AlignmentBaseline::Baseline;
