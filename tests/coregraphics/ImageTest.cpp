@@ -152,13 +152,6 @@ TEST(Image, TextInAFileIsNotExpanded) {
     EXPECT_LT(peak() - before, 20'000) << "kilobytes";
 }
 
-TEST(Image, UnreadableFilesHaveNoProvider) {
-    for (const char* name : {"", "/", "/dev/zero", "/nowhere/at/all", "/proc/self/mem"}) {
-        const auto provider = CGDataProvider::createWithFilename(name);
-        EXPECT_TRUE(!provider || provider->bytes().empty()) << name;
-    }
-}
-
 TEST(Image, MissingRawPixelsAreTransparent) {
     // Claims two columns and three rows; the data has two and a half pixels.
     const std::vector<unsigned char> bytes = {255, 0, 0, 255, 255, 255, 255, 128, 0, 255};
@@ -180,19 +173,6 @@ TEST(Image, RejectsInvalidSizesOfRawPixels) {
         EXPECT_EQ(CGImage::create(width, height, bytesPerRow, *provider), nullptr)
             << width << " by " << height;
     }
-}
-
-TEST(Image, WritesWhatItReads) {
-    const std::string file = testing::TempDir() + "orvane-image.png";
-    const Image image = CGImage::createWithPixels(3, 1, {0xff102030, 0x80402000, 0});
-    ASSERT_TRUE(image->writePNG(file));
-    const auto provider = CGDataProvider::createWithFilename(file);
-    ASSERT_TRUE(provider);
-    const Image again = CGImage::createWithPNGDataProvider(*provider);
-    ASSERT_TRUE(again);
-    EXPECT_TRUE(std::ranges::equal(image->pixels(), again->pixels()));
-    EXPECT_FALSE(image->writePNG("/nowhere/at/all.png"));
-    std::filesystem::remove(file);
 }
 
 // Draws the image upright on a canvas whose y axis is down, by flipping locally.

@@ -115,22 +115,6 @@ TEST_F(InputDispatch, WhatPaintsCoversWhatIsBehindItAndAnEmptyGroupDoesNot) {
     EXPECT_EQ(pointer(5), "below leave, cover enter, cover move, not handled");
 }
 
-TEST_F(InputDispatch, TheObjectThatHandlesAPressKeepsThePointerUntilTheRelease) {
-    Everything& below = listen(below_, "below");
-    listen(above_, "above");
-    pointer(5);
-    EXPECT_EQ(pointer(5, PointerPhase::Down), "below down, not handled");
-    EXPECT_EQ(pointer(25), "below leave, above enter, above move, not handled");
-    pointer(5);
-    below.handles = true;
-    EXPECT_EQ(pointer(5, PointerPhase::Down), "below down, handled");
-    EXPECT_EQ(pointer(25), "below move, handled");
-    EXPECT_TRUE(dispatcher_.pointer({PointerPhase::Up, {25, 5}, PointerButton::Right}));
-    EXPECT_EQ(std::exchange(log_, {}), "below up, ");
-    EXPECT_EQ(pointer(25, PointerPhase::Up), "below up, handled");
-    EXPECT_EQ(pointer(25), "below leave, above enter, above move, not handled");
-}
-
 TEST_F(InputDispatch, AScrollGoesToTheTopmostObjectThatListens) {
     listen(below_, "below");
     EXPECT_EQ(scroll(15), "below scroll, not handled") << "above does not listen";

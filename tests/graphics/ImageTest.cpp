@@ -131,23 +131,6 @@ TEST_F(ImageTest, AFailureSaysWhyAndKeepsOnlyTheBounds) {
     std::filesystem::remove(text);
 }
 
-// Loads the addresses of the fuzzers' corpus. Files named "broken..." do not contain a picture.
-TEST_F(ImageTest, SurvivesHostileDataAddresses) {
-    int count = 0;
-    for (const auto& entry :
-         std::filesystem::directory_iterator(string(ORVANE_TEST_CORPUS) + "/data-address")) {
-        std::ifstream in(entry.path(), std::ios::binary);
-        const string address = "data:" + string(std::istreambuf_iterator<char>(in), {});
-        image_ = DisplayFactory::createImage();
-        const string line = printedBy([&] { image_->setPath(address); });
-        const bool broken = entry.path().filename().string().starts_with("broken");
-        EXPECT_EQ(isEmpty(), broken) << entry.path();
-        EXPECT_EQ(line.empty(), !broken) << entry.path();
-        ++count;
-    }
-    EXPECT_GT(count, 8);
-}
-
 TEST(QuartzUtilsTest, DecodesBase64FromAnOffset) {
     const std::pair<const char*, std::optional<string>> cases[] = {
         {"xx", ""},      {"xxQUJD", "ABC"},     {"xxQUI=", "AB"},

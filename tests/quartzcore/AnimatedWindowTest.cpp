@@ -91,35 +91,3 @@ TEST_F(AnimatedWindowTest, AViewThatLeavesItsWindowLosesItsAnimations) {
     EXPECT_FALSE(inner->layer()->hasAnimations()) << "the window is destroyed";
 }
 
-// tests/animation checks the pictures of pushes and of moving and turning objects.
-TEST_F(AnimatedWindowTest, ACrossFadeAddsUpToTheWhole) {
-    // The views overlap in the middle of the screen.
-    const auto old = block({{0, 0}, {120, 100}}, red);
-    const auto between = block({{0, 0}, {40, 10}}, {0, 1, 0, 1});
-    const auto fresh = block({{80, 0}, {120, 100}}, blue);
-    CATransition fade;
-    fade.setBeginTime(10);
-    fade.setDuration(4);
-    fade.setOutgoingLayer(old->layer());
-    fresh->layer()->addAnimation(fade, "transition");
-    displayAt(11);
-    EXPECT_EQ(pixel(40, 50), 0xFFBF0000U);
-    EXPECT_EQ(pixel(100, 50), 0xFFBF0040U) << "the black background is not visible through them";
-    EXPECT_EQ(pixel(160, 50), 0xFF000040U);
-    EXPECT_EQ(pixel(20, 5), 0xFFBF4000U) << "both are in front of the view between them";
-    between->layer()->setBackgroundColor(blue);
-    EXPECT_EQ(displayAt(11), 1U);
-    EXPECT_EQ(pixel(20, 5), 0xFFBF0040U) << "also outside the incoming view";
-    const auto third = block({{0, 90}, {200, 10}}, {0, 1, 0, 1});
-    fade.setBeginTime(11);
-    fade.setDuration(2);
-    fade.setOutgoingLayer(fresh->layer());
-    third->layer()->addAnimation(fade, "transition");
-    displayAt(12);
-    EXPECT_EQ(pixel(100, 95), 0xFF408040U) << "a quarter, a quarter and a half";
-    third->removeFromSuperviewWithoutNeedingDisplay();
-    displayAt(12);
-    EXPECT_EQ(pixel(100, 95), 0xFF800080U);
-    displayAt(14);
-    EXPECT_EQ(pixel(100, 50), 0xFF0000FFU);
-}
