@@ -1,6 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <cstdint>
 #include <memory>
 #include <vector>
 
@@ -9,7 +8,6 @@
 #include "platform/offscreen/OffscreenWindow.h"
 #include "platform/quartzcore/CAKeyframeAnimation.h"
 #include "platform/quartzcore/CAMediaTime.h"
-#include "platform/quartzcore/CATransition.h"
 
 using namespace orvane::platform;
 
@@ -24,9 +22,6 @@ protected:
         window.display();
     }
 
-    std::uint32_t pixel(int x, int y) const {
-        return window.pixels()[static_cast<std::size_t>(y) * 200 + static_cast<std::size_t>(x)];
-    }
     std::size_t displayAt(double time) {
         clock.advanceTo(time);
         return window.display().size();
@@ -53,7 +48,6 @@ protected:
 };
 
 constexpr CGColor red{1, 0, 0, 1};
-constexpr CGColor blue{0, 0, 1, 1};
 
 }  // namespace
 
@@ -90,4 +84,3 @@ TEST_F(AnimatedWindowTest, AViewThatLeavesItsWindowLosesItsAnimations) {
     }
     EXPECT_FALSE(inner->layer()->hasAnimations()) << "the window is destroyed";
 }
-
