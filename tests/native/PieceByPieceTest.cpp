@@ -280,6 +280,9 @@ TEST_F(Stage, NothingStaysOfAnObjectThatHides) {
         for (const auto& [name, object] : objects) {
             const auto without = shown();
             root->add(object);
+            // Painted as a whole, so that what the damage leaves out is on screen, too.
+            window.setContentView(nullptr);
+            window.setContentView(view_);
             EXPECT_NE(shown(), without) << name;
             object->setVisible(false);
             EXPECT_TRUE(shown() == without) << name << " at scale " << scale;
