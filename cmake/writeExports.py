@@ -4,8 +4,9 @@
 Arguments: the root of the sources, the version, the file to write, the number of folders that follow, the
 folders, the public headers. Exported is what the public headers mark with ORVANE_EXPORT, and, as a
 private version for programs and libraries of the same build, what the other headers mark that the
-sources in the folders include. Everything else stays local: without the
-script, the library would also export the instances of templates of the libraries that it is built with.
+sources in the folders include, directly or through another header. Everything else stays local: without
+the script, the library would also export the instances of templates of the libraries that it is built
+with.
 """
 
 import pathlib
@@ -58,12 +59,20 @@ def node(name, lines, rest=""):
     return f'{name} {{\n  global:\n    extern "C++" {{\n{body}    }};\n{rest}}};\n'
 
 
+def includes(path):
+    return set(re.findall(r'^#include "((?:orvane|platform)/[^"]+)"', path.read_text(), re.M))
+
+
+# What a header includes counts too: a compiler that inlines less or more refers to other symbols.
 private = set()
 for folder in folders:
     for path in (root / folder).glob("*.*"):
         if path.suffix in (".h", ".cpp"):
-            private |= set(re.findall(r'^#include "((?:orvane|platform)/[^"]+)"', path.read_text(),
-                                      re.M))
+            private |= includes(path)
+pending = private
+while pending:
+    pending = set().union(*(includes(root / header) for header in pending)) - private
+    private |= pending
 private = {header for header in private
            if header not in public and str(pathlib.Path(header).parent) not in folders}
 
