@@ -18,16 +18,20 @@ namespace {
 constexpr float kSegment = 76;
 constexpr unsigned kTour = 8000;  // milliseconds until the next range is shown
 
-// The numbers between two trees of the same form, and the texts of the second one.
+// The numbers between two trees with the same keys, and the texts of the second one. A list is
+// compared with one of another length by the share of the way through it.
 Json between(const Json& from, const Json& to, double share) {
     if (to.is_number()) {
         return std::lerp(from.get<double>(), to.get<double>(), share);
     }
     Json result = to;
-    if (to.is_structured()) {
-        auto old = from.begin();
-        for (Json& child : result) {
-            child = between(*old++, Json(child), share);
+    if (to.is_array()) {
+        for (std::size_t i = 0; i < to.size() && !from.empty(); ++i) {
+            result[i] = between(from[i * from.size() / to.size()], to[i], share);
+        }
+    } else if (to.is_object()) {
+        for (const auto& [key, child] : to.items()) {
+            result[key] = between(from.at(key), child, share);
         }
     }
     return result;
