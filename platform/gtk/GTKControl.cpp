@@ -9,6 +9,7 @@
 #include "platform/appkit/NSTextField.h"
 #include "platform/foundation/NSLog.h"
 #include "platform/gtk/GTKTextField.h"
+#include "platform/gtk/GTKWrappers.h"
 
 namespace orvane::platform {
 
@@ -47,7 +48,11 @@ std::unique_ptr<GTKControl> GTKControl::create(NSView& view) {
         return nullptr;
     }
     const auto kind = kinds().find(control->controlKind());
-    return kind != kinds().end() ? kind->second(*control) : nullptr;
+    if (kind == kinds().end()) {
+        return nullptr;
+    }
+    registerAllWrappers();
+    return kind->second(*control);
 }
 
 }  // namespace orvane::platform

@@ -2,7 +2,6 @@
 
 #include <gdkmm/frameclock.h>
 #include <gtk/gtk.h>
-#include <gtkmm/init.h>
 
 #include <utility>
 
@@ -17,6 +16,7 @@
 #include "platform/gtk/GTKRenderer.h"
 #include "platform/gtk/GTKRoot.h"
 #include "platform/gtk/GTKScroll.h"
+#include "platform/gtk/GTKWrappers.h"
 #include "platform/quartzcore/CAMediaTime.h"
 
 namespace orvane::platform {
@@ -54,7 +54,7 @@ bool GTKWindow::initialize() {
     if (gtk_init_check() == FALSE) {
         return false;
     }
-    Gtk::init_gtkmm_internals();
+    registerWindowWrappers();
     return true;
 }
 

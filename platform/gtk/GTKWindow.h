@@ -47,9 +47,10 @@ enum class GTKRendererKind;
 // GSK_RENDERER, if it is set, chooses the renderer instead.
 class ORVANE_EXPORT GTKWindow final : public NSWindow {
 public:
-    // Initializes GTK and gtkmm, without the software GL that GTK would otherwise load on a machine
-    // without a GPU: that saves memory and time to start. A program that initializes them itself
-    // need not call this. Returns false if there is no display.
+    // Initializes GTK, without the software GL that GTK would otherwise load on a machine without a
+    // GPU, and of gtkmm as much as a window needs: that saves memory and time to start. A program
+    // that receives other objects from GTK through gtkmm calls Gtk::init_gtkmm_internals() too; one
+    // that creates a Gtk::Application need call neither. Returns false if there is no display.
     static bool initialize();
 
     // `scale` is the number of pixels per point; without one it is the desktop's own, also when
