@@ -1,7 +1,7 @@
 #include "platform/appkit/NSBackingStore.h"
 
 #include <algorithm>
-#include <new>
+#include <utility>
 
 #include "platform/appkit/NSGraphicsContext.h"
 #include "platform/appkit/NSView.h"
@@ -49,7 +49,7 @@ NSBackingRect NSBackingStore::tilesAround(const NSBackingRect& rect) {
 }
 
 std::uint32_t* NSBackingStore::row(std::int64_t y) const {
-    return pixels_.get() + static_cast<std::size_t>((y - area_.top) * area_.width());
+    return pixels_.data() + (y - area_.top) * area_.width();
 }
 
 std::uint64_t& NSBackingStore::serialAt(std::int64_t column, std::int64_t line) {
@@ -57,49 +57,48 @@ std::uint64_t& NSBackingStore::serialAt(std::int64_t column, std::int64_t line) 
                                              (column - grid_.left))];
 }
 
+// Every pixel that stays inside keeps its place in memory, if the width stays the same.
+bool NSBackingStore::movePixels(const NSBackingRect& area) {
+    return area.width() == area_.width() && !area.intersection(area_).isEmpty() &&
+           pixels_.slide((area.top - area_.top) * area.width() + (area.left - area_.left),
+                         static_cast<std::size_t>(area.area()));
+}
+
+// Returns false, and stores nothing, if there is not enough memory.
+bool NSBackingStore::copyPixels(const NSBackingRect& area) {
+    MovablePixels pixels;
+    if (!area.isEmpty() && !pixels.allocate(static_cast<std::size_t>(area.area()))) {
+        pixels_ = {};
+        return false;
+    }
+    const NSBackingRect kept = area.intersection(area_);
+    for (std::int64_t y = kept.top; y < kept.bottom && !kept.isEmpty(); ++y) {
+        std::copy_n(row(y) + (kept.left - area_.left), kept.width(),
+                    pixels.data() + (y - area.top) * area.width() + (kept.left - area.left));
+    }
+    pixels_ = std::move(pixels);
+    return true;
+}
+
 bool NSBackingStore::setArea(const NSBackingRect& area) {
     if (area == area_) {
         return true;
     }
-    NSBackingStore old(scale_);
-    std::swap(old.area_, area_);
-    std::swap(old.pixels_, pixels_);
-    std::swap(old.grid_, grid_);
-    std::swap(old.serials_, serials_);
-    canvas_.reset();
-
-    if (!area.isEmpty()) {
-        const auto count = static_cast<std::size_t>(area.area());
-        pixels_.reset(new (std::nothrow) std::uint32_t[count]());
-    }
-    area_ = pixels_ ? area : NSBackingRect{};
+    const NSBackingRect before = area_;
+    const bool isStored = movePixels(area) || copyPixels(area);
+    area_ = isStored ? area : NSBackingRect{};
     damage_.setBounds(area_);
-    grid_ = tilesAround(area_);
-    serials_.assign(static_cast<std::size_t>(grid_.area()), 0);
-    if (!pixels_) {
-        return area.isEmpty();
+    keepSerials(before);
+    canvas_.reset();
+    if (area_.isEmpty()) {
+        return isStored;
     }
-    canvas_ = std::make_unique<CGBitmapContext>(pixels_.get(), static_cast<int>(area_.width()),
+    canvas_ = std::make_unique<CGBitmapContext>(pixels_.data(), static_cast<int>(area_.width()),
                                                 static_cast<int>(area_.height()), bytesPerRow());
-
-    const NSBackingRect kept = area_.intersection(old.area_);
+    const NSBackingRect kept = area_.intersection(before);
     if (kept.isEmpty()) {
         damage_.addAll();
         return true;
-    }
-    for (std::int64_t y = kept.top; y < kept.bottom; ++y) {
-        std::copy_n(old.row(y) + (kept.left - old.area_.left), kept.width(),
-                    row(y) + (kept.left - area_.left));
-    }
-    const NSBackingRect keptTiles = tilesAround(kept);
-    for (std::int64_t line = keptTiles.top; line < keptTiles.bottom; ++line) {
-        for (std::int64_t column = keptTiles.left; column < keptTiles.right; ++column) {
-            // The extent of a tile at the edge of the area may have changed; its texture is stale.
-            const NSBackingRect tile = tileRect(column, line);
-            const std::uint64_t serial = old.serialAt(column, line);
-            const bool same = tile.intersection(area_) == tile.intersection(old.area_);
-            serialAt(column, line) = same || serial == 0 ? serial : nextSerial();
-        }
     }
     // The four bands around the kept part.
     damage_.add({area_.left, area_.top, area_.right, kept.top});
@@ -107,6 +106,24 @@ bool NSBackingStore::setArea(const NSBackingRect& area) {
     damage_.add({area_.left, kept.top, kept.left, kept.bottom});
     damage_.add({kept.right, kept.top, area_.right, kept.bottom});
     return true;
+}
+
+// Takes over the serials of the tiles that were in the area before.
+void NSBackingStore::keepSerials(const NSBackingRect& before) {
+    const std::vector<std::uint64_t> old = std::exchange(serials_, {});
+    const NSBackingRect oldGrid = std::exchange(grid_, tilesAround(area_));
+    serials_.assign(static_cast<std::size_t>(grid_.area()), 0);
+    const NSBackingRect kept = tilesAround(area_.intersection(before));
+    for (std::int64_t line = kept.top; line < kept.bottom; ++line) {
+        for (std::int64_t column = kept.left; column < kept.right; ++column) {
+            // The extent of a tile at the edge of the area may have changed; its texture is stale.
+            const NSBackingRect tile = tileRect(column, line);
+            const std::uint64_t serial = old[static_cast<std::size_t>(
+                (line - oldGrid.top) * oldGrid.width() + (column - oldGrid.left))];
+            const bool same = tile.intersection(area_) == tile.intersection(before);
+            serialAt(column, line) = same || serial == 0 ? serial : nextSerial();
+        }
+    }
 }
 
 std::span<const NSBackingRect> NSBackingStore::paint(NSView& view) {

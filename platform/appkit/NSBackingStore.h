@@ -10,6 +10,7 @@
 #include "orvane/commons/Export.h"
 #include "platform/appkit/NSBackingRect.h"
 #include "platform/appkit/NSDamageRegion.h"
+#include "platform/raster/MovablePixels.h"
 
 namespace orvane::platform {
 
@@ -21,7 +22,7 @@ class NSView;
 //
 // Pixel coordinates are the view's: point x is at pixel x * scale. Only `area` is stored, a part of
 // the view that its window chooses (NSBackingPolicy). When the area moves, pixels that stay inside
-// are kept, and the rest is damaged.
+// are kept, and the rest is damaged. An area that keeps its width moves without copying pixels.
 //
 // A window that presents textures divides the area along a fixed grid of tiles. Each tile has the
 // serial number of its last painting, so a texture is up to date while it has the tile's serial.
@@ -54,8 +55,8 @@ public:
     std::span<const NSBackingRect> paint(NSView& view);
 
     // The pixels of the area: premultiplied ARGB, 32 bits in the machine's byte order. Null if the
-    // area is empty.
-    const std::uint32_t* pixels() const { return pixels_.get(); }
+    // area is empty. setArea() makes the pointer invalid.
+    const std::uint32_t* pixels() const { return pixels_.data(); }
     std::size_t bytesPerRow() const {
         return static_cast<std::size_t>(area_.width()) * sizeof(std::uint32_t);
     }
@@ -67,13 +68,16 @@ public:
                      const std::function<void(const Tile&)>& visit) const;
 
 private:
+    bool movePixels(const NSBackingRect& area);
+    bool copyPixels(const NSBackingRect& area);
+    void keepSerials(const NSBackingRect& before);
     void paintRect(NSView& view, const NSBackingRect& rect);
     std::uint32_t* row(std::int64_t y) const;
     std::uint64_t& serialAt(std::int64_t column, std::int64_t line);
 
     double scale_;
     NSBackingRect area_;
-    std::unique_ptr<std::uint32_t[]> pixels_;
+    MovablePixels pixels_;
     std::unique_ptr<CGBitmapContext> canvas_;  // draws on pixels_
     NSDamageRegion damage_;
     std::vector<NSBackingRect> painted_;
