@@ -8,6 +8,7 @@
 #include "platform/coregraphics/floorDivide.h"
 #include "platform/offscreen/OffscreenComposer.h"
 #include "platform/offscreen/OffscreenPlace.h"
+#include "platform/offscreen/OffscreenScroll.h"
 #include "platform/offscreen/OffscreenTarget.h"
 
 namespace orvane::platform {
@@ -122,6 +123,7 @@ void OffscreenCompositor::recolor(NSView& view) {
 }
 
 void OffscreenCompositor::painted(NSView& view, std::span<const NSBackingRect> rects) {
+    OffscreenPlace::of(view).isProbed = false;
     damage_.addPainted(view, rects);
 }
 
@@ -131,6 +133,10 @@ std::span<const NSBackingRect> OffscreenCompositor::compose(NSView* root, double
         layout_.update(*root, time);
     }
     assignAreas(root);
+    scrolled_ = {};
+    if (root != nullptr && layout_.scroll()) {
+        scroll(*root);
+    }
     damage_.take(composed_, scale_);
     for (std::size_t i = 0; i < pictures_.size(); ++i) {
         const OffscreenComposer composer(scale_, static_cast<int>(i));
@@ -147,7 +153,42 @@ std::span<const NSBackingRect> OffscreenCompositor::compose(NSView* root, double
             }
         }
     }
+    if (!scrolled_.isEmpty()) {
+        std::erase_if(composed_, [this](const auto& rect) { return scrolled_.contains(rect); });
+        composed_.push_back(scrolled_);
+    }
     return composed_;
+}
+
+// Moves the pixels of the scrolled view, or damages it if they cannot be moved.
+void OffscreenCompositor::scroll(NSView& root) {
+    const OffscreenScroll& scroll = *layout_.scroll();
+    const auto picture = static_cast<std::size_t>(OffscreenPlace::of(*scroll.view).firstPicture);
+    OffscreenTarget& target = pictures_[picture];
+    if (!target.area.contains(scroll.visible) ||
+        !OffscreenScrollCheck(scroll).passes(root, inFront_)) {
+        damage_.add(scroll.visible);
+        return;
+    }
+    scrolled_ = scroll.visible;
+    damage_.addScrolled(scroll, scale_);
+    for (const NSBackingRect& rect : inFront_) {
+        damage_.add(rect);
+        damage_.add(scroll.moved(rect));
+    }
+    // To move all pixels costs nothing, but those around the view must be drawn again. A picture
+    // that a window shows stays at its address.
+    const NSBackingRect& area = target.area;
+    const bool isMostOfPicture = (area.area() - scrolled_.area()) * 4 <= scrolled_.area();
+    if (backdrop_ == Backdrop::LeftToWindow || !isMostOfPicture ||
+        !target.moveAll(scroll.dx, scroll.dy)) {
+        target.movePart(scrolled_, scroll.dx, scroll.dy);
+        return;
+    }
+    damage_.add({area.left, area.top, area.right, scrolled_.top});
+    damage_.add({area.left, scrolled_.bottom, area.right, area.bottom});
+    damage_.add({area.left, scrolled_.top, scrolled_.left, scrolled_.bottom});
+    damage_.add({scrolled_.right, scrolled_.top, area.right, scrolled_.bottom});
 }
 
 void OffscreenCompositor::assignAreas(NSView* root) {

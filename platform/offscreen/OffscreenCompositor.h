@@ -49,8 +49,8 @@ public:
         bool isOpaque;                                  // false if that is not known
     };
     // One more than there are native views. The first covers the whole image, unless there is a
-    // backdrop color. compose() changes the pixels, or replaces them when the picture gets another
-    // area.
+    // backdrop color. compose() changes the pixels, or replaces them: when the picture gets another
+    // area, and when all of a picture is scrolled that no window shows.
     std::size_t pictureCount() const;
     Picture picture(std::size_t index) const;
     // The opaque color of the image where the first picture is not, as of the last compose().
@@ -84,10 +84,12 @@ public:
     void painted(NSView& view, std::span<const NSBackingRect> rects);
 
     // Makes the image equal to the views as they are shown at a media time. Returns the rectangles
-    // of the image that were composed; they are valid until the next call. `root` may be null.
+    // of the image that were composed or scrolled; they are valid until the next call. `root` may
+    // be null.
     std::span<const NSBackingRect> compose(NSView* root, double time);
 
 private:
+    void scroll(NSView& root);
     void assignAreas(NSView* root);
     int assignPictures(NSView& view, int picture);
     void fitPictures();
@@ -107,6 +109,8 @@ private:
     OffscreenDamage damage_;
     OffscreenLayout layout_{damage_};
     std::vector<NSBackingRect> composed_;
+    NSBackingRect scrolled_;              // in this compose(); empty if nothing was scrolled
+    std::vector<NSBackingRect> inFront_;  // used by scroll() only
 };
 
 }  // namespace orvane::platform

@@ -4,6 +4,7 @@
 
 #include "platform/appkit/NSView.h"
 #include "platform/offscreen/OffscreenPlace.h"
+#include "platform/offscreen/OffscreenScroll.h"
 
 namespace orvane::platform {
 
@@ -59,10 +60,34 @@ void OffscreenDamage::forget(const NSView& view) {
     std::erase_if(painted_, [&view](const Painted& painted) { return painted.view == &view; });
 }
 
+NSBackingRect OffscreenDamage::rectOf(const Painted& painted, double scale) const {
+    const OffscreenPlace& place = OffscreenPlace::of(*painted.view);
+    return place.pixelsInImage(painted.rect, scale).intersection(place.own);
+}
+
+void OffscreenDamage::addScrolled(const OffscreenScroll& scroll, double scale) {
+    for (const Painted& painted : painted_) {
+        if (!painted.view->isDescendantOf(*scroll.view)) {
+            add(rectOf(painted, scale));
+        }
+    }
+    // The pixels of all other views moved, too.
+    region_.take(rects_);
+    for (const NSBackingRect& rect : rects_) {
+        add(rect);
+        add(scroll.moved(rect));
+    }
+    const NSBackingRect& visible = scroll.visible;
+    const NSBackingRect kept = scroll.moved(visible);
+    add({visible.left, visible.top, visible.right, kept.top});
+    add({visible.left, kept.bottom, visible.right, visible.bottom});
+    add({visible.left, visible.top, kept.left, visible.bottom});
+    add({kept.right, visible.top, visible.right, visible.bottom});
+}
+
 void OffscreenDamage::take(std::vector<NSBackingRect>& out, double scale) {
-    for (const auto& [view, rect] : painted_) {
-        const OffscreenPlace& place = OffscreenPlace::of(*view);
-        add(place.pixelsInImage(rect, scale).intersection(place.own));
+    for (const Painted& painted : painted_) {
+        add(rectOf(painted, scale));
     }
     painted_.clear();
     region_.take(out);

@@ -10,6 +10,7 @@
 namespace orvane::platform {
 
 class NSView;
+struct OffscreenScroll;
 
 // Collects which pixels of an off-screen window's image must be composed again.
 class OffscreenDamage {
@@ -25,6 +26,9 @@ public:
     // The drawing order of the subviews changed. Damages the subviews that are now above or below
     // another one than before, and records the new order.
     void addReordered(NSView& superview);
+    // The pixels of a scrolled view are moved. Damages what appears, and moves what was damaged;
+    // the rest of this pass's damage stays where it is, too.
+    void addScrolled(const OffscreenScroll& scroll, double scale);
     // The view leaves the window.
     void forget(const NSView& view);
 
@@ -38,9 +42,12 @@ private:
         NSBackingRect rect;
     };
 
+    NSBackingRect rectOf(const Painted& painted, double scale) const;
+
     NSDamageRegion region_;
     std::vector<Painted> painted_;
-    // Used by addReordered only; members to reuse their memory.
+    // Used by one function each; members to reuse their memory.
+    std::vector<NSBackingRect> rects_;
     std::vector<std::size_t> ends_;
     std::vector<std::size_t> before_;
 };

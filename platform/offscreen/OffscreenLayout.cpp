@@ -58,6 +58,36 @@ OffscreenPlace::Box boxOf(NSView& view, const NSBackingRect& rect) {
             static_cast<std::int32_t>(rect.right), static_cast<std::int32_t>(rect.bottom), &view};
 }
 
+// Whether two parts of the image are the same as far as `rect` shows them.
+bool agree(const NSBackingRect& a, const NSBackingRect& b, const NSBackingRect& rect) {
+    const NSBackingRect inA = a.intersection(rect);
+    const NSBackingRect inB = b.intersection(rect);
+    return inA == inB || (inA.isEmpty() && inB.isEmpty());
+}
+
+// Returns how a plain view has scrolled; nothing if it did something else.
+std::optional<OffscreenScroll> findScroll(NSView& view, const OffscreenExtent& before) {
+    const OffscreenExtent& now = OffscreenPlace::of(view);
+    const OffscreenScroll scroll{&view, now.visible, now.originX - before.originX,
+                                 now.originY - before.originY};
+    const bool isCovered =
+        now.own == now.visible && before.own == now.visible && before.visible == now.visible;
+    const bool isMoved = scroll.dx != 0 || scroll.dy != 0;
+    return isCovered && isMoved && !scroll.moved(now.visible).isEmpty() ? std::optional(scroll)
+                                                                        : std::nullopt;
+}
+
+// Whether a plain view moved with the scroll and looks the same where it was visible all the time.
+bool isMovedBy(const OffscreenScroll& scroll, const OffscreenExtent& before,
+               const OffscreenExtent& now) {
+    const NSBackingRect kept = scroll.moved(scroll.visible);
+    return before.isShown == now.isShown && before.originX + scroll.dx == now.originX &&
+           before.originY + scroll.dy == now.originY &&
+           agree(scroll.moved(before.visible), now.visible, kept) &&
+           agree(scroll.moved(before.visibleSubviews), now.visibleSubviews, kept) &&
+           agree(scroll.moved(before.own), now.own, kept);
+}
+
 }  // namespace
 
 void OffscreenLayout::setImage(const NSBackingRect& bounds, double scale) {
@@ -112,6 +142,7 @@ void OffscreenLayout::markSubviews(NSView& view) {
 
 void OffscreenLayout::update(NSView& root, double time) {
     time_ = time;
+    scroll_.reset();
     OffscreenPlace image;
     image.toImage = {scale_, 0, 0, scale_, 0, 0};
     image.isShown = true;
@@ -123,6 +154,9 @@ void OffscreenLayout::update(NSView& root, double time) {
 
 bool OffscreenLayout::place(NSView& view, const OffscreenPlace& superview, bool isMoved) {
     OffscreenPlace& place = OffscreenPlace::of(view);
+    const OffscreenExtent before = place;
+    const bool wasPlain = place.isPlain();
+    const bool isSuperviewMoved = isMoved;
     const CALayerPresentation shown = view.layer()->presentation(time_);
     const CGAffineTransform toImage =
         view.layer()->affineTransform(shown).concat(superview.toImage);
@@ -142,17 +176,36 @@ bool OffscreenLayout::place(NSView& view, const OffscreenPlace& superview, bool 
     isMoved = clip(view, superview) || isMoved;
 
     const bool draws = view.paints() || view.layer()->backgroundColor().alpha > 0;
-    const NSBackingRect own =
-        isShown && draws ? place.boxInImage(view.bounds(), scale_).intersection(place.visible)
-                         : NSBackingRect{};
-    if (isMoved || place.isRecolored || own != place.own) {
-        damage_.add(place.own);
-        damage_.add(own);
+    place.own = isShown && draws
+                    ? place.boxInImage(view.bounds(), scale_).intersection(place.visible)
+                    : NSBackingRect{};
+    if (isMoved || place.isRecolored || place.own != before.own) {
+        damagePlaces(view, before, wasPlain, isSuperviewMoved);
         place.isPrepared = false;
     }
-    place.own = own;
     place.isRecolored = false;
     return isMoved;
+}
+
+void OffscreenLayout::damagePlaces(NSView& view, const OffscreenExtent& before, bool wasPlain,
+                                   bool isSuperviewMoved) {
+    const OffscreenPlace& place = OffscreenPlace::of(view);
+    const bool isSame = wasPlain && place.isPlain() && !place.isRecolored;
+    if (isInScroll_) {
+        if (!isSame || !isMovedBy(*scroll_, before, place)) {
+            damage_.add(scroll_->moved(before.own));
+            damage_.add(place.own);
+        }
+        return;
+    }
+    if (isSame && !isSuperviewMoved && !scroll_) {
+        scroll_ = findScroll(view, before);
+        if (scroll_) {
+            return;
+        }
+    }
+    damage_.add(before.own);
+    damage_.add(place.own);
 }
 
 bool OffscreenLayout::clip(const NSView& view, const OffscreenPlace& superview) {
@@ -208,6 +261,8 @@ void OffscreenLayout::placeMarked(NSView& view, const OffscreenPlace& superview,
     if (isMoved || here.isMarked) {
         isMoved = place(view, superview, isMoved);
     }
+    const bool isScrolled = scroll_ && scroll_->view == &view;
+    isInScroll_ = isInScroll_ || isScrolled;
     here.isMarked = false;
     here.hasMarkedBelow = false;
     here.all = here.own;
@@ -225,6 +280,7 @@ void OffscreenLayout::placeMarked(NSView& view, const OffscreenPlace& superview,
     if (hasFades) {
         joinFadingBoxes(here);
     }
+    isInScroll_ = isInScroll_ && !isScrolled;
 }
 
 void OffscreenLayout::joinFadingBoxes(OffscreenPlace& place) {

@@ -1,13 +1,16 @@
 #pragma once
 
+#include <optional>
+
 #include "platform/appkit/NSBackingRect.h"
 #include "platform/coregraphics/CGAffineTransform.h"
+#include "platform/offscreen/OffscreenPlace.h"
+#include "platform/offscreen/OffscreenScroll.h"
 
 namespace orvane::platform {
 
 class NSView;
 class OffscreenDamage;
-struct OffscreenPlace;
 
 // Computes where the views of an off-screen window are in its image.
 //
@@ -34,12 +37,20 @@ public:
 
     // Places what is marked, as the views are shown at a media time.
     void update(NSView& root, double time);
+    // The view that the last update() found to be scrolled; nothing if there was none. What moved
+    // with it is not damaged, and what moved in another way is damaged where its pixels are after
+    // the scroll: the caller moves the pixels, or damages the visible part.
+    const std::optional<OffscreenScroll>& scroll() const { return scroll_; }
 
 private:
     // `isMoved` is true if the superview was moved, or its visibility, opacity or clip changed.
     void placeMarked(NSView& view, const OffscreenPlace& superview, bool isMoved);
     // Places the view itself. Returns true if its subviews must be placed, too.
     bool place(NSView& view, const OffscreenPlace& superview, bool isMoved);
+    // Damages what a view, which was at `before` and drawn plainly or not, has left, and where it
+    // is; but not what a scroll moves.
+    void damagePlaces(NSView& view, const OffscreenExtent& before, bool wasPlain,
+                      bool isSuperviewMoved);
     // Takes over the view's clips. Returns whether that changes what is visible.
     bool clip(const NSView& view, const OffscreenPlace& superview);
 
@@ -54,6 +65,8 @@ private:
     double scale_ = 1;
     double time_ = 0;
     bool isNew_ = true;  // every view must be placed
+    std::optional<OffscreenScroll> scroll_;
+    bool isInScroll_ = false;  // subviews of the scrolled view are being placed
 };
 
 }  // namespace orvane::platform

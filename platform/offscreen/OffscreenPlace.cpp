@@ -22,6 +22,11 @@ NSBackingRect OffscreenPlace::pixelsInImage(const NSBackingRect& rect, double sc
                           : transformedBox(toImage, rect.toPoints(scale));
 }
 
+bool OffscreenPlace::isPlain() const {
+    return isPixelAligned && opacity == 1 && masks.empty() && subviewMasks.empty() &&
+           fadesFrom == nullptr && fadesInto == nullptr;
+}
+
 CGAffineTransform OffscreenPlace::toDrawnPixels(double scale) const {
     return isPixelAligned ? CGAffineTransform{scale,
                                               0,

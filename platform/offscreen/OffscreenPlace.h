@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <vector>
 
 #include "platform/appkit/NSBackingRect.h"
@@ -20,9 +21,23 @@ struct OffscreenClip {
     friend bool operator==(const OffscreenClip&, const OffscreenClip&) = default;
 };
 
+// Which pixels of the window's image a view draws on.
+struct OffscreenExtent {
+    bool isShown = false;  // neither the view nor an ancestor is hidden or fully transparent
+    double opacity = 1;
+    // Set when the view is only moved: its pixels are copied unchanged, to the nearest whole pixel.
+    bool isPixelAligned = false;
+    std::int64_t originX = 0;
+    std::int64_t originY = 0;
+    // Nothing of the view, and of its subviews, is outside these parts of the image.
+    NSBackingRect visible;
+    NSBackingRect visibleSubviews;
+    NSBackingRect own;  // what the view itself draws; empty if it draws nothing
+};
+
 // What an off-screen window keeps with each of its views: where the view is in the window's image.
 // OffscreenLayout writes it and OffscreenComposer reads it.
-struct OffscreenPlace final : NSViewRealization {
+struct OffscreenPlace final : NSViewRealization, OffscreenExtent {
     // The place of a view that is in an off-screen window.
     static OffscreenPlace& of(const NSView& view) {
         return static_cast<OffscreenPlace&>(*view.realization());
@@ -36,27 +51,19 @@ struct OffscreenPlace final : NSViewRealization {
     // pixel if the view's pixels are.
     CGAffineTransform toDrawnPixels(double scale) const;
 
+    // Whether the view is drawn as it is: neither filtered, nor cut by a mask, nor faded.
+    bool isPlain() const;
+
     CGAffineTransform toImage;  // from the view's points to the image's pixels
-    bool isShown = false;       // neither the view nor an ancestor is hidden or fully transparent
-    double opacity = 1;
     // The siblings that this view replaces, and that replaces it, in a cross-fade; see
     // CALayerPresentation. The links are always mutual, also when one of the views leaves.
     NSView* fadesFrom = nullptr;
     NSView* fadesInto = nullptr;
-    // Set when the view is only moved: its pixels are copied unchanged, to the nearest whole pixel.
-    bool isPixelAligned = false;
-    std::int64_t originX = 0;
-    std::int64_t originY = 0;
-
-    // Nothing of the view, and of its subviews, is outside these parts of the image.
-    NSBackingRect visible;
-    NSBackingRect visibleSubviews;
-    // The clips that need more than these rectangles, of the view and of its subviews.
+    // The clips that need more than the rectangles `visible` and `visibleSubviews`.
     std::vector<OffscreenClip> masks;
     std::vector<OffscreenClip> subviewMasks;
 
-    NSBackingRect own;  // what the view itself draws, in the image; empty if it draws nothing
-    NSBackingRect all;  // including the subviews
+    NSBackingRect all;  // what the view and its subviews draw
     // Where the subviews and their subviews draw, in drawing order. A compact copy, because with
     // many views most of the work is to find the few that meet a damaged rectangle.
     struct Box {
@@ -81,6 +88,12 @@ struct OffscreenPlace final : NSViewRealization {
     const std::uint32_t* pixels = nullptr;
     NSBackingRect area;
     bool isPrepared = false;
+
+    // The color that all pixels of a part of the backing store have, in the view's pixels; nothing
+    // if they differ. Found when a view in front of this one was scrolled; see OffscreenScroll.
+    bool isProbed = false;
+    NSBackingRect probed;
+    std::optional<std::uint32_t> probedColor;
 };
 
 }  // namespace orvane::platform

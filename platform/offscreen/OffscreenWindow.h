@@ -31,7 +31,7 @@ public:
     void setBackingScaleFactor(double scale);
 
     // Runs one display pass at the current media time. Returns the rectangles of the image that
-    // were composed; they are valid until the next call.
+    // were composed or scrolled; they are valid until the next call.
     std::span<const NSBackingRect> display();
 
     // ---- the image, as of the last display() ----
@@ -39,7 +39,7 @@ public:
     int pixelWidth() const;
     int pixelHeight() const;
     // Premultiplied ARGB, 32 bits in the machine's byte order; transparent where there is no view.
-    // Valid until the window is resized or destroyed.
+    // Valid until the next display().
     const std::uint32_t* pixels() const;
     // The distance between two rows of pixels().
     std::size_t bytesPerRow() const;

@@ -43,9 +43,22 @@ public:
     Scene(unsigned seed, double scale) : window({300, 200}, scale), random_(seed) {
         root_ = block({{0, 0}, {300, 200}}, {0, 0, 0, 1});
         window.setContentView(root_);
+        if (seed % 4 != 0) {
+            // In the whole window, or in a part; larger than what is stored of it.
+            const auto clip =
+                block(seed % 4 == 1 ? CGRect{{0, 0}, {300, 200}} : CGRect{{40, 20}, {200, 150}},
+                      seed % 4 == 2 ? CGColor{} : color());
+            clip->setClipsToBounds(true);
+            document_ = std::make_shared<PaintedView>(CGRect{{0, 0}, {900, 1200}}, color());
+            clip->addSubview(document_);
+            root_->addSubview(clip);
+        }
     }
 
     void change() {
+        if (document_ && below(3) == 0) {
+            return scroll();
+        }
         switch (views_.empty() ? 0 : below(11)) {
             case 10:
                 return clip(any());
@@ -84,7 +97,21 @@ private:
                 {static_cast<double>(1 + below(120)), static_cast<double>(1 + below(120))}};
     }
     NSView& place() {
+        if (document_ && below(3) == 0) {
+            return *document_;
+        }
         return below(2) == 0 || views_.empty() ? *root_ : static_cast<NSView&>(any());
+    }
+
+    // By a few points or by many, in both directions.
+    void scroll() {
+        const double reach = below(3) == 0 ? 700 : 40;
+        const auto next = [&](double from, double limit) {
+            return std::clamp(from + std::floor((below(21) - 10) * reach / 10), -limit, 0.0);
+        };
+        const CGPoint from = document_->frame().origin;
+        document_->setFrame({{below(2) == 0 ? from.x : next(from.x, 600), next(from.y, 1000)},
+                             document_->frame().size});
     }
 
     void add() {
@@ -130,6 +157,7 @@ private:
 
     std::mt19937 random_;
     std::shared_ptr<NSView> root_;
+    std::shared_ptr<PaintedView> document_;  // moves in a clip; null in some scenes
     std::vector<std::shared_ptr<PaintedView>> views_;
 };
 
