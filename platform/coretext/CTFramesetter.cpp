@@ -51,7 +51,7 @@ const std::vector<CTFramesetter::Line>& CTFramesetter::linesOf(double width) con
     FontMap::Locked map;
     const auto shapedText = string_.shapedText();
     for (const auto& [paragraph, bytes] : shapedText->linesOf(width)) {
-        LineBuilder builder(string_);
+        LineBuilder builder(string_, LineBuilder::Purpose::HitTesting);
         builder.add(*paragraph, bytes.begin, bytes.end);
         const std::size_t begin = paragraph->begin + static_cast<std::size_t>(bytes.begin);
         const auto length = static_cast<std::size_t>(bytes.next - bytes.begin);

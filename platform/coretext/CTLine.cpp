@@ -14,14 +14,27 @@
 
 namespace orvane::platform {
 
-std::shared_ptr<const CTLine> CTLine::createWithAttributedString(
-    const CFMutableAttributedString& string) {
+namespace {
+
+std::shared_ptr<const CTLine> create(const CFMutableAttributedString& string,
+                                     LineBuilder::Purpose purpose) {
     FontMap::Locked map;
-    LineBuilder builder(string);
+    LineBuilder builder(string, purpose);
     for (const ShapedParagraph& paragraph : string.shapedText()->paragraphs()) {
         builder.add(paragraph, 0, static_cast<int>(paragraph.end - paragraph.begin));
     }
     return builder.finish(string.range());
+}
+
+}  // namespace
+
+std::shared_ptr<const CTLine> CTLine::createWithAttributedString(
+    const CFMutableAttributedString& string) {
+    return create(string, LineBuilder::Purpose::HitTesting);
+}
+
+std::shared_ptr<const CTLine> CTLine::createForPainting(const CFMutableAttributedString& string) {
+    return create(string, LineBuilder::Purpose::Painting);
 }
 
 CTLine::~CTLine() {
@@ -45,7 +58,7 @@ std::optional<std::size_t> CTLine::stringIndexForPosition(double x) const {
     const auto run = std::partition_point(runs_.begin(), runs_.end(), [&](const TextRun& each) {
         return each.x + each.width <= x && &each != &runs_.back();
     });
-    if (run == runs_.end()) {
+    if (run == runs_.end() || extents_.empty()) {
         return std::nullopt;
     }
     const auto piece =
@@ -54,8 +67,8 @@ std::optional<std::size_t> CTLine::stringIndexForPosition(double x) const {
     double left = piece->x;
     std::uint32_t glyph = piece->first;
     const std::uint32_t last = piece->first + piece->count - 1;
-    while (glyph < last && left + double{glyphs_[glyph].advance} <= x) {
-        left += double{glyphs_[glyph++].advance};
+    while (glyph < last && left + double{extents_[glyph].advance} <= x) {
+        left += double{extents_[glyph++].advance};
     }
     return characterInCluster(*run, glyph, x - left);
 }
@@ -63,22 +76,22 @@ std::optional<std::size_t> CTLine::stringIndexForPosition(double x) const {
 // A cluster has one glyph for several characters (a ligature), several for one, or several for
 // several. Its characters share its width evenly.
 std::size_t CTLine::characterInCluster(const TextRun& run, std::uint32_t glyph, double x) const {
-    const std::uint32_t cluster = glyphs_[glyph].cluster;
+    const std::uint32_t cluster = extents_[glyph].cluster;
     const std::uint32_t begin = run.pieces.front().first;
     const std::uint32_t end = run.pieces.back().first + run.pieces.back().count;
     std::uint32_t first = glyph;
-    for (; first > begin && glyphs_[first - 1].cluster == cluster; --first) {
-        x += double{glyphs_[first - 1].advance};
+    for (; first > begin && extents_[first - 1].cluster == cluster; --first) {
+        x += double{extents_[first - 1].advance};
     }
     double width = 0;
     std::uint32_t after = first;
-    for (; after < end && glyphs_[after].cluster == cluster; ++after) {
-        width += double{glyphs_[after].advance};
+    for (; after < end && extents_[after].cluster == cluster; ++after) {
+        width += double{extents_[after].advance};
     }
     // The next cluster in reading order is on the right, or on the left in right-to-left text.
     std::size_t clusterEnd = run.end;
     if (run.isRightToLeft() ? first > begin : after < end) {
-        clusterEnd = glyphs_[run.isRightToLeft() ? first - 1 : after].cluster;
+        clusterEnd = extents_[run.isRightToLeft() ? first - 1 : after].cluster;
     }
     const char* const text = text_->data();
     const auto count = g_utf8_strlen(text + cluster, static_cast<gssize>(clusterEnd - cluster));
@@ -91,12 +104,15 @@ std::size_t CTLine::characterInCluster(const TextRun& run, std::uint32_t glyph, 
 }
 
 double CTLine::offsetForStringIndex(std::size_t index) const {
+    if (extents_.empty()) {
+        return 0;
+    }
     const TextRun* last = nullptr;  // the run that ends the line in reading order
     for (const TextRun& run : runs_) {
         const TextRun::Piece& piece = run.isRightToLeft() ? run.pieces.back() : run.pieces.front();
         const std::uint32_t first =
             run.isRightToLeft() ? piece.first + piece.count - 1 : piece.first;
-        if (glyphs_[first].cluster <= index && index < run.end) {
+        if (extents_[first].cluster <= index && index < run.end) {
             return offsetInRun(run, index);
         }
         if (last == nullptr || run.end > last->end) {
@@ -115,14 +131,14 @@ double CTLine::offsetInRun(const TextRun& run, std::size_t index) const {
     double left = run.x;
     for (std::uint32_t glyph = run.pieces.front().first; glyph < end;) {
         const std::uint32_t first = glyph;
-        const std::uint32_t cluster = glyphs_[first].cluster;
+        const std::uint32_t cluster = extents_[first].cluster;
         double width = 0;
-        for (; glyph < end && glyphs_[glyph].cluster == cluster; ++glyph) {
-            width += double{glyphs_[glyph].advance};
+        for (; glyph < end && extents_[glyph].cluster == cluster; ++glyph) {
+            width += double{extents_[glyph].advance};
         }
         std::size_t clusterEnd = run.end;
         if (run.isRightToLeft() ? first > run.pieces.front().first : glyph < end) {
-            clusterEnd = glyphs_[run.isRightToLeft() ? first - 1 : glyph].cluster;
+            clusterEnd = extents_[run.isRightToLeft() ? first - 1 : glyph].cluster;
         }
         if (cluster <= index && index < clusterEnd) {
             const char* const text = text_->data();

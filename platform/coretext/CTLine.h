@@ -29,6 +29,9 @@ public:
     // Puts the whole text in one line, ignoring line breaks in it.
     static std::shared_ptr<const CTLine> createWithAttributedString(
         const CFMutableAttributedString& string);
+    // The same line without the places of its characters: stringIndexForPosition returns none and
+    // offsetForStringIndex returns zero. It takes less memory.
+    static std::shared_ptr<const CTLine> createForPainting(const CFMutableAttributedString& string);
 
     ~CTLine() override;
 
@@ -69,6 +72,7 @@ private:
     CGRect imageBounds_;
     std::vector<TextRun> runs_;  // from left to right
     std::vector<TextGlyph> glyphs_;
+    std::vector<GlyphExtent> extents_;  // of the glyphs; empty if the line is only painted
 };
 
 }  // namespace orvane::platform

@@ -40,8 +40,8 @@ void reorder(Pieces& pieces) {
 
 }  // namespace
 
-LineBuilder::LineBuilder(const CFMutableAttributedString& string)
-    : string_(string), shapedText_(string.shapedText()), line_(new CTLine) {
+LineBuilder::LineBuilder(const CFMutableAttributedString& string, Purpose purpose)
+    : string_(string), purpose_(purpose), shapedText_(string.shapedText()), line_(new CTLine) {
     line_->text_ = shapedText_->text();
 }
 
@@ -132,9 +132,11 @@ void LineBuilder::append(const Piece& piece, std::size_t paragraphBegin) {
         const double x = userUnits(x_ + info.geometry.x_offset) - last.x;
         const bool empty = info.glyph == PANGO_GLYPH_EMPTY || item.isTab;
         line_->glyphs_.push_back({empty ? TextGlyph::kNone : info.glyph, static_cast<float>(x),
-                                  static_cast<float>(userUnits(info.geometry.y_offset)),
-                                  static_cast<float>(userUnits(advance)),
-                                  static_cast<std::uint32_t>(cluster)});
+                                  static_cast<float>(userUnits(info.geometry.y_offset))});
+        if (purpose_ == Purpose::HitTesting) {
+            line_->extents_.push_back(
+                {static_cast<float>(userUnits(advance)), static_cast<std::uint32_t>(cluster)});
+        }
         ++last.count;
         x_ += advance;
         last.width = userUnits(x_) - last.x;
@@ -181,6 +183,7 @@ std::shared_ptr<const CTLine> LineBuilder::finish(CFRange range) {
         addImageBounds(run);
     }
     line_->glyphs_.shrink_to_fit();
+    line_->extents_.shrink_to_fit();
     return line_;
 }
 

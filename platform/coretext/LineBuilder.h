@@ -14,7 +14,9 @@ namespace orvane::platform {
 // glyphs. Internal to this module; used under the lock of FontMap.
 class LineBuilder {
 public:
-    explicit LineBuilder(const CFMutableAttributedString& string);
+    enum class Purpose { Painting, HitTesting };
+
+    LineBuilder(const CFMutableAttributedString& string, Purpose purpose);
 
     // Appends the text between two bytes of the paragraph.
     void add(const ShapedParagraph& paragraph, int from, int to);
@@ -36,6 +38,7 @@ private:
     void addImageBounds(const TextRun& run);
 
     const CFMutableAttributedString& string_;
+    const Purpose purpose_;
     std::shared_ptr<const ShapedText> shapedText_;
     std::shared_ptr<CTLine> line_;
     const CFMutableAttributedString::Run* attributes_ = nullptr;  // of the current run

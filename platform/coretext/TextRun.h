@@ -14,14 +14,17 @@ namespace orvane::platform {
 class RunFont;
 struct CairoCanvas;
 
-// A glyph and its position; `y` is down from the baseline. `cluster` is the first byte of the text
-// that the glyph represents.
+// A glyph and its position; `y` is down from the baseline.
 struct TextGlyph {
     // A glyph that takes space and draws nothing.
     static constexpr std::uint32_t kNone = 0xffffffff;
 
     std::uint32_t glyph;
     float x, y;
+};
+
+// What a glyph represents: `cluster` is the first byte of its text.
+struct GlyphExtent {
     float advance;
     std::uint32_t cluster;
 };

@@ -131,7 +131,7 @@ void TextWrapper::updateBounds() {
     const auto frame =
         framesetter->createFrame({{0, 0}, {multiline_ ? width : size.width, size.height}});
     if (!multiline_ && frame->lines().size() > 1) {
-        line_ = platform::CTLine::createWithAttributedString(attributedString_);
+        line_ = platform::CTLine::createForPainting(attributedString_);
     }
     imageBounds_ = Rect<double>(line_                    ? line_->imageBounds()
                                 : multiline_             ? frame->imageBounds()
@@ -202,7 +202,7 @@ void TextWrapper::drawLine(platform::CGContext& canvas) {
         drawStrikethrough(canvas);
     }
     if (!line_) {
-        line_ = platform::CTLine::createWithAttributedString(attributedString_);
+        line_ = platform::CTLine::createForPainting(attributedString_);
     }
     canvas.translateCTM(originX_, originY_);
     canvas.scaleCTM(1, -1);
