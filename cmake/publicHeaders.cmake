@@ -8,8 +8,10 @@ set(orvane_public_headers
     orvane/commons/MainClass.h
     orvane/commons/Trace.h
     orvane/commons/virtual_enable_shared_from_this.h
+    orvane/display/Appearance.h
     orvane/display/Display.h
     orvane/display/DisplayFactory.h
+    orvane/display/Window.h
     orvane/display/animation/Animatable.h
     orvane/display/animation/Animation.h
     orvane/display/animation/AttributeName.h
@@ -19,12 +21,14 @@ set(orvane_public_headers
     orvane/display/animation/GroupAnimation.h
     orvane/display/animation/Transition.h
     orvane/display/animation/ValueAnimation.h
+    orvane/display/events/DropEvent.h
     orvane/display/events/FrameChangedEvent.h
     orvane/display/events/KeyEvent.h
     orvane/display/events/Modifier.h
     orvane/display/events/PointerEvent.h
     orvane/display/events/Shortcuts.h
     orvane/display/events/TouchEvent.h
+    orvane/display/events/WindowEvents.h
     orvane/display/geometry/Matrix.h
     orvane/display/geometry/Point.h
     orvane/display/geometry/Rect.h
@@ -77,6 +81,9 @@ set(orvane_public_headers
     orvane/runtime/Main.h
     orvane/runtime/Runtime.h
     orvane/runtime/Timer.h
+    orvane/system/clipboard.h
+    orvane/system/dialogs.h
+    orvane/system/notifications.h
     orvane/system/system.h
     orvane/thread/dispatch.h
 
@@ -114,10 +121,16 @@ set(orvane_public_headers
     orvane/runtime/init_orvane.h
     orvane/system/ScreenTypeView.h
     platform/appkit/NSAccessibilityLabel.h
+    platform/appkit/NSAppearance.h
     platform/appkit/NSBackingRect.h
+    platform/appkit/NSDesktop.h
+    platform/appkit/NSDrop.h
     platform/appkit/NSEvent.h
+    platform/appkit/NSScriptedDesktop.h
     platform/appkit/NSWindow.h
+    platform/appkit/NSWindowHost.h
     platform/offscreen/OffscreenWindow.h
+    platform/offscreen/OffscreenWindowHost.h
     platform/quartzcore/CAMediaTime.h)
 list(APPEND orvane_public_headers
     # Tests of applications.
@@ -126,5 +139,6 @@ list(APPEND orvane_public_headers
     orvane/driver/Query.h
     orvane/driver/comparePictures.h)
 if(ORVANE_GTK)
-    list(APPEND orvane_public_headers platform/gtk/GTKControl.h platform/gtk/GTKWindow.h)
+    list(APPEND orvane_public_headers platform/gtk/GTKControl.h
+         platform/gtk/GTKToplevel.h platform/gtk/GTKWindow.h)
 endif()

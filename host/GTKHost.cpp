@@ -41,17 +41,15 @@ GTKHost::GTKHost(const Options& options, const EventScript& script)
       loop_(g_main_loop_new(nullptr, FALSE), &g_main_loop_unref),
       content_(options.size, options.scale),
       signals_([this] { quit(); }),
+      toplevel_(window_, content_, [this] { quit(); }),
       session_(content_, options.directory, options.resources) {
+    if (script.replacesDesktop()) {
+        platform::NSDesktop::setCurrent(&scriptedDesktop_.emplace());
+    }
     content_.setResizeHandler([this](platform::CGSize size) { session_.resize(size); });
     content_.setAccessibilityLabels([this] { return session_.accessibilityLabels(); });
     window_.set_title(options.title);
     window_.set_child(content_.widget());
-    window_.signal_close_request().connect(
-        [this] {
-            quit();
-            return true;  // this object destroys the window
-        },
-        false);
 }
 
 GTKHost::~GTKHost() {
@@ -65,6 +63,9 @@ ExitCode GTKHost::run() {
         showMessage(text.str());
     } else if (!session_.start()) {
         return ExitCode::NoApplication;
+    }
+    if (hasQuit_) {  // the application did not want to be shown
+        return ExitCode::Done;
     }
     // Otherwise the first control receives the focus, with its text selected.
     content_.widget().set_focusable(true);

@@ -12,6 +12,8 @@
 #include "host/WindowState.h"
 #include "host/output.h"
 #include "orvane/embedding/Session.h"
+#include "platform/appkit/NSScriptedDesktop.h"
+#include "platform/gtk/GTKToplevel.h"
 #include "platform/gtk/GTKWindow.h"
 
 namespace orvane::host {
@@ -45,7 +47,10 @@ private:
     void becomeDue();
     // Called after each frame.
     void frameShown();
-    void quit() { g_main_loop_quit(loop_.get()); }
+    void quit() {
+        hasQuit_ = true;
+        g_main_loop_quit(loop_.get());
+    }
 
     const Options& options_;
     const EventScript& script_;
@@ -53,11 +58,14 @@ private:
     platform::GTKWindow content_;
     Gtk::Window window_;
     TerminationSignals signals_;
+    platform::GTKToplevel toplevel_;
+    std::optional<platform::NSScriptedDesktop> scriptedDesktop_;
     embedding::Session session_;
     std::optional<Playback> playback_;
     std::optional<Timer> timer_;
     std::optional<WindowState> windowState_;
     std::optional<Timer> windowStateTimer_;
+    bool hasQuit_ = false;
     bool due_ = false;
     ExitCode exitCode_ = ExitCode::Done;
 };

@@ -51,6 +51,11 @@ OffscreenHost::OffscreenHost(const Options& options, const EventScript& script)
         clock_.emplace();
         start_ = platform::CACurrentMediaTime();
     }
+    window_.windowHost().setCloseHandler([this] {
+        if (onTerminate_) {
+            onTerminate_();
+        }
+    });
 }
 
 ExitCode OffscreenHost::run() {
@@ -99,7 +104,7 @@ ExitCode OffscreenHost::runUntilTerminated() {
     const std::unique_ptr<GMainLoop, decltype(&g_main_loop_unref)> loop(
         g_main_loop_new(nullptr, FALSE), &g_main_loop_unref);
     const Playback playback(script_, window_, [] {});
-    if (!terminated_) {
+    if (!terminated_ && !isClosed()) {
         onTerminate_ = [&loop] { g_main_loop_quit(loop.get()); };
         g_main_loop_run(loop.get());
         onTerminate_ = nullptr;
@@ -137,15 +142,14 @@ void OffscreenHost::waitUntil(double time) {
 }
 
 void OffscreenHost::play(double until) {
-    const auto& events = script_.events();
-    for (; nextEvent_ < events.size() && !terminated_; ++nextEvent_) {
-        platform::NSEvent event = events[nextEvent_];
-        if (event.timestamp > until) {
+    const auto& steps = script_.steps();
+    for (; nextStep_ < steps.size() && !terminated_ && !isClosed(); ++nextStep_) {
+        const EventScript::Step& step = steps[nextStep_];
+        if (step.seconds > until) {
             return;
         }
-        advanceTo(event.timestamp);
-        event.timestamp += start_;
-        window_.sendEvent(event);
+        advanceTo(step.seconds);
+        step.perform(window_, start_ + step.seconds);
         settle();
     }
 }

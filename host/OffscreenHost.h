@@ -43,6 +43,7 @@ private:
     void waitUntil(double time);
     // Runs the tasks of the main queue and paints, until there is nothing left of either.
     void settle();
+    bool isClosed() const { return window_.windowHost().isClosed(); }
     bool writePNG(const std::string& path) { return window_.writePNG(path); }
 
     const Options& options_;
@@ -56,7 +57,7 @@ private:
     std::function<void()> onTerminate_;
     TerminationSignals signals_;
     embedding::Session session_;
-    std::size_t nextEvent_ = 0;
+    std::size_t nextStep_ = 0;
 };
 
 }  // namespace orvane::host

@@ -31,8 +31,8 @@ Starts every application library in DIRECTORY and shows what it displays.
                      events are played and nothing is left to paint). Off-screen, animations are
                      shown as they are at exactly this time
   --events FILE      play pointer, scroll and key events; a line is SECONDS down|move|up X Y,
-                     SECONDS scroll X Y DX DY, SECONDS key NAME [ctrl+shift+alt] or
-                     SECONDS text STRING
+                     SECONDS scroll X Y DX DY, SECONDS key NAME [ctrl+shift+alt],
+                     SECONDS text STRING, SECONDS close and others
   --trace FILE       write what the run does, and when, in the Chrome trace format
   --frames DIR       off-screen: write every frame of an animation as a numbered PNG, then exit
   --fps N            frames per second (60)

@@ -2,7 +2,6 @@
 
 #include <utility>
 
-#include "host/EventScript.h"
 #include "platform/appkit/NSWindow.h"
 #include "platform/quartzcore/CAMediaTime.h"
 
@@ -10,7 +9,7 @@ namespace orvane::host {
 
 Playback::Playback(const EventScript& script, platform::NSWindow& window,
                    std::function<void()> onFinished)
-    : events_(script.events()),
+    : steps_(script.steps()),
       window_(window),
       onFinished_(std::move(onFinished)),
       start_(platform::CACurrentMediaTime()) {
@@ -19,20 +18,18 @@ Playback::Playback(const EventScript& script, platform::NSWindow& window,
 
 void Playback::advance() {
     for (const double now = platform::CACurrentMediaTime();
-         next_ < events_.size() && start_ + events_[next_].timestamp <= now; ++next_) {
-        platform::NSEvent event = events_[next_];
-        event.timestamp = now;
-        window_.sendEvent(event);
+         next_ < steps_.size() && start_ + steps_[next_].seconds <= now; ++next_) {
+        steps_[next_].perform(window_, now);
     }
     waitForNext();
 }
 
 void Playback::waitForNext() {
-    if (next_ == events_.size()) {
+    if (next_ == steps_.size()) {
         timer_.emplace(0, std::move(onFinished_));
         return;
     }
-    const double due = start_ + events_[next_].timestamp;
+    const double due = start_ + steps_[next_].seconds;
     timer_.emplace(due - platform::CACurrentMediaTime(), [this] { advance(); });
 }
 

@@ -5,16 +5,14 @@
 #include <optional>
 #include <vector>
 
+#include "host/EventScript.h"
 #include "host/Timer.h"
-#include "platform/appkit/NSEvent.h"
 
 namespace orvane::platform {
 class NSWindow;
 }
 
 namespace orvane::host {
-
-class EventScript;
 
 // Sends the events of a script to a window in real time, from GLib's default main context. Main
 // thread only.
@@ -29,7 +27,7 @@ private:
     void advance();
     void waitForNext();
 
-    const std::vector<platform::NSEvent>& events_;
+    const std::vector<EventScript::Step>& steps_;
     platform::NSWindow& window_;
     std::function<void()> onFinished_;
     double start_;  // media time

@@ -5,6 +5,7 @@
 
 #include "orvane/commons/eraseFromCollection.h"
 #include "orvane/commons/guardedCall.h"
+#include "orvane/display/Window.h"
 #include "orvane/display/animation/Transition.h"
 #include "orvane/display/events/InputDispatcher.h"
 #include "orvane/display/events/Shortcuts.h"
@@ -18,6 +19,7 @@
 #include "orvane/system/screenView.h"
 #include "orvane/system/system.h"
 #include "orvane/thread/dispatch.h"
+#include "platform/appkit/NSDesktop.h"
 #include "platform/appkit/NSWindow.h"
 #include "platform/foundation/NSFileManager.h"
 #include "platform/foundation/NSPathUtilities.h"
@@ -30,6 +32,7 @@ namespace orvane::display {
 using animation::Transition;
 using geometry::Size;
 using native::NativeLayer;
+using platform::NSDesktop;
 using platform::NSView;
 
 namespace {
@@ -54,6 +57,11 @@ std::shared_ptr<NSView> viewOf(const std::shared_ptr<DisplayLayer>& layer) {
 
 std::shared_ptr<NSView> viewOf(const std::shared_ptr<DisplayObject>& object) {
     return object ? viewOf(object->getLayer()) : nullptr;
+}
+
+Appearance toAppearance(const platform::NSAppearance& from) {
+    return {from.isDark,   from.accentColor, from.font,
+            from.textSize, from.textScale,   from.reducesMotion};
 }
 
 platform::CATransition platformTransition(const Transition& transition) {
@@ -105,7 +113,8 @@ void Display::reset() {
 
 Display::Display()
     : input_(std::make_unique<events::InputDispatcher>(objects_)),
-      shortcuts_(std::make_unique<events::Shortcuts>()) {
+      shortcuts_(std::make_unique<events::Shortcuts>()),
+      window_(std::make_shared<Window>()) {
     initView();
     loadFonts(system::getResourceDirectory() + "/res/fonts");
 }
@@ -114,6 +123,10 @@ Display::~Display() {
     dispatch_ui([this] {
         view_->setInputHandler({});
         view_.reset();
+        window_->setNativeWindow(nullptr);
+        if (appearance_) {
+            NSDesktop::current().setAppearanceHandler({});
+        }
     });
 }
 
@@ -122,7 +135,8 @@ void Display::initView() {
         view_ = std::make_shared<DisplayView>();
         view_->setInputHandler({input_.get(),
                                 [this](const platform::NSEvent& event) { return handleKey(event); },
-                                [this] { firstResponderChanged(); }});
+                                [this] { firstResponderChanged(); },
+                                [this] { window_->setNativeWindow(view_->window()); }});
         view_->setWantsLayer(true);
         view_->layer()->setBackgroundColor({0, 0, 0, 1});
     });
@@ -285,6 +299,28 @@ void Display::focusChanged(const std::shared_ptr<DisplayObject>& object) {
     if (input_->setFocus(object)) {
         commons::guardedCall("exception of a focus listener",
                              [&] { notify(events::FocusChangedEvent{input_->focus()}); });
+        if (view_ && view_->window() != nullptr) {
+            view_->window()->accessibilityDidChange();
+        }
+    }
+}
+
+// ---- the desktop ----
+
+const Appearance& Display::getAppearance() {
+    if (!appearance_) {
+        NSDesktop::current().setAppearanceHandler([this] { appearanceChanged(); });
+        appearance_ = toAppearance(NSDesktop::current().appearance());
+    }
+    return *appearance_;
+}
+
+void Display::appearanceChanged() {
+    const Appearance appearance = toAppearance(NSDesktop::current().appearance());
+    if (appearance_ && *appearance_ != appearance) {
+        appearance_ = appearance;
+        commons::guardedCall("exception of an appearance listener",
+                             [&] { notify(AppearanceChangedEvent{appearance}); });
     }
 }
 

@@ -2,11 +2,13 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "orvane/commons/Export.h"
 #include "orvane/commons/virtual_enable_shared_from_this.h"
+#include "orvane/display/Appearance.h"
 #include "orvane/display/events/FrameChangedEvent.h"
 #include "orvane/display/geometry/Size.h"
 #include "orvane/notification/Notifier.h"
@@ -21,6 +23,7 @@ namespace orvane::display {
 class DisplayLayer;
 class DisplayObject;
 class DisplayView;
+class Window;
 
 namespace animation {
 struct Transition;
@@ -56,6 +59,13 @@ public:
     ~Display() override;
     Display(const Display&) = delete;
     Display& operator=(const Display&) = delete;
+
+    // The window around the display: its title, and whether it may close. Never null.
+    const std::shared_ptr<Window>& getWindow() const { return window_; }
+    // How the user wants programs to look. Asks the desktop the first time, which can take some
+    // milliseconds; from then on, an AppearanceChangedEvent is sent to the display's listeners when
+    // something of it changes.
+    const Appearance& getAppearance();
 
     // Adds an object on top of the others. An object without a layer of its own gets one.
     void add(const std::shared_ptr<DisplayObject>& object);
@@ -134,6 +144,7 @@ public:
 private:
     bool handleKey(const platform::NSEvent& event);
     void firstResponderChanged();
+    void appearanceChanged();
     void focusChanged(const std::shared_ptr<DisplayObject>& object);
 
     static std::shared_ptr<Display> s_instance;  // defined in runtime/statics.cpp
@@ -142,6 +153,8 @@ private:
     std::shared_ptr<DisplayView> view_;
     std::unique_ptr<events::InputDispatcher> input_;
     std::unique_ptr<events::Shortcuts> shortcuts_;
+    std::shared_ptr<Window> window_;
+    std::optional<Appearance> appearance_;  // empty until it was asked for
 };
 
 // Removes an object from its parent, if it has one.

@@ -23,6 +23,8 @@
 #include "orvane/embedding/preOrder.h"
 #include "orvane/embedding/settle.h"
 #include "orvane/embedding/textOf.h"
+#include "platform/appkit/NSDrop.h"
+#include "platform/appkit/NSScriptedDesktop.h"
 #include "platform/coregraphics/CGImage.h"
 #include "platform/offscreen/OffscreenWindow.h"
 #include "platform/quartzcore/CAMediaTime.h"
@@ -165,9 +167,13 @@ struct Driver::State {
     State(const std::string& applications, const Options& options)
         : window(options.size, options.scale),
           session(window, applications, options.resources),
-          start(platform::CACurrentMediaTime()) {}
+          start(platform::CACurrentMediaTime()) {
+        platform::NSDesktop::setCurrent(&desktop);
+        desktop.copyText({});
+    }
 
     platform::CAVirtualClock clock;
+    platform::NSScriptedDesktop desktop;
     platform::OffscreenWindow window;
     embedding::Session session;
     double start;
@@ -308,6 +314,38 @@ bool Driver::key(const std::string& name, unsigned modifierFlags) {
     event.type = NSEventType::KeyUp;
     send(event);
     return handled;
+}
+
+// ---- the window and the desktop ----
+
+bool Driver::closeWindow() {
+    const bool closes = state_->window.performClose();
+    settle();
+    return closes;
+}
+
+const platform::OffscreenWindowHost& Driver::windowHost() const {
+    return state_->window.windowHost();
+}
+
+platform::NSScriptedDesktop& Driver::desktop() {
+    return state_->desktop;
+}
+
+bool Driver::drop(const Object& object, const std::vector<std::string>& files,
+                  const std::string& text) {
+    platform::NSDrop drop{platform::NSDropPhase::Over, centerOf(object), files, text};
+    state_->window.sendDrop(drop);
+    settle();
+    drop.phase = platform::NSDropPhase::Performed;
+    const bool isTaken = state_->window.sendDrop(drop);
+    settle();
+    return isTaken;
+}
+
+bool Driver::drop(const Query& query, const std::vector<std::string>& files,
+                  const std::string& text) {
+    return drop(find(query), files, text);
 }
 
 // ---- time ----

@@ -16,7 +16,9 @@ class DisplayObject;
 
 namespace orvane::platform {
 class CGImage;
-}
+class NSScriptedDesktop;
+class OffscreenWindowHost;
+}  // namespace orvane::platform
 
 namespace orvane::driver {
 
@@ -84,6 +86,22 @@ public:
     bool type(const std::string& text);
     // Presses and releases a key; see NSEvent for its name and the modifiers.
     bool key(const std::string& name, unsigned modifierFlags = 0);
+
+    // ---- the window and the desktop ----
+    // Closes the window as the user does. Returns whether the application let it close. A window
+    // that is closed can still be looked at.
+    bool closeWindow();
+    // What the application has asked of its window: the title, and whether it is closed.
+    const platform::OffscreenWindowHost& windowHost() const;
+    // The desktop of the application: its clipboard, answers of dialogs, notifications, and the
+    // appearance. Its answers reach the application with the next action or step.
+    platform::NSScriptedDesktop& desktop();
+    // Drags files or a text from another program to the center of an object, and releases them.
+    // Returns whether the application took them.
+    bool drop(const Object& object, const std::vector<std::string>& files,
+              const std::string& text = {});
+    bool drop(const Query& query, const std::vector<std::string>& files,
+              const std::string& text = {});
 
     // Sends an event at the current time, for what the functions above do not cover.
     bool send(platform::NSEvent event);

@@ -45,6 +45,9 @@ ORVANE_EXPORT void initSystem();
 // Opens an address in the program that the desktop associates with it. Returns false if the text is
 // not an address or if there is no such program.
 ORVANE_EXPORT bool openUrl(const std::string& url);
+// The same without waiting for the desktop: returns at once, and passes the result to the callback
+// on the main thread. Main thread only.
+ORVANE_EXPORT void openUrl(const std::string& url, std::function<void(bool isOpen)> callback);
 
 // Ends the process with exit code 0.
 [[noreturn]] ORVANE_EXPORT void exit();

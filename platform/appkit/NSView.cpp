@@ -323,6 +323,10 @@ bool NSView::keyUp(const NSEvent&) {
     return false;
 }
 
+bool NSView::performDrop(const NSDrop&) {
+    return false;
+}
+
 bool NSView::pointerEvent(const NSEvent&) {
     return false;
 }

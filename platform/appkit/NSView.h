@@ -16,6 +16,7 @@ namespace orvane::platform {
 class NSBackingStore;
 class NSGestureRecognizer;
 class NSWindow;
+struct NSDrop;
 struct NSEvent;
 
 // Where addSubview puts a view. Out counts as Above.
@@ -145,6 +146,10 @@ public:
     // the left button that a view has handled. While recognizers have a gesture, only its release
     // is a pointer event.
     virtual bool pointerEvent(const NSEvent& event);
+    // A drag from another program is over the view, or was released there. Returns whether the view
+    // takes it; if not, its superview is called. The view that would take it is called with
+    // NSDropPhase::Left when the drag is elsewhere, and the result does not matter.
+    virtual bool performDrop(const NSDrop& drop);
     // Whether the view can have the keyboard; see NSWindow::makeFirstResponder. A press of the
     // pointer gives the keyboard to the innermost view under it that accepts it.
     virtual bool acceptsFirstResponder() const { return false; }

@@ -10,12 +10,15 @@
 #include "platform/appkit/NSBackingPolicy.h"
 #include "platform/appkit/NSBackingStore.h"
 #include "platform/appkit/NSCursor.h"
+#include "platform/appkit/NSDrop.h"
 #include "platform/appkit/NSEvent.h"
 #include "platform/appkit/NSGestureArena.h"
 #include "platform/appkit/NSPointer.h"
 #include "platform/appkit/NSResponders.h"
 #include "platform/appkit/NSView.h"
 #include "platform/appkit/NSViewList.h"
+#include "platform/appkit/NSWindowHost.h"
+#include "platform/appkit/offerToViews.h"
 #include "platform/coregraphics/CGAffineTransform.h"
 #include "platform/quartzcore/CAMediaTime.h"
 #include "platform/quartzcore/CATimeline.h"
@@ -72,6 +75,11 @@ struct NSWindow::State {
     NSResponders responders;
     NSPointer pointer;
     NSCursor cursor = NSCursor::Default;
+    std::weak_ptr<NSView> dropTarget;  // would take the drag that is over it
+    NSWindowHost refusingHost;
+    NSWindowHost* host = &refusingHost;
+    NSWindowDelegate* delegate = nullptr;
+    bool isFullScreen = false;
 };
 
 NSWindow::NSWindow() : state_(std::make_unique<State>()) {}
@@ -519,6 +527,23 @@ void NSWindow::giveKeyboardToViewAt(CGPoint location) {
     }
 }
 
+bool NSWindow::sendDrop(const NSDrop& drop) {
+    std::shared_ptr<NSView> target;
+    if (drop.phase != NSDropPhase::Left && contentView() != nullptr) {
+        target = offerToViews(contentView()->hitTest(drop.locationInWindow),
+                              [&drop](NSView& view) { return view.performDrop(drop); });
+    }
+    const std::shared_ptr<NSView> before = state_->dropTarget.lock();
+    if (before && before != target && before->window() == this) {
+        before->performDrop({NSDropPhase::Left, {}});
+    }
+    state_->dropTarget.reset();
+    if (drop.phase == NSDropPhase::Over) {
+        state_->dropTarget = target;
+    }
+    return target != nullptr;
+}
+
 bool NSWindow::sendUnhandledKey(const NSEvent& event) {
     NSView* const first = firstResponder();
     if (first == nullptr) {
@@ -526,6 +551,40 @@ bool NSWindow::sendUnhandledKey(const NSEvent& event) {
     }
     return NSResponders::sendKey(showsNatively(*first) ? first->superview() : first, event);
 }
+
+// ---- the window around the content ----
+
+NSWindowHost& NSWindow::host() const {
+    return *state_->host;
+}
+
+void NSWindow::setHost(NSWindowHost* host) {
+    state_->host = host != nullptr ? host : &state_->refusingHost;
+}
+
+void NSWindow::setDelegate(NSWindowDelegate* delegate) {
+    state_->delegate = delegate;
+}
+
+bool NSWindow::performClose() {
+    if (state_->delegate != nullptr && !state_->delegate->windowShouldClose()) {
+        return false;
+    }
+    return state_->host->close();
+}
+
+bool NSWindow::isFullScreen() const {
+    return state_->isFullScreen;
+}
+
+void NSWindow::fullScreenDidChange(bool isFullScreen) {
+    if (std::exchange(state_->isFullScreen, isFullScreen) != isFullScreen &&
+        state_->delegate != nullptr) {
+        state_->delegate->windowDidChangeFullScreen();
+    }
+}
+
+void NSWindow::accessibilityDidChange() {}
 
 // ---- for subclasses ----
 

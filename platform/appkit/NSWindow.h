@@ -11,8 +11,11 @@ namespace orvane::platform {
 
 class NSBackingPolicy;
 class NSView;
+class NSWindowDelegate;
+class NSWindowHost;
 enum class NSCursor;
 struct CGAffineTransform;
+struct NSDrop;
 struct NSEvent;
 
 // What changed about a view: a set of bits.
@@ -89,6 +92,29 @@ public:
     // the pointer set it.
     NSCursor cursor() const;
     void setCursor(NSCursor cursor);
+    // Delivers a drag from another program: to the view under it, and then to its superviews, until
+    // one takes it (NSView::performDrop). Returns whether one does.
+    bool sendDrop(const NSDrop& drop);
+
+    // ---- the window around the content ----
+    // What the program around the content can do for it; one that refuses everything if none was
+    // set.
+    NSWindowHost& host() const;
+    // Borrowed; null for none.
+    void setHost(NSWindowHost* host);
+    // What the content learns about the window around it. Borrowed; null for none.
+    void setDelegate(NSWindowDelegate* delegate);
+    // The user wants to close the window: asks the delegate, and then has the host close it.
+    // Returns whether it closes.
+    bool performClose();
+    // Whether the window fills the screen.
+    bool isFullScreen() const;
+    // Must be called by the host when that has changed.
+    void fullScreenDidChange(bool isFullScreen);
+
+    // What assistive technology finds in the views has changed: the keyboard is elsewhere.
+    virtual void accessibilityDidChange();
+
     // Runs one display pass if anything changed or is animated. Does nothing during a pass.
     void displayIfNeeded();
     // The same with the time that the pass shows, in seconds of media time, for a window whose

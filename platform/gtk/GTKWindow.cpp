@@ -3,14 +3,18 @@
 #include <gdkmm/frameclock.h>
 #include <gtk/gtk.h>
 
+#include <cerrno>
 #include <utility>
 
 #include "orvane/commons/ScopedFlag.h"
 #include "platform/appkit/NSBackingStore.h"
+#include "platform/appkit/NSDrop.h"
 #include "platform/appkit/NSEvent.h"
 #include "platform/appkit/NSView.h"
 #include "platform/corevideo/CVDisplay.h"
 #include "platform/gtk/GTKControl.h"
+#include "platform/gtk/GTKDesktop.h"
+#include "platform/gtk/GTKDrop.h"
 #include "platform/gtk/GTKPointer.h"
 #include "platform/gtk/GTKPresentation.h"
 #include "platform/gtk/GTKRenderer.h"
@@ -38,6 +42,10 @@ GTKWindow::GTKWindow(CGSize size, std::optional<double> scale) {
         *root_, [this](const NSEvent& event) { return sendEvent(event); });
     pointer_ =
         std::make_unique<GTKPointer>(*root_, [this](const NSEvent& event) { sendEvent(event); });
+    drop_ = std::make_unique<GTKDrop>(GTK_WIDGET(root_->gobj()),
+                                      [this](const NSDrop& drop) { return sendDrop(drop); });
+    desktop_ = std::make_unique<GTKDesktop>(GTK_WIDGET(root_->gobj()));
+    NSDesktop::setCurrent(desktop_.get());
     display_ = std::make_unique<CVDisplay>([this] { scheduleDisplay(); });
 }
 
@@ -55,6 +63,10 @@ bool GTKWindow::initialize() {
         return false;
     }
     registerWindowWrappers();
+    // Assistive technology calls the program by this name.
+    if (g_get_prgname() == nullptr) {
+        g_set_prgname(program_invocation_short_name);
+    }
     return true;
 }
 

@@ -25,6 +25,8 @@ namespace orvane::platform {
 
 class CVDisplay;
 class GTKControl;
+class GTKDesktop;
+class GTKDrop;
 class GTKPointer;
 class GTKPresentation;
 class GTKRoot;
@@ -112,6 +114,8 @@ private:
     bool frameWanted_ = false;  // since the beginning of the last frame
     bool ticking_ = false;      // the tick callback is installed
     std::unique_ptr<GTKPointer> pointer_;
+    std::unique_ptr<GTKDrop> drop_;
+    std::unique_ptr<GTKDesktop> desktop_;
     std::unique_ptr<CVDisplay> display_;
 };
 

@@ -25,6 +25,7 @@ double clamped(double value, double least, double most) {
 
 OffscreenWindow::OffscreenWindow(CGSize size, double scale)
     : size_{1, 1}, scale_(1), compositor_(std::make_unique<OffscreenCompositor>()) {
+    setHost(&host_);
     resize(size, scale);
 }
 

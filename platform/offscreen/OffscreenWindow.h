@@ -8,6 +8,7 @@
 
 #include "orvane/commons/Export.h"
 #include "platform/appkit/NSWindow.h"
+#include "platform/offscreen/OffscreenWindowHost.h"
 
 namespace orvane::platform {
 
@@ -29,6 +30,10 @@ public:
     // Change what the constructor has set; the next display() composes everything:
     void setContentSize(CGSize size);
     void setBackingScaleFactor(double scale);
+
+    // What the content has asked of the window.
+    OffscreenWindowHost& windowHost() { return host_; }
+    const OffscreenWindowHost& windowHost() const { return host_; }
 
     // Runs one display pass at the current media time. Returns the rectangles of the image that
     // were composed or scrolled; they are valid until the next call.
@@ -60,6 +65,7 @@ protected:
 private:
     void resize(CGSize size, double scale);
 
+    OffscreenWindowHost host_{*this};
     CGSize size_;
     double scale_;
     std::span<const NSBackingRect> composed_;

@@ -54,14 +54,14 @@ void focus(Gtk::Window& window) {
     xdotool("windowfocus " + std::to_string(gdk_x11_surface_get_xid(surface)));
 }
 
-bool runUntil(const std::function<bool()>& condition) {
+bool runUntil(const std::function<bool()>& condition, double seconds) {
     bool late = false;
-    sigc::connection timeout = Glib::signal_timeout().connect_seconds(
+    sigc::connection timeout = Glib::signal_timeout().connect(
         [&late] {
             late = true;
             return false;
         },
-        10);
+        static_cast<unsigned>(seconds * 1000));
     while (!condition() && !late) {
         g_main_context_iteration(nullptr, TRUE);
     }

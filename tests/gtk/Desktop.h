@@ -26,8 +26,8 @@ void xdotool(const std::string& arguments);
 // Gives a window the keyboard focus.
 void focus(Gtk::Window& window);
 
-// Runs the main loop until the condition is true. Returns false after ten seconds.
-bool runUntil(const std::function<bool()>& condition);
+// Runs the main loop until the condition is true. Returns false after some seconds.
+bool runUntil(const std::function<bool()>& condition, double seconds = 10);
 
 // Runs the main loop until it would sleep for five seconds or longer. Returns false after ten.
 bool runUntilAsleep();

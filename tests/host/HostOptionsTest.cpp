@@ -44,10 +44,29 @@ TEST_F(HostOptions, InvalidOptionsAreNamedInOneLine) {
 }
 
 TEST_F(HostOptions, AnInvalidEventIsReportedWithItsLine) {
-    for (const std::string line :
-         {"0 down 1", "0 click 1 2", "x down 1 2", "-1 up 1 2", "0 down 1 2 3", "0 down 1 inf",
-          "0 key", "0 key a meta", "0 key a shift ctrl", "0 text", "0", "0 scroll 1 2 3",
-          "0 scroll 1 2 3 4 5", "0 scroll 1 2 3 4 began 6"}) {
+    for (const std::string line : {"0 down 1",
+                                   "0 click 1 2",
+                                   "x down 1 2",
+                                   "-1 up 1 2",
+                                   "0 down 1 2 3",
+                                   "0 down 1 inf",
+                                   "0 key",
+                                   "0 key a meta",
+                                   "0 key a shift ctrl",
+                                   "0 text",
+                                   "0",
+                                   "0 scroll 1 2 3",
+                                   "0 scroll 1 2 3 4 5",
+                                   "0 scroll 1 2 3 4 began 6",
+                                   "0 drop 1 2",
+                                   "0 drop 1 2 image x",
+                                   "0 close now",
+                                   "0 appearance",
+                                   "0 appearance dark 1",
+                                   "0 appearance accent red",
+                                   "0 appearance text-scale 0",
+                                   "0 clipboard",
+                                   "0 notification x"}) {
         const std::string events = write("events", "# a comment\n\n0 down 1 2  # fine\n" + line);
         const auto result = run({"--offscreen", "--events", events, probe});
         EXPECT_EQ(result.exitCode, 2) << line;

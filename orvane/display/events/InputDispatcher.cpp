@@ -146,6 +146,23 @@ void InputDispatcher::hover(const Objects& path, const PointerEvent& event) {
     }
 }
 
+bool InputDispatcher::drop(const DropEvent& event) {
+    ObjectPointer target;
+    if (event.phase != DropPhase::Left) {
+        target = sendAlong(std::span<const ObjectPointer>(
+                               pathFrom(hitTest(objects_, event.location, listens<DropEvent>))),
+                           event);
+    }
+    const ObjectPointer before = dropTarget_.lock();
+    if (before && before != target) {
+        DropEvent left;
+        left.phase = DropPhase::Left;
+        send(before, left);
+    }
+    dropTarget_ = event.phase == DropPhase::Over ? target : nullptr;
+    return target != nullptr;
+}
+
 bool InputDispatcher::setFocus(const ObjectPointer& object) {
     if (focus() == object) {
         return false;

@@ -3,6 +3,7 @@
 #include <memory>
 #include <vector>
 
+#include "orvane/display/events/DropEvent.h"
 #include "orvane/display/events/KeyEvent.h"
 #include "orvane/display/events/PointerEvent.h"
 #include "orvane/display/tree/Cursor.h"
@@ -35,6 +36,9 @@ public:
     // The pointer left the display.
     void pointerLeft();
 
+    // Delivers a drag from another program. Returns whether an object takes it.
+    bool drop(const DropEvent& event);
+
     // Remembers which object has the focus, or that none has, and tells both. Returns whether
     // another object has it now.
     bool setFocus(const std::shared_ptr<DisplayObject>& object);
@@ -57,6 +61,7 @@ private:
     // The object that handled the press of a button that is still held down.
     std::weak_ptr<DisplayObject> captor_;
     PointerButton heldButton_ = PointerButton::None;
+    std::weak_ptr<DisplayObject> dropTarget_;  // would take the drag that is over it
 };
 
 }  // namespace events

@@ -3,6 +3,7 @@
 #include "orvane/display/events/InputDispatcher.h"
 #include "orvane/display/native/toKeyEvent.h"
 #include "platform/appkit/NSCursor.h"
+#include "platform/appkit/NSDrop.h"
 #include "platform/appkit/NSEvent.h"
 #include "platform/appkit/NSWindow.h"
 
@@ -101,6 +102,26 @@ bool DisplayView::scrollWithin(const DisplayObject* container, const NSEvent& ev
     sent.isPrecise = event.hasPreciseScrollingDeltas;
     sent.modifiers = event.modifierFlags;
     return input_.objects->scroll(sent, container);
+}
+
+bool DisplayView::performDrop(const platform::NSDrop& drop) {
+    if (input_.objects == nullptr) {
+        return false;
+    }
+    events::DropEvent sent;
+    sent.phase = drop.phase == platform::NSDropPhase::Over   ? events::DropPhase::Over
+                 : drop.phase == platform::NSDropPhase::Left ? events::DropPhase::Left
+                                                             : events::DropPhase::Drop;
+    sent.location = geometry::Point<double>(convertPointFromWindow(drop.locationInWindow));
+    sent.files = drop.files;
+    sent.text = drop.text;
+    return input_.objects->drop(sent);
+}
+
+void DisplayView::viewDidMoveToWindow() {
+    if (input_.windowChanged) {
+        input_.windowChanged();
+    }
 }
 
 void DisplayView::didBecomeFirstResponder() {

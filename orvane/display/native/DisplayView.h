@@ -26,6 +26,8 @@ public:
         std::function<bool(const platform::NSEvent&)> unhandledKey;
         // This view, or one below it, got the keyboard or lost it.
         std::function<void()> firstResponderChanged;
+        // This view is in another window, or in none.
+        std::function<void()> windowChanged;
     };
 
     // Without a handler no event is handled.
@@ -40,6 +42,8 @@ public:
     // Passes a scroll event on to the listeners in a scroll container (InputDispatcher::scroll).
     // Its scroll view calls this before it uses the event itself.
     bool scrollWithin(const DisplayObject* container, const platform::NSEvent& event);
+    bool performDrop(const platform::NSDrop& drop) override;
+    void viewDidMoveToWindow() override;
     void didBecomeFirstResponder() override;
     void firstResponderBelowDidChange() override;
 

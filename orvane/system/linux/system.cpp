@@ -3,7 +3,10 @@
 #include <easylogging++.h>
 
 #include <cstdlib>
+#include <utility>
 
+#include "orvane/system/guardedCallback.h"
+#include "platform/appkit/NSDesktop.h"
 #include "platform/appkit/NSWorkspace.h"
 #include "platform/foundation/NSBundle.h"
 #include "platform/foundation/NSFileManager.h"
@@ -38,6 +41,10 @@ std::string getResourceDirectoryOfFramework(const std::string& identifier) {
 
 bool openUrl(const std::string& url) {
     return platform::NSWorkspace::openURL(url);
+}
+
+void openUrl(const std::string& url, std::function<void(bool isOpen)> callback) {
+    platform::NSDesktop::current().openURL(url, guardedCallback<bool>(std::move(callback)));
 }
 
 void exit() {
