@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "bench/Measure.h"
+#include "bench/list/Rows.h"
 
 // The scenes that all sides show in a window of kWidth x kHeight, and what is measured of them: CPU
 // time a frame and frames a second.
@@ -24,11 +25,27 @@ inline constexpr double kMeasured = 3;  // seconds
 
 enum class Pointer { Press, Drag, Release };
 
-// One side of the comparison.
-class WindowStage {
+// A window of one side of the comparison.
+class WindowLoop {
 public:
-    virtual ~WindowStage() = default;
+    virtual ~WindowLoop() = default;
 
+    // Runs the main loop, with the window open, and calls `tick` every kTickMilliseconds.
+    virtual void run(double seconds, const std::function<void()>& tick) = 0;
+    // Since the window was opened.
+    virtual int framesShown() const = 0;
+};
+
+// A window with the rows of bench/list/Rows.h.
+class WindowList : public WindowLoop {
+public:
+    // Shows the rows that are so many points further down.
+    virtual void scrollBy(int points) = 0;
+};
+
+// A window with shapes.
+class WindowStage : public WindowLoop {
+public:
     // Adds a square or a circle of kSide units in turn, filled with shapeColor(i) and stroked in
     // black, at place(i).
     virtual void addShape(int i) = 0;
@@ -41,11 +58,6 @@ public:
     // Lets the user drag the shape that was added as the i-th.
     virtual void makeDraggable(int i) = 0;
     virtual void sendPointer(Pointer what, const Place& place) = 0;
-
-    // Runs the main loop, with the window open, and calls `tick` every kTickMilliseconds.
-    virtual void run(double seconds, const std::function<void()>& tick) = 0;
-    // Since the window was opened.
-    virtual int framesShown() const = 0;
 };
 
 inline double cpuMilliseconds() {
@@ -75,7 +87,7 @@ inline double serverMilliseconds() {
 }
 
 // Measures frames that `tick` causes.
-inline void measureFrames(WindowStage& stage, const std::string& scene,
+inline void measureFrames(WindowLoop& stage, const std::string& scene,
                           const std::function<void()>& tick) {
     stage.run(kWarmUp, tick);
     const int framesBefore = stage.framesShown();
@@ -102,6 +114,11 @@ inline void measureMoving(WindowStage& stage, int count, int moving) {
             stage.move(i, movedPlace(i, frame));
         }
     });
+}
+
+// `rival` is what the rows are compared with: "view" or "delegate".
+inline void measureScrolling(WindowList& list, const std::string& rival) {
+    measureFrames(list, "list_" + rival + "_window", [&list] { list.scrollBy(kNotch); });
 }
 
 inline constexpr double kPass = 2;  // seconds of a turn

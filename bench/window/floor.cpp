@@ -1,8 +1,10 @@
 // The least that a GTK window can cost: kept render nodes and the same damage, with nothing behind
 // them, drawn by GTK's Cairo renderer.
-//   bench_window_floor move COUNT MOVING | turn COUNT | drag COUNT | idle COUNT | start
+//   bench_window_floor move COUNT MOVING | turn COUNT | drag COUNT | idle COUNT | list RIVAL |
+//   start
 #include <cairo.h>
 #include <gtk/gtk.h>
+#include <malloc.h>
 
 #include <algorithm>
 #include <array>
@@ -35,8 +37,8 @@ void canvas_class_init(CanvasClass* type) {
     };
 }
 
-cairo_surface_t* makeSurface(int width, int height) {
-    return cairo_image_surface_create(CAIRO_FORMAT_ARGB32, width, height);
+cairo_surface_t* makeSurface(int width, int height, cairo_format_t format = CAIRO_FORMAT_ARGB32) {
+    return cairo_image_surface_create(format, width, height);
 }
 
 void drawShape(cairo_surface_t* surface, int i, double x, double y) {
@@ -71,7 +73,8 @@ GskRenderNode* makeNode(cairo_surface_t* surface, double x, double y, double wid
 
 class FloorStage final : public bench::WindowStage {
 public:
-    FloorStage() {
+    explicit FloorStage(cairo_format_t format = CAIRO_FORMAT_ARGB32)
+        : picture_(makeSurface(bench::kWidth, bench::kHeight, format)) {
         widget_ = GTK_WIDGET(g_object_new(canvas_get_type(), nullptr));
         reinterpret_cast<Canvas*>(widget_)->append = &append_;
         gtk_window_set_decorated(GTK_WINDOW(toplevel_), FALSE);
@@ -116,6 +119,10 @@ public:
         bench::GTKLoop::run(seconds, bench::kTickMilliseconds, tick);
     }
     int framesShown() const override { return loop_->framesShown(); }
+    void damageAll() {
+        damage_.push_back({{0, 0}, {bench::kWidth, bench::kHeight}});
+        gtk_widget_queue_draw(widget_);
+    }
 
 private:
     // The old and the new place of what moves are one rectangle: movers take small steps.
@@ -171,7 +178,7 @@ private:
     GtkWidget* widget_ = nullptr;
     Append append_ = [this](GtkSnapshot* snapshot) { append(snapshot); };
     std::optional<bench::GTKLoop> loop_;
-    cairo_surface_t* picture_ = makeSurface(bench::kWidth, bench::kHeight);
+    cairo_surface_t* picture_;
     GskRenderNode* node_ = nullptr;
     std::vector<bench::Place> places_;
     std::vector<std::pair<bench::Place, GskRenderNode*>> layers_;
@@ -180,12 +187,36 @@ private:
     int dragged_ = 0;
 };
 
+// An opaque picture, all of which GTK draws in each frame.
+class FloorList final : public bench::WindowList {
+public:
+    // Something must be drawn: Cairo leaves out a surface that was never drawn on.
+    FloorList() { stage_.addShape(0); }
+
+    void scrollBy(int) override { stage_.damageAll(); }
+    void run(double seconds, const std::function<void()>& tick) override {
+        stage_.run(seconds, tick);
+    }
+    int framesShown() const override { return stage_.framesShown(); }
+
+private:
+    FloorStage stage_{CAIRO_FORMAT_RGB24};
+};
+
 }  // namespace
 
 int main(int argc, char** argv) {
+    // GTK's copies of the window are reused, as in a program that has released as much memory once.
+    mallopt(M_MMAP_THRESHOLD, 64 << 20);
+    mallopt(M_TRIM_THRESHOLD, 64 << 20);
     g_setenv("GSK_RENDERER", "cairo", FALSE);
     g_setenv("GDK_DEBUG", "gl-disable", FALSE);
     gtk_init();
+    if (argc > 2 && std::strcmp(argv[1], "list") == 0) {
+        FloorList list;
+        bench::measureScrolling(list, argv[2]);
+        return 0;
+    }
     FloorStage stage;
     if (argc > 1 && std::strcmp(argv[1], "start") == 0) {
         stage.addShape(0);

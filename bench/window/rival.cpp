@@ -1,6 +1,7 @@
 // The rival: the same scenes on a QGraphicsView in a window, BSP index, antialiasing; a QTimer at
-// the refresh rate changes them.
-//   bench_window_rival move COUNT MOVING | turn COUNT | drag COUNT | idle COUNT | start
+// the refresh rate changes them. The list is on a QGraphicsView or, as RIVAL says, on a QListView.
+//   bench_window_rival move COUNT MOVING | turn COUNT | drag COUNT | idle COUNT | list RIVAL |
+//   start
 #include <QApplication>
 #include <QEventLoop>
 #include <QGraphicsEllipseItem>
@@ -12,9 +13,23 @@
 #include <cstring>
 #include <vector>
 
+#include "bench/list/RivalRows.h"
 #include "bench/window/Scenes.h"
 
 namespace {
+
+void runLoop(double seconds, const std::function<void()>& tick) {
+    QEventLoop loop;
+    QTimer timer;
+    timer.setTimerType(Qt::PreciseTimer);
+    if (tick) {
+        QObject::connect(&timer, &QTimer::timeout, [&] { tick(); });
+        timer.start(bench::kTickMilliseconds);
+    }
+    QTimer::singleShot(static_cast<int>(seconds * 1000), Qt::PreciseTimer, &loop,
+                       &QEventLoop::quit);
+    loop.exec();
+}
 
 class View final : public QGraphicsView {
 public:
@@ -92,16 +107,7 @@ public:
             }
             view_.show();
         }
-        QEventLoop loop;
-        QTimer timer;
-        timer.setTimerType(Qt::PreciseTimer);
-        if (tick) {
-            QObject::connect(&timer, &QTimer::timeout, [&] { tick(); });
-            timer.start(bench::kTickMilliseconds);
-        }
-        QTimer::singleShot(static_cast<int>(seconds * 1000), Qt::PreciseTimer, &loop,
-                           &QEventLoop::quit);
-        loop.exec();
+        runLoop(seconds, tick);
     }
     int framesShown() const override { return view_.paints(); }
 
@@ -109,6 +115,20 @@ private:
     View view_;
     std::vector<QGraphicsItem*> items_;  // the scene's
     bool turning_ = false;
+};
+
+template <typename Base>
+class RivalList final : public bench::WindowList {
+public:
+    void scrollBy(int points) override { view_.scrollBy(points); }
+    void run(double seconds, const std::function<void()>& tick) override {
+        view_.show();
+        runLoop(seconds, tick);
+    }
+    int framesShown() const override { return view_.paints(); }
+
+private:
+    bench::RivalListView<Base> view_;
 };
 
 // The same picture as examples/hello: a circle that can be dragged.
@@ -131,6 +151,16 @@ int main(int argc, char** argv) {
     const QApplication app(argc, argv);
     if (argc > 1 && std::strcmp(argv[1], "start") == 0) {
         measureStart();
+        return 0;
+    }
+    if (argc > 2 && std::strcmp(argv[1], "list") == 0) {
+        if (std::strcmp(argv[2], "delegate") == 0) {
+            RivalList<QListView> list;
+            bench::measureScrolling(list, argv[2]);
+        } else {
+            RivalList<QGraphicsView> list;
+            bench::measureScrolling(list, argv[2]);
+        }
         return 0;
     }
     RivalStage stage;

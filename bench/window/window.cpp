@@ -1,5 +1,6 @@
 // Our side of the window's scenes: a display in a GTKWindow, as a host shows it.
-//   bench_window move COUNT MOVING | turn COUNT | drag COUNT | idle COUNT | start DIRECTORY
+//   bench_window move COUNT MOVING | turn COUNT | drag COUNT | idle COUNT | list RIVAL |
+//                start DIRECTORY
 #include <gtkmm/window.h>
 
 #include <cstring>
@@ -8,6 +9,7 @@
 #include <vector>
 
 #include "bench/Ours.h"
+#include "bench/list/OurRows.h"
 #include "bench/window/GTKLoop.h"
 #include "bench/window/Scenes.h"
 #include "orvane/embedding/Session.h"
@@ -51,7 +53,41 @@ private:
     orvane::embedding::Session session_;
 };
 
-class OurStage final : public bench::WindowStage {
+// The main loop, with the window of a host.
+template <typename Side>
+class Hosted : public Side {
+public:
+    void run(double seconds, const std::function<void()>& tick) override {
+        if (!loop_) {
+            window_.open();
+            loop_.emplace(GTK_WIDGET(window_.toplevel().gobj()));
+        }
+        bench::GTKLoop::run(seconds, bench::kTickMilliseconds, tick);
+    }
+    int framesShown() const override { return loop_->framesShown(); }
+
+protected:
+    HostWindow& window() { return window_; }
+
+private:
+    HostWindow window_{""};
+    std::optional<bench::GTKLoop> loop_;
+};
+
+class OurList final : public Hosted<bench::WindowList> {
+public:
+    OurList() { Display::instance()->add(list_); }
+
+    void scrollBy(int points) override {
+        const auto offset = list_->getContentOffset();
+        list_->setContentOffset({offset.x, offset.y + points});
+    }
+
+private:
+    std::shared_ptr<graphics::ListContainer> list_ = bench::makeList(bench::kWidth, bench::kHeight);
+};
+
+class OurStage final : public Hosted<bench::WindowStage> {
 public:
     OurStage() { Display::instance()->add(root_); }
 
@@ -84,21 +120,11 @@ public:
         const NSEventType type = what == bench::Pointer::Press  ? NSEventType::LeftMouseDown
                                  : what == bench::Pointer::Drag ? NSEventType::LeftMouseDragged
                                                                 : NSEventType::LeftMouseUp;
-        window_.content().sendEvent(
+        window().content().sendEvent(
             {type, {place.x, place.y}, orvane::platform::CACurrentMediaTime()});
     }
-    void run(double seconds, const std::function<void()>& tick) override {
-        if (!loop_) {
-            window_.open();
-            loop_.emplace(GTK_WIDGET(window_.toplevel().gobj()));
-        }
-        bench::GTKLoop::run(seconds, bench::kTickMilliseconds, tick);
-    }
-    int framesShown() const override { return loop_->framesShown(); }
 
 private:
-    HostWindow window_{""};
-    std::optional<bench::GTKLoop> loop_;
     std::shared_ptr<ContainerObject> root_ = DisplayFactory::createContainer();
     std::vector<std::shared_ptr<graphics::Shape>> shapes_;
     std::shared_ptr<Drag> drag_ = std::make_shared<Drag>();
@@ -126,6 +152,11 @@ int main(int argc, char** argv) {
     }
     if (argc > 2 && std::strcmp(argv[1], "start") == 0) {
         return measureStart(argv[2]);
+    }
+    if (argc > 2 && std::strcmp(argv[1], "list") == 0) {
+        OurList list;
+        bench::measureScrolling(list, argv[2]);
+        return 0;
     }
     OurStage stage;
     bench::measureWindow(stage, argc, argv);

@@ -43,20 +43,26 @@ public:
     Scene(unsigned seed, double scale) : window({300, 200}, scale), random_(seed) {
         root_ = block({{0, 0}, {300, 200}}, {0, 0, 0, 1});
         window.setContentView(root_);
-        if (seed % 4 != 0) {
-            // In the whole window, or in a part; larger than what is stored of it.
-            const auto clip =
-                block(seed % 4 == 1 ? CGRect{{0, 0}, {300, 200}} : CGRect{{40, 20}, {200, 150}},
-                      seed % 4 == 2 ? CGColor{} : color());
-            clip->setClipsToBounds(true);
-            document_ = std::make_shared<PaintedView>(CGRect{{0, 0}, {900, 1200}}, color());
-            clip->addSubview(document_);
-            root_->addSubview(clip);
+    }
+
+    // Adds a document that is moved in a clip. What is behind it may have one color where the clip
+    // is: an ellipse that is larger than the window, or nothing.
+    void addDocument() {
+        if (below(2) == 0) {
+            root_->addSubview(std::make_shared<PaintedView>(
+                below(3) == 0 ? frame() : CGRect{{-300, -200}, {900, 600}}, color()));
         }
+        const auto clip =
+            block(below(2) == 0 ? CGRect{{0, 0}, {300, 200}} : CGRect{{40, 20}, {200, 150}},
+                  below(2) == 0 ? CGColor{} : color());
+        clip->setClipsToBounds(true);
+        document_ = std::make_shared<PaintedView>(CGRect{{0, 0}, {900, 1200}}, color());
+        clip->addSubview(document_);
+        root_->addSubview(clip);
     }
 
     void change() {
-        if (document_ && below(3) == 0) {
+        if (document_ && below(3) > 0) {
             return scroll();
         }
         switch (views_.empty() ? 0 : below(11)) {
@@ -157,7 +163,7 @@ private:
 
     std::mt19937 random_;
     std::shared_ptr<NSView> root_;
-    std::shared_ptr<PaintedView> document_;  // moves in a clip; null in some scenes
+    std::shared_ptr<PaintedView> document_;  // null without addDocument()
     std::vector<std::shared_ptr<PaintedView>> views_;
 };
 
@@ -179,6 +185,28 @@ TEST(OffscreenWindow, AnImageComposedInPiecesEqualsOneComposedAtOnce) {
         whole.window.display();
         EXPECT_TRUE(picture(pieces.window) == picture(whole.window)) << "seed " << seed;
     }
+}
+
+TEST(OffscreenWindow, PixelsThatAreScrolledEqualComposedOnes) {
+    int moves = 0;
+    for (unsigned seed = 1; seed <= 60; ++seed) {
+        const double scale = seed % 3 == 0 ? 1.5 : 1;
+        Scene scene(seed, scale);
+        scene.addDocument();
+        for (int step = 0; step < 40; ++step) {
+            const std::uint32_t* const before = scene.window.pixels();
+            scene.change();
+            scene.window.display();
+            moves += scene.window.pixels() != before ? 1 : 0;
+            if (step % 4 == 0) {
+                const std::vector<std::uint32_t> scrolled = picture(scene.window);
+                scene.window.setBackingScaleFactor(scale);  // composes everything
+                scene.window.display();
+                ASSERT_TRUE(scrolled == picture(scene.window)) << "seed " << seed;
+            }
+        }
+    }
+    EXPECT_GT(moves, 300) << "the pixels were copied";
 }
 
 TEST(OffscreenWindow, ComposesOnlyWhatChanged) {
