@@ -49,13 +49,20 @@ public:
     // is: an ellipse that is larger than the window, or nothing.
     void addDocument() {
         if (below(2) == 0) {
-            root_->addSubview(std::make_shared<PaintedView>(
+            views_.push_back(std::make_shared<PaintedView>(
                 below(3) == 0 ? frame() : CGRect{{-300, -200}, {900, 600}}, color()));
+            root_->addSubview(views_.back());
+        }
+        if (below(4) == 0) {
+            root_->addSubview(block(frame(), color()));
         }
         const auto clip =
             block(below(2) == 0 ? CGRect{{0, 0}, {300, 200}} : CGRect{{40, 20}, {200, 150}},
                   below(2) == 0 ? CGColor{} : color());
         clip->setClipsToBounds(true);
+        if (below(3) == 0) {
+            clip->setClips({{frame(), CGAffineTransform::makeRotation(below(6))}});
+        }
         document_ = std::make_shared<PaintedView>(CGRect{{0, 0}, {900, 1200}}, color());
         clip->addSubview(document_);
         root_->addSubview(clip);
@@ -192,10 +199,15 @@ TEST(OffscreenWindow, PixelsThatAreScrolledEqualComposedOnes) {
     for (unsigned seed = 1; seed <= 60; ++seed) {
         const double scale = seed % 3 == 0 ? 1.5 : 1;
         Scene scene(seed, scale);
+        for (unsigned i = 0; i < seed % 5; ++i) {
+            scene.change();  // views behind the document
+        }
         scene.addDocument();
         for (int step = 0; step < 40; ++step) {
             const std::uint32_t* const before = scene.window.pixels();
-            scene.change();
+            for (int i = 0; i <= step % 3; ++i) {
+                scene.change();
+            }
             scene.window.display();
             moves += scene.window.pixels() != before ? 1 : 0;
             if (step % 4 == 0) {
