@@ -33,6 +33,29 @@ TEST_F(OffscreenHost, PlaysEventsBeforeTheSnapshotOfItsSizeAndScale) {
     EXPECT_EQ(picture.at(316, 316), kBlack);
 }
 
+TEST_F(OffscreenHost, PlaysKeysTextWheelsAndThePointerWithoutAButton) {
+    const std::string events = write("events",
+                                     "0.0 scroll 350 150 0 96\n"
+                                     "0.1 down 50 135\n"
+                                     "0.1 up 50 135\n"
+                                     "0.2 text Grüße #1\n"
+                                     "0.3 key Left shift+ctrl\n"
+                                     "0.4 key x ctrl\n"
+                                     "0.5 key Home\n"
+                                     "0.6 key v ctrl\n"
+                                     "0.7 key a shift\n"
+                                     "3.0 key Return\n"
+                                     "3.1 move 395 180\n");
+    const std::string snapshot = file("snapshot.png");
+    const std::string printed = runWell(
+        {"--offscreen", "--events", events, "--snapshot", snapshot, probe}, {"PROBE_FORM=1"});
+    EXPECT_NE(printed.find("entered '1AGrüße #' at 96\n"), std::string::npos) << printed;
+    const Picture picture = readPicture(snapshot);
+    EXPECT_EQ(picture.at(320, 142), 0xFFFFFFFF) << "the third row";
+    EXPECT_EQ(picture.at(320, 146), 0xFF01FFFF) << "the fourth, 24 points below the top";
+    EXPECT_NE(picture.at(388, 199), picture.at(320, 199)) << "the bar is open";
+}
+
 TEST_F(OffscreenHost, AtShowsExactlyThatMomentAndGivesTimedTasksTheirTime) {
     const Picture picture =
         snapshot({"--offscreen", "--at", "2"}, {"PROBE_DELAY=100", "PROBE_MOVE=4"});

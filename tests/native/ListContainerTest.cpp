@@ -26,8 +26,8 @@ class ListContainerTest : public Stage {
 protected:
     void SetUp() override {
         Stage::SetUp();
-        list_->setBounds({0, 0, 120, 100});
-        place_->translate(40, 30);
+        list_->setBounds({10, 5, 120, 100});
+        place_->translate(30, 25);
         place_->add(list_);
         display_->add(place_);
         list_->setRowFunction([this](std::size_t row, const auto& recycled) {
@@ -230,7 +230,7 @@ TEST_F(ListContainerTest, AGroupAroundTheListScalesItsRows) {
     list_->setRowHeight(20);
     list_->setRowCount(items_.size());
     list_->setContentOffset({0, 20.0 * 900000 + 5});
-    place_->setMatrix(2, 0, 40, 0, 2, 30);  // the bounds end below the window
+    place_->setMatrix(2, 0, 20, 0, 2, 20);  // the bounds end below the window
     EXPECT_EQ(list_->getContentOffset().y, 40.0 * 900000 + 10);
     EXPECT_EQ(list_->getRowOffset(3), 120);
     EXPECT_EQ(pixel(100, 59), shown(items_[900000].rgb));

@@ -1,6 +1,7 @@
 #include "orvane/display/native/NScrollContainerLayer.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "orvane/display/geometry/rounding.h"
 #include "orvane/display/native/BitmapView.h"
@@ -59,11 +60,12 @@ void NScrollContainerLayer::updateExtents() {
     const platform::CGSize boundsBefore = scrollView_->bounds().size;
     const platform::CGSize contentBefore = scrollView_->contentSize();
     const Rect frame = geometry::toInt(getLayerFrame());
+    const bool isMoved = std::exchange(corner_, frame.position()) != frame.position();
     scrollView_->setFrame({scrollView_->frame().origin, {frame.width, frame.height}});
     const geometry::Size<double> size = contentSize_ ? *contentSize_ : extentOfChildren();
     scrollView_->setContentSize({size.width, size.height});
-    const bool isChanged =
-        scrollView_->bounds().size != boundsBefore || scrollView_->contentSize() != contentBefore;
+    const bool isChanged = isMoved || scrollView_->bounds().size != boundsBefore ||
+                           scrollView_->contentSize() != contentBefore;
     if (isChanged && observer_ != nullptr) {
         observer_->didChangeExtents();
     }

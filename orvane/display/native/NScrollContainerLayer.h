@@ -74,6 +74,7 @@ private:
     std::shared_ptr<platform::NSScrollView> scrollView_;
     std::shared_ptr<platform::NSView> document_;
     std::optional<geometry::Size<double>> contentSize_;
+    geometry::Point<double> corner_;  // of the layer frame at the last updateExtents()
 };
 
 }  // namespace orvane::display::native

@@ -28,6 +28,33 @@ struct SizePrinter : FrameChangedEvent::listener_type {
     }
 };
 
+// Below the squares, a field, and a list that can be scrolled; prints both when the user presses
+// Enter in the field.
+struct Form : graphics::InputText::CommitEvent::listener_type {
+    std::shared_ptr<graphics::InputText> field = DisplayFactory::createInputText(false, false, 0);
+    std::shared_ptr<graphics::ListContainer> list = DisplayFactory::createListContainer();
+
+    void show() {
+        field->setBounds({10, 120, 200, 30});
+        list->setBounds({300, 120, 100, 80});
+        list->setRowFunction([](std::size_t row, const std::shared_ptr<DisplayObject>&) {
+            const auto card = DisplayFactory::createRect();
+            card->set(0, 0, 100, 40);
+            card->setFillColor(row % 2 == 0 ? 0xFFFFFFFF : 0xFFFF00FF);
+            return card;
+        });
+        list->setRowHeight(40);
+        list->setRowCount(100);
+        Display::instance()->add(field);
+        Display::instance()->add(list);
+    }
+    void operator()(const std::shared_ptr<DisplayObject>&,
+                    const graphics::InputText::CommitEvent&) override {
+        std::cout << "entered '" << field->getContent() << "' at " << list->getContentOffset().y
+                  << std::endl;
+    }
+};
+
 // Runs forever, and uses the main thread each time: a host that ends must not wait for itself.
 void knock() {
     orvane::thread::dispatch_main([] {});
@@ -37,10 +64,12 @@ void knock() {
 }  // namespace
 
 // Two squares of 100 points: a red one that can be dragged, and a blue one, which turns green after
-// PROBE_DELAY milliseconds and moves 100 points in PROBE_MOVE seconds, if these are set.
+// PROBE_DELAY milliseconds and moves 100 points in PROBE_MOVE seconds, if these are set; with
+// PROBE_FORM, also a form.
 struct Probe {
     std::shared_ptr<Drag> drag = std::make_shared<Drag>();
     std::shared_ptr<SizePrinter> printer = std::make_shared<SizePrinter>();
+    std::shared_ptr<Form> form;
 
     void main() {
         const auto display = Display::instance();
@@ -67,6 +96,11 @@ struct Probe {
             move->setAnimatable(blue->extractAnimationLayer());
             move->setDuration(std::strtof(seconds, nullptr));
             move->run();
+        }
+        if (std::getenv("PROBE_FORM") != nullptr) {
+            form = std::make_shared<Form>();
+            form->field->addListener<graphics::InputText::CommitEvent>(form);
+            form->show();
         }
         knock();
         const auto size = display->getScreenSize();

@@ -208,13 +208,15 @@ void UIListContainer::didScroll() {
 }
 
 void UIListContainer::didChangeExtents() {
+    const geometry::Point<double> corner = getBounds().position();
+    if (std::exchange(corner_, corner) != corner) {
+        forgetPlaces();
+    }
     const double before = std::exchange(scale_, scaleOfParent());
     if (before != scale_) {
         // The row at the top stays there.
         const geometry::Point<double> offset = getContentOffset();
-        for (auto& [number, row] : rows_) {
-            row.offset = NAN;
-        }
+        forgetPlaces();
         setContentSize({0, heights_.total() * scale_});
         setContentOffset({offset.x, offset.y / before * scale_}, Motion::Immediate);
     }
@@ -318,7 +320,9 @@ auto UIListContainer::makeRow(std::size_t row, const std::shared_ptr<DisplayObje
 void UIListContainer::place(Row& row, double offset) {
     // The comparison is true for a row that is nowhere yet.
     if (row.object && row.offset != offset) {
-        row.object->setTranslate(0, static_cast<float>(offset - getDocumentOrigin() / scale_));
+        row.object->setTranslate(
+            static_cast<float>(corner_.x),
+            static_cast<float>(corner_.y + offset - getDocumentOrigin() / scale_));
     }
     row.offset = offset;
 }
@@ -337,6 +341,10 @@ void UIListContainer::moveDocument(platform::NSScrollView& view) {
     }
     setDocument(view, std::max(std::floor(offset - extent / 2), 0.0), extent);
     view.documentView()->setNeedsDisplayInRect(view.documentView()->bounds());
+    forgetPlaces();
+}
+
+void UIListContainer::forgetPlaces() {
     for (auto& [number, row] : rows_) {
         row.offset = NAN;
     }

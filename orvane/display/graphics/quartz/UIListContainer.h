@@ -69,11 +69,14 @@ private:
     void moveDocument(platform::NSScrollView& view);
     Row makeRow(std::size_t row, const std::shared_ptr<DisplayObject>& recycled);
     void place(Row& row, double offset);
+    // Has all rows placed again by the next update.
+    void forgetPlaces();
 
     RowFunction function_;
     RowHeights heights_;  // in the coordinates of the list; the scroll view's are of the screen
     double scale_ = 1;    // from the former to the latter
-    Rows rows_;           // in view, by their numbers
+    geometry::Point<double> corner_;  // of the bounds, where the rows begin
+    Rows rows_;                       // in view, by their numbers
     std::vector<std::shared_ptr<DisplayObject>> recycled_;
     bool isUpdating_ = false;
     bool isStale_ = false;  // something changed during an update
