@@ -17,7 +17,7 @@ enum class NSEventType {
     OtherMouseUp,
     // The pointer moved while the left button was up.
     MouseMoved,
-    // The pointer left the window. The location has no meaning.
+    // The pointer left the view that gets the event. The location has no meaning.
     MouseExited,
     // The desktop withdrew the pointer before the button was released. The location has no meaning.
     MouseCancelled,

@@ -38,6 +38,24 @@ int NSPointer::countClick(const NSEvent& event) {
     return isPress(event) || isRelease(event) ? lastPress_.clickCount : 0;
 }
 
+// The pointer is over `target`, or outside the window. Reports to the views that it left.
+void NSPointer::hover(NSView* target, const NSEvent& event) {
+    const std::shared_ptr<NSView> before = hovered_.lock();
+    if (before.get() == target) {
+        return;
+    }
+    hovered_ = target != nullptr ? target->weak_from_this() : std::weak_ptr<NSView>();
+    NSEvent exit = event;
+    exit.type = NSEventType::MouseExited;
+    offerToViews(before.get(), [&](NSView& view) {
+        const bool isLeft = target == nullptr || !target->isDescendantOf(view);
+        if (isLeft) {
+            view.pointerEvent(exit);
+        }
+        return !isLeft;
+    });
+}
+
 bool NSPointer::send(NSView* contentView, const NSEvent& event) {
     NSEvent sent = event;
     sent.clickCount = countClick(event);
@@ -64,17 +82,16 @@ bool NSPointer::send(NSView* contentView, const NSEvent& event) {
         case NSEventType::LeftMouseDragged:
         case NSEventType::MouseCancelled:
             return false;
-        case NSEventType::MouseExited: {
-            const std::shared_ptr<NSView> hovered = hovered_.lock();
-            hovered_.reset();
-            return offerToViews(hovered.get(), handle) != nullptr;
-        }
+        case NSEventType::MouseExited:
+            hover(nullptr, event);
+            return true;
         default:
             break;
     }
     NSView* const target =
         contentView != nullptr ? contentView->hitTest(event.locationInWindow) : nullptr;
-    hovered_ = target != nullptr ? target->weak_from_this() : std::weak_ptr<NSView>();
+    const std::shared_ptr<NSView> held = target != nullptr ? target->shared_from_this() : nullptr;
+    hover(target, event);
     const std::shared_ptr<NSView> handler = offerToViews(target, handle);
     if (handler && isPress(event)) {
         captor_ = handler;

@@ -8,7 +8,8 @@ namespace orvane::platform {
 
 class NSView;
 
-// Delivers the pointer events of one window to views (NSView::pointerEvent), and counts clicks.
+// Delivers the pointer events of one window to views (NSView::pointerEvent), and counts clicks. A
+// view gets MouseExited when the pointer was over it or a subview and is not any more.
 // Handlers may change the view tree.
 class NSPointer {
 public:
@@ -19,6 +20,7 @@ public:
 
 private:
     int countClick(const NSEvent& event);
+    void hover(NSView* target, const NSEvent& event);
 
     // The view that handled the press of a button that is still held down.
     std::weak_ptr<NSView> captor_;

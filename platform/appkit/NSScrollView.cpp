@@ -75,14 +75,11 @@ void NSScrollView::addRecognizers() {
         const auto view = lock();
         return view && view->canDrag(way);
     };
-    const auto hold = [lock](Hold holder) {
+    pan.began = [lock] {
         if (const auto view = lock()) {
-            view->stop();
-            view->hold_ = holder;
-            view->motionDidChange();
+            view->hold(Hold::Pointer);
         }
     };
-    pan.began = [hold] { hold(Hold::Pointer); };
     pan.moved = [lock](CGPoint delta, CGPoint) {
         if (const auto view = lock()) {
             view->moveBy({-delta.x, -delta.y});
@@ -94,24 +91,30 @@ void NSScrollView::addRecognizers() {
         }
     };
     addGestureRecognizer(std::make_shared<Pan>(std::move(pan)));
-    for (const Direction direction : {Horizontal, Vertical}) {
-        NSScroller::Handler bar;
-        bar.grasped = [lock, hold](bool isHeld) {
-            if (isHeld) {
-                hold(Hold::Knob);
-            } else if (const auto view = lock()) {
-                view->release({}, CACurrentMediaTime());
-            }
-        };
-        bar.dragged = [lock, direction](CGPoint way) {
-            if (const auto view = lock()) {
-                view->dragKnob(direction, direction == Vertical ? way.y : way.x);
-            }
-        };
-        bars_[direction] = NSScroller::create(std::move(bar));
-        bars_[direction]->setHidden(true);
-        addSubview(bars_[direction]);
-    }
+    addBar(Horizontal);
+    addBar(Vertical);
+}
+
+void NSScrollView::addBar(Direction direction) {
+    const std::weak_ptr<NSView> self = weak_from_this();
+    // Calls a function of the view, if the view still exists.
+    const auto call = [self](auto function, auto... arguments) {
+        if (const auto view = std::static_pointer_cast<NSScrollView>(self.lock())) {
+            ((*view).*function)(arguments...);
+        }
+    };
+    NSScroller::Handler bar;
+    bar.grasped = [call](bool isHeld) { call(&NSScrollView::holdKnob, isHeld); };
+    bar.dragged = [call, direction](double way) { call(&NSScrollView::dragKnob, direction, way); };
+    bar.paged = [call, direction](bool isAfter) {
+        call(&NSScrollView::turnPage, direction, isAfter);
+    };
+    bar.hovered = [call, direction](bool isOver) {
+        call(&NSScrollView::openBar, direction, isOver);
+    };
+    bars_[direction] = NSScroller::create(direction == Vertical, std::move(bar));
+    bars_[direction]->setHidden(true);
+    addSubview(bars_[direction]);
 }
 
 void NSScrollView::setFrame(const CGRect& frame) {
@@ -133,6 +136,7 @@ void NSScrollView::viewDidMoveToWindow() {
     if (window() == nullptr) {
         // Nothing will end the gesture that holds the content.
         hold_ = Hold::Nobody;
+        isBarOpen_ = {};
         stop();
         motionDidChange();
     }
@@ -350,6 +354,12 @@ double NSScrollView::turnPages(Direction direction, double delta, double time) {
     return delta;
 }
 
+void NSScrollView::hold(Hold holder) {
+    stop();
+    hold_ = holder;
+    motionDidChange();
+}
+
 void NSScrollView::release(CGPoint velocity, double time) {
     hold_ = Hold::Nobody;
     const auto fling = [this, time](Direction direction, double speed) {
@@ -408,9 +418,7 @@ bool NSScrollView::scrollWheel(const NSEvent& event) {
             hold_ = Hold::Fingers;
             fingers_.add(used, event.timestamp);
         }
-        if (window() != nullptr && window()->firstResponder() == nullptr) {
-            window()->makeFirstResponder(this);
-        }
+        takeKeyboard();
     }
     bool isHandled = isUsed;
     if (event.phase == NSEventPhase::Ended && hold_ == Hold::Fingers) {
@@ -428,6 +436,33 @@ bool NSScrollView::scrollWheel(const NSEvent& event) {
         NSResponders::offerScroll(superview(), rest);
     }
     return true;
+}
+
+// An inner scroll view keeps the keyboard: it passes on the keys that it cannot use.
+void NSScrollView::takeKeyboard() {
+    if (window() == nullptr) {
+        return;
+    }
+    const NSView* const first = window()->firstResponder();
+    const bool isFree = first == nullptr || (dynamic_cast<const NSScrollView*>(first) != nullptr &&
+                                             !first->isDescendantOf(*this));
+    if (isFree) {
+        window()->makeFirstResponder(this);
+    }
+}
+
+bool NSScrollView::pointerEvent(const NSEvent& event) {
+    if (event.type == NSEventType::MouseMoved) {
+        const CGPoint point = convertPointFromWindow(event.locationInWindow);
+        showBars(CACurrentMediaTime());
+        for (const Direction direction : {Horizontal, Vertical}) {
+            openBar(direction, isNearBar(direction, point));
+        }
+    } else if (event.type == NSEventType::MouseExited) {
+        openBar(Horizontal, false);
+        openBar(Vertical, false);
+    }
+    return false;
 }
 
 bool NSScrollView::acceptsFirstResponder() const {
@@ -477,13 +512,26 @@ bool NSScrollView::keyDown(const NSEvent& event) {
     }
     const std::shared_ptr<NSView> self = shared_from_this();
     if (paging_ && std::abs(distance) < toTheEnd) {
-        const double page = line.pageAt(line.target()) + (distance > 0 ? 1 : -1);
-        line.glideTo(line.pageOffset(page), event.timestamp, Pace::Gentle);
+        turnPage(direction, distance > 0);
     } else {
         line.glideTo(line.target() + distance, event.timestamp, Pace::Quick);
+        motionDidChange();
+    }
+    return true;
+}
+
+// Shows the next page, or the one before.
+void NSScrollView::turnPage(Direction direction, bool forward) {
+    NSScrollAxis& line = axis(direction);
+    const double way = forward ? 1 : -1;
+    if (paging_) {
+        line.glideTo(line.pageOffset(line.pageAt(line.target()) + way), CACurrentMediaTime(),
+                     Pace::Gentle);
+    } else {
+        line.glideTo(line.target() + way * line.visible() * kPageShare, CACurrentMediaTime(),
+                     Pace::Quick);
     }
     motionDidChange();
-    return true;
 }
 
 // Returns whether the press takes hold of the content at once: it stops a fling, and is nothing
@@ -508,6 +556,14 @@ bool NSScrollView::canDrag(CGPoint way) const {
     const double least = std::min(std::abs(way.x), std::abs(way.y));
     const double most = std::max(std::abs(way.x), std::abs(way.y));
     return least > most / 2 && canMove(across ? Vertical : Horizontal);
+}
+
+void NSScrollView::holdKnob(bool isHeld) {
+    if (isHeld) {
+        hold(Hold::Knob);
+    } else {
+        release({}, CACurrentMediaTime());
+    }
 }
 
 void NSScrollView::dragKnob(Direction direction, double way) {
@@ -542,7 +598,8 @@ void NSScrollView::offsetDidChange() {
 
 void NSScrollView::motionDidChange() {
     const bool isScrolling = hold_ != Hold::Nobody || isMoving();
-    setNeedsFrames(isMoving() || areBarsShown_);
+    const bool isFading = areBarsShown_ && !isBarOpen_[Horizontal] && !isBarOpen_[Vertical];
+    setNeedsFrames(isMoving() || isFading);
     if (isScrolling_ != isScrolling) {
         isScrolling_ = isScrolling;
         if (delegate_ != nullptr) {
@@ -601,12 +658,34 @@ void NSScrollView::placeBars() {
         const double length = knobLength(direction);
         const double start =
             roundToPixel((trackLength(direction) - length) * line.offset() / line.limit());
-        const CGSize size = bounds().size;
-        bar->setFrame(direction == Vertical ? CGRect{{size.width - NSScroller::kBreadth, start},
-                                                     {NSScroller::kBreadth, length}}
-                                            : CGRect{{start, size.height - NSScroller::kBreadth},
-                                                     {length, NSScroller::kBreadth}});
+        bar->place(trackFrame(direction), start, length, isBarOpen_[direction]);
     }
+}
+
+CGRect NSScrollView::trackFrame(Direction direction) const {
+    const CGSize size = bounds().size;
+    constexpr double breadth = NSScroller::kBreadth;
+    const double length = trackLength(direction);
+    return direction == Vertical ? CGRect{{size.width - breadth, 0}, {breadth, length}}
+                                 : CGRect{{0, size.height - breadth}, {length, breadth}};
+}
+
+bool NSScrollView::isNearBar(Direction direction, CGPoint point) const {
+    const CGRect track = trackFrame(direction);
+    return axis(direction).limit() > 0 && point.x >= track.origin.x && point.y >= track.origin.y &&
+           point.x < track.origin.x + track.size.width &&
+           point.y < track.origin.y + track.size.height;
+}
+
+// An open bar does not fade. The knob stays under the pointer that holds it.
+void NSScrollView::openBar(Direction direction, bool isOpen) {
+    if (isBarOpen_[direction] == isOpen || hold_ == Hold::Knob) {
+        return;
+    }
+    isBarOpen_[direction] = isOpen;
+    showBars(CACurrentMediaTime());
+    placeBars();
+    motionDidChange();
 }
 
 void NSScrollView::showBars(double time) {
@@ -624,7 +703,7 @@ void NSScrollView::showBars(double time) {
 }
 
 void NSScrollView::fadeBars(double time) {
-    if (!areBarsShown_ || hold_ == Hold::Knob) {
+    if (!areBarsShown_ || hold_ == Hold::Knob || isBarOpen_[Horizontal] || isBarOpen_[Vertical]) {
         return;
     }
     const double faded = (time - barsShownAt_ - kBarsShown) / kBarsFade;

@@ -43,6 +43,13 @@ public:
 // end, goes to the scroll views around it; a drag belongs to the innermost scroll view whose
 // content can move in its direction.
 //
+// The bars lie over the content. They are shown while the content moves and while the pointer
+// moves over it, and then fade. At an edge, the pointer opens the bar there: it gets a track,
+// stays, and takes the pointer from the content.
+//
+// Keys go to the scroll view that was pressed or scrolled last. A wheel takes the keyboard from
+// another scroll view, but never from a view that the user may be typing in.
+//
 // All motion is a function of the media time that the window passes to step(). Numbers that are not
 // finite, and negative sizes, are refused with a line in the log. Main thread only.
 class ORVANE_EXPORT NSScrollView : public NSView {
@@ -96,8 +103,9 @@ public:
     void setFrame(const CGRect& frame) override;
     bool scrollWheel(const NSEvent& event) override;
     bool keyDown(const NSEvent& event) override;
-    // Whether the content can be moved. A view that was scrolled has the keyboard if no other has.
+    // Whether the content can be moved.
     bool acceptsFirstResponder() const override;
+    bool pointerEvent(const NSEvent& event) override;
     void step(double time) override;
     void viewDidMoveToWindow() override;
 
@@ -110,6 +118,7 @@ private:
     enum class Hold { Nobody, Pointer, Fingers, Knob };
 
     void addRecognizers();
+    void addBar(Direction direction);
     NSScrollAxis& axis(Direction direction) { return axes_[direction]; }
     const NSScrollAxis& axis(Direction direction) const { return axes_[direction]; }
     bool isMoving() const;
@@ -119,13 +128,19 @@ private:
     CGPoint moveBy(CGPoint delta);
     CGPoint moveByWheel(CGPoint delta, double time);
     double turnPages(Direction direction, double delta, double time);
+    void hold(Hold holder);
     // What happens when the pointer or the fingers release the content.
     void release(CGPoint velocity, double time);
     void comeToRestAtPage(Direction direction, double velocity, double time);
 
     bool pointerPressed();
     bool canDrag(CGPoint way) const;
+    void takeKeyboard();
+    void holdKnob(bool isHeld);
     void dragKnob(Direction direction, double way);
+    void turnPage(Direction direction, bool forward);
+    bool isNearBar(Direction direction, CGPoint point) const;
+    void openBar(Direction direction, bool isOpen);
 
     // To be called after changes: each does what follows from them.
     void extentsDidChange();
@@ -137,6 +152,7 @@ private:
     void fadeBars(double time);
     double knobLength(Direction direction) const;
     double trackLength(Direction direction) const;
+    CGRect trackFrame(Direction direction) const;
     double roundToPixel(double length) const;
 
     std::shared_ptr<NSView> document_;
@@ -154,6 +170,7 @@ private:
     std::array<double, 2> pageWheel_{};  // the part of a notch that has turned no page yet
     double barsShownAt_ = 0;
     bool areBarsShown_ = false;
+    std::array<bool, 2> isBarOpen_{};
 };
 
 }  // namespace orvane::platform

@@ -140,7 +140,7 @@ public:
     // A wheel was turned, or fingers moved on a touchpad. Returns whether the view has handled the
     // event; if not, its superview is called. The view under the pointer is called first.
     virtual bool scrollWheel(const NSEvent& event);
-    // The pointer moved, left the window, or pressed or released a button. The view under the
+    // The pointer moved, left the view, or pressed or released a button. The view under the
     // pointer is called first; if it returns false, its superview is called. The view that handles
     // a press gets all pointer events until the release; gesture recognizers do not see a press of
     // the left button that a view has handled. While recognizers have a gesture, only its release

@@ -149,13 +149,10 @@ TEST_F(NSScrollViewTest, AWheelGlidesByWholeNotches) {
     // Nothing asks for frames when the bars have faded.
     run(2);
     EXPECT_FALSE(window.isAnimating());
-}
-
-TEST_F(NSScrollViewTest, ShiftTurnsAWheel) {
     scroll->setContentSize({1000, 1000});
     wheel({0, 48}, NSEventPhase::None, kNSEventModifierShift);
     run(1);
-    EXPECT_EQ(scroll->contentOffset(), (CGPoint{48, 0}));
+    EXPECT_EQ(scroll->contentOffset(), (CGPoint{48, 900}));
 }
 
 TEST_F(NSScrollViewTest, ContentFollowsFingersAndKeepsTheirVelocity) {
@@ -223,14 +220,6 @@ TEST_F(NSScrollViewTest, AClaimOfTheContentWinsAndOneFromOutsideWaits) {
     EXPECT_EQ(outside->ends.size(), 1U);
 }
 
-TEST_F(NSScrollViewTest, ReleasingADragFlings) {
-    drag({100, 90}, {100, 10}, 8);
-    EXPECT_EQ(y(), 80);
-    EXPECT_TRUE(scroll->isScrolling());
-    run(3);
-    EXPECT_NEAR(y(), 80 + 1000.0 / 4, 2);
-}
-
 TEST_F(NSScrollViewTest, KeysScroll) {
     ASSERT_TRUE(window.makeFirstResponder(scroll.get()));
     struct {
@@ -264,6 +253,23 @@ TEST_F(NSScrollViewTest, ContentThatWasUsedHasTheKeyboard) {
     EXPECT_TRUE(key("Page_Down"));  // not used by the inner one
     run(1);
     EXPECT_EQ(y(), 87.5);
+    wheel({0, 48});
+    EXPECT_EQ(window.firstResponder(), inner.get()) << "it passes keys on";
+    // A wheel takes the keyboard from another scroll view, but not from a field.
+    struct Field final : NSView {
+        bool acceptsFirstResponder() const override { return true; }
+    };
+    const auto other = NSScrollView::create();
+    root->addSubview(other, NSWindowOrderingMode::Below, scroll.get());
+    add(*other, {200, 1000});
+    const auto field = std::make_shared<Field>();
+    root->addSubview(field);
+    for (NSView* const first :
+         {static_cast<NSView*>(other.get()), static_cast<NSView*>(field.get())}) {
+        window.makeFirstResponder(first);
+        wheel({0, 48});
+        EXPECT_EQ(window.firstResponder() == first, first == field.get());
+    }
 }
 
 TEST_F(NSScrollViewTest, ScrollViewsPassOnWhatTheyCannotUse) {
@@ -433,6 +439,35 @@ TEST_F(NSScrollViewTest, BarsShowTheOffsetFadeAndCanBeGrasped) {
     EXPECT_TRUE(bar.isHidden());
     drag({195, 30}, {195, 10}, 3, 0.2);  // content again
     EXPECT_EQ(y(), 245);
+}
+
+TEST_F(NSScrollViewTest, ThePointerOpensABarAndAClickOnItsTrackTurnsAPage) {
+    const NSView& bar = *scroll->subviews().back();
+    const CGRect knob{{200 - NSScroller::kBreadth, 0}, {NSScroller::kBreadth, 28}};
+    const CGRect track{{200 - NSScroller::kBreadth, 0}, {NSScroller::kBreadth, 100}};
+    pointer(NSEventType::MouseMoved, {100, 50});
+    EXPECT_EQ(bar.frame(), knob) << "shown";
+    run(2);
+    EXPECT_TRUE(bar.isHidden());
+    pointer(NSEventType::MouseMoved, {195, 60});
+    EXPECT_EQ(bar.frame(), track);
+    run(2);
+    EXPECT_FALSE(bar.isHidden());
+    EXPECT_FALSE(window.isAnimating());
+    drag({195, 60}, {195, 60}, 1);
+    run(1);
+    EXPECT_EQ(y(), 87.5);
+    drag({195, 1}, {195, 1}, 1);
+    run(1);
+    EXPECT_EQ(y(), 0);
+    drag({195, 5}, {100, 41}, 3);  // the knob, with a pointer that leaves the bar
+    EXPECT_EQ(y(), 450);
+    for (const NSEventType leaving : {NSEventType::MouseMoved, NSEventType::MouseExited}) {
+        pointer(NSEventType::MouseMoved, {195, 60});
+        EXPECT_EQ(bar.frame(), track);
+        pointer(leaving, {100, 50});
+        EXPECT_EQ(bar.frame().size, knob.size);
+    }
 }
 
 TEST_F(NSScrollViewTest, ScrollingPaintsOnlyWhatAppears) {

@@ -3,6 +3,7 @@
 #include <memory>
 #include <string>
 
+#include "platform/appkit/NSEvent.h"
 #include "platform/appkit/NSScrollView.h"
 #include "platform/quartzcore/CAMediaTime.h"
 #include "tests/gtk/TestWindow.h"
@@ -94,6 +95,8 @@ TEST_F(GTKScroll, ByDrag) {
     ASSERT_TRUE(reaches({30, 148}));
     desktop::xdotool("mousemove 444 80 mousedown 1 mousemove 444 111 mouseup 1");
     ASSERT_TRUE(desktop::runUntil([&] { return offset().y > 300; }));
+    // The pointer is over the bar, which is open.
+    offScreen_.sendEvent({platform::NSEventType::MouseMoved, {444, 111}});
     expectSamePictures();
 }
 
