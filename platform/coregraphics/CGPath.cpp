@@ -24,7 +24,7 @@ public:
         const CGPoint c{p.x - c2.x, p.y - c2.y};
         // A curve that may turn sharply inside.
         if (a.x * b.x + a.y * b.y < 0 || b.x * c.x + b.y * c.y < 0) {
-            longest_ = kLimit;
+            longest_ = kAroundLimit;
         }
         turnTo(a, c1);
         turnTo(b, c2);
@@ -39,6 +39,9 @@ public:
 
 private:
     static constexpr double kLimit = 10;
+    // Cairo rounds points to 1/256 of a pixel before it compares a miter with the limit, so it may
+    // draw the miter of a corner that is too sharp, and a little more than the limit.
+    static constexpr double kAroundLimit = 1.05 * kLimit;
 
     void turnTo(CGPoint step, CGPoint to) {
         const double length = std::hypot(step.x, step.y);
@@ -54,8 +57,9 @@ private:
     void join(CGPoint a, CGPoint b) {
         // The sine of half the angle inside the corner, squared.
         const double sine = (1 + a.x * b.x + a.y * b.y) / 2;
-        if (a != CGPoint{} && b != CGPoint{} && sine * kLimit * kLimit > 0.999) {
-            longest_ = std::max(longest_, 1 / std::sqrt(sine));
+        if (a != CGPoint{} && b != CGPoint{}) {
+            longest_ =
+                std::max(longest_, std::min(1 / std::sqrt(std::max(sine, 0.0)), kAroundLimit));
         }
     }
 

@@ -259,13 +259,13 @@ void ShapeCoverage::makeMasked(const std::shared_ptr<const Outline>& outline,
     key.transform.tx = placedX - std::floor(placedX);
     key.transform.ty = placedY - std::floor(placedY);
 
-    // Cairo rounds to 1/256 of a pixel.
-    constexpr double kRounding = 1.0 / 128;
+    // Cairo rounds to 1/256 of a pixel. A miter magnifies this.
+    const double rounding = coverage == Coverage::Stroke ? joinReach(*outline) / 64 : 1.0 / 128;
     const auto floorOf = [](double v) { return static_cast<std::int64_t>(std::floor(v)); };
-    masked.left = floorOf(min.x + key.transform.tx - reach.x - kRounding);
-    masked.top = floorOf(min.y + key.transform.ty - reach.y - kRounding);
-    masked.right = floorOf(max.x + key.transform.tx + reach.x + kRounding) + 1;
-    masked.bottom = floorOf(max.y + key.transform.ty + reach.y + kRounding) + 1;
+    masked.left = floorOf(min.x + key.transform.tx - reach.x - rounding);
+    masked.top = floorOf(min.y + key.transform.ty - reach.y - rounding);
+    masked.right = floorOf(max.x + key.transform.tx + reach.x + rounding) + 1;
+    masked.bottom = floorOf(max.y + key.transform.ty + reach.y + rounding) + 1;
     key.left = masked.left;
     key.top = masked.top;
     masked.isLasting = isLasting;

@@ -254,6 +254,10 @@ TEST_F(Stage, NothingStaysOfAnObjectThatHides) {
     corner->set({40, 60, 120, 70, 40, 80}, false);
     corner->setStrokeColor(0xFFFFFFFF);
     corner->setStrokeWidth(6);
+    const auto spike = DisplayFactory::createPolyline();
+    spike->set({53.99F, 70.78F, 60.61F, 70, 55.53F, 69.58F}, false);
+    spike->setStrokeColor(0xFFFFFFFF);
+    spike->setStrokeWidth(6);
     const auto scaled = DisplayFactory::createContainer();
     scaled->setScale(3, 3);
     scaled->add(rect(10.4F, 10.4F, 20.05F, 20.05F, 0xFFFFFFFF));
@@ -266,6 +270,7 @@ TEST_F(Stage, NothingStaysOfAnObjectThatHides) {
     const std::pair<const char*, std::shared_ptr<DisplayObject>> objects[] = {
         {"accents", accents},
         {"a sharp corner", corner},
+        {"a corner that only rounding gives a miter", spike},
         {"an edge beyond rounded bounds", scaled},
         {"accents of an attributed text", segments}};
     for (const double scale : {1.0, 3.0}) {
