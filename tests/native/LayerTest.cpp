@@ -121,6 +121,23 @@ TEST_F(NativeLayerTest, NothingOfARemovedGroupStaysOnScreen) {
     EXPECT_EQ(pixel(5, 5), shown(0x0000FF)) << "of a cleared group with a layer of its own";
 }
 
+TEST_F(NativeLayerTest, ALayerInsideAnEmptyOneHidesAndComesBack) {
+    const auto outer = DisplayFactory::createContainer();
+    const auto inner = DisplayFactory::createContainer();
+    inner->add(rect(0, 0, 50, 50, 0xFFFF0000));
+    outer->add(inner);
+    root_->add(outer);
+    outer->extractAnimationLayer();
+    inner->extractAnimationLayer();
+    for (const auto& hidden : {outer, inner, outer}) {
+        EXPECT_EQ(pixel(5, 5), shown(0xFF0000));
+        hidden->setVisible(false);
+        EXPECT_EQ(pixel(5, 5), 0U);
+        hidden->setVisible(true);
+    }
+    EXPECT_EQ(pixel(5, 5), shown(0xFF0000));
+}
+
 TEST_F(NativeLayerTest, ALayerThatIsRemovedByTheCallbackOfItsFrameStaysAway) {
     struct Layer : BitmapLayer {
         void onHandlerFrameChanged() override {

@@ -99,10 +99,13 @@ void NativeLayer::updateHandlerClips(NSView& view) {
 }
 
 // The frames and clips of the sublayers' views are relative to this layer. When its origin has
-// moved, they are set here: a move validates no clean sublayer, whose view would move along.
+// moved, they are set here: a move validates no clean sublayer, whose view would move along. A
+// layer with an empty frame validates no sublayer at all, so what became hidden or empty is
+// recorded here.
 void NativeLayer::placeSublayerHandlers() {
     const Point origin = getLayerFrame().position();
-    if (std::exchange(placedOrigin_, origin) == origin) {
+    const bool isEmpty = getLayerFrame().isEmpty();
+    if (std::exchange(placedOrigin_, origin) == origin && !isEmpty) {
         return;
     }
     for (std::size_t i = 0; i < getSublayers().size(); ++i) {
@@ -111,6 +114,10 @@ void NativeLayer::placeSublayerHandlers() {
         if (view && view->superview() != nullptr) {
             sublayer->updateHandlerFrame(*view);
             sublayer->updateHandlerClips(*view);
+            if (isEmpty) {
+                view->setHidden(sublayer->isHidden());
+                sublayer->placeSublayerHandlers();
+            }
         }
     }
 }

@@ -90,6 +90,7 @@ void DisplayLayer::validate(bool force) {
     if (frame.isEmpty()) {
         dirty_ = false;
         validFrame_ = frame;
+        forgetSublayers();
         return;
     }
     const bool sizeChanged = frame.sizeDiffers(validFrame_);
@@ -102,6 +103,18 @@ void DisplayLayer::validate(bool force) {
     }
     dirty_ = false;
     validFrame_ = frame;
+}
+
+// An empty layer does not validate its sublayers. They become clean, because a dirty layer does not
+// report changes, and are validated as new ones when the layer has a size again.
+void DisplayLayer::forgetSublayers() {
+    for (const std::shared_ptr<DisplayLayer>& sublayer : children()) {
+        if (sublayer->dirty_ || !sublayer->validFrame_.isEmpty()) {
+            sublayer->dirty_ = false;
+            sublayer->validFrame_ = {};
+            sublayer->forgetSublayers();
+        }
+    }
 }
 
 // ---- frame ----

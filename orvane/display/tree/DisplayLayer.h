@@ -158,6 +158,7 @@ private:
     bool canStore(const std::shared_ptr<DisplayLayer>& sublayer);
     Objects::const_iterator entryOf(const std::shared_ptr<DisplayObject>& object) const;
     void listObject(const std::shared_ptr<DisplayObject>& object);
+    void forgetSublayers();
     void raiseDirty();
     // The objects on this layer have new places: marks the layer dirty and forces its content.
     void resetContent();
