@@ -70,10 +70,10 @@ std::optional<Mask> MaskRasterizer::rasterize(const Request& request) {
     cairo_set_source_rgba(cairo, 0, 0, 0, request.stroke.opacity);
     cairo_set_fill_rule(cairo, request.coverage == Coverage::EOFill ? CAIRO_FILL_RULE_EVEN_ODD
                                                                     : CAIRO_FILL_RULE_WINDING);
-    if (request.isPartial) {
-        drawPartial(request);
-    } else {
+    if (!request.isPartial) {
         draw(request);
+    } else if (!drawPartial(request)) {
+        return Mask(request.height);
     }
     if (cairo_status(cairo) != CAIRO_STATUS_SUCCESS) {
         // A Cairo context is unusable after an error.
@@ -125,17 +125,18 @@ void MaskRasterizer::draw(const Request& request) {
     }
 }
 
-void MaskRasterizer::drawPartial(const Request& request) {
+bool MaskRasterizer::drawPartial(const Request& request) {
     const bool dashed = !request.stroke.dash.empty();
     OutlineClipper clipper(request.transform, request.width, request.height, request.lineReach,
                            request.joinReach, dashed);
     request.outline.emit(clipper);
     if (request.coverage != Coverage::Stroke) {
-        for (const std::vector<CGPoint>& polygon : clipper.filledPolygons()) {
+        const std::vector<std::vector<CGPoint>> polygons = clipper.filledPolygons();
+        for (const std::vector<CGPoint>& polygon : polygons) {
             addLines(cairo_.get(), polygon, true);
         }
         cairo_fill(cairo_.get());
-        return;
+        return !polygons.empty();
     }
     std::vector<OutlineClipper::Run> runs = clipper.strokedRuns(request.pen);
     if (dashed) {
@@ -144,7 +145,10 @@ void MaskRasterizer::drawPartial(const Request& request) {
     for (const OutlineClipper::Run& run : runs) {
         addLines(cairo_.get(), run.points, run.closed);
     }
-    stroke(request, {});
+    if (!runs.empty()) {
+        stroke(request, {});
+    }
+    return !runs.empty();
 }
 
 }  // namespace orvane::platform

@@ -39,7 +39,8 @@ public:
 private:
     void reset();
     void draw(const Request& request);
-    void drawPartial(const Request& request);
+    // False if nothing is in the area of the mask.
+    bool drawPartial(const Request& request);
     // Strokes the current path.
     void stroke(const Request& request, std::span<const double> dash);
 

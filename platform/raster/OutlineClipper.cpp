@@ -123,7 +123,7 @@ void OutlineClipper::flatten(const Curve& c, int depth) {
         std::max(std::abs(c.p0.x - 2 * c.p1.x + c.p2.x), std::abs(c.p1.x - 2 * c.p2.x + c.p3.x));
     const double dy =
         std::max(std::abs(c.p0.y - 2 * c.p1.y + c.p2.y), std::abs(c.p1.y - 2 * c.p2.y + c.p3.y));
-    const bool flat = 0.75 * std::hypot(dx, dy) <= kTolerance;
+    const bool flat = 0.75 * std::sqrt(dx * dx + dy * dy) <= kTolerance;
     if (flat || depth == (exactLengths_ ? kDeepestExactFlattening : kDeepestFlattening) ||
         (!exactLengths_ && isOutOfSight(c))) {
         append(c.p3, false);
@@ -165,7 +165,9 @@ std::vector<OutlineClipper::Run> OutlineClipper::strokedRuns(const CGAffineTrans
 double OutlineClipper::lengthUnder(const CGAffineTransform& pen, CGPoint p, CGPoint q) {
     const double x = q.x - p.x;
     const double y = q.y - p.y;
-    return std::hypot(pen.d * x - pen.c * y, pen.a * y - pen.b * x) / std::abs(pen.determinant());
+    const double across = pen.d * x - pen.c * y;
+    const double along = pen.a * y - pen.b * x;
+    return std::sqrt(across * across + along * along) / std::abs(pen.determinant());
 }
 
 void OutlineClipper::appendRuns(const Subpath& subpath, const CGAffineTransform& pen,

@@ -124,9 +124,9 @@ void NativeLayer::placeSublayerHandlers() {
 
 namespace {
 
-platform::CALayer* handlerLayerOf(const std::shared_ptr<DisplayLayer>& layer) {
-    const auto native = std::dynamic_pointer_cast<NativeLayer>(layer);
-    const std::shared_ptr<NSView> handler = native ? native->getLayerHandler() : nullptr;
+platform::CALayer* handlerLayerOf(DisplayLayer& layer) {
+    const auto* const native = dynamic_cast<NativeLayer*>(&layer);
+    const std::shared_ptr<NSView> handler = native != nullptr ? native->getLayerHandler() : nullptr;
     return handler ? handler->layer() : nullptr;
 }
 
@@ -151,20 +151,27 @@ void NativeLayer::stackHandler(NSView& superview) {
     if (view->layer() != nullptr) {
         view->layer()->setZPosition(z);
     }
+    const std::vector<std::shared_ptr<DisplayLayer>>& siblings = getSuperlayer()->getSublayers();
+    const auto index = static_cast<std::size_t>(getIndex());
     // After removals, earlier siblings have z positions above their indices, and possibly above
     // this view's. They are lowered to their indices, as far as necessary.
     double lowest = z;
-    for (std::shared_ptr<DisplayLayer> sibling = below; sibling; sibling = sibling->prev()) {
-        if (platform::CALayer* const layer = handlerLayerOf(sibling)) {
+    for (std::size_t i = index; i-- > 0;) {
+        if (platform::CALayer* const layer = handlerLayerOf(*siblings[i])) {
             if (layer->zPosition() < lowest) {
                 break;
             }
-            lowest = static_cast<double>(sibling->getIndex());
+            lowest = static_cast<double>(i);
             layer->setZPosition(lowest);
         }
     }
-    for (std::shared_ptr<DisplayLayer> sibling = above; sibling; sibling = sibling->next()) {
-        if (platform::CALayer* const layer = handlerLayerOf(sibling)) {
+    // When many views enter at once, none of the later siblings' views has entered yet, and each
+    // will set its own position.
+    if (below && view->superview() != nullptr && superview.subviews().back() == view) {
+        return;
+    }
+    for (std::size_t i = index + 1; i < siblings.size(); ++i) {
+        if (platform::CALayer* const layer = handlerLayerOf(*siblings[i])) {
             layer->setZPosition(++z);
         }
     }

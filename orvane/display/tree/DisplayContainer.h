@@ -113,7 +113,13 @@ std::shared_ptr<T> DisplayNode<T, P, Traits>::findChildOf(const std::shared_ptr<
         current = parent;
         parent = current->parentOrNull();
     }
-    return parent != nullptr ? current->shared_from_this() : nullptr;
+    if (parent == nullptr) {
+        return nullptr;
+    }
+    // Read from the ancestor's list where possible: a cast in the class diamond is slow.
+    return current->parentHoldingThis() != nullptr
+               ? static_cast<const DisplayContainer<T, P>*>(parent)->children_[current->index_]
+               : current->shared_from_this();
 }
 
 template <typename T, typename P, typename Traits>

@@ -1,6 +1,8 @@
 #include "orvane/display/tree/DisplayLayer.h"
 
 #include <algorithm>
+#include <cstdint>
+#include <limits>
 #include <utility>
 
 #include "orvane/commons/Trace.h"
@@ -16,13 +18,24 @@ namespace {
 // The drawing order of the objects on one layer: by index among their siblings, expired entries
 // last. The rule ignores depth: objects of different parents compare by their positions in their
 // own parents. The painting order of split layers depends on it.
-bool sort_objects(const std::weak_ptr<DisplayObject>& a, const std::weak_ptr<DisplayObject>& b) {
-    const std::shared_ptr<DisplayObject> first = a.lock();
-    if (!first) {
-        return false;
+std::uint64_t orderOf(const std::weak_ptr<DisplayObject>& entry) {
+    const std::shared_ptr<DisplayObject> object = entry.lock();
+    return object ? object->getIndex() : std::numeric_limits<std::uint64_t>::max();
+}
+
+void sortObjects(DisplayLayer::Objects& objects) {
+    std::vector<std::pair<std::uint64_t, std::weak_ptr<DisplayObject>>> keyed;
+    keyed.reserve(objects.size());
+    for (std::weak_ptr<DisplayObject>& entry : objects) {
+        const std::uint64_t order = orderOf(entry);
+        keyed.emplace_back(order, std::move(entry));
     }
-    const std::shared_ptr<DisplayObject> second = b.lock();
-    return !second || first->getIndex() < second->getIndex();
+    const auto before = [](const auto& a, const auto& b) { return a.first < b.first; };
+    if (!std::is_sorted(keyed.begin(), keyed.end(), before)) {
+        std::sort(keyed.begin(), keyed.end(), before);
+    }
+    std::transform(keyed.begin(), keyed.end(), objects.begin(),
+                   [](auto& entry) { return std::move(entry.second); });
 }
 
 }  // namespace
@@ -210,12 +223,15 @@ void DisplayLayer::addObject(const std::shared_ptr<DisplayObject>& object) {
 
 void DisplayLayer::listObject(const std::shared_ptr<DisplayObject>& object) {
     if (objectsSorted_) {
-        const std::weak_ptr<DisplayObject> entry = object;
-        objects_.insert(std::upper_bound(objects_.begin(), objects_.end(), entry, sort_objects),
-                        entry);
+        const auto isBefore = [](std::uint64_t order, const std::weak_ptr<DisplayObject>& entry) {
+            return order < orderOf(entry);
+        };
+        objects_.insert(
+            std::upper_bound(objects_.begin(), objects_.end(), object->getIndex(), isBefore),
+            object);
     } else {
         objects_.push_back(object);
-        std::sort(objects_.begin(), objects_.end(), sort_objects);
+        sortObjects(objects_);
         objectsSorted_ = objects_.empty() || !objects_.back().expired();
     }
 }
