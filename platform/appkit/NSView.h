@@ -62,8 +62,9 @@ public:
     void addSubview(const std::shared_ptr<NSView>& view, NSWindowOrderingMode place,
                     const NSView* relativeTo);
     // Removes the view from its superview, or from its window if it is the content view. When a
-    // subtree leaves its window, its animations are removed, which completes them for their
-    // transactions. A view that addSubview moves within one window keeps its animations.
+    // subtree leaves its window, its animations are removed in the window's next display pass,
+    // which completes them for their transactions. A view that is back by then keeps them, and so
+    // does one that addSubview moves within one window.
     void removeFromSuperviewWithoutNeedingDisplay();
     // Null for the content view of a window and for a view in no tree.
     NSView* superview() const { return superview_; }

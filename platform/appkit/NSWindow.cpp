@@ -62,6 +62,9 @@ struct NSWindow::State {
     NSViewList damaged{NSViewListKind::Damaged};
     NSViewList animated{NSViewListKind::Animated};
     NSViewList stepped{NSViewListKind::Stepped};
+    // Views with animations that left the window since the last pass. The animations end in the
+    // next pass, unless the view is back by then.
+    std::vector<std::weak_ptr<NSView>> departed;
     // Set when views were removed or the window's size or scale changed; the lists above do not
     // record that.
     bool mustPresent = false;
@@ -87,6 +90,7 @@ NSWindow::NSWindow() : state_(std::make_unique<State>()) {}
 NSWindow::~NSWindow() {
     state_->scheduled = true;  // scheduleDisplay is pure virtual from here on
     setContentView(nullptr);
+    endDepartedAnimations();
     // No later event will end the gesture.
     sendEvent({NSEventType::MouseCancelled, {}, 0});
 }
@@ -168,7 +172,9 @@ void NSWindow::viewsWillLeave(NSView& root, bool stayInWindow) {
         view.window_ = nullptr;
         if (!stayInWindow) {
             view.store_.reset();
-            view.layer_->removeAllAnimations();
+            if (view.layer_->hasAnimations()) {
+                state_->departed.push_back(subtree[i]);
+            }
             state_->gestures.viewWillLeave(view);
             state_->responders.viewWillLeave(view);
         }
@@ -250,6 +256,7 @@ void NSWindow::displayIfNeeded(double time) {
         const commons::TraceScope updateTrace("update");
         CATimeline::instance().tick(state_->displayTime);
         stepViews();
+        endDepartedAnimations();
     }
     state_->scheduled = false;
     if (needsDisplay()) {
@@ -262,6 +269,17 @@ void NSWindow::displayIfNeeded(double time) {
         }
         if (isAnimating()) {
             setNeedsPass();
+        }
+    }
+}
+
+void NSWindow::endDepartedAnimations() {
+    // Completions may remove further views.
+    while (!state_->departed.empty()) {
+        const std::shared_ptr<NSView> view = state_->departed.back().lock();
+        state_->departed.pop_back();
+        if (view && view->window_ != this) {
+            view->layer_->removeAllAnimations();
         }
     }
 }

@@ -186,6 +186,7 @@ private:
 
     void setNeedsPass();
     void stepViews();
+    void endDepartedAnimations();
     void reportChanges();
     // Fits what is stored of a view and of its subviews to what can be seen of them.
     void updateStoredAreas(NSView& view, const Exposure& superview, const NSBackingPolicy& policy);

@@ -527,6 +527,7 @@ TEST_F(ReplaceTest, TheTransitionKeepsTheDisplayUntilItsEnd) {
     display_.reset();
     EXPECT_FALSE(display.expired());
     refresh(0);
+    refresh(0);
     EXPECT_TRUE(display.expired());
 }
 

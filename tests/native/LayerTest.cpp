@@ -1,6 +1,7 @@
 #include <functional>
 
 #include "orvane/display/native/createLayer.h"
+#include "platform/quartzcore/CAMediaTime.h"
 #include "tests/native/Stage.h"
 
 namespace orvane::display {
@@ -136,6 +137,30 @@ TEST_F(NativeLayerTest, ALayerInsideAnEmptyOneHidesAndComesBack) {
         hidden->setVisible(true);
     }
     EXPECT_EQ(pixel(5, 5), shown(0xFF0000));
+}
+
+TEST_F(NativeLayerTest, AnAnimationContinuesWhenItsObjectIsBackInTheSameTurn) {
+    const platform::CAVirtualClock clock;
+    const auto group = DisplayFactory::createContainer();
+    const auto object = rect(0, 0, 50, 50, 0xFFFF0000);
+    group->add(object);
+    root_->add(group);
+    const auto turn = std::make_shared<animation::ValueAnimation>(
+        "turn", animation::AttributeName::Rotation, std::vector<float>{0, 3});
+    turn->setAnimatable(object->extractAnimationLayer());
+    turn->setDuration(6);
+    turn->run();
+    picture();
+    group->remove(object);
+    group->add(object);
+    picture();
+    group->extractAnimationLayer();
+    picture();
+    EXPECT_TRUE(window_.isAnimating());
+    root_->remove(group);
+    picture();
+    root_->add(group);
+    EXPECT_FALSE(window_.isAnimating());
 }
 
 TEST_F(NativeLayerTest, ALayerThatIsRemovedByTheCallbackOfItsFrameStaysAway) {

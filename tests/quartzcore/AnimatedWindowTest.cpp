@@ -75,6 +75,11 @@ TEST_F(AnimatedWindowTest, AViewThatLeavesItsWindowLosesItsAnimations) {
     root->addSubview(inner);
     EXPECT_TRUE(inner->layer()->hasAnimations()) << "moved within the same window";
     inner->removeFromSuperviewWithoutNeedingDisplay();
+    root->addSubview(inner);
+    window.display();
+    EXPECT_TRUE(inner->layer()->hasAnimations()) << "back before the next pass";
+    inner->removeFromSuperviewWithoutNeedingDisplay();
+    window.display();
     EXPECT_FALSE(inner->layer()->hasAnimations());
     {
         OffscreenWindow other{{200, 100}};
