@@ -10,6 +10,7 @@
 #include "orvane/display/events/InputDispatcher.h"
 #include "orvane/display/events/Shortcuts.h"
 #include "orvane/display/native/DisplayView.h"
+#include "orvane/display/native/DrawableLayer.h"
 #include "orvane/display/native/NativeLayer.h"
 #include "orvane/display/native/NativeObject.h"
 #include "orvane/display/native/toKeyEvent.h"
@@ -215,6 +216,9 @@ void Display::attachLayer(const std::shared_ptr<DisplayLayer>& layer) {
 
 void Display::detachLayer(const std::shared_ptr<DisplayLayer>& layer) {
     setDisplayOfSubtree(layer, nullptr);
+    if (const auto drawable = std::dynamic_pointer_cast<native::DrawableLayer>(layer)) {
+        drawable->releaseDirtyObjects();  // no validation will
+    }
     detachLayerHandler(layer);
 }
 

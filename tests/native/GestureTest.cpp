@@ -108,6 +108,24 @@ TEST_F(Gesture, AClaimedGestureReachesItsListenerInScreenCoordinates) {
     layerOf(object_)->invokeTouchHandlerAction();
 }
 
+TEST_F(Gesture, AnObjectThatWasShownAloneIsTouchedInsideAContainer) {
+    const auto listener = listen(object_, claim);
+    for (const bool extracted : {false, true}) {
+        const auto root = DisplayFactory::createContainer();
+        root->add(object_);
+        display_->add(root);
+        if (extracted) {
+            object_->extractAnimationLayer();
+        }
+        listener->received.clear();
+        drag();
+        EXPECT_EQ(listener->received.size(), 3U) << extracted;
+        EXPECT_EQ(pixel(60, 60), shown(0xFF0000)) << extracted;
+        display_->remove(root);
+        display_->add(object_);
+    }
+}
+
 TEST_F(Gesture, AnInnerViewHasPrecedenceAndMayGiveUp) {
     const auto root = DisplayFactory::createContainer();
     const auto backdrop = rect(0, 0, 200, 150, 0xFFFFFFFF);

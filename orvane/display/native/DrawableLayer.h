@@ -15,6 +15,10 @@ public:
     // Records `object` for repainting and marks the layer dirty.
     void markDirty(const std::shared_ptr<DisplayObject>& object) override;
 
+    // Makes this layer and its sublayers hold their dirty objects weakly. Called when no validation
+    // will release these, because the layer is not shown any more.
+    void releaseDirtyObjects();
+
 protected:
     void validateLayer() override;
     void validateContent(bool force) override;
@@ -28,9 +32,6 @@ protected:
 
 private:
     void damage(DisplayObject& object);
-
-    // The layer does not own its dirty objects any more, and neither do its sublayers.
-    void releaseDirtyObjects();
 
     // Held strongly until the next validation, so that the area of an object that was removed
     // meanwhile is repainted.

@@ -74,9 +74,9 @@ void NativeLayer::placeHandler(NSView& view) {
     } else {
         updateHandlerFrame(view);
         updateHandlerClips(view);
-        // The stacking order is set once, when the view enters the view tree. The callback of the
-        // frame may have removed this layer.
-        if (view.superview() == nullptr && getSuperlayerHandler() == superview) {
+        // The stacking order is set once, when the view enters the view tree, or moves from the
+        // display's view to a superlayer's. The callback of the frame may have removed this layer.
+        if (view.superview() != superview.get() && getSuperlayerHandler() == superview) {
             stackHandler(*superview);
         }
     }
