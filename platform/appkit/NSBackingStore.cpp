@@ -5,6 +5,7 @@
 
 #include "platform/appkit/NSGraphicsContext.h"
 #include "platform/appkit/NSView.h"
+#include "platform/coregraphics/CGSavedState.h"
 #include "platform/coregraphics/floorDivide.h"
 #include "platform/raster/CGBitmapContext.h"
 
@@ -21,18 +22,6 @@ NSBackingRect tileRect(std::int64_t column, std::int64_t line) {
     constexpr std::int64_t size = NSBackingStore::tileSize;
     return {column * size, line * size, (column + 1) * size, (line + 1) * size};
 }
-
-// Saves the graphics state and restores it at the end of the scope.
-class SavedState {
-public:
-    explicit SavedState(CGContext& canvas) : canvas_(canvas) { canvas_.saveGState(); }
-    ~SavedState() { canvas_.restoreGState(); }
-    SavedState(const SavedState&) = delete;
-    SavedState& operator=(const SavedState&) = delete;
-
-private:
-    CGContext& canvas_;
-};
 
 }  // namespace
 
@@ -144,7 +133,7 @@ void NSBackingStore::paintRect(NSView& view, const NSBackingRect& rect) {
     for (std::int64_t y = rect.top; y < rect.bottom; ++y) {
         std::fill_n(row(y) + (rect.left - area_.left), rect.width(), 0U);
     }
-    const SavedState state(*canvas_);
+    const CGSavedState state(*canvas_);
     // The clip is set in pixels, before the scale, so that it is exactly on pixel boundaries.
     canvas_->clipToRect(
         {{static_cast<double>(rect.left - area_.left), static_cast<double>(rect.top - area_.top)},

@@ -11,8 +11,8 @@
 #include "platform/appkit/NSTextEditor.h"
 #include "platform/appkit/NSTextLayout.h"
 #include "platform/appkit/NSWindow.h"
-#include "platform/coregraphics/CGContext.h"
 #include "platform/coregraphics/CGPath.h"
+#include "platform/coregraphics/CGSavedState.h"
 #include "platform/coretext/validText.h"
 #include "platform/foundation/NSLog.h"
 
@@ -482,7 +482,7 @@ void NSTextField::drawRect(const CGRect& dirty) {
         fillRect(*canvas, bounds(), style_.backgroundColor);
     }
     const NSTextLayout& text = layout();
-    canvas->saveGState();
+    const CGSavedState state(*canvas);
     canvas->clipToRect(bounds());
     canvas->translateCTM(-scrolled_.x, -scrolled_.y);
     const double top = dirty.origin.y + scrolled_.y;
@@ -511,7 +511,6 @@ void NSTextField::drawRect(const CGRect& dirty) {
         caret.size.width = kCaretWidth;
         fillRect(*canvas, caret, style_.textColor);
     }
-    canvas->restoreGState();
 }
 
 }  // namespace orvane::platform

@@ -5,7 +5,7 @@
 #include <string_view>
 
 #include "platform/appkit/NSTextField.h"
-#include "platform/coregraphics/CGContext.h"
+#include "platform/coregraphics/CGSavedState.h"
 #include "platform/coretext/CFMutableAttributedString.h"
 #include "platform/coretext/CTFont.h"
 #include "platform/coretext/CTFrame.h"
@@ -181,11 +181,10 @@ void NSTextLayout::draw(CGContext& canvas, double top, double bottom) const {
         if (line.line == nullptr || line.origin.y + line.height < top || line.origin.y > bottom) {
             continue;
         }
-        canvas.saveGState();
+        const CGSavedState state(canvas);
         canvas.translateCTM(line.origin.x, line.origin.y + line.ascent);
         canvas.scaleCTM(1, -1);  // the y axis of text points up
         canvas.drawLine(*line.line);
-        canvas.restoreGState();
     }
 }
 

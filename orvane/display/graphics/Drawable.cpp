@@ -26,11 +26,10 @@ void Drawable::validate(const geometry::Rect<double>& rect) {
     }
     DisplayObject::validate(dirty);
 
-    storeState();
+    const StateScope state(*this);
     clipRect(dirty);
     applyTransform();
     doValidate(dirty);
-    restoreState();
 }
 
 void Drawable::clipRect(const geometry::Rect<double>&) {}

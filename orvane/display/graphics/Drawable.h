@@ -31,6 +31,19 @@ protected:
     virtual void doValidate(const geometry::Rect<double>& rect);
     // Restores the state that storeState saved.
     virtual void restoreState() = 0;
+
+    // Calls storeState, and restoreState at the end of the scope, also when painting throws: the
+    // canvas of a view lives longer than the pass.
+    class StateScope {
+    public:
+        explicit StateScope(Drawable& drawable) : drawable_(drawable) { drawable_.storeState(); }
+        ~StateScope() { drawable_.restoreState(); }
+        StateScope(const StateScope&) = delete;
+        StateScope& operator=(const StateScope&) = delete;
+
+    private:
+        Drawable& drawable_;
+    };
 };
 
 }  // namespace orvane::display::graphics

@@ -7,7 +7,7 @@
 #include "orvane/display/tree/LayerPlacement.h"
 #include "orvane/display/tree/createBitmapLayer.h"
 #include "orvane/thread/dispatch.h"
-#include "platform/coregraphics/CGContext.h"
+#include "platform/coregraphics/CGSavedState.h"
 
 namespace orvane::display {
 
@@ -16,23 +16,6 @@ std::shared_ptr<DisplayLayer> createBitmapLayer() {
 }
 
 namespace native {
-
-namespace {
-
-class GraphicsStateScope {
-public:
-    explicit GraphicsStateScope(platform::CGContext& canvas) : canvas_(canvas) {
-        canvas_.saveGState();
-    }
-    ~GraphicsStateScope() { canvas_.restoreGState(); }
-    GraphicsStateScope(const GraphicsStateScope&) = delete;
-    GraphicsStateScope& operator=(const GraphicsStateScope&) = delete;
-
-private:
-    platform::CGContext& canvas_;
-};
-
-}  // namespace
 
 BitmapLayer::~BitmapLayer() {
     if (const auto view = std::dynamic_pointer_cast<BitmapView>(getLayerHandler())) {
@@ -157,7 +140,7 @@ void BitmapLayer::drawToBuffer(const Rect& rect, void*) {
         return;
     }
     const Rect screen = convertRectToScreen(rect);
-    const GraphicsStateScope scope(*canvas);
+    const platform::CGSavedState state(*canvas);
     // Objects paint in screen coordinates; the canvas is in view coordinates.
     canvas->translateCTM(rect.x - screen.x, rect.y - screen.y);
     updateRect(screen);
@@ -175,7 +158,7 @@ void BitmapLayer::updateRect(const Rect& rect) {
             continue;
         }
         if (const std::shared_ptr<ContainerObject> parent = object->getParent()) {
-            const GraphicsStateScope scope(canvas);
+            const platform::CGSavedState state(canvas);
             canvas.concatCTM(platform::CGAffineTransform(parent->getFullTransformation()));
             object->validate(clip);
         } else {

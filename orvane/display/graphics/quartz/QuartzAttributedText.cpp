@@ -6,6 +6,7 @@
 
 #include "orvane/display/graphics/quartz/isUsableTextSize.h"
 #include "platform/coregraphics/CGContext.h"
+#include "platform/coregraphics/CGSavedState.h"
 #include "platform/coretext/CFMutableAttributedString.h"
 #include "platform/coretext/CTFont.h"
 #include "platform/coretext/CTFrame.h"
@@ -243,12 +244,11 @@ void QuartzAttributedText::doValidate(const geometry::Rect<double>&) {
         return;
     }
     for (const Block& block : blocks_) {
-        canvas->saveGState();
+        const platform::CGSavedState state(*canvas);
         canvas->translateCTM(x_ + block.box.x, y_ + block.box.y + block.box.height);
         canvas->scaleCTM(1, -1);
         canvas->setTextMatrix({});
         canvas->drawFrame(*block.frame);
-        canvas->restoreGState();
     }
 }
 

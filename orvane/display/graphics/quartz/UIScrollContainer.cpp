@@ -75,10 +75,9 @@ void UIScrollContainer::validate(const Rect& rect) {
     if (!isVisible()) {
         return;
     }
-    storeState();
+    const StateScope state(*this);
     applyTransform();
     doValidate(rect);
-    restoreState();
 }
 
 // ---- the offset ----
