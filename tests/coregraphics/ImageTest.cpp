@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 #include <sys/resource.h>
+#include <algorithm>
 
 #include <array>
 #include <filesystem>
@@ -128,6 +129,23 @@ TEST(Image, RejectsEveryPrefixOfAFile) {
                 whole->bytes().begin(), whole->bytes().begin() + static_cast<std::ptrdiff_t>(size));
             EXPECT_EQ(decode(*provide(cut)), nullptr) << file << " cut to " << size;
         }
+    }
+}
+
+TEST(Image, AProgressiveFileHasABoundedNumberOfScans) {
+    const auto file = CGDataProvider::createWithFilename(corpus("jpeg/progressive.jpg"));
+    ASSERT_TRUE(file);
+    const std::vector<unsigned char> whole(file->bytes().begin(), file->bytes().end());
+    const unsigned char startOfScan[] = {0xFF, 0xDA};
+    const auto lastScan =
+        std::find_end(whole.begin(), whole.end(), std::begin(startOfScan), std::end(startOfScan));
+    for (const auto& [repetitions, decodes] : {std::pair(50, true), {150, false}}) {
+        std::vector<unsigned char> bytes(whole.begin(), lastScan);
+        for (int i = 0; i < repetitions; ++i) {
+            bytes.insert(bytes.end(), lastScan, whole.end() - 2);
+        }
+        bytes.insert(bytes.end(), whole.end() - 2, whole.end());
+        EXPECT_EQ(decode(*provide(bytes)) != nullptr, decodes) << repetitions;
     }
 }
 
