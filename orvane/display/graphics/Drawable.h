@@ -36,6 +36,7 @@ protected:
     // canvas of a view lives longer than the pass.
     class StateScope {
     public:
+        // Borrows the object.
         explicit StateScope(Drawable& drawable) : drawable_(drawable) { drawable_.storeState(); }
         ~StateScope() { drawable_.restoreState(); }
         StateScope(const StateScope&) = delete;
