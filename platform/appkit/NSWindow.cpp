@@ -1,6 +1,7 @@
 #include "platform/appkit/NSWindow.h"
 
 #include <algorithm>
+#include <cmath>
 #include <optional>
 #include <utility>
 #include <vector>
@@ -52,6 +53,18 @@ struct NSWindow::Exposure {
         if (view.clipsToBounds()) {
             visible = cut(visible, view.bounds(), toWindow);
         }
+    }
+    // How far the view is from what is visible, along the farther axis.
+    double distanceOf(const NSView& view) const {
+        if (isEmpty(visible) || !toWindow.isDrawable()) {
+            return INFINITY;
+        }
+        const CGRect box = toWindow.apply(standardized(view.bounds()));
+        const auto gap = [](double from, double length, double otherFrom, double otherLength) {
+            return std::max({from - otherFrom - otherLength, otherFrom - from - length, 0.0});
+        };
+        return std::max(gap(box.origin.x, box.size.width, visible.origin.x, visible.size.width),
+                        gap(box.origin.y, box.size.height, visible.origin.y, visible.size.height));
     }
 };
 
@@ -369,7 +382,9 @@ void NSWindow::updateStoredAreas(NSView& view, const Exposure& superview,
         return;
     }
     Exposure exposure = exposureOf(view, superview);
-    if (view.paints() && !showsNatively(view)) {
+    if (showsNatively(view)) {
+        didExposeNativeView(view, exposure.distanceOf(view));
+    } else if (view.paints()) {
         updateStoredArea(view, exposure, policy);
     }
     exposure.cutToBounds(view);
@@ -614,6 +629,7 @@ void NSWindow::didPaintView(NSView&, std::span<const NSBackingRect>) {}
 void NSWindow::present() {}
 void NSWindow::didChangeFirstResponder() {}
 void NSWindow::didChangeCursor() {}
+void NSWindow::didExposeNativeView(NSView&, double) {}
 bool NSWindow::showsNatively(const NSView&) const {
     return false;
 }

@@ -149,6 +149,10 @@ protected:
     // desktop. Such a view has no backing store and never paints. Must be constant for a view while
     // it is in the window.
     virtual bool showsNatively(const NSView& view) const;
+    // Such a view, or what can be seen of it, has moved: it is so many points away from the part of
+    // the window that its superviews leave of it. 0 if some of it is visible, infinite if they
+    // leave nothing. Not called for a hidden view.
+    virtual void didExposeNativeView(NSView& view, double distance);
     // firstResponder() changed. A subclass that shows the view by its own means gives its widget
     // the keyboard.
     virtual void didChangeFirstResponder();

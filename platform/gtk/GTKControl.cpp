@@ -42,6 +42,11 @@ bool GTKControl::registerKind(const std::string& kind, Create create) {
     return true;
 }
 
+bool GTKControl::isRegistered(const NSView& view) {
+    const auto* const control = dynamic_cast<const NSControl*>(&view);
+    return control != nullptr && kinds().contains(control->controlKind());
+}
+
 std::unique_ptr<GTKControl> GTKControl::create(NSView& view) {
     auto* const control = dynamic_cast<NSControl*>(&view);
     if (control == nullptr) {

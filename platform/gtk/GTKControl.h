@@ -16,7 +16,11 @@ class NSControl;
 class NSView;
 
 // The desktop's widget for a control. It shows the control's state, and stores what the user enters
-// in the control. It is destroyed when the control leaves its window. Main thread only.
+// in the control. Main thread only.
+//
+// A widget exists only near the visible part of the window: it is created when the control comes
+// close, or gets the keyboard, and destroyed when the control is far away and has no keyboard, or
+// leaves its window. What must not be lost then belongs into the control.
 //
 // Programs and libraries add widgets for controls of their own with registerKind.
 class ORVANE_EXPORT GTKControl {
@@ -41,6 +45,8 @@ public:
     // that are in a window already keep painting themselves. Returns false, with one line in the
     // log, if the name is empty, the function is empty, or the kind has widgets already.
     static bool registerKind(const std::string& kind, Create create);
+    // Whether views of this view's kind have widgets.
+    static bool isRegistered(const NSView& view);
     // Creates the widget for a view, which must outlive it. Returns null for a view that is not a
     // control, and for a control of a kind without widgets.
     static std::unique_ptr<GTKControl> create(NSView& view);

@@ -41,23 +41,28 @@ GTKPicturePresentation::~GTKPicturePresentation() {
     }
 }
 
-void GTKPicturePresentation::add(NSView& view, GTKControl* control) {
-    if (control == nullptr) {
-        compositor_.add(view);
-        return;
-    }
-    compositor_.addNative(view);
-    // In front of all widgets but the shield. GTK asks the last child first who takes the pointer.
-    gtk_widget_insert_before(control->widget().gobj(), root_.gobj(), shield_->gobj());
-    controls_.emplace(&view, Control{control, {}, {}});
+void GTKPicturePresentation::add(NSView& view) {
+    compositor_.add(view);
 }
 
-void GTKPicturePresentation::remove(NSView& view) {
-    compositor_.remove(view);
+void GTKPicturePresentation::setControl(NSView& view, GTKControl* control) {
+    compositor_.setNative(view, control != nullptr);
     if (const auto found = controls_.find(&view); found != controls_.end()) {
         found->second.realization->widget().unparent();
         controls_.erase(found);
+        root_.queue_draw();
     }
+    if (control != nullptr) {
+        // In front of all widgets but the shield. GTK asks the last child first who takes the
+        // pointer.
+        gtk_widget_insert_before(control->widget().gobj(), root_.gobj(), shield_->gobj());
+        controls_.emplace(&view, Control{control, {}, {}});
+    }
+}
+
+void GTKPicturePresentation::remove(NSView& view) {
+    setControl(view, nullptr);
+    compositor_.remove(view);
     if (&view == contentView_) {
         contentView_ = nullptr;
     }

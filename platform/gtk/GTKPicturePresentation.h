@@ -24,7 +24,8 @@ public:
     explicit GTKPicturePresentation(GTKRoot& root);
     ~GTKPicturePresentation() override;
 
-    void add(NSView& view, GTKControl* control) override;
+    void add(NSView& view) override;
+    void setControl(NSView& view, GTKControl* control) override;
     void remove(NSView& view) override;
     void reorder(NSView& superview) override;
     void change(NSView& view, unsigned changes, double time) override;

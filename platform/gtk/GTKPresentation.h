@@ -26,9 +26,10 @@ public:
     virtual ~GTKPresentation() = default;
 
     // See NSWindow::didAddView and the operations after it. add() sets the view's realization.
-    // `control` is the widget that shows the view, null for a view that paints; it is borrowed
-    // until remove(), and has no parent before and after.
-    virtual void add(NSView& view, GTKControl* control) = 0;
+    virtual void add(NSView& view) = 0;
+    // Shows a view by a widget; null, as at first, for a view that paints or is not shown. The
+    // widget is borrowed until the next call or remove(), and has no parent before and after.
+    virtual void setControl(NSView& view, GTKControl* control) = 0;
     virtual void remove(NSView&) {}
     virtual void reorder(NSView& superview) = 0;
     // `time` is the media time of the display pass.

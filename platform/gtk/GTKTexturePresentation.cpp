@@ -11,8 +11,8 @@
 
 namespace orvane::platform {
 
-void GTKTexturePresentation::add(NSView& view, GTKControl* control) {
-    auto owned = std::make_unique<GTKView>(control);
+void GTKTexturePresentation::add(NSView& view) {
+    auto owned = std::make_unique<GTKView>();
     GTKView& widget = *owned;
     Gtk::Widget* const parent = view.superview() != nullptr
                                     ? static_cast<Gtk::Widget*>(GTKView::of(*view.superview()))
@@ -21,6 +21,10 @@ void GTKTexturePresentation::add(NSView& view, GTKControl* control) {
     widget.set_parent(*parent);
     change(view, kNSViewGeometryChanged | kNSViewOpacityChanged | kNSViewBackgroundChanged,
            CACurrentMediaTime());
+}
+
+void GTKTexturePresentation::setControl(NSView& view, GTKControl* control) {
+    GTKView::of(view)->setControl(control);
 }
 
 void GTKTexturePresentation::reorder(NSView& superview) {

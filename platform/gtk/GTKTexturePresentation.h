@@ -11,7 +11,8 @@ public:
     // The root is borrowed.
     explicit GTKTexturePresentation(GTKRoot& root) : root_(root) {}
 
-    void add(NSView& view, GTKControl* control) override;
+    void add(NSView& view) override;
+    void setControl(NSView& view, GTKControl* control) override;
     void reorder(NSView& superview) override;
     void change(NSView& view, unsigned changes, double time) override;
     void paint(NSView& view, std::span<const NSBackingRect> rects) override;

@@ -15,20 +15,14 @@
 
 namespace orvane::platform {
 
-GTKView::GTKView(GTKControl* control) : Glib::ObjectBase("OrvaneView"), control_(control) {
-    if (control_ != nullptr) {
-        control_->widget().set_parent(*this);
-    }
-}
+GTKView::GTKView() : Glib::ObjectBase("OrvaneView") {}
 
 GTKView::~GTKView() {
     linkFade(nullptr);
     if (fadesInto_ != nullptr) {
         fadesInto_->linkFade(nullptr);
     }
-    if (control_ != nullptr) {
-        control_->widget().unparent();
-    }
+    setControl(nullptr);
     if (get_parent() != nullptr) {
         unparent();
     }
@@ -37,6 +31,17 @@ GTKView::~GTKView() {
             clipWidgets_.back()->unparent();
         }
         clipWidgets_.pop_back();
+    }
+}
+
+void GTKView::setControl(GTKControl* control) {
+    if (control_ != nullptr) {
+        control_->widget().unparent();
+    }
+    control_ = control;
+    if (control_ != nullptr) {
+        // Behind the widgets of the subviews.
+        gtk_widget_insert_after(control_->widget().gobj(), gobj(), nullptr);
     }
 }
 

@@ -24,11 +24,12 @@ class GTKControl;
 // display pass, when views may have changed or left. Main thread only.
 class GTKView final : public Gtk::Widget, public NSViewRealization {
 public:
-    // Copies nothing yet. `control` is shown in front of the background; it is borrowed, and may be
-    // null.
-    explicit GTKView(GTKControl* control);
+    // Copies nothing yet.
+    GTKView();
     ~GTKView() override;
 
+    // Shows a control in front of the background. It is borrowed, and may be null.
+    void setControl(GTKControl* control);
     // Returns the widget of a view, or null if the view is not shown by one.
     static GTKView* of(const NSView& view);
 
@@ -82,7 +83,7 @@ private:
     GTKView* fadesInto_ = nullptr;
     CGColor background_;
     GTKTiles tiles_;
-    GTKControl* control_;
+    GTKControl* control_ = nullptr;
 };
 
 }  // namespace orvane::platform

@@ -144,7 +144,8 @@ void GTKWindow::choosePresentation() {
     root_->setPresentation(presentation_.get());
     presentation_->resize(contentSize(), backingScaleFactor());
     for (NSView* const view : views) {
-        presentation_->add(*view, controlOf(*view));
+        presentation_->add(*view);
+        presentation_->setControl(*view, controlOf(*view));
     }
     for (NSView* const view : views) {
         presentation_->reorder(*view);
@@ -164,12 +165,11 @@ GTKControl* GTKWindow::controlOf(const NSView& view) const {
 }
 
 void GTKWindow::didAddView(NSView& view) {
-    if (std::unique_ptr<GTKControl> control = GTKControl::create(view)) {
-        control->stateDidChange();
-        controls_.emplace(&view, std::move(control));
+    if (GTKControl::isRegistered(view)) {
+        controls_.emplace(&view, nullptr);
     }
     if (presentation_) {
-        presentation_->add(view, controlOf(view));
+        presentation_->add(view);
         if (&view == firstResponder()) {  // it was moved within the window
             didChangeFirstResponder();
         }
@@ -184,6 +184,48 @@ void GTKWindow::willRemoveView(NSView& view) {
         view.setRealization(nullptr);
     }
     controls_.erase(&view);
+    isMovingFocus_ = wasMovingFocus;
+}
+
+void GTKWindow::didExposeNativeView(NSView& view, double distance) {
+    // In points. A control at the border must not get and lose its widget in turn.
+    constexpr double kNear = 200;
+    constexpr double kFar = 400;
+    if (distance <= kNear) {
+        realize(view);
+    } else if (distance > kFar && &view != firstResponder()) {
+        release(view);
+    }
+}
+
+// Returns the control's widget, which is created if there is none. Null if the view has none.
+GTKControl* GTKWindow::realize(NSView& view) {
+    const auto found = controls_.find(&view);
+    if (found == controls_.end() || !presentation_) {
+        return nullptr;
+    }
+    std::unique_ptr<GTKControl>& control = found->second;
+    if (!control) {
+        control = GTKControl::create(view);
+        if (!control) {
+            controls_.erase(found);  // it paints itself
+            backingPropertiesDidChange();
+            return nullptr;
+        }
+        control->stateDidChange();
+        presentation_->setControl(view, control.get());
+    }
+    return control.get();
+}
+
+void GTKWindow::release(NSView& view) {
+    const auto found = controls_.find(&view);
+    if (found == controls_.end() || !found->second) {
+        return;
+    }
+    const bool wasMovingFocus = std::exchange(isMovingFocus_, true);
+    presentation_->setControl(view, nullptr);
+    found->second.reset();
     isMovingFocus_ = wasMovingFocus;
 }
 
@@ -212,7 +254,7 @@ void GTKWindow::didChangeFirstResponder() {
     }
     const commons::ScopedFlag moving(isMovingFocus_);
     NSView* const first = firstResponder();
-    GTKControl* const control = first != nullptr ? controlOf(*first) : nullptr;
+    GTKControl* const control = first != nullptr ? realize(*first) : nullptr;
     if (control != nullptr) {
         control->stateDidChange();  // a widget that is disabled takes no focus
         control->grabFocus();
@@ -234,8 +276,8 @@ void GTKWindow::focusDidMove(GtkWidget* focused) {
     }
     NSView* target = nullptr;
     for (const auto& [view, control] : controls_) {
-        GtkWidget* const widget = control->widget().gobj();
-        if (focused != nullptr &&
+        GtkWidget* const widget = control ? control->widget().gobj() : nullptr;
+        if (focused != nullptr && widget != nullptr &&
             (focused == widget || gtk_widget_is_ancestor(focused, widget) != FALSE)) {
             target = view;
             break;
@@ -302,7 +344,7 @@ void GTKWindow::didChangeCursor() {
 }
 
 bool GTKWindow::showsNatively(const NSView& view) const {
-    return controlOf(view) != nullptr;
+    return controls_.contains(const_cast<NSView*>(&view));
 }
 
 bool GTKWindow::writePNG(const std::string& path) const {

@@ -40,6 +40,8 @@ enum class GTKRendererKind;
 // the first responder, and a view that becomes the first responder gets the focus. Tab visits the
 // views in their own order, and then the other widgets of the program's window.
 //
+// A control has a widget while it is close to what is visible, or has the keyboard.
+//
 // The display pass runs on the frame clock, and only when something has changed. GTK must be
 // initialized, and the widget removed from its parent before this object is destroyed. Main thread
 // only.
@@ -89,6 +91,7 @@ protected:
     void didPaintView(NSView& view, std::span<const NSBackingRect> rects) override;
     void present() override;
     bool showsNatively(const NSView& view) const override;
+    void didExposeNativeView(NSView& view, double distance) override;
     void didChangeFirstResponder() override;
     void didChangeCursor() override;
 
@@ -99,10 +102,13 @@ private:
     // The focus of GTK is now in `focused`, or nowhere: makes its view the first responder.
     void focusDidMove(_GtkWidget* focused);
     GTKControl* controlOf(const NSView& view) const;
+    GTKControl* realize(NSView& view);
+    void release(NSView& view);
     bool tabPressed(bool isForward);
 
     std::unique_ptr<GTKRoot> root_;
     std::unique_ptr<GTKScroll> scroll_;
+    // Null for a control that has no widget at present.
     std::unordered_map<NSView*, std::unique_ptr<GTKControl>> controls_;
     bool isMovingFocus_ = false;                     // this object moves the focus of GTK
     std::unique_ptr<GTKPresentation> presentation_;  // null until the root is realized

@@ -97,14 +97,14 @@ void OffscreenCompositor::add(NSView& view) {
     layout_.add(view);
 }
 
-void OffscreenCompositor::addNative(NSView& view) {
-    layout_.add(view);
-    OffscreenPlace::of(view).isNative = true;
-    ++natives_;
+void OffscreenCompositor::setNative(NSView& view, bool isNative) {
+    if (std::exchange(OffscreenPlace::of(view).isNative, isNative) != isNative) {
+        natives_ += isNative ? 1 : -1;
+    }
 }
 
 void OffscreenCompositor::remove(NSView& view) {
-    natives_ -= OffscreenPlace::of(view).isNative ? 1 : 0;
+    setNative(view, false);
     layout_.remove(view);
     damage_.forget(view);
 }

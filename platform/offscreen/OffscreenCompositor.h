@@ -74,7 +74,8 @@ public:
 
     // What a window receives about its views; see NSWindow.
     void add(NSView& view);
-    void addNative(NSView& view);
+    // Whether the view is native; a new one is not.
+    void setNative(NSView& view, bool isNative);
     void remove(NSView& view);
     void reorder(NSView& superview);
     // The view moved, or its visibility or opacity changed.

@@ -8,6 +8,7 @@
 #include <utility>
 #include <vector>
 
+#include "platform/appkit/NSScrollView.h"
 #include "platform/appkit/NSTextEditor.h"
 #include "platform/appkit/NSTextField.h"
 #include "tests/gtk/TestWindow.h"
@@ -54,6 +55,17 @@ protected:
         return nullptr;
     }
 
+    // The number of widgets of a type in the window.
+    int count(GType type) { return count(GTK_WIDGET(window_.window().widget().gobj()), type); }
+    static int count(GtkWidget* widget, GType type) {
+        int number = G_TYPE_CHECK_INSTANCE_TYPE(widget, type) ? 1 : 0;
+        for (GtkWidget* child = gtk_widget_get_first_child(widget); child != nullptr;
+             child = gtk_widget_get_next_sibling(child)) {
+            number += count(child, type);
+        }
+        return number;
+    }
+
     int count_ = 0;
     int changes_ = 0;
     int commits_ = 0;
@@ -90,6 +102,46 @@ TEST_F(GTKTextInput, TheApplicationGetsWhatTheKeysEnter) {
     ASSERT_TRUE(g_spawn_command_line_sync("setxkbmap us", nullptr, nullptr, nullptr, nullptr));
     EXPECT_GT(changes_, 10);
     EXPECT_EQ(focusChanges_, 3);
+}
+
+TEST_F(GTKTextInput, OnlyFieldsNearWhatIsVisibleHaveWidgets) {
+    const auto scroll = platform::NSScrollView::create();
+    scroll->setFrame({{0, 0}, size});
+    scroll->setContentSize({600, 20000});
+    scroll->setDocumentView(std::make_shared<platform::NSView>());
+    root_->addSubview(scroll);
+    std::vector<std::shared_ptr<NSTextField>> fields;
+    for (int i = 0; i < 500; ++i) {
+        fields.push_back(std::make_shared<NSTextField>(Kind::Line));
+        fields.back()->setFrame({{20, 40.0 * i}, {300, 30}});
+        scroll->documentView()->addSubview(fields.back());
+    }
+    window_.show();
+    EXPECT_EQ(count(GTK_TYPE_ENTRY), 600 / 40 + 1);
+    desktop::focus(window_.toplevel());
+    window_.window().makeFirstResponder(fields[2].get());
+    desktop::xdotool("type abc");
+    expectText(*fields[2], "abc");
+    fields[3]->setStringValue("three");
+    window_.show();
+    scroll->setContentOffset({0, 10000}, false);
+    window_.show();
+    EXPECT_EQ(count(GTK_TYPE_ENTRY), 800 / 40 + 2) << "one of them has the keyboard";
+    desktop::xdotool("key d key shift+Left");
+    EXPECT_TRUE(desktop::runUntil([&] { return fields[2]->caret() == 3; }));
+    scroll->setContentOffset({0, 0}, false);
+    window_.show();
+    EXPECT_EQ(window_.window().firstResponder(), fields[2].get());
+    desktop::xdotool("key x");
+    expectText(*fields[2], "abcx");
+    desktop::xdotool("key --repeat 3 ctrl+z");
+    EXPECT_TRUE(desktop::runUntil([&] { return fields[2]->stringValue().empty(); }));
+    desktop::xdotool("key Tab key End key x");
+    expectText(*fields[3], "threex");
+    // One without a widget gets it with the keyboard.
+    window_.window().makeFirstResponder(fields[400].get());
+    desktop::xdotool("key z");
+    expectText(*fields[400], "z");
 }
 
 TEST_F(GTKTextInput, TheWidgetsKeepTheMaximumLength) {
