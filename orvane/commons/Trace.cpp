@@ -93,6 +93,14 @@ void beginEvent(std::string& text, char phase, const char* name, unsigned thread
 }  // namespace
 
 std::atomic<bool> Trace::running_{false};
+std::atomic<Trace::Listener> Trace::listener_{nullptr};
+
+void Trace::setListener(Listener listener) {
+    Output& out = output();
+    const std::lock_guard lock(out.mutex);
+    listener_ = listener;
+    running_ = listener != nullptr || out.file != nullptr;
+}
 
 bool Trace::start(const std::string& path) {
     Output& out = output();
@@ -119,7 +127,7 @@ bool Trace::start(const std::string& path) {
 bool Trace::stop() {
     Output& out = output();
     const std::lock_guard lock(out.mutex);
-    running_ = false;
+    running_ = listener_ != nullptr;
     if (out.file == nullptr) {
         return false;
     }
@@ -130,6 +138,9 @@ bool Trace::stop() {
 
 void Trace::record(const char* name, Clock::time_point start) {
     const auto end = Clock::now();
+    if (const Listener listener = listener_) {
+        listener(name, start, end);
+    }
     const unsigned thread = threadNumber();
     Output& out = output();
     const std::lock_guard lock(out.mutex);

@@ -26,7 +26,11 @@ public:
     // Ends the trace and closes the file. Returns false if the file could not be written
     // completely, or no trace is running.
     static bool stop();
-    // Whether a trace is running.
+    // Sets the function that is called at the end of each TraceScope, also without a file, on the
+    // thread of the scope; null for none. One per process.
+    using Listener = void (*)(const char* name, Clock::time_point start, Clock::time_point end);
+    static void setListener(Listener listener);
+    // Whether a trace is running, or a function is set.
     static bool isRunning() { return running_.load(std::memory_order_relaxed); }
 
     // Begins an interval that may end on another thread. `name` needs no escaping in JSON; `detail`
@@ -42,6 +46,7 @@ private:
     static void record(const char* name, Clock::time_point start);
 
     static std::atomic<bool> running_;
+    static std::atomic<Listener> listener_;
 };
 
 // Records the lifetime of this object as an event of the calling thread. `name` is a literal

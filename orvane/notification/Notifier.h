@@ -61,6 +61,20 @@ public:
         return result;
     }
 
+    // Returns the types of events that have listeners, and how many of them are alive, for tools
+    // that show what an object does.
+    std::vector<std::pair<std::type_index, std::size_t>> countListeners() const {
+        std::vector<std::pair<std::type_index, std::size_t>> counts;
+        for (const auto& [type, entries] : listeners_) {
+            const auto alive = std::count_if(entries.begin(), entries.end(),
+                                             [](const auto& entry) { return !entry.expired(); });
+            if (alive != 0) {
+                counts.emplace_back(type, static_cast<std::size_t>(alive));
+            }
+        }
+        return counts;
+    }
+
     // Calls every listener for Event that is alive now. A listener may add and release other
     // listeners meanwhile: the list is a snapshot, and a listener that is released during the call
     // is still called. When a listener throws, the exception reaches the caller and the listeners

@@ -19,6 +19,7 @@
 #include "platform/appkit/NSView.h"
 #include "platform/appkit/NSViewList.h"
 #include "platform/appkit/NSWindowHost.h"
+#include "platform/appkit/NSWindowObserver.h"
 #include "platform/appkit/offerToViews.h"
 #include "platform/coregraphics/CGAffineTransform.h"
 #include "platform/quartzcore/CAMediaTime.h"
@@ -96,6 +97,7 @@ struct NSWindow::State {
     NSWindowHost* host = &refusingHost;
     NSWindowDelegate* delegate = nullptr;
     bool isFullScreen = false;
+    NSWindowObserver* observer = nullptr;
 };
 
 NSWindow::NSWindow() : state_(std::make_unique<State>()) {}
@@ -252,6 +254,10 @@ bool NSWindow::needsDisplay() const {
            !state_->damaged.isEmpty() || isAnimating();
 }
 
+void NSWindow::setObserver(NSWindowObserver* observer) {
+    state_->observer = observer;
+}
+
 void NSWindow::displayIfNeeded() {
     displayIfNeeded(CACurrentMediaTime());
 }
@@ -263,6 +269,9 @@ void NSWindow::displayIfNeeded(double time) {
     const commons::ScopedFlag displaying(state_->displaying);
     const commons::TraceScope frameTrace("frame");
     state_->displayTime = time;
+    if (state_->observer != nullptr) {
+        state_->observer->willDisplay();
+    }
     // Changes that the completions make belong to this pass and must not schedule another one.
     state_->scheduled = true;
     {
@@ -283,6 +292,9 @@ void NSWindow::displayIfNeeded(double time) {
         if (isAnimating()) {
             setNeedsPass();
         }
+    }
+    if (state_->observer != nullptr) {
+        state_->observer->didDisplay();
     }
 }
 
@@ -343,6 +355,9 @@ void NSWindow::reportChanges() {
         const unsigned changes = std::exchange(view->changes_, 0) & ~kVisibilityStale;
         if (changes && view->window_ == this) {
             didChangeView(*view, changes);
+            if (state_->observer != nullptr) {
+                state_->observer->didChangeView(*view);
+            }
         }
     }
     const NSBackingPolicy policy(contentSize(), backingScaleFactor());
@@ -442,6 +457,9 @@ void NSWindow::paintDamage() {
             const std::span<const NSBackingRect> painted = store->paint(*view);
             if (view->window_ == this) {
                 didPaintView(*view, painted);
+                if (state_->observer != nullptr) {
+                    state_->observer->didPaintView(*view, painted);
+                }
             }
         }
     }

@@ -13,6 +13,7 @@ class NSBackingPolicy;
 class NSView;
 class NSWindowDelegate;
 class NSWindowHost;
+class NSWindowObserver;
 enum class NSCursor;
 struct CGAffineTransform;
 struct NSDrop;
@@ -124,6 +125,8 @@ public:
     bool needsDisplay() const;
     // Whether an animation that can change each frame is running, or a view asks for frames.
     bool isAnimating() const;
+    // Sets who follows the display passes; null for nobody. Borrowed. Call it outside a pass.
+    void setObserver(NSWindowObserver* observer);
 
 protected:
     // Must arrange that displayIfNeeded is called soon. Called only once until displayIfNeeded

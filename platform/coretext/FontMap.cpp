@@ -14,6 +14,7 @@
 
 #include "platform/coretext/CTFont.h"
 #include "platform/coretext/RunFont.h"
+#include "platform/coretext/cacheBytes.h"
 
 namespace orvane::platform {
 
@@ -161,6 +162,10 @@ void appendFamilies(FcPattern* pattern, FcFontSet* fonts, bool color) {
 }
 
 }  // namespace
+
+std::size_t glyphCacheBytes() {
+    return FontMap::Locked()->glyphs().byteCount();
+}
 
 FontMap& FontMap::instance() {
     // Never destroyed, because static texts may be released later.

@@ -55,6 +55,8 @@ public:
 
     Strike& strike(const RunFont& font, const Linear& linear);
 
+    std::size_t byteCount() const { return byteCount_; }
+
 private:
     static constexpr std::size_t kMostStrikes = 64;
     static constexpr std::size_t kMostBytes = std::size_t{32} << 20;

@@ -5,6 +5,7 @@
 #include <cstring>
 
 #include "platform/coregraphics/Outline.h"
+#include "platform/raster/cacheBytes.h"
 
 namespace orvane::platform {
 
@@ -40,6 +41,10 @@ std::size_t byteCountOf(const CGPath::Outline& outline) {
 }
 
 }  // namespace
+
+std::size_t coverageCacheBytes() {
+    return MaskCache::forThisThread().byteCount();
+}
 
 MaskCache& MaskCache::forThisThread() {
     thread_local MaskCache cache(kBudget);
