@@ -6,10 +6,8 @@
 #include <cmath>
 #include <cstdlib>
 #include <filesystem>
-#include <map>
 #include <optional>
 #include <sstream>
-#include <string_view>
 #include <system_error>
 #include <thread>
 #include <utility>
@@ -17,12 +15,9 @@
 #include "orvane/display/Display.h"
 #include "orvane/display/tree/DisplayObject.h"
 #include "orvane/driver/comparePictures.h"
+#include "orvane/driver/findObjects.h"
 #include "orvane/embedding/Session.h"
-#include "orvane/embedding/childrenOf.h"
-#include "orvane/embedding/labelOf.h"
-#include "orvane/embedding/preOrder.h"
 #include "orvane/embedding/settle.h"
-#include "orvane/embedding/textOf.h"
 #include "platform/appkit/NSDrop.h"
 #include "platform/appkit/NSScriptedDesktop.h"
 #include "platform/coregraphics/CGImage.h"
@@ -39,90 +34,6 @@ using platform::NSEvent;
 using platform::NSEventType;
 
 constexpr double kRefresh = 1.0 / 60;
-
-// The name of an object's kind in the application's interface.
-std::string kindOf(const DisplayObject& object) {
-    std::string kind = object.getDescription();
-    for (const std::string_view prefix : {"Quartz", "UI"}) {
-        if (kind.starts_with(prefix)) {
-            kind.erase(0, prefix.size());
-        }
-    }
-    return kind;
-}
-
-// One part of an object's path.
-struct Step {
-    std::string kind;
-    int number = 0;
-};
-
-std::vector<Step> parsePath(const std::string& path) {
-    std::vector<Step> steps;
-    std::istringstream stream(path);
-    for (std::string word; std::getline(stream, word, '/');) {
-        const auto bracket = word.find('[');
-        Step step{word.substr(0, bracket)};
-        if (bracket != std::string::npos) {
-            step.number = std::atoi(word.c_str() + bracket + 1);
-        }
-        steps.push_back(std::move(step));
-    }
-    return steps;
-}
-
-// Calls `visit` with each object of the display and its path.
-template <typename Visit>
-void visitObjects(Visit visit) {
-    std::vector<Step> path;
-    // How many objects of a kind came before, for each depth of the path.
-    std::vector<std::map<std::string, int>> numbers;
-    embedding::preOrder(display::Display::instance()->getObjects(), embedding::childrenOf,
-                        [&](DisplayObject& object, int depth) {
-                            const auto size = static_cast<std::size_t>(depth);
-                            path.resize(size);
-                            numbers.resize(size);
-                            std::string kind = kindOf(object);
-                            const int number = numbers.back()[kind]++;
-                            // "*" counts all siblings.
-                            const int any = numbers.back()["*"]++;
-                            path.back() = {std::move(kind), number};
-                            visit(object, path, any);
-                        });
-}
-
-std::string describe(const Query& query) {
-    std::string text;
-    const std::pair<const char*, const std::string*> fields[] = {{"kind", &query.kind},
-                                                                 {"label", &query.label},
-                                                                 {"text", &query.text},
-                                                                 {"path", &query.path}};
-    for (const auto& [name, value] : fields) {
-        if (!value->empty()) {
-            text += (text.empty() ? "" : ", ") + std::string(name) + " \"" + *value + '"';
-        }
-    }
-    return text.empty() ? "any property" : text;
-}
-
-// The objects of the display, one a line, for the messages of failures.
-std::string listObjects() {
-    std::ostringstream list;
-    visitObjects([&](DisplayObject& object, const std::vector<Step>& path, int) {
-        list << '\n' << std::string(2 * path.size(), ' ') << path.back().kind;
-        if (path.back().number > 0) {
-            list << '[' << path.back().number << ']';
-        }
-        if (const std::string label = embedding::labelOf(object); !label.empty()) {
-            list << " label \"" << label << '"';
-        }
-        if (const std::string text = embedding::textOf(object); !text.empty()) {
-            list << " text \"" << text << '"';
-        }
-        list << (object.isVisible() ? "" : " hidden");
-    });
-    return list.str();
-}
 
 }  // namespace
 
@@ -198,43 +109,15 @@ void Driver::settle() {
 // ---- objects ----
 
 std::vector<Driver::Object> Driver::findAll(const Query& query) const {
-    const std::vector<Step> wanted = parsePath(query.path);
-    std::vector<Object> found;
-    // How far the current path fits what is wanted, for each depth.
-    std::vector<bool> fits{true};
-    visitObjects([&](DisplayObject& object, const std::vector<Step>& path, int any) {
-        if (!wanted.empty()) {
-            const std::size_t depth = path.size();
-            fits.resize(depth);
-            bool isWanted = fits.back() && depth <= wanted.size();
-            if (isWanted) {
-                const Step& step = wanted[depth - 1];
-                isWanted = step.kind == "*"
-                               ? step.number == any
-                               : step.kind == path.back().kind && step.number == path.back().number;
-            }
-            fits.push_back(isWanted);
-            if (!isWanted || depth != wanted.size()) {
-                return;
-            }
-        }
-        if ((query.kind.empty() || query.kind == path.back().kind) &&
-            (query.label.empty() || query.label == embedding::labelOf(object)) &&
-            (query.text.empty() || query.text == embedding::textOf(object)) && object.isVisible()) {
-            found.push_back(std::static_pointer_cast<DisplayObject>(object.shared_from_this()));
-        }
-    });
-    return found;
+    return findObjects(*display::Display::instance(), query);
 }
 
 Driver::Object Driver::find(const Query& query) const {
-    const std::vector<Object> found = findAll(query);
-    if (found.size() == 1) {
-        return found.front();
-    }
-    throw Failure((found.empty() ? "no visible object has "
-                                 : std::to_string(found.size()) + " visible objects have ") +
-                  describe(query) + "; the objects are:" + listObjects());
+    return findObject(*display::Display::instance(), query);
+}
+
+platform::OffscreenWindow& Driver::window() {
+    return state_->window;
 }
 
 CGPoint Driver::centerOf(const Object& object) const {

@@ -17,6 +17,7 @@ class DisplayObject;
 namespace orvane::platform {
 class CGImage;
 class NSScriptedDesktop;
+class OffscreenWindow;
 class OffscreenWindowHost;
 }  // namespace orvane::platform
 
@@ -117,6 +118,10 @@ public:
     void waitUntil(const std::function<bool()>& condition, double most = 5);
     // The virtual time since the application's start, in seconds.
     double time() const;
+
+    // ---- the window ----
+    // The application's window, for what the functions above do not cover.
+    platform::OffscreenWindow& window();
 
     // ---- pictures ----
     // Returns a copy of what the window shows.
