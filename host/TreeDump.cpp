@@ -1,8 +1,5 @@
 #include "host/TreeDump.h"
 
-#include <cxxabi.h>
-
-#include <cstdlib>
 #include <map>
 #include <memory>
 #include <ostream>
@@ -10,6 +7,7 @@
 #include <typeinfo>
 #include <vector>
 
+#include "orvane/commons/className.h"
 #include "orvane/display/Display.h"
 #include "orvane/display/native/NativeLayer.h"
 #include "orvane/display/tree/DisplayLayer.h"
@@ -17,6 +15,7 @@
 #include "orvane/embedding/childrenOf.h"
 #include "orvane/embedding/labelOf.h"
 #include "orvane/embedding/preOrder.h"
+#include "orvane/embedding/rootLayers.h"
 #include "orvane/embedding/textOf.h"
 #include "platform/appkit/NSView.h"
 #include "platform/quartzcore/CALayer.h"
@@ -30,15 +29,6 @@ using display::DisplayLayer;
 using display::DisplayObject;
 using LayerNumbers = std::map<const DisplayLayer*, int>;
 
-// Returns the name of a class without its namespaces.
-std::string className(const std::type_info& type) {
-    const std::unique_ptr<char, decltype(&std::free)> demangled(
-        abi::__cxa_demangle(type.name(), nullptr, nullptr, nullptr), &std::free);
-    const std::string name = demangled ? demangled.get() : type.name();
-    const auto colons = name.rfind("::");
-    return colons == std::string::npos ? name : name.substr(colons + 2);
-}
-
 std::ostream& operator<<(std::ostream& out, const display::geometry::Rect<double>& rect) {
     return out << rect.x << ',' << rect.y << ' ' << rect.width << 'x' << rect.height;
 }
@@ -47,23 +37,13 @@ std::ostream& indent(std::ostream& out, int depth) {
     return out << std::string(2 * static_cast<std::size_t>(depth), ' ');
 }
 
-std::vector<std::shared_ptr<DisplayLayer>> rootLayers(const Display& display) {
-    std::vector<std::shared_ptr<DisplayLayer>> roots;
-    for (const auto& object : display.getObjects()) {
-        if (auto layer = object->getLayer()) {
-            roots.push_back(std::move(layer));
-        }
-    }
-    return roots;
-}
-
 const auto sublayersOf = [](const DisplayLayer& layer) -> const auto& {
     return layer.getSublayers();
 };
 
 LayerNumbers numberLayers(const Display& display) {
     LayerNumbers numbers;
-    embedding::preOrder(rootLayers(display), sublayersOf,
+    embedding::preOrder(embedding::rootLayers(display), sublayersOf,
                         [&numbers](const DisplayLayer& layer, int) {
                             numbers.emplace(&layer, static_cast<int>(numbers.size()) + 1);
                         });
@@ -103,8 +83,9 @@ void printObject(std::ostream& out, DisplayObject& object, int depth, const Laye
 }
 
 void printLayer(std::ostream& out, DisplayLayer& layer, int depth, const LayerNumbers& numbers) {
-    indent(out, depth) << className(typeid(layer)) << ' ' << numbers.at(&layer) << " frame "
-                       << layer.getLayerFrame() << (layer.isHidden() ? " hidden" : " visible");
+    indent(out, depth) << commons::className(typeid(layer)) << ' ' << numbers.at(&layer)
+                       << " frame " << layer.getLayerFrame()
+                       << (layer.isHidden() ? " hidden" : " visible");
     const auto* const native = dynamic_cast<const display::native::NativeLayer*>(&layer);
     const auto view = native != nullptr ? native->getLayerHandler() : nullptr;
     if (view == nullptr) {
@@ -124,9 +105,9 @@ void dumpTree(std::ostream& out, const Display& display) {
         display.getObjects(), embedding::childrenOf,
         [&](DisplayObject& object, int depth) { printObject(out, object, depth, numbers); });
     out << "layers\n";
-    embedding::preOrder(rootLayers(display), sublayersOf, [&](DisplayLayer& layer, int depth) {
-        printLayer(out, layer, depth, numbers);
-    });
+    embedding::preOrder(
+        embedding::rootLayers(display), sublayersOf,
+        [&](DisplayLayer& layer, int depth) { printLayer(out, layer, depth, numbers); });
 }
 
 }  // namespace orvane::host

@@ -112,12 +112,14 @@ void Display::reset() {
     s_instance.reset();
 }
 
-Display::Display()
+Display::Display(Fonts fonts)
     : input_(std::make_unique<events::InputDispatcher>(objects_)),
       shortcuts_(std::make_unique<events::Shortcuts>()),
       window_(std::make_shared<Window>()) {
     initView();
-    loadFonts(system::getResourceDirectory() + "/res/fonts");
+    if (fonts == Fonts::Load) {
+        loadFonts(system::getResourceDirectory() + "/res/fonts");
+    }
 }
 
 Display::~Display() {

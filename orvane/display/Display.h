@@ -52,9 +52,13 @@ public:
     // someone holds it.
     static void reset();
 
-    // Creates the root view and loads the fonts in res/fonts of the resource directory.
-    // Applications call instance() instead.
-    Display();
+    // Whether a display loads the fonts of the resource directory. Fonts belong to the process.
+    enum class Fonts { Load, Keep };
+
+    // Creates the root view and, with Load, loads the fonts in res/fonts of the resource directory.
+    // Applications call instance() instead. Another display, for another window of the process,
+    // keeps the fonts; what says "the display" in other classes refers to instance().
+    explicit Display(Fonts fonts = Fonts::Load);
     // Releases the root view on the main thread.
     ~Display() override;
     Display(const Display&) = delete;

@@ -16,7 +16,7 @@ class CGGradient;
 namespace orvane::display::graphics::quartz {
 
 // A fill on the canvas: a color or, once one is set, a linear gradient.
-class QuartzFillStyleable : public virtual FillStyleable {
+class ORVANE_EXPORT QuartzFillStyleable : public virtual FillStyleable {
 public:
     void setFillColor(unsigned r, unsigned g, unsigned b, unsigned a) override;
     void setFillColor(unsigned argb) override;

@@ -11,7 +11,7 @@ class CGContext;
 namespace orvane::display::graphics::quartz {
 
 // A stroke on the canvas, which always has one color.
-class QuartzStrokeStyleable : public virtual StrokeStyleable {
+class ORVANE_EXPORT QuartzStrokeStyleable : public virtual StrokeStyleable {
 public:
     void setStrokeColor(int r, int g, int b, int a) override;
     void setStrokeColor(unsigned argb) override;

@@ -30,6 +30,14 @@ void QuartzTextStyleable::setDecoration(bool underline, bool strikethrough) {
     update();
 }
 
+const std::string& QuartzTextStyleable::getFont() {
+    return getTextWrapper().getFontName();
+}
+
+float QuartzTextStyleable::getTextSize() {
+    return getTextWrapper().getFontSize();
+}
+
 void QuartzTextStyleable::setFont(const std::string& name) {
     getTextWrapper().setFontName(name);
     update();

@@ -8,7 +8,7 @@ class TextWrapper;
 
 // Passes every style to a text wrapper and repaints. Weights and italics are fonts of their own:
 // set the font "DejaVu Sans Bold".
-class QuartzTextStyleable : public virtual TextStyleable {
+class ORVANE_EXPORT QuartzTextStyleable : public virtual TextStyleable {
 public:
     void setTextAlign(TextAlign align) override;
     void setAlignmentBaseline(AlignmentBaseline baseline) override;
@@ -19,6 +19,10 @@ public:
     void setItalicStyle(bool italic) override;
     void setDecoration(bool underline, bool strikethrough) override;
     void setFont(const std::string& name) override;
+
+    // What was set; the name is empty for the default font.
+    const std::string& getFont();
+    float getTextSize();
 
 protected:
     virtual TextWrapper& getTextWrapper() = 0;

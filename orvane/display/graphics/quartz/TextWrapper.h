@@ -54,6 +54,8 @@ public:
     void setFill(const Color& color);
     void setStroke(const Color& color);
 
+    const std::string& getFontName() const { return fontName_; }
+    float getFontSize() const { return fontSize_; }
     const std::string& getText() const { return text_; }
     const geometry::Rect<double>& getBounds() const { return bounds_; }
 
