@@ -114,6 +114,7 @@ set(orvane_public_headers
     orvane/embedding/Session.h
     orvane/embedding/accessibilityLabels.h
     orvane/embedding/childrenOf.h
+    orvane/embedding/kindOf.h
     orvane/embedding/labelOf.h
     orvane/embedding/preOrder.h
     orvane/embedding/settle.h
@@ -129,6 +130,7 @@ set(orvane_public_headers
     platform/appkit/NSScriptedDesktop.h
     platform/appkit/NSWindow.h
     platform/appkit/NSWindowHost.h
+    platform/appkit/NSWindowObserver.h
     platform/offscreen/OffscreenWindow.h
     platform/offscreen/OffscreenWindowHost.h
     platform/quartzcore/CAMediaTime.h)
@@ -137,7 +139,8 @@ list(APPEND orvane_public_headers
     orvane/driver/Driver.h
     orvane/driver/Failure.h
     orvane/driver/Query.h
-    orvane/driver/comparePictures.h)
+    orvane/driver/comparePictures.h
+    orvane/driver/findObjects.h)
 if(ORVANE_GTK)
     list(APPEND orvane_public_headers platform/gtk/GTKControl.h
          platform/gtk/GTKToplevel.h platform/gtk/GTKWindow.h)

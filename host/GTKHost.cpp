@@ -79,6 +79,9 @@ ExitCode GTKHost::run() {
     window_.present();
     // A window manager may have placed the window when it was mapped.
     placeWindow();
+    if (options_.inspects) {
+        inspector_.emplace(options_, content_);
+    }
     g_main_loop_run(loop_.get());
     keepWindowState();
     return exitCode_;
@@ -130,10 +133,13 @@ void GTKHost::becomeDue() {
 
 void GTKHost::frameShown() {
     // Only after a frame is it certain that nothing waits to be drawn.
-    if (due_ && (!content_.needsDisplay() || content_.isAnimating())) {
+    if (due_ && (!content_.needsDisplay() || content_.isAnimating()) &&
+        (!inspector_ || inspector_->isShown())) {
         due_ = false;
-        exitCode_ = writeOutput(
-            options_, [this](const std::string& path) { return content_.writePNG(path); });
+        exitCode_ = writeOutput(options_, [this](const std::string& path) {
+            return content_.writePNG(path) &&
+                   (!inspector_ || inspector_->writePNG(inspectorPath(path)));
+        });
         quit();
     }
 }

@@ -6,6 +6,7 @@
 #include <memory>
 #include <optional>
 
+#include "host/GTKInspector.h"
 #include "host/Playback.h"
 #include "host/TerminationSignals.h"
 #include "host/Timer.h"
@@ -61,6 +62,7 @@ private:
     platform::GTKToplevel toplevel_;
     std::optional<platform::NSScriptedDesktop> scriptedDesktop_;
     embedding::Session session_;
+    std::optional<GTKInspector> inspector_;
     std::optional<Playback> playback_;
     std::optional<Timer> timer_;
     std::optional<WindowState> windowState_;

@@ -62,6 +62,10 @@ ExitCode OffscreenHost::run() {
     if (!session_.start()) {
         return ExitCode::NoApplication;
     }
+    if (options_.inspects) {
+        inspectorWindow_.emplace(kInspectorSize, window_.backingScaleFactor());
+        inspector_ = openInspector(options_, window_, *inspectorWindow_);
+    }
     if (!options_.frames.empty()) {
         return writeFrames();
     }
@@ -113,8 +117,16 @@ ExitCode OffscreenHost::runUntilTerminated() {
 }
 
 ExitCode OffscreenHost::write() {
-    return terminated_ ? ExitCode::Done
-                       : writeOutput(options_, [this](const auto& path) { return writePNG(path); });
+    if (terminated_) {
+        return ExitCode::Done;
+    }
+    if (inspector_) {
+        inspector_->refresh();
+        settle();
+    }
+    return writeOutput(options_, [this](const auto& path) {
+        return writePNG(path) && (!inspector_ || inspectorWindow_->writePNG(inspectorPath(path)));
+    });
 }
 
 void OffscreenHost::advanceTo(double time) {
@@ -156,6 +168,9 @@ void OffscreenHost::play(double until) {
 
 void OffscreenHost::settle() {
     embedding::settle(window_, kLongestSettling, &terminated_);
+    if (inspector_) {
+        inspectorWindow_->display();
+    }
 }
 
 }  // namespace orvane::host

@@ -5,6 +5,7 @@
 #include <optional>
 
 #include "host/TerminationSignals.h"
+#include "host/openInspector.h"
 #include "host/output.h"
 #include "orvane/embedding/Session.h"
 #include "platform/offscreen/OffscreenWindow.h"
@@ -58,6 +59,8 @@ private:
     TerminationSignals signals_;
     embedding::Session session_;
     std::size_t nextStep_ = 0;
+    std::optional<platform::OffscreenWindow> inspectorWindow_;
+    std::unique_ptr<inspector::Inspector> inspector_;
 };
 
 }  // namespace orvane::host

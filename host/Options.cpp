@@ -21,6 +21,9 @@ Starts every application library in DIRECTORY and shows what it displays.
   --size WxH         size of the window's content in points (1280x800)
   --scale S          pixels per point (the display's own; 1 off-screen)
   --title TEXT       title of the window (Orvane)
+  --inspect[=TEXT]   show the objects, the layers and the frames of the applications in a second
+                     window, and choose the first object that TEXT finds. With --snapshot, write
+                     its picture to a second file, whose name ends in -inspector
   --watch            start the applications again when a library in DIRECTORY has been built
   --window-state FILE  open the window where and as large as FILE says, and keep FILE up to date
   --message FILE     show the text in FILE instead of the applications
@@ -54,6 +57,7 @@ enum OptionCode {
     Size,
     Scale,
     Title,
+    Inspect,
     Watch,
     WindowState,
     Message,
@@ -70,11 +74,12 @@ enum OptionCode {
     Version,
 };
 
-constexpr std::array<option, 19> longOptions{{
+constexpr std::array<option, 20> longOptions{{
     {"offscreen", no_argument, nullptr, Offscreen},
     {"size", required_argument, nullptr, Size},
     {"scale", required_argument, nullptr, Scale},
     {"title", required_argument, nullptr, Title},
+    {"inspect", optional_argument, nullptr, Inspect},
     {"watch", no_argument, nullptr, Watch},
     {"window-state", required_argument, nullptr, WindowState},
     {"message", required_argument, nullptr, Message},
@@ -136,6 +141,10 @@ std::string store(Options& options, int code, const char* value) {
             break;
         case Title:
             options.title = value;
+            break;
+        case Inspect:
+            options.inspects = true;
+            options.inspected = value != nullptr ? value : "";
             break;
         case Watch:
             options.watch = true;

@@ -18,6 +18,8 @@ struct Options {
     std::string windowState;           // the file for the window's place and size; empty: none
     std::string message;               // the file with a text to show instead; empty: none
     bool watch = false;
+    bool inspects = false;
+    std::string inspected;     // what the inspector searches for at first; empty: nothing
     std::string resources;     // empty: the user's own setting applies
     std::string snapshot;      // the PNG file to write; empty: none
     std::optional<double> at;  // seconds; empty: when nothing is left to paint

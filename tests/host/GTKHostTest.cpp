@@ -1,15 +1,19 @@
+#include <chrono>
 #include <csignal>
 #include <cstdio>
+#include <cstdlib>
 #include <filesystem>
 #include <functional>
 #include <memory>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include "tests/host/HostTest.h"
 
-// Last: its macros break others' headers.
+// Last: their macros break others' headers.
 #include <X11/Xlib.h>
+#include <X11/Xutil.h>
 
 namespace orvane::tests {
 
@@ -112,6 +116,61 @@ TEST_F(GTKHost, WatchStartsWhatWasBuiltInThePlaceOfTheLastWindow) {
                            "for the next build\n"),
         std::string::npos)
         << result.errors;
+}
+
+// Looks at the screen until a pixel has a color, 0xRRGGBB, and acts again while it has not.
+bool actUntil(int x, int y, unsigned long color, const std::function<void()>& act) {
+    const std::unique_ptr<Display, decltype(&XCloseDisplay)> display(XOpenDisplay(nullptr),
+                                                                     &XCloseDisplay);
+    for (int attempt = 0; attempt < 20; ++attempt) {
+        act();
+        std::this_thread::sleep_for(std::chrono::milliseconds(400));
+        const std::unique_ptr<XImage, int (*)(XImage*)> image(
+            XGetImage(display.get(), DefaultRootWindow(display.get()), x, y, 1, 1, AllPlanes,
+                      ZPixmap),
+            [](XImage* pixels) { return XDestroyImage(pixels); });
+        if (image && (XGetPixel(image.get(), 0, 0) & 0xFFFFFFU) == color) {
+            return true;
+        }
+    }
+    return false;
+}
+
+TEST_F(GTKHost, InspectsAnApplicationInASecondWindow) {
+    HostProcess host({"--inspect", ORVANE_GALLERY_EXAMPLE});
+    // Where the inspector's window is, over a corner of the application's.
+    constexpr int kLeft = 600;
+    constexpr int kTop = 440;
+    const auto xdotool = [](const std::string& arguments) {
+        ASSERT_EQ(std::system(("xdotool " + arguments).c_str()), 0) << arguments;
+    };
+    const auto click = [&](int x, int y) {
+        xdotool("mousemove " + std::to_string(x) + ' ' + std::to_string(y) + " click 1");
+    };
+    xdotool("search --sync --onlyvisible --name '^Orvane$' windowmove 0 0");
+    xdotool("search --sync --onlyvisible --name inspector windowmove " + std::to_string(kLeft) +
+            ' ' + std::to_string(kTop) + " windowfocus");
+    constexpr unsigned long kOutline = 0x4C99FF;
+    // The page of animations, the search field, and then the second line of the tree.
+    click(36, 270);
+    click(kLeft + 780, kTop + 25);
+    xdotool("type affine");
+    EXPECT_TRUE(actUntil(390, 400, kOutline, [&] { click(kLeft + 200, kTop + 121); }));
+    // The place of the card is changed in its field.
+    EXPECT_TRUE(actUntil(410, 400, kOutline, [&] {
+        click(kLeft + 850, kTop + 282);
+        xdotool("key ctrl+a type '411 291'");
+        xdotool("key Return");
+    }));
+    // The ground of another card is picked.
+    EXPECT_TRUE(actUntil(95, 400, kOutline, [&] {
+        click(kLeft + 30, kTop + 25);
+        click(115, 420);
+    }));
+    // The curve of the frames a second.
+    EXPECT_TRUE(actUntil(kLeft + 300, kTop + 736, 0x2D5D4E, [] {}));
+    host.sendSignal(SIGTERM);
+    EXPECT_EQ(host.finish().exitCode, 0);
 }
 
 }  // namespace orvane::tests
