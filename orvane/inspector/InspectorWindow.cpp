@@ -133,7 +133,7 @@ BoxPointer InspectorWindow::makeToolbar() {
     bar->addSpace();
 
     search_ = makeField(12);
-    search_->setPlaceholder("Search kind, text, label or #number");
+    search_->setPlaceholder("Search kind, text, label, path or #number");
     search_->setBounds({0, 0, 1, 1});
     search_->getOrCreateAccessibilityElement()->setLabel("Search");
     searched_ = listenerFor<graphics::InputText::ChangeEvent>(

@@ -105,6 +105,15 @@ void Meter::didPaintView(NSView& view, std::span<const platform::NSBackingRect> 
 
 void Meter::didDisplay() {
     t_frame = nullptr;
+    // Two passes at the same time of a virtual clock are one frame.
+    if (const std::size_t count = frames_.size();
+        counts_ && count > 1 && frames_[count - 2].time == frames_.back().time) {
+        const Frame again = frames_.back();
+        frames_.pop_back();
+        frames_.back().update += again.update;
+        frames_.back().paint += again.paint;
+        frames_.back().present += again.present;
+    }
     if (!counts_) {
         frames_.pop_back();
     } else if (!rects_.empty()) {

@@ -10,6 +10,7 @@
 #include "orvane/embedding/preOrder.h"
 #include "orvane/embedding/rootLayers.h"
 #include "orvane/embedding/textOf.h"
+#include "orvane/inspector/pathOf.h"
 
 namespace orvane::inspector {
 
@@ -51,6 +52,10 @@ void Tree::setFilter(const std::string& text) {
 }
 
 bool Tree::matches(const Node& node) const {
+    if (filter_.find('/') != std::string::npos) {
+        const auto object = node.object.lock();
+        return object && lowered(pathOf(*object)).starts_with(filter_);
+    }
     const RowText text = describe(node);
     return filter_.starts_with('#')
                ? text.mark == filter_

@@ -55,7 +55,8 @@ public:
     void setKind(Kind kind) { kind_ = kind; }
     Kind getKind() const { return kind_; }
     // Shows nodes whose kind, text or label contains this text, without regard to the case of ASCII
-    // letters, or whose number is this text with a "#" before it. Empty: all.
+    // letters. A text that begins with "#" is a number, one with a "/" in it the path of objects
+    // (pathOf) or the beginning of one. Empty: all.
     void setFilter(const std::string& text);
     bool isFiltered() const { return !filter_.empty(); }
     bool matches(const Node& node) const;

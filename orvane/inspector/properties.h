@@ -31,7 +31,4 @@ struct Section {
 // change values hold it weakly.
 std::vector<Section> propertiesOf(const Node& node);
 
-// Returns where an object is: the kinds of its ancestors and of itself, as a driver::Query has it.
-std::string pathOf(const display::DisplayObject& object);
-
 }  // namespace orvane::inspector
