@@ -8,6 +8,7 @@
 #include "platform/appkit/NSGestureRecognizer.h"
 #include "platform/appkit/NSGraphicsContext.h"
 #include "platform/appkit/NSPasteboard.h"
+#include "platform/appkit/NSScriptedDesktop.h"
 #include "platform/appkit/NSTextEditor.h"
 #include "platform/appkit/NSTextLayout.h"
 #include "platform/appkit/NSWindow.h"
@@ -406,7 +407,7 @@ bool NSTextField::runCommand(const NSEvent& event) {
     const bool isPaste = (isControl(event) && key == "v") || (isShift(event) && key == "Insert");
     if (isCopy || isCut) {
         if (const std::string text = editor_->selectedText(); !text.empty()) {
-            NSPasteboard::generalPasteboard().setString(text);
+            NSDesktop::current().copyText(text);
             if (isCut) {
                 changeByUser([](NSTextEditor& editor) { return editor.insert({}); });
             }
@@ -414,9 +415,8 @@ bool NSTextField::runCommand(const NSEvent& event) {
         return true;
     }
     if (isPaste) {
-        const std::string text = NSPasteboard::generalPasteboard().string();
-        return text.empty() ||
-               changeByUser([&](NSTextEditor& editor) { return editor.insert(text); });
+        paste();
+        return true;
     }
     if (!isControl(event)) {
         return false;
@@ -436,6 +436,25 @@ bool NSTextField::runCommand(const NSEvent& event) {
         return changeByUser([](NSTextEditor& editor) { return editor.redo(); });
     }
     return false;
+}
+
+void NSTextField::paste() {
+    const auto insert = [](NSTextField& field, const std::string& text) {
+        if (!text.empty()) {
+            field.changeByUser([&](NSTextEditor& editor) { return editor.insert(text); });
+        }
+    };
+    // The clipboard in memory is read at once, so that a script's next keys come after the text.
+    NSDesktop& desktop = NSDesktop::current();
+    if (dynamic_cast<NSScriptedDesktop*>(&desktop) != nullptr) {
+        insert(*this, NSPasteboard::generalPasteboard().string());
+        return;
+    }
+    desktop.pasteText([insert, self = weak_from_this()](const std::string& text) {
+        if (const auto field = std::static_pointer_cast<NSTextField>(self.lock())) {
+            insert(*field, text);
+        }
+    });
 }
 
 // ---- painting ----

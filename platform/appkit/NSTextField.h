@@ -37,7 +37,7 @@ enum class NSTextPurpose { FreeForm, Digits, Number, Phone, URL, Email, Name, Pi
 // frame: the text begins at the edges of the bounds. Lines are centered vertically.
 //
 // Where the desktop has no widget for it, the field edits its text itself and paints it: it takes
-// keys and presses, and does what the widget would do. The clipboard is then NSPasteboard.
+// keys and presses, and does what the widget would do. The clipboard is that of NSDesktop.
 //
 // Texts are UTF-8 and always valid: bytes that are not, and zero bytes, become replacement
 // characters. Positions are bytes of the text. A setter that is given an equal value does nothing;
@@ -127,6 +127,7 @@ private:
     bool moveByKey(const NSEvent& event);
     bool deleteByKey(const NSEvent& event);
     bool runCommand(const NSEvent& event);
+    void paste();
     void moveVertically(double lines, bool extends);
     void moveToLineEnd(bool toEnd, bool extends);
     bool changeByUser(const std::function<bool(NSTextEditor&)>& change);

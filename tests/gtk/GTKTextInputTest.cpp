@@ -8,6 +8,7 @@
 #include <utility>
 #include <vector>
 
+#include "platform/appkit/NSEvent.h"
 #include "platform/appkit/NSScrollView.h"
 #include "platform/appkit/NSTextEditor.h"
 #include "platform/appkit/NSTextField.h"
@@ -142,6 +143,31 @@ TEST_F(GTKTextInput, OnlyFieldsNearWhatIsVisibleHaveWidgets) {
     window_.window().makeFirstResponder(fields[400].get());
     desktop::xdotool("key z");
     expectText(*fields[400], "z");
+}
+
+TEST_F(GTKTextInput, AScriptAndTheUserHaveOneClipboard) {
+    const auto script = [this](const char* name, bool isControl) {
+        platform::NSEvent event;
+        event.type = platform::NSEventType::KeyDown;
+        event.key = name;
+        event.modifierFlags = isControl ? unsigned{platform::kNSEventModifierControl} : 0;
+        window_.window().sendEvent(event);
+    };
+    const auto copied = add(Kind::Line, "script");
+    script("a", true);
+    script("c", true);
+    const auto user = add(Kind::Line, "user");
+    desktop::xdotool("key ctrl+a key ctrl+c key End key ctrl+v");
+    expectText(*user, "useruser");
+    window_.window().makeFirstResponder(copied.get());
+    script("End", false);
+    script("v", true);
+    expectText(*copied, "scriptuser");
+    script("a", true);
+    script("x", true);
+    window_.window().makeFirstResponder(user.get());
+    desktop::xdotool("key Home key ctrl+v");
+    expectText(*user, "scriptuseruseruser");
 }
 
 TEST_F(GTKTextInput, TheWidgetsKeepTheMaximumLength) {
