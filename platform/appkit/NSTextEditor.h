@@ -14,7 +14,9 @@
 namespace orvane::platform {
 
 // A text that is being edited: the text, the selection, and the history for undo. Its commands do
-// what those of the desktop's text widgets do. It knows no layout and no keys.
+// what those of the desktop's text widgets do. It knows no layout and no keys. Words are those of
+// GtkText; GtkTextView differs where punctuation and emoji have no letters next to them: there a
+// move by a word may leave the caret where it is, or take it to the end of the text.
 //
 // Positions are bytes of the text, which is always valid UTF-8; a position inside a character, as
 // readers count them, becomes the beginning of that character. A command returns whether it has
