@@ -186,7 +186,8 @@ FontMap::FontMap()
 
     context_ = pango_font_map_create_context(fontMap_);
     // Text keeps its proportions at every scale and moves by fractions of a pixel, so metrics and
-    // positions are not rounded. The hint style is that of the desktop's fontconfig settings.
+    // positions are not rounded. The hint style is that of the desktop's fontconfig settings, and
+    // so is whether text is antialiased at all; subpixels are not used.
     pango_context_set_round_glyph_positions(context_, FALSE);
     cairo_font_options_t* const options = cairo_font_options_create();
     cairo_font_options_set_antialias(options, CAIRO_ANTIALIAS_GRAY);

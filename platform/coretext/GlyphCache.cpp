@@ -36,7 +36,7 @@ GlyphCoverage rasterize(const RunFont& font, std::uint32_t glyph, const GlyphCac
     moved.x0 -= coverage.left;
     moved.y0 -= coverage.top;
     addGlyphPath(cairo.get(), font, glyph, moved);
-    cairo_set_antialias(cairo.get(), CAIRO_ANTIALIAS_BEST);
+    cairo_set_antialias(cairo.get(), antialiasOf(font));
     cairo_fill(cairo.get());
     cairo_surface_flush(surface.get());
 

@@ -4,6 +4,7 @@
 #include <hb-ot.h>
 #include <hb.h>
 #include <pango/pangocairo.h>
+#include <pango/pangofc-font.h>
 
 #include <algorithm>
 #include <cmath>
@@ -69,6 +70,9 @@ RunFont::RunFont(PangoFont* font)
     underlineOffset_ = std::max(1.0, std::round(-fromPango(offset)));
 
     missingGlyphAdvance_ = hb_font_get_glyph_h_advance(hbFont, 0);
+    FcBool antialias = FcTrue;
+    FcPatternGetBool(pango_fc_font_get_pattern(PANGO_FC_FONT(font_)), FC_ANTIALIAS, 0, &antialias);
+    antialiased_ = antialias != FcFalse;
     readFace();
 }
 

@@ -28,6 +28,8 @@ public:
 
     // Whether the glyphs are color images, not outlines.
     bool isColor() const { return color_; }
+    // False if the desktop's fontconfig settings turn antialiasing off for the font.
+    bool isAntialiased() const { return antialiased_; }
 
     // User units, all positive.
     double size() const { return size_; }
@@ -55,6 +57,7 @@ private:
     PangoFont* font_;
     cairo_scaled_font_t* scaledFont_;
     bool color_ = false;
+    bool antialiased_ = true;
     double size_ = 0;
     double ascent_ = 0, descent_ = 0, leading_ = 0;
     double underlineOffset_ = 0, underlineThickness_ = 0;

@@ -126,9 +126,14 @@ void paintMasked(cairo_t* cairo, const RunFont& font, const cairo_matrix_t& matr
     GlyphCache::Strike& strike =
         FontMap::Locked()->glyphs().strike(font, {matrix.xx, matrix.yx, -matrix.xy, -matrix.yy});
     MaskPainter painter(cairo);
+    // Stems without antialiasing have equal widths only at whole pixels.
+    const int phases = font.isAntialiased() ? GlyphCache::kPhases : 1;
+    const auto toPhases = [phases](double v) {
+        return static_cast<int>(std::floor(v * phases + 0.5)) * (GlyphCache::kPhases / phases);
+    };
     forEachGlyph(matrix, glyphs, piece, [&](auto glyph, double x, double y) {
-        const int phasesX = static_cast<int>(std::floor(x * GlyphCache::kPhases + 0.5));
-        const int phasesY = static_cast<int>(std::floor(y * GlyphCache::kPhases + 0.5));
+        const int phasesX = toPhases(x);
+        const int phasesY = toPhases(y);
         const Pixel pixel{floorDivide(phasesX, GlyphCache::kPhases),
                           floorDivide(phasesY, GlyphCache::kPhases)};
         painter.add(strike.coverage(glyph, phasesX - pixel.x * GlyphCache::kPhases,
@@ -145,7 +150,7 @@ void paintOutlines(cairo_t* cairo, const RunFont& font, const cairo_matrix_t& ma
         const CairoContext path = pathContext();
         addGlyphPath(path.get(), font, glyph,
                      {matrix.xx, matrix.yx, -matrix.xy, -matrix.yy, x - origin.x, y - origin.y});
-        fillAlike(cairo, path.get(), origin);
+        fillAlike(cairo, path.get(), origin, antialiasOf(font));
     });
 }
 
@@ -191,7 +196,7 @@ void paintBar(cairo_t* cairo, const cairo_matrix_t& matrix, const TextRun& run, 
         cairo_rectangle(path.get(), 0, -thickness, std::min(kLongest, run.width - begin),
                         thickness);
         cairo_identity_matrix(path.get());
-        fillAlike(cairo, path.get(), origin);
+        fillAlike(cairo, path.get(), origin, CAIRO_ANTIALIAS_BEST);
     }
 }
 

@@ -15,7 +15,7 @@ CairoContext pathContext() {
 
 // Cairo clips a path before it computes coverage, which changes the coverage of edges slightly. So
 // the path is filled into masks on a grid that does not depend on the clip.
-void fillAlike(cairo_t* target, cairo_t* path, Pixel origin) {
+void fillAlike(cairo_t* target, cairo_t* path, Pixel origin, cairo_antialias_t antialias) {
     constexpr int kSide = 256;
     double left = 0, top = 0, right = 0, bottom = 0;
     cairo_path_extents(path, &left, &top, &right, &bottom);
@@ -38,7 +38,7 @@ void fillAlike(cairo_t* target, cairo_t* path, Pixel origin) {
             const CairoContext cairo(cairo_create(mask.get()));
             cairo_translate(cairo.get(), -column * kSide, -row * kSide);
             cairo_append_path(cairo.get(), outline.get());
-            cairo_set_antialias(cairo.get(), CAIRO_ANTIALIAS_BEST);
+            cairo_set_antialias(cairo.get(), antialias);
             cairo_fill(cairo.get());
             cairo_mask_surface(target, mask.get(), origin.x + column * kSide,
                                origin.y + row * kSide);
@@ -54,6 +54,10 @@ bool isUpright(const cairo_matrix_t& m) {
 }
 
 }  // namespace
+
+cairo_antialias_t antialiasOf(const RunFont& font) {
+    return font.isAntialiased() ? CAIRO_ANTIALIAS_BEST : CAIRO_ANTIALIAS_NONE;
+}
 
 void setFont(cairo_t* cairo, const RunFont& font) {
     cairo_scaled_font_t* const scaledFont = font.scaledFont();

@@ -20,7 +20,10 @@ CairoContext pathContext();
 
 // Fills the path of `path`, whose (0, 0) is the corner of `origin`, with the source of `target`.
 // The color of a pixel depends neither on the clip nor on the whole pixels of the origin.
-void fillAlike(cairo_t* target, cairo_t* path, Pixel origin);
+void fillAlike(cairo_t* target, cairo_t* path, Pixel origin, cairo_antialias_t antialias);
+
+// How the outlines of a font are filled.
+cairo_antialias_t antialiasOf(const RunFont& font);
 
 // Sets the font of `cairo` at its size in user units. Its outlines are hinted if the desktop says
 // so and the current transformation keeps text upright.

@@ -93,6 +93,20 @@ TEST_F(PaintTest, TextScalesAndMovesSmoothly) {
     EXPECT_NEAR(after / before, 1.61 * 1.61 / (1.59 * 1.59), 0.01);
 }
 
+TEST_F(PaintTest, TextWithoutAntialiasingHasNoOtherColors) {
+    for (const auto& [size, antialiased] : {std::pair(13.5, false), {13.0, true}}) {
+        const auto canvas = drawn(*line("Stems mill", size), {1, 0, 0, 1, 10.3, 30.6});
+        int partial = 0;
+        int full = 0;
+        for (int i = 0; i < kSide * kSide; ++i) {
+            const unsigned alpha = canvas->pixels()[i] >> 24;
+            (alpha == 0xFF ? full : partial) += alpha != 0 ? 1 : 0;
+        }
+        EXPECT_GT(full + partial, 50) << size;
+        EXPECT_EQ(partial != 0, antialiased) << size;
+    }
+}
+
 TEST_F(PaintTest, HugeTextAndCoordinatesDoNotBreakTheCanvas) {
     CGBitmapContext canvas(kSide, kSide);
     const auto text = line("neighbor", 20);
