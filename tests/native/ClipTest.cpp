@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <random>
 
+#include "orvane/display/native/createLayer.h"
 #include "platform/quartzcore/CAKeyframeAnimation.h"
 #include "platform/quartzcore/CAMediaTime.h"
 #include "tests/native/Stage.h"
@@ -166,6 +167,26 @@ TEST_F(ClipTest, CutsControlsOffForTheEyeAndForThePointer) {
     EXPECT_EQ(pixel(45, 125), 0x0000FFU);
     EXPECT_EQ(pixel(55, 125), 0U);
     EXPECT_EQ(pixel(45, 135), 0U);
+}
+
+TEST_F(ClipTest, HoldsForEachGuestOfOneLayer) {
+    const auto turned = DisplayFactory::createContainer();
+    const auto other = DisplayFactory::createClipContainer(false);
+    other->setBounds({0, 0, 50, 50});
+    turned->setMatrix(0.6F, -0.6F, 100, 0.6F, 0.6F, 70);
+    turned->add(other);
+    root_->add(turned);
+    const auto layer = createLayer<native::BitmapLayer>();
+    for (const auto& clip : {clip_, other}) {
+        clip->add(rect(0, 0, 80, 80, 0xFFFF0000));
+        clip->getChildren().front()->extractIntoLayer(layer);
+    }
+    EXPECT_EQ(pixel(45, 45), shown(0xFF0000));
+    EXPECT_EQ(pixel(55, 45), 0U);
+    EXPECT_EQ(pixel(100, 100), shown(0xFF0000));
+    EXPECT_EQ(pixel(100, 140), 0U) << "below the corner of the turned clip";
+    clip_->setBounds({0, 0, 60, 60});
+    EXPECT_EQ(pixel(55, 45), shown(0xFF0000));
 }
 
 TEST_F(ClipTest, HoldsWhileLayersMove) {

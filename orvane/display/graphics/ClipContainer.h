@@ -7,6 +7,10 @@ namespace orvane::display::graphics {
 // A group that clips its children to its bounds. The clip is in the parent's coordinates: the
 // group's own transformation moves its children but neither its clip nor its frame. Applications
 // use this to scroll or rotate the content behind a fixed window.
+//
+// What is clipped away is not seen. A touch on it reaches it only where it is painted on the same
+// layer as the group: within one layer, touches go by frames. An object with a layer of its own is
+// not touched outside the clip.
 class ORVANE_EXPORT ClipContainer : public virtual SizedContainer {
 public:
     ClipContainer() { setClipsChildren(); }

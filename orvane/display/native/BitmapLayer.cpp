@@ -2,6 +2,7 @@
 
 #include "orvane/display/native/BitmapView.h"
 #include "orvane/display/native/CurrentCanvas.h"
+#include "orvane/display/native/clipGuest.h"
 #include "orvane/display/native/createLayer.h"
 #include "orvane/display/tree/ContainerObject.h"
 #include "orvane/display/tree/LayerPlacement.h"
@@ -148,6 +149,8 @@ void BitmapLayer::drawToBuffer(const Rect& rect, void*) {
 
 void BitmapLayer::updateRect(const Rect& rect) {
     platform::CGContext& canvas = *GetCurrentCanvas();
+    const ContainerObject* const common =
+        getObjects().size() > 1 ? LayerPlacement::commonContainer(*this) : nullptr;
     for (std::size_t i = 0; i < getObjects().size(); ++i) {
         const std::shared_ptr<DisplayObject> object = getObjects()[i].lock();
         if (!object) {
@@ -159,6 +162,9 @@ void BitmapLayer::updateRect(const Rect& rect) {
         }
         if (const std::shared_ptr<ContainerObject> parent = object->getParent()) {
             const platform::CGSavedState state(canvas);
+            if (getObjects().size() > 1 && parent.get() != common) {
+                clipGuest(canvas, *object, *this, common);
+            }
             canvas.concatCTM(platform::CGAffineTransform(parent->getFullTransformation()));
             object->validate(clip);
         } else {

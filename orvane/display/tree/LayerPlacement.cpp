@@ -163,31 +163,66 @@ std::vector<ContainerObject*> LayerPlacement::clipContainersOf(const DisplayLaye
         }
         return result;
     }
-    for (ContainerObject* node = object->parentOrNull(); node != nullptr;
+    return clipsOnTheWay(*object, *superlayer, commonContainer(content), true);
+}
+
+std::vector<ContainerObject*> LayerPlacement::clipContainersAround(const DisplayObject& object,
+                                                                   const DisplayLayer& layer,
+                                                                   const ContainerObject* common) {
+    const Layer superlayer = layer.getSuperlayer();
+    return superlayer ? clipsOnTheWay(object, *superlayer, common, false)
+                      : std::vector<ContainerObject*>();
+}
+
+// The clip containers around an object, up to the container that `superlayer` lists: those inside
+// `common`, or that one and those around it.
+std::vector<ContainerObject*> LayerPlacement::clipsOnTheWay(const DisplayObject& object,
+                                                            DisplayLayer& superlayer,
+                                                            const ContainerObject* common,
+                                                            bool isAroundCommon) {
+    std::vector<ContainerObject*> result;
+    bool reached = false;
+    for (ContainerObject* node = object.parentOrNull(); node != nullptr;
          node = node->parentOrNull()) {
+        reached = reached || node == common;
         // The view of a scroll container clips, in coordinates that the offset does not move.
         const bool clips = node->clipsChildren() && node->getScrollOffset() == nullptr;
-        if (clips && containsObjects(*node, content)) {
+        if (clips && reached == isAroundCommon) {
             result.push_back(node);
         }
         const Layer listed = node->layered_ ? node->getLayer() : nullptr;
-        if (listed && (listed == superlayer || superlayer->findChildOf(listed))) {
+        if (listed && (listed.get() == &superlayer || superlayer.findChildOf(listed))) {
             break;
         }
     }
     return result;
 }
 
-bool LayerPlacement::containsObjects(const ContainerObject& container, const DisplayLayer& layer) {
-    return std::all_of(layer.getObjects().begin(), layer.getObjects().end(),
-                       [&container](const std::weak_ptr<DisplayObject>& entry) {
-                           const std::shared_ptr<DisplayObject> object = entry.lock();
-                           const DisplayObject* node = object.get();
-                           while (node != nullptr && node != &container) {
-                               node = node->parentOrNull();
-                           }
-                           return node != nullptr || !object;
-                       });
+const ContainerObject* LayerPlacement::commonContainer(const DisplayLayer& layer) {
+    const ContainerObject* common = nullptr;
+    bool isFirst = true;
+    for (const std::weak_ptr<DisplayObject>& entry : layer.getObjects()) {
+        const std::shared_ptr<DisplayObject> object = entry.lock();
+        if (!object) {
+            continue;
+        }
+        const ContainerObject* const parent = object->parentOrNull();
+        if (isFirst) {
+            common = parent;
+            isFirst = false;
+        }
+        while (common != nullptr && common != parent && !isAround(*common, parent)) {
+            common = common->parentOrNull();
+        }
+    }
+    return common;
+}
+
+bool LayerPlacement::isAround(const ContainerObject& container, const ContainerObject* node) {
+    while (node != nullptr && node != &container) {
+        node = node->parentOrNull();
+    }
+    return node != nullptr;
 }
 
 // ---- changes ----

@@ -65,6 +65,15 @@ public:
     // can be moved inside the wrapper.
     static std::vector<ContainerObject*> clipContainersOf(const DisplayLayer& layer);
 
+    // The innermost container around all objects of a layer; null if there is none. Borrowed.
+    static const ContainerObject* commonContainer(const DisplayLayer& layer);
+
+    // The clip containers around `object`, which `layer` lists, that are inside `common` and in the
+    // container that the superlayer lists, innermost first. Borrowed.
+    static std::vector<ContainerObject*> clipContainersAround(const DisplayObject& object,
+                                                              const DisplayLayer& layer,
+                                                              const ContainerObject* common);
+
     // Links the layers of `element`, which has just been stored among the children of `parent`.
     static void link(const std::shared_ptr<DisplayObject>& element, const ContainerObject& parent,
                      const Layer& ascending);
@@ -107,7 +116,11 @@ public:
 private:
     static void appendLayers(const ContainerObject& container, const Layer& ascending,
                              LayerList& result);
-    static bool containsObjects(const ContainerObject& container, const DisplayLayer& layer);
+    static std::vector<ContainerObject*> clipsOnTheWay(const DisplayObject& object,
+                                                       DisplayLayer& superlayer,
+                                                       const ContainerObject* common,
+                                                       bool isAroundCommon);
+    static bool isAround(const ContainerObject& container, const ContainerObject* node);
     static Layer branchUnder(const Layer& ascending, Layer layer);
     static std::optional<Layer> answerAt(const DisplayObject& sibling, const Layer& searchedFor,
                                          const Layer& drawnOn, SearchDirection direction);
