@@ -468,6 +468,10 @@ TEST_F(NSScrollViewTest, ThePointerOpensABarAndAClickOnItsTrackTurnsAPage) {
         pointer(leaving, {100, 50});
         EXPECT_EQ(bar.frame().size, knob.size);
     }
+    scroll->setContentSize({1000, 100});
+    pointer(NSEventType::MouseMoved, {50, 95});
+    EXPECT_EQ(scroll->subviews().end()[-2]->frame(),
+              (CGRect{{0, 100 - NSScroller::kBreadth}, {200, NSScroller::kBreadth}}));
 }
 
 TEST_F(NSScrollViewTest, ScrollingPaintsOnlyWhatAppears) {
