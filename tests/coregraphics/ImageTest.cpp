@@ -2,8 +2,8 @@
 
 #include <gtest/gtest.h>
 #include <sys/resource.h>
-#include <algorithm>
 
+#include <algorithm>
 #include <array>
 #include <filesystem>
 #include <string>

@@ -1,5 +1,7 @@
 #include <functional>
+#include <stdexcept>
 
+#include "orvane/display/graphics/quartz/QuartzRect.h"
 #include "orvane/display/native/createLayer.h"
 #include "platform/quartzcore/CAMediaTime.h"
 #include "tests/native/Stage.h"
@@ -161,6 +163,21 @@ TEST_F(NativeLayerTest, AnAnimationContinuesWhenItsObjectIsBackInTheSameTurn) {
     picture();
     root_->add(group);
     EXPECT_FALSE(window_.isAnimating());
+}
+
+TEST_F(NativeLayerTest, AnExceptionOfPaintingLeavesTheCanvasInBalance) {
+    struct Throwing : graphics::quartz::QuartzRect {
+        void doValidate(const R&) override { throw std::runtime_error("painting"); }
+    };
+    root_->add(rect(0, 0, 200, 150, 0xFF0000FF));
+    picture();
+    const auto throwing = std::make_shared<Throwing>();
+    throwing->set(100, 100, 20, 20);
+    root_->add(throwing);
+    EXPECT_THROW(picture(), std::runtime_error);
+    root_->remove(throwing);
+    root_->add(rect(0, 0, 50, 50, 0xFFFF0000));
+    EXPECT_EQ(pixel(5, 5), shown(0xFF0000));
 }
 
 TEST_F(NativeLayerTest, ALayerThatIsRemovedByTheCallbackOfItsFrameStaysAway) {
