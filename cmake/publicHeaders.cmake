@@ -110,9 +110,9 @@ set(orvane_public_headers
 
     # Hosts: the start of the runtime, the windows, and the events and the clock that drive them.
     orvane/display/native/DisplayView.h
+    orvane/embedding/Accessibility.h
     orvane/embedding/HostView.h
     orvane/embedding/Session.h
-    orvane/embedding/accessibilityLabels.h
     orvane/embedding/childrenOf.h
     orvane/embedding/kindOf.h
     orvane/embedding/labelOf.h
@@ -121,7 +121,7 @@ set(orvane_public_headers
     orvane/embedding/textOf.h
     orvane/runtime/init_orvane.h
     orvane/system/ScreenTypeView.h
-    platform/appkit/NSAccessibilityLabel.h
+    platform/appkit/NSAccessibility.h
     platform/appkit/NSAppearance.h
     platform/appkit/NSBackingRect.h
     platform/appkit/NSDesktop.h

@@ -47,7 +47,6 @@ GTKHost::GTKHost(const Options& options, const EventScript& script)
         platform::NSDesktop::setCurrent(&scriptedDesktop_.emplace());
     }
     content_.setResizeHandler([this](platform::CGSize size) { session_.resize(size); });
-    content_.setAccessibilityLabels([this] { return session_.accessibilityLabels(); });
     window_.set_title(options.title);
     window_.set_child(content_.widget());
 }

@@ -10,8 +10,8 @@
 
 #include "orvane/display/Display.h"
 #include "orvane/display/native/DisplayView.h"
+#include "orvane/embedding/Accessibility.h"
 #include "orvane/embedding/HostView.h"
-#include "orvane/embedding/accessibilityLabels.h"
 #include "orvane/runtime/Runtime.h"
 #include "orvane/runtime/init_orvane.h"
 #include "platform/appkit/NSWindow.h"
@@ -48,6 +48,8 @@ Session::Session(platform::NSWindow& window, std::string applications, const std
     view_->addSubview(Display::instance()->getView());
     layOut(window_.contentSize());
     window_.setContentView(view_);
+    accessibility_ = std::make_unique<Accessibility>(*Display::instance());
+    window_.setAccessibility(accessibility_.get());
 }
 
 Session::~Session() {
@@ -65,6 +67,7 @@ Session::~Session() {
     }
     ending.join();
     Runtime::DeleteInstance();
+    window_.setAccessibility(nullptr);
     Display::instance()->removeAll();
     window_.setContentView(nullptr);
     Display::instance()->getView()->removeFromSuperviewWithoutNeedingDisplay();
@@ -80,10 +83,6 @@ bool Session::start() {
 void Session::resize(platform::CGSize size) {
     layOut(size);
     Display::instance()->frameChanged({size.width, size.height});
-}
-
-std::vector<platform::NSAccessibilityLabel> Session::accessibilityLabels() const {
-    return embedding::accessibilityLabels(*Display::instance());
 }
 
 void Session::layOut(platform::CGSize size) {

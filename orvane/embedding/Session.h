@@ -2,10 +2,8 @@
 
 #include <memory>
 #include <string>
-#include <vector>
 
 #include "orvane/commons/Export.h"
-#include "platform/appkit/NSAccessibilityLabel.h"
 #include "platform/coregraphics/CGGeometry.h"
 
 namespace orvane::platform {
@@ -14,6 +12,8 @@ class NSWindow;
 }  // namespace orvane::platform
 
 namespace orvane::embedding {
+
+class Accessibility;
 
 // Runs application libraries in a window of a host program. The constructor starts the runtime and
 // puts the display into the window, start() runs the applications' main(), and the destructor ends
@@ -29,7 +29,8 @@ public:
     // res/fonts. If `resources` is empty, the user default "Resource Folder" applies; if the user
     // has not set that either, the resources are expected next to the applications.
     //
-    // The display has the size of the window's content. Throws std::system_error if the runtime's
+    // The display has the size of the window's content, and the window tells assistive technology
+    // what is on it (Accessibility). Throws std::system_error if the runtime's
     // thread cannot be started.
     Session(platform::NSWindow& window, std::string applications,
             const std::string& resources = {});
@@ -46,15 +47,13 @@ public:
     // Tells the display and the applications that the window's content has this size, in points.
     void resize(platform::CGSize size);
 
-    // Returns the labels of what is visible, for assistive technology; see accessibilityLabels.h.
-    [[nodiscard]] std::vector<platform::NSAccessibilityLabel> accessibilityLabels() const;
-
 private:
     void layOut(platform::CGSize size);
 
     platform::NSWindow& window_;
     std::string applications_;
     std::shared_ptr<platform::NSView> view_;
+    std::unique_ptr<Accessibility> accessibility_;
 };
 
 }  // namespace orvane::embedding

@@ -635,6 +635,7 @@ void NSWindow::fullScreenDidChange(bool isFullScreen) {
     }
 }
 
+void NSWindow::setAccessibility(NSAccessibility*) {}
 void NSWindow::accessibilityDidChange() {}
 
 // ---- for subclasses ----

@@ -9,6 +9,7 @@
 
 namespace orvane::platform {
 
+class NSAccessibility;
 class NSBackingPolicy;
 class NSView;
 class NSWindowDelegate;
@@ -113,7 +114,11 @@ public:
     // Must be called by the host when that has changed.
     void fullScreenDidChange(bool isFullScreen);
 
-    // What assistive technology finds in the views has changed: the keyboard is elsewhere.
+    // Sets what tells the window what assistive technology finds in it; null for nothing. Borrowed.
+    // A window without assistive technology ignores it.
+    virtual void setAccessibility(NSAccessibility* content);
+    // Must be called when another element has the keyboard. Other changes are read some time after
+    // the window has shown something new, and not while it is unchanged.
     virtual void accessibilityDidChange();
 
     // Runs one display pass if anything changed or is animated. Does nothing during a pass.

@@ -9,8 +9,9 @@
 #include <algorithm>
 #include <utility>
 
-#include "platform/gtk/GTKAccessibleElement.h"
+#include "platform/gtk/GTKAccessibility.h"
 #include "platform/gtk/GTKPresentation.h"
+#include "platform/gtk/GTKView.h"
 #include "platform/gtk/toExtent.h"
 #include "platform/gtk/toModifierFlags.h"
 #include "platform/quartzcore/CAMediaTime.h"
@@ -25,6 +26,7 @@ GTKRoot::GTKRoot(CGSize size, std::optional<double> scale, Delegate delegate)
       delegate_(std::move(delegate)),
       drag_(Gtk::GestureDrag::create()),
       keys_(Gtk::EventControllerKey::create()) {
+    GTKView::makePlainGroup(*this);
     set_overflow(Gtk::Overflow::HIDDEN);
     set_focusable(true);
     set_hexpand(true);
@@ -124,16 +126,6 @@ bool GTKRoot::hasFocusInside() {
                                   gtk_widget_is_ancestor(focused, Gtk::Widget::gobj()) != FALSE);
 }
 
-void GTKRoot::setLabels(const std::vector<NSAccessibilityLabel>& labels) {
-    labels_.resize(std::min(labels_.size(), labels.size()));
-    while (labels_.size() < labels.size()) {
-        labels_.push_back(std::make_unique<GTKAccessibleElement>(*this));
-    }
-    for (std::size_t i = 0; i < labels.size(); ++i) {
-        labels_[i]->update(labels[i].text, labels[i].frame);
-    }
-}
-
 void GTKRoot::setPresentation(GTKPresentation* presentation) {
     presentation_ = presentation;
 }
@@ -166,8 +158,8 @@ void GTKRoot::size_allocate_vfunc(int width, int height, int) {
     if (presentation_ != nullptr) {
         presentation_->allocate();
     }
-    for (const auto& label : labels_) {
-        label->allocate();
+    if (accessibility_ != nullptr) {
+        accessibility_->allocate();
     }
 }
 

@@ -14,7 +14,7 @@
 
 namespace orvane::platform {
 
-class GTKAccessibleElement;
+class GTKAccessibility;
 class GTKPresentation;
 
 // The widget that a GTKWindow gives to the program. It contains what the window's presentation
@@ -47,8 +47,8 @@ public:
 
     // Borrowed; null for none.
     void setPresentation(GTKPresentation* presentation);
-    // Sets what assistive technology finds here.
-    void setLabels(const std::vector<NSAccessibilityLabel>& labels);
+    // Borrowed; null for none.
+    void setAccessibility(GTKAccessibility* accessibility) { accessibility_ = accessibility; }
 
     // In points: the allocated size, or the requested one before the first allocation.
     CGSize size() const { return size_; }
@@ -80,7 +80,7 @@ private:
     guint heldKey_ = 0;  // the hardware code of the last key that was pressed; 0 for none
     sigc::connection focusMoved_;
     bool isCancelled_ = false;  // the drag that is about to end
-    std::vector<std::unique_ptr<GTKAccessibleElement>> labels_;
+    GTKAccessibility* accessibility_ = nullptr;
 };
 
 }  // namespace orvane::platform

@@ -53,9 +53,11 @@ void GTKTexturePresentation::resize(CGSize, double) {
 }
 
 void GTKTexturePresentation::allocate() {
-    Gtk::Widget* const first = root_.get_first_child();
-    if (GTKView* const content = first != nullptr ? GTKView::in(*first) : nullptr) {
-        content->allocate();
+    for (Gtk::Widget* child = root_.get_first_child(); child != nullptr;
+         child = child->get_next_sibling()) {
+        if (GTKView* const content = GTKView::in(*child)) {
+            content->allocate();
+        }
     }
 }
 

@@ -15,7 +15,9 @@
 
 namespace orvane::platform {
 
-GTKView::GTKView() : Glib::ObjectBase("OrvaneView") {}
+GTKView::GTKView() : Glib::ObjectBase("OrvaneView") {
+    makePlainGroup(*this);
+}
 
 GTKView::~GTKView() {
     linkFade(nullptr);
@@ -43,6 +45,33 @@ void GTKView::setControl(GTKControl* control) {
         // Behind the widgets of the subviews.
         gtk_widget_insert_after(control_->widget().gobj(), gobj(), nullptr);
     }
+}
+
+void GTKView::makePlainGroup(Gtk::Widget& widget) {
+    // The role is set on the object because gtkmm gives no access to the class's initialization.
+    g_object_set(widget.gobj(), "accessible-role", GTK_ACCESSIBLE_ROLE_GROUP, nullptr);
+    // Without a label, GTK would use the name of the class.
+    gtk_accessible_update_property(GTK_ACCESSIBLE(widget.gobj()), GTK_ACCESSIBLE_PROPERTY_LABEL, "",
+                                   -1);
+}
+
+bool GTKView::exposeControls(Gtk::Widget& parent) {
+    bool isExposed = false;
+    for (Gtk::Widget* child = parent.get_first_child(); child != nullptr;
+         child = child->get_next_sibling()) {
+        GTKView* const view = in(*child);
+        if (view == nullptr) {
+            continue;
+        }
+        // All views in it are visited.
+        const bool contains = exposeControls(*view) || view->control_ != nullptr;
+        isExposed = isExposed || contains;
+        if (std::exchange(view->isExposed_, contains) != contains) {
+            gtk_accessible_update_state(GTK_ACCESSIBLE(view->outermost().gobj()),
+                                        GTK_ACCESSIBLE_STATE_HIDDEN, contains ? FALSE : TRUE, -1);
+        }
+    }
+    return isExposed;
 }
 
 GTKView* GTKView::of(const NSView& view) {
@@ -127,11 +156,14 @@ void GTKView::takeClips(const std::vector<NSViewClip>& clips) {
         clipWidgets_.back()->unparent();
         clipWidgets_.pop_back();
     }
+    isExposed_ = true;  // as new widgets are
+    gtk_accessible_reset_state(GTK_ACCESSIBLE(gobj()), GTK_ACCESSIBLE_STATE_HIDDEN);
     Gtk::Widget* around = parent;
     for (std::size_t i = 0; i <= clips_.size(); ++i) {
         Gtk::Widget* widget = this;
         if (i < clips_.size()) {
             clipWidgets_.push_back(std::make_unique<GTKClip>());
+            makePlainGroup(*clipWidgets_.back());
             widget = clipWidgets_.back().get();
         }
         if (i == 0 && next != nullptr) {

@@ -48,6 +48,11 @@ public:
     static GTKView* in(Gtk::Widget& outermost);
     // Lays the widget out in its parent's coordinates.
     void allocate();
+    // Hides the views in `parent` from assistive technology, which finds elements instead, except
+    // those that contain a control. Returns whether there are any.
+    static bool exposeControls(Gtk::Widget& parent);
+    // Gives a widget that only contains others a role and an empty name.
+    static void makePlainGroup(Gtk::Widget& widget);
     // Draws the widgets in `parent`, each as a group with its opacity.
     static void snapshotChildren(Gtk::Widget& parent, const Glib::RefPtr<Gtk::Snapshot>& snapshot);
 
@@ -58,6 +63,8 @@ protected:
     void snapshot_vfunc(const Glib::RefPtr<Gtk::Snapshot>& snapshot) override;
 
 private:
+    bool isExposed_ = true;  // to assistive technology
+
     void takeClips(const std::vector<NSViewClip>& clips);
     // Lays the clips out, each in the one around it. Returns what maps the superview's coordinates
     // to those of the innermost clip; none if nothing is shown.

@@ -12,6 +12,7 @@
 #include "platform/appkit/NSEvent.h"
 #include "platform/appkit/NSView.h"
 #include "platform/corevideo/CVDisplay.h"
+#include "platform/gtk/GTKAccessibility.h"
 #include "platform/gtk/GTKControl.h"
 #include "platform/gtk/GTKDesktop.h"
 #include "platform/gtk/GTKDrop.h"
@@ -20,6 +21,7 @@
 #include "platform/gtk/GTKRenderer.h"
 #include "platform/gtk/GTKRoot.h"
 #include "platform/gtk/GTKScroll.h"
+#include "platform/gtk/GTKView.h"
 #include "platform/gtk/GTKWrappers.h"
 #include "platform/quartzcore/CAMediaTime.h"
 
@@ -50,9 +52,7 @@ GTKWindow::GTKWindow(CGSize size, std::optional<double> scale) {
 }
 
 GTKWindow::~GTKWindow() {
-    if (labelsTimer_ != 0) {
-        g_source_remove(labelsTimer_);
-    }
+    GTKWindow::setAccessibility(nullptr);
     setContentView(nullptr);
     root_->setPresentation(nullptr);
 }
@@ -266,12 +266,18 @@ void GTKWindow::didChangeFirstResponder() {
     GtkWidget* const focused = toplevel != nullptr ? gtk_root_get_focus(toplevel) : nullptr;
     if (first != nullptr || (focused != nullptr &&
                              gtk_widget_is_ancestor(focused, GTK_WIDGET(root_->gobj())) != FALSE)) {
-        root_->grab_focus();
+        grabFocusForViews();
     }
 }
 
 void GTKWindow::focusDidMove(GtkWidget* focused) {
     if (isMovingFocus_) {
+        return;
+    }
+    // Assistive technology has given the keyboard to an element.
+    if (const std::uint64_t element = accessibility_ ? accessibility_->elementOf(focused) : 0) {
+        const commons::ScopedFlag moving(isMovingFocus_);
+        accessibility_->focus(element);
         return;
     }
     NSView* target = nullptr;
@@ -316,27 +322,70 @@ void GTKWindow::didPaintView(NSView& view, std::span<const NSBackingRect> rects)
     }
 }
 
-void GTKWindow::setAccessibilityLabels(std::function<std::vector<NSAccessibilityLabel>()> labels) {
-    labels_ = std::move(labels);
+// ---- accessibility ----
+
+void GTKWindow::setAccessibility(NSAccessibility* content) {
+    if (accessibilityTimer_ != 0) {
+        g_source_remove(std::exchange(accessibilityTimer_, 0));
+    }
+    root_->setAccessibility(nullptr);
+    {
+        const commons::ScopedFlag moving(isMovingFocus_);
+        accessibility_.reset();
+    }
+    if (content != nullptr) {
+        accessibility_ = std::make_unique<GTKAccessibility>(*root_, *content);
+        root_->setAccessibility(accessibility_.get());
+    }
+}
+
+void GTKWindow::accessibilityDidChange() {
+    updateAccessibilityLater(0);
+}
+
+void GTKWindow::updateAccessibilityLater(unsigned milliseconds) {
+    if (!accessibility_ || (accessibilityTimer_ != 0 && milliseconds > 0)) {
+        return;
+    }
+    if (accessibilityTimer_ != 0) {
+        g_source_remove(accessibilityTimer_);
+    }
+    accessibilityTimer_ = g_timeout_add(
+        milliseconds,
+        [](void* self) -> gboolean {
+            static_cast<GTKWindow*>(self)->accessibilityTimer_ = 0;
+            static_cast<GTKWindow*>(self)->updateAccessibility();
+            return G_SOURCE_REMOVE;
+        },
+        this);
+}
+
+void GTKWindow::updateAccessibility() {
+    const commons::ScopedFlag moving(isMovingFocus_);
+    GtkRoot* const toplevel = gtk_widget_get_root(GTK_WIDGET(root_->gobj()));
+    GtkWidget* const focused = toplevel != nullptr ? gtk_root_get_focus(toplevel) : nullptr;
+    const bool hasViewsFocus = focused != nullptr && (focused == GTK_WIDGET(root_->gobj()) ||
+                                                      accessibility_->elementOf(focused) != 0);
+    accessibility_->update();
+    GTKView::exposeControls(*root_);
+    if (hasViewsFocus && gtk_root_get_focus(toplevel) != accessibility_->focusedWidget().gobj()) {
+        grabFocusForViews();
+    }
+}
+
+void GTKWindow::grabFocusForViews() {
+    if (!accessibility_ || !accessibility_->focusedWidget().grab_focus()) {
+        root_->grab_focus();
+    }
 }
 
 void GTKWindow::present() {
     if (presentation_) {
         presentation_->present(contentView(), displayTime());
     }
-    // Collecting the labels may walk all objects, which is too much for each frame.
+    // Collecting the elements walks all objects, which is too much for each frame.
     constexpr unsigned delay = 250;  // milliseconds
-    if (labels_ && labelsTimer_ == 0) {
-        labelsTimer_ = g_timeout_add(
-            delay,
-            [](void* self) -> gboolean {
-                auto& window = *static_cast<GTKWindow*>(self);
-                window.labelsTimer_ = 0;
-                window.root_->setLabels(window.labels_());
-                return G_SOURCE_REMOVE;
-            },
-            this);
-    }
+    updateAccessibilityLater(delay);
 }
 
 void GTKWindow::didChangeCursor() {

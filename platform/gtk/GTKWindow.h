@@ -5,10 +5,8 @@
 #include <optional>
 #include <string>
 #include <unordered_map>
-#include <vector>
 
 #include "orvane/commons/Export.h"
-#include "platform/appkit/NSAccessibilityLabel.h"
 #include "platform/appkit/NSWindow.h"
 
 namespace Gdk {
@@ -24,6 +22,7 @@ struct _GtkWidget;
 namespace orvane::platform {
 
 class CVDisplay;
+class GTKAccessibility;
 class GTKControl;
 class GTKDesktop;
 class GTKDrop;
@@ -72,10 +71,8 @@ public:
     // display pass that follows a resize. It should resize the views.
     void setResizeHandler(std::function<void(CGSize)> handler);
 
-    // Sets the function that lists what assistive technology finds in the window, usually
-    // embedding::accessibilityLabels. It is called again some time after the window has shown
-    // something new, and not while the window is unchanged.
-    void setAccessibilityLabels(std::function<std::vector<NSAccessibilityLabel>()> labels);
+    void setAccessibility(NSAccessibility* content) override;
+    void accessibilityDidChange() override;
 
     // Writes what the window shows to a PNG file. Call it after the frame clock has painted a
     // frame: GTK has no picture of what is still to be drawn. Returns false if there is no picture,
@@ -105,6 +102,10 @@ private:
     GTKControl* realize(NSView& view);
     void release(NSView& view);
     bool tabPressed(bool isForward);
+    // Gives the focus of GTK to what stands for the views that paint.
+    void grabFocusForViews();
+    void updateAccessibility();
+    void updateAccessibilityLater(unsigned milliseconds);
 
     std::unique_ptr<GTKRoot> root_;
     std::unique_ptr<GTKScroll> scroll_;
@@ -114,8 +115,8 @@ private:
     std::unique_ptr<GTKPresentation> presentation_;  // null until the root is realized
     GTKRendererKind kind_{};
     std::function<void(CGSize)> resizeHandler_;
-    std::function<std::vector<NSAccessibilityLabel>()> labels_;
-    unsigned int labelsTimer_ = 0;
+    std::unique_ptr<GTKAccessibility> accessibility_;  // null without a content that tells
+    unsigned int accessibilityTimer_ = 0;
     bool resized_ = false;      // since the last frame
     bool frameWanted_ = false;  // since the beginning of the last frame
     bool ticking_ = false;      // the tick callback is installed

@@ -4,7 +4,7 @@
 
 #include "orvane/display/events/hitTest.h"
 #include "orvane/display/graphics/ScrollContainer.h"
-#include "orvane/embedding/accessibilityLabels.h"
+#include "orvane/embedding/Accessibility.h"
 #include "platform/appkit/NSBackingStore.h"
 #include "platform/appkit/NSScrollView.h"
 #include "platform/quartzcore/CAMediaTime.h"
@@ -278,9 +278,9 @@ TEST_F(ScrollContainerTest, AnObjectIsMadeVisibleInNestedContainers) {
     EXPECT_EQ(scroll_->getContentOffset().y, 400);
     EXPECT_EQ(pixel(60, 110), shown(0xFFFFFF));
     // Assistive technology finds it where it is shown.
-    const auto labels = embedding::accessibilityLabels(*display_);
-    ASSERT_EQ(labels.size(), 1U);
-    EXPECT_EQ(labels[0].frame, (platform::CGRect{{50, 100}, {50, 20}}));
+    const auto elements = embedding::Accessibility(*display_).elements();
+    ASSERT_EQ(elements.size(), 1U);
+    EXPECT_EQ(elements[0].frame, (platform::CGRect{{50, 100}, {50, 20}}));
 }
 
 }  // namespace orvane::display
