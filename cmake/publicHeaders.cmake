@@ -77,6 +77,7 @@ set(orvane_public_headers
     orvane/network/RequestService.h
     orvane/network/Response.h
     orvane/notification/Listener.h
+    orvane/notification/Listeners.h
     orvane/notification/Notifier.h
     orvane/runtime/Main.h
     orvane/runtime/Runtime.h

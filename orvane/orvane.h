@@ -58,6 +58,7 @@
 #include "orvane/network/RequestService.h"
 #include "orvane/network/Response.h"
 #include "orvane/notification/Listener.h"
+#include "orvane/notification/Listeners.h"
 #include "orvane/notification/Notifier.h"
 #include "orvane/runtime/Main.h"
 #include "orvane/runtime/Runtime.h"
