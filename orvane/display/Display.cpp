@@ -128,7 +128,7 @@ Display::~Display() {
         view_.reset();
         window_->setNativeWindow(nullptr);
         if (appearance_) {
-            NSDesktop::current().setAppearanceHandler({});
+            NSDesktop::setAppearanceHandler(this, {});
         }
     });
 }
@@ -315,7 +315,7 @@ void Display::focusChanged(const std::shared_ptr<DisplayObject>& object) {
 
 const Appearance& Display::getAppearance() {
     if (!appearance_) {
-        NSDesktop::current().setAppearanceHandler([this] { appearanceChanged(); });
+        NSDesktop::setAppearanceHandler(this, [this] { appearanceChanged(); });
         appearance_ = toAppearance(NSDesktop::current().appearance());
     }
     return *appearance_;

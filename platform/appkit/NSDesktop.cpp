@@ -1,5 +1,7 @@
 #include "platform/appkit/NSDesktop.h"
 
+#include <map>
+
 #include "platform/appkit/NSScriptedDesktop.h"
 
 namespace orvane::platform {
@@ -7,7 +9,7 @@ namespace orvane::platform {
 namespace {
 
 NSDesktop* chosen = nullptr;
-std::function<void()> appearanceHandler;
+std::map<const void*, std::function<void()>> appearanceHandlers;
 
 }  // namespace
 
@@ -26,13 +28,27 @@ void NSDesktop::setCurrent(NSDesktop* desktop) {
     chosen = desktop;
 }
 
-void NSDesktop::setAppearanceHandler(std::function<void()> handler) {
-    appearanceHandler = std::move(handler);
+bool NSDesktop::hasCurrent() {
+    return chosen != nullptr;
+}
+
+void NSDesktop::setAppearanceHandler(const void* owner, std::function<void()> handler) {
+    if (handler) {
+        appearanceHandlers[owner] = std::move(handler);
+    } else {
+        appearanceHandlers.erase(owner);
+    }
 }
 
 void NSDesktop::appearanceDidChange() const {
-    if (this == &current() && appearanceHandler) {
-        appearanceHandler();
+    if (this != &current()) {
+        return;
+    }
+    const auto handlers = appearanceHandlers;  // one may remove others
+    for (const auto& [owner, handler] : handlers) {
+        if (appearanceHandlers.contains(owner)) {
+            handler();
+        }
     }
 }
 

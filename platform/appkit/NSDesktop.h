@@ -50,6 +50,8 @@ public:
     static NSDesktop& current();
     // Borrowed; null for the one in memory.
     static void setCurrent(NSDesktop* desktop);
+    // Whether setCurrent has set one that exists.
+    static bool hasCurrent();
 
     // ---- the clipboard ----
     // Puts a text in UTF-8 there.
@@ -77,9 +79,9 @@ public:
 
     // Asks the desktop at the first call, and watches it from then on.
     virtual NSAppearance appearance() = 0;
-    // Sets the function that is called when appearance() has changed; it stays when another desktop
-    // is set.
-    static void setAppearanceHandler(std::function<void()> handler);
+    // Sets the function that is called for an owner when appearance() has changed; an empty one
+    // removes it. It stays when another desktop is set.
+    static void setAppearanceHandler(const void* owner, std::function<void()> handler);
 
 protected:
     // Must be called by subclasses when appearance() has changed.

@@ -47,7 +47,9 @@ GTKWindow::GTKWindow(CGSize size, std::optional<double> scale) {
     drop_ = std::make_unique<GTKDrop>(GTK_WIDGET(root_->gobj()),
                                       [this](const NSDrop& drop) { return sendDrop(drop); });
     desktop_ = std::make_unique<GTKDesktop>(GTK_WIDGET(root_->gobj()));
-    NSDesktop::setCurrent(desktop_.get());
+    if (!NSDesktop::hasCurrent()) {
+        NSDesktop::setCurrent(desktop_.get());
+    }
     display_ = std::make_unique<CVDisplay>([this] { scheduleDisplay(); });
 }
 

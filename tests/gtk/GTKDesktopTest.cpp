@@ -123,7 +123,7 @@ TEST_F(WindowTest, TheAppearanceAndNotificationsAreThoseOfTheSessionBus) {
     EXPECT_TRUE(program.appearance().isDark);
     EXPECT_EQ(program.appearance().accentColor, 0xFF336699);
     int changes = 0;
-    NSDesktop::setAppearanceHandler([&] { ++changes; });
+    NSDesktop::setAppearanceHandler(this, [&] { ++changes; });
     for (const char* const value : {"<(9.0, 0.0, 0.0)>", "<uint32 2>"}) {
         const bool isColor = value[1] == '(';
         services.emit(
@@ -134,7 +134,7 @@ TEST_F(WindowTest, TheAppearanceAndNotificationsAreThoseOfTheSessionBus) {
     EXPECT_TRUE(desktop::runUntil([&] { return changes == 2; }));
     EXPECT_FALSE(program.appearance().isDark);
     EXPECT_EQ(program.appearance().accentColor, platform::NSAppearance().accentColor);
-    NSDesktop::setAppearanceHandler({});
+    NSDesktop::setAppearanceHandler(this, {});
 
     int pressed = 0;
     const auto deliver = [&](const std::string& text) {
