@@ -18,7 +18,7 @@ void removeFill(graphics::Shape& shape) {
 
 void addText(graphics::Container& inside, const std::string& content, float x, float y,
              TextAlign align = TextAlign::Start) {
-    const auto text = makeText(content, 11, palette::caption);
+    const auto text = makeText(content, 11, palette.caption);
     text->setTextAlign(align);
     text->setX(x);
     text->setY(y);
@@ -113,7 +113,7 @@ void drawLines(graphics::Container& inside, const Json& data, float width, float
     constexpr int kLines = 4;
     const std::vector<double> series[] = {data.at("produced"), data.at("used")};
     const std::vector<std::string> labels = data.at("labels");
-    const unsigned colors[] = {palette::amber, palette::teal};
+    const unsigned colors[] = {palette.amber, palette.teal};
     const char* const names[] = {"produced", "used"};
     double highest = 1;
     for (const auto& values : series) {
@@ -129,7 +129,7 @@ void drawLines(graphics::Container& inside, const Json& data, float width, float
         const float y = std::round(yOf(value)) + 0.5F;
         const auto line = DisplayFactory::createLine();
         line->set(kLeft, y, width, y);
-        line->setStrokeColor(palette::edge);
+        line->setStrokeColor(palette.edge);
         line->setStrokeWidth(1);
         inside.add(line);
         addText(inside, std::to_string(value), kLeft - 10, y + 4, TextAlign::End);
@@ -165,7 +165,7 @@ void drawBars(graphics::Container& inside, const Json& data, float width, float 
         bar->set(x, height - size, step * 0.6F, size);
         bar->setRx(5);
         bar->setRy(5);
-        bar->setFillColor(values[i] == highest ? palette::blue : 0xFFC6D6F5);
+        bar->setFillColor(values[i] == highest ? palette.blue : palette.pale);
         inside.add(bar);
         addText(inside, std::to_string(values[i]).substr(0, 3), x + step * 0.3F, height - size - 7,
                 TextAlign::Center);
@@ -176,7 +176,7 @@ void drawRing(graphics::Container& inside, const Json& data, float width, float 
     constexpr float kThickness = 22;
     constexpr float kRow = 24;
     constexpr float kGap = 2;  // degrees
-    const unsigned colors[] = {palette::teal, palette::blue, palette::violet, palette::amber};
+    const unsigned colors[] = {palette.teal, palette.blue, palette.violet, palette.amber};
     const Json& shares = data.at("shares");
     const float legend = height - kRow * static_cast<float>(shares.size());
     const float radius = (std::min(width, legend - 12) - kThickness) / 2;

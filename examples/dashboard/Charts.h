@@ -11,19 +11,36 @@ namespace dashboard {
 namespace graphics = orvane::display::graphics;
 using Json = nlohmann::json;
 
-namespace palette {
+// The colors of everything.
+struct Palette {
+    unsigned paper = 0xFFF3F1EC;
+    unsigned card = 0xFFFFFFFF;
+    unsigned edge = 0xFFE3DED4;
+    unsigned track = 0xFFE6E1D7;
+    unsigned ink = 0xFF22303C;
+    unsigned caption = 0xFF6B7680;
+    unsigned amber = 0xFFF5A623;
+    unsigned teal = 0xFF19A7A0;
+    unsigned blue = 0xFF2F6FDE;
+    unsigned pale = 0xFFC6D6F5;
+    unsigned violet = 0xFF7A5CD6;
 
-inline constexpr unsigned paper = 0xFFF3F1EC;
-inline constexpr unsigned card = 0xFFFFFFFF;
-inline constexpr unsigned edge = 0xFFE3DED4;
-inline constexpr unsigned ink = 0xFF22303C;
-inline constexpr unsigned caption = 0xFF6B7680;
-inline constexpr unsigned amber = 0xFFF5A623;
-inline constexpr unsigned teal = 0xFF19A7A0;
-inline constexpr unsigned blue = 0xFF2F6FDE;
-inline constexpr unsigned violet = 0xFF7A5CD6;
-
-}  // namespace palette
+    static Palette dark() {
+        return {.paper = 0xFF191C20,
+                .card = 0xFF24282E,
+                .edge = 0xFF363C45,
+                .track = 0xFF30353D,
+                .ink = 0xFFECEFF3,
+                .caption = 0xFF9AA4B0,
+                .amber = 0xFFF5B544,
+                .teal = 0xFF35BDB5,
+                .blue = 0xFF6B9BF2,
+                .pale = 0xFF3B4A66,
+                .violet = 0xFF9F86EA};
+    }
+};
+// Those of the current appearance.
+inline Palette palette;
 
 std::shared_ptr<graphics::Text> makeText(const std::string& content, float size, unsigned color,
                                          bool isBold = false);

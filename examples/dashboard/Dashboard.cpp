@@ -53,11 +53,11 @@ BoxPointer makeColumn(double gap, double padding = 0) {
 
 BoxPointer makeCard(const std::string& title) {
     const auto card = makeColumn(12, 20);
-    const auto back = makeBack(palette::card, 16);
-    back->setStrokeColor(palette::edge);
+    const auto back = makeBack(palette.card, 16);
+    back->setStrokeColor(palette.edge);
     back->setStrokeWidth(1);
     card->setBackground(back);
-    card->add(makeText(title, 13, palette::caption));
+    card->add(makeText(title, 13, palette.caption));
     card->getContainer()->getOrCreateAccessibilityElement()->setLabel(title);
     return card;
 }
@@ -68,27 +68,28 @@ BoxPointer makeChartCard(const std::string& title, Chart& chart) {
     return card;
 }
 
-class Tap : public events::TouchEventListener {
-public:
-    explicit Tap(std::function<void()> touched) : touched_(std::move(touched)) {}
-
-    events::TouchEventListenerState operator()(const std::shared_ptr<DisplayObject>&,
-                                               const events::TouchEvent& event) override {
-        if (event.phase != events::TouchEventPhase::Began) {
-            return events::TouchEventListenerState::Ended;
-        }
-        touched_();
-        return events::TouchEventListenerState::Began;
-    }
-
-private:
-    std::function<void()> touched_;
-};
-
 class Dashboard {
 public:
     void main() {
-        page_->setBackground(makeBack(palette::paper));
+        listeners_.add<AppearanceChangedEvent>(*Display::instance(), [this](const auto&) {
+            Display::instance()->remove(page_->getContainer());
+            build();
+        });
+        build();
+    }
+
+private:
+    void build() {
+        palette = Display::instance()->getAppearance().isDark ? Palette::dark() : Palette();
+        page_ = makeColumn(20, 28);
+        lines_ = Chart(drawLines);
+        ring_ = Chart(drawRing);
+        bars_ = Chart(drawBars);
+        pill_ = makeBack(palette.card, 15);
+        numbers_.clear();
+        notes_.clear();
+        taps_.clear();
+        page_->setBackground(makeBack(palette.paper));
         page_->add(makeHeader());
         page_->add(makeStats());
         const auto upper = std::make_shared<Box>(BoxStyle{.gap = 20});
@@ -99,38 +100,46 @@ public:
 
         show(between(ranges_[0], ranges_[0], 0));
         page_->showOnDisplay();
-        select(0);
+        select(selected_);
     }
 
-private:
     BoxPointer makeHeader() {
         const auto header = std::make_shared<Box>(BoxStyle{.align = Align::Center});
         const auto titles = makeColumn(4);
-        titles->add(makeText(data_.at("title"), 26, palette::ink, true));
-        titles->add(makeText(data_.at("subtitle"), 13, palette::caption));
+        titles->add(makeText(data_.at("title"), 26, palette.ink, true));
+        titles->add(makeText(data_.at("subtitle"), 13, palette.caption));
         header->add(titles);
         header->addSpace();
         header->add(makeSegments());
         return header;
     }
 
-    // A button for each range. The pill below them, which no box places, glides to the selected
-    // one.
+    // A button for each range. The pill below them, which no box places, glides to one of them.
     BoxPointer makeSegments() {
         const auto segments = std::make_shared<Box>();
-        segments->setBackground(makeBack(0xFFE6E1D7, 18));
+        segments->setBackground(makeBack(palette.track, 18));
         pill_->set(3, 3, kSegment - 6, 30);
         segments->getContainer()->add(pill_);
         for (std::size_t i = 0; i < ranges_.size(); ++i) {
             const auto button =
                 std::make_shared<Box>(BoxStyle{.justify = Justify::Center, .align = Align::Center});
             button->setBackground(makeBack(0x01FFFFFF));  // what a touch hits
-            button->add(makeText(ranges_[i].at("name"), 13, palette::ink));
-            taps_.push_back(std::make_shared<Tap>([this, i] { select(i); }));
-            button->getContainer()->addListener<events::TouchEvent>(taps_.back());
+            button->add(makeText(ranges_[i].at("name"), 13, palette.ink));
+            taps_.add<events::TouchEvent>(*button->getContainer(),
+                                          [this, i](const auto& event) { return touch(i, event); });
+            const auto element = button->getContainer()->getOrCreateAccessibilityElement();
+            element->setRole(AccessibilityRole::Button);
             segments->add(button, {.width = kSegment, .height = 36});
         }
         return segments;
+    }
+
+    events::TouchEventListenerState touch(std::size_t index, const events::TouchEvent& event) {
+        if (event.phase != events::TouchEventPhase::Began) {
+            return events::TouchEventListenerState::Ended;
+        }
+        select(index);
+        return events::TouchEventListenerState::Began;
     }
 
     BoxPointer makeStats() {
@@ -138,8 +147,8 @@ private:
         stats->setMotion(0.35F);
         for (const Json& stat : ranges_[0].at("stats")) {
             const auto card = makeCard(stat.at(0));
-            numbers_.push_back(makeText("", 28, palette::ink, true));
-            notes_.push_back(makeText("", 12, palette::caption));
+            numbers_.push_back(makeText("", 28, palette.ink, true));
+            notes_.push_back(makeText("", 12, palette.caption));
             card->add(numbers_.back(), {.height = 34});
             card->add(notes_.back(), {.height = 15});
             stats->add(card, {.width = 230, .grow = 1});
@@ -149,6 +158,8 @@ private:
 
     // Moves everything from what is shown to a range, and to the next one after a while.
     void select(std::size_t index) {
+        selected_ = index;
+        const bool moves = !Display::instance()->getAppearance().reducesMotion;
         pillRun_->stop(StopAt::Presentation);
         const float way = kSegment * static_cast<float>(index) - pillPlace();
         const auto glide = std::make_shared<ValueAnimation>("pill", AttributeName::TranslationX,
@@ -157,9 +168,16 @@ private:
         glide->setSpring(Spring::withBounce(0.4, 0.25));
         glide->setEndState(EndState::Keep);
         glide->run();
+        if (!moves) {
+            glide->stop(StopAt::End);
+        }
         pillRun_ = glide;
 
         change_->stop(StopAt::Presentation);
+        if (!moves) {
+            show(ranges_[index]);
+            return;
+        }
         change_ = std::make_shared<FrameAnimation>(
             "change", [this, from = shown_, to = ranges_[index],
                        easing = Easing::make(Easing::Curve::Cubic, Easing::Direction::Out)](
@@ -197,11 +215,13 @@ private:
     Chart bars_{drawBars};
     std::vector<std::shared_ptr<graphics::Text>> numbers_;
     std::vector<std::shared_ptr<graphics::Text>> notes_;
-    std::shared_ptr<graphics::Rect> pill_ = makeBack(palette::card, 15);
+    std::shared_ptr<graphics::Rect> pill_ = makeBack(palette.card, 15);
     std::shared_ptr<Animation> pillRun_ = std::make_shared<FrameAnimation>("none");
     std::shared_ptr<Animation> change_ = pillRun_;
-    std::vector<std::shared_ptr<Tap>> taps_;
+    orvane::notification::Listeners taps_;
     Json shown_;
+    std::size_t selected_ = 0;
+    orvane::notification::Listeners listeners_;
     orvane::Timer tour_;
 };
 
