@@ -125,21 +125,18 @@ private:
                 std::make_shared<Box>(BoxStyle{.justify = Justify::Center, .align = Align::Center});
             button->setBackground(makeBack(0x01FFFFFF));  // what a touch hits
             button->add(makeText(ranges_[i].at("name"), 13, palette.ink));
-            taps_.add<events::TouchEvent>(*button->getContainer(),
-                                          [this, i](const auto& event) { return touch(i, event); });
+            taps_.add<events::PointerEvent>(*button->getContainer(),
+                                            [this, i](const events::PointerEvent& event) {
+                                                if (event.phase == events::PointerPhase::Down) {
+                                                    select(i);
+                                                }
+                                                return event.phase == events::PointerPhase::Down;
+                                            });
             const auto element = button->getContainer()->getOrCreateAccessibilityElement();
             element->setRole(AccessibilityRole::Button);
             segments->add(button, {.width = kSegment, .height = 36});
         }
         return segments;
-    }
-
-    events::TouchEventListenerState touch(std::size_t index, const events::TouchEvent& event) {
-        if (event.phase != events::TouchEventPhase::Began) {
-            return events::TouchEventListenerState::Ended;
-        }
-        select(index);
-        return events::TouchEventListenerState::Began;
     }
 
     BoxPointer makeStats() {

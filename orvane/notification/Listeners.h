@@ -31,6 +31,7 @@ private:
 
 // Makes functions listen to events, for as long as it exists: notifiers hold listeners weakly. The
 // functions must not outlive what they refer to, so make it a member next to that, declared last.
+// Not for touch events, whose listeners have more functions (events::TouchEventListener).
 class Listeners {
 public:
     // Calls `function` with each event that `object` raises: for example
