@@ -8,9 +8,8 @@ namespace orvane::display::graphics {
 // group's own transformation moves its children but neither its clip nor its frame. Applications
 // use this to scroll or rotate the content behind a fixed window.
 //
-// What is clipped away is not seen. A touch on it reaches it only where it is painted on the same
-// layer as the group: within one layer, touches go by frames. An object with a layer of its own is
-// not touched outside the clip.
+// Within one layer, touches go by frames: a touch on a part that is clipped away still reaches the
+// object. An object with a layer of its own, such as a control, is not touched outside the clip.
 class ORVANE_EXPORT ClipContainer : public virtual SizedContainer {
 public:
     ClipContainer() { setClipsChildren(); }
