@@ -33,12 +33,15 @@ set(orvane_public_headers
     orvane/display/geometry/Point.h
     orvane/display/geometry/Rect.h
     orvane/display/geometry/Size.h
+    orvane/display/geometry/isInRoundedRect.h
     orvane/display/geometry/isZero.h
     orvane/display/geometry/rounding.h
     orvane/display/graphics/AttributedText.h
     orvane/display/graphics/BoundedObject.h
+    orvane/display/graphics/CenteredGradient.h
     orvane/display/graphics/Circle.h
     orvane/display/graphics/ClipContainer.h
+    orvane/display/graphics/ConicGradient.h
     orvane/display/graphics/Container.h
     orvane/display/graphics/Drawable.h
     orvane/display/graphics/Ellipse.h
@@ -46,6 +49,7 @@ set(orvane_public_headers
     orvane/display/graphics/GradientAxis.h
     orvane/display/graphics/GradientUnit.h
     orvane/display/graphics/Image.h
+    orvane/display/graphics/ImageStateEvent.h
     orvane/display/graphics/InputText.h
     orvane/display/graphics/Line.h
     orvane/display/graphics/LinearGradient.h
@@ -54,6 +58,7 @@ set(orvane_public_headers
     orvane/display/graphics/PathFillStyleable.h
     orvane/display/graphics/Pattern.h
     orvane/display/graphics/Polyline.h
+    orvane/display/graphics/RadialGradient.h
     orvane/display/graphics/Rect.h
     orvane/display/graphics/ScrollContainer.h
     orvane/display/graphics/ScrollOffsetEvent.h
@@ -73,6 +78,7 @@ set(orvane_public_headers
     orvane/display/tree/DisplayNode.h
     orvane/display/tree/DisplayObject.h
     orvane/display/tree/DisplayObjectStore.h
+    orvane/display/tree/Shadow.h
     orvane/network/Request.h
     orvane/network/RequestService.h
     orvane/network/Response.h
@@ -103,6 +109,7 @@ set(orvane_public_headers
     platform/coregraphics/CGContext.h
     platform/coregraphics/CGGeometry.h
     platform/coregraphics/CGGradient.h
+    platform/coregraphics/CGGroup.h
     platform/coregraphics/CGImage.h
     platform/coregraphics/CGPath.h
     platform/coretext/CTParagraphStyle.h

@@ -70,6 +70,17 @@ void drawTurnedImage(ContainerObject& inside);
 void drawClippedImage(ContainerObject& inside);
 void drawImageIcon(ContainerObject& inside);
 
+// The cards of the page of effects.
+void drawOpacity(ContainerObject& inside);
+void drawShadows(ContainerObject& inside);
+void drawBlur(ContainerObject& inside);
+void drawRoundedClip(ContainerObject& inside);
+void drawRadialGradients(ContainerObject& inside);
+void drawConicGradients(ContainerObject& inside);
+void drawGradientStrokes(ContainerObject& inside);
+void drawTogether(ContainerObject& inside);
+void drawEffectsIcon(ContainerObject& inside);
+
 // Sets the fill, and the stroke if it has a width, of a shape.
 template <typename Shape>
 void paint(const Shape& shape, unsigned fill, unsigned stroke = 0, float strokeWidth = 0) {

@@ -83,6 +83,15 @@ public:
         imagePage_.addCard("Turned", drawTurnedImage);
         imagePage_.addCard("Clipped", drawClippedImage);
 
+        effectPage_.addCard("Opacity, of each and of the group", drawOpacity);
+        effectPage_.addCard("Shadows", drawShadows);
+        effectPage_.addCard("Blur", drawBlur);
+        effectPage_.addCard("Rounded clip", drawRoundedClip);
+        effectPage_.addCard("Radial gradients", drawRadialGradients);
+        effectPage_.addCard("Conic gradients", drawConicGradients);
+        effectPage_.addCard("Strokes with gradients", drawGradientStrokes);
+        effectPage_.addCard("All together", drawTogether);
+
         addPage(page_.root(), drawShapesIcon);
         addPage(textPage_.root(), drawTextIcon);
         addPage(imagePage_.root(), drawImageIcon);
@@ -90,6 +99,7 @@ public:
         addPage(animationPage_.root(), AnimationPage::drawIcon, [this] { animationPage_.start(); });
         addPage(motionPage_.root(), MotionPage::drawIcon, [this] { motionPage_.start(); });
         addPage(scrollPage_.root(), ScrollPage::drawIcon);
+        addPage(effectPage_.root(), drawEffectsIcon);
 
         const auto display = Display::instance();
         display->addListener<FrameChangedEvent>(fit_);
@@ -120,6 +130,7 @@ private:
     Page page_;
     Page textPage_;
     Page imagePage_;
+    Page effectPage_;
     FormPage formPage_;
     AnimationPage animationPage_{navigation_};
     MotionPage motionPage_;

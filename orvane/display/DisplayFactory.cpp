@@ -39,6 +39,13 @@ std::shared_ptr<graphics::SizedContainer> DisplayFactory::createClipContainer(bo
     return std::make_shared<QuartzClipContainer>();
 }
 
+std::shared_ptr<graphics::ClipContainer> DisplayFactory::createRoundedClipContainer(
+    double cornerRadius) {
+    auto clip = std::make_shared<QuartzClipContainer>();
+    clip->setCornerRadius(cornerRadius);
+    return clip;
+}
+
 std::shared_ptr<graphics::Rect> DisplayFactory::createRect() {
     return std::make_shared<QuartzRect>();
 }

@@ -10,6 +10,7 @@ namespace orvane::display {
 namespace graphics {
 class AttributedText;
 class Circle;
+class ClipContainer;
 class Container;
 class Ellipse;
 class Image;
@@ -38,6 +39,8 @@ public:
     // Creates a group that clips its children to its bounds: a scroll container for both
     // directions, or a group without a layer of its own.
     static std::shared_ptr<graphics::SizedContainer> createClipContainer(bool scrollable);
+    // Creates a group that clips its children to its bounds with rounded corners.
+    static std::shared_ptr<graphics::ClipContainer> createRoundedClipContainer(double cornerRadius);
 
     // Creates a rectangle. It has no extent, a black fill and no visible stroke, like all shapes
     // below.

@@ -2,6 +2,7 @@
 
 #include <optional>
 
+#include "orvane/display/geometry/isInRoundedRect.h"
 #include "platform/coregraphics/CGAffineTransform.h"
 #include "platform/coregraphics/CGGeometry.h"
 
@@ -12,11 +13,20 @@ namespace orvane::platform {
 struct NSViewClip {
     CGRect rect;
     CGAffineTransform transform;  // from the coordinates of `rect` to those of the superview
+    double cornerRadius = 0;      // in the coordinates of `rect`; at most half of its sides counts
 
+    // The radius that the corners really have.
+    double effectiveRadius() const {
+        return display::geometry::cornerRadius(display::geometry::Rect<double>(standardized(rect)),
+                                               cornerRadius);
+    }
     // Whether a point in the superview's coordinates is inside.
     bool contains(CGPoint point) const {
         const std::optional<CGAffineTransform> inverse = transform.invert();
-        return inverse && orvane::platform::contains(standardized(rect), inverse->apply(point));
+        using display::geometry::Rect;
+        return inverse && display::geometry::isInRoundedRect(
+                              Rect<double>(standardized(rect)), cornerRadius,
+                              display::geometry::Point<double>(inverse->apply(point)));
     }
 
     friend bool operator==(const NSViewClip&, const NSViewClip&) = default;

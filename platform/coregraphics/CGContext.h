@@ -1,15 +1,18 @@
 #pragma once
 
+#include <memory>
 #include <span>
 
 #include "orvane/commons/Export.h"
 #include "platform/coregraphics/CGAffineTransform.h"
+#include "platform/coregraphics/CGColor.h"
 #include "platform/coregraphics/CGGeometry.h"
 
 namespace orvane::platform {
 
 class CGDrawable;
 class CGGradient;
+class CGGroup;
 class CGImage;
 class CGPath;
 
@@ -17,10 +20,33 @@ class CGPath;
 // winding rule.
 enum class CGPathDrawingMode { Fill = 0, EOFill = 1, Stroke = 2, FillStroke = 3, EOFillStroke = 4 };
 
-// Bits for drawLinearGradient: whether the gradient continues before its start and after its end.
+// Bits for drawLinearGradient and drawRadialGradient: whether the gradient continues before its
+// start and after its end.
 enum CGGradientDrawingOptions : unsigned {
     kCGGradientDrawsBeforeStartLocation = 1,
     kCGGradientDrawsAfterEndLocation = 2,
+};
+
+// A blurred silhouette behind a group. Nothing for a color that is transparent.
+struct CGShadow {
+    CGSize offset;
+    double radius = 0;  // as CGGroupStyle::blurRadius
+    CGColor color{0, 0, 0, 0};
+
+    friend bool operator==(const CGShadow&, const CGShadow&) = default;
+};
+
+// How a group is drawn: blurred, then with a shadow, then both with an opacity.
+struct CGGroupStyle {
+    double opacity = 1;
+    // Twice the standard deviation of the Gaussian curve. Negative or NaN: sharp.
+    double blurRadius = 0;
+    CGShadow shadow;
+    // From the coordinates of the lengths above to user space. A radius is multiplied by the square
+    // root of the determinant, so that a blur is the same in all directions.
+    CGAffineTransform transform;
+
+    friend bool operator==(const CGGroupStyle&, const CGGroupStyle&) = default;
 };
 
 // The interface of a canvas. The creator of a canvas chooses the direction of the y axis of user
@@ -48,6 +74,9 @@ public:
     virtual void scaleCTM(double sx, double sy) = 0;
     virtual void concatCTM(const CGAffineTransform& transform) = 0;
 
+    // How many device pixels a unit of each axis of user space is long.
+    virtual CGSize unitsInDevicePixels() const = 0;
+
     // Intersects the clip with a rectangle in user space.
     virtual void clipToRect(const CGRect& rect) = 0;
     // Intersects the clip with the current path (nonzero winding rule) and empties the path.
@@ -71,11 +100,22 @@ public:
     // Paint the current path and empty it:
     virtual void drawPath(CGPathDrawingMode mode) = 0;
     virtual void strokePath() = 0;
+    // Makes clip() use the stroke of the current path instead of its inside. The stroke has the
+    // width, the dash and the transformation of this moment. Ends when the path is emptied.
+    virtual void replacePathWithStrokedPath() = 0;
 
     // Fills the clip with a gradient along the axis from `start` to `end`, in user space. `options`
     // are bits of CGGradientDrawingOptions.
     virtual void drawLinearGradient(const CGGradient& gradient, CGPoint start, CGPoint end,
                                     unsigned options) = 0;
+    // Fills the clip with a gradient from one circle, in user space, to another one. `options` are
+    // bits of CGGradientDrawingOptions. What no circle between them touches stays as it is.
+    virtual void drawRadialGradient(const CGGradient& gradient, CGPoint startCenter,
+                                    double startRadius, CGPoint endCenter, double endRadius,
+                                    unsigned options) = 0;
+    // Fills the clip with a gradient around a point, in user space. It begins at `angle` (radians
+    // from the x axis toward the y axis) and goes once around in this direction.
+    virtual void drawConicGradient(const CGGradient& gradient, CGPoint center, double angle) = 0;
     // Images have their y axis up: the top row of the image is at the largest y of the rectangle.
     virtual void drawImage(const CGRect& rect, const CGImage& image) = 0;
 
@@ -84,6 +124,19 @@ public:
     // Draw a CTLine or a CTFrame at the position (0, 0) of the current user space, y axis up:
     virtual void drawLine(const CGDrawable& line) = 0;
     virtual void drawFrame(const CGDrawable& frame) = 0;
+
+    // Begins a group, and saves the graphics state: until the matching endGroup, drawing goes to
+    // transparent pixels of its own, without the clip. `area`, in user space, is the part of the
+    // result that is wanted: drawing that has no effect on it may be omitted.
+    virtual void beginGroup(const CGRect& area, const CGGroupStyle& style) = 0;
+    // Ends the group, restores the state, and draws the result under the clip. Returns it to be
+    // drawn again; null if the canvas cannot. Does nothing without a matching beginGroup.
+    virtual std::shared_ptr<const CGGroup> endGroup() = 0;
+    // Draws a group again, with another opacity, where the origin of `transform` (from the
+    // coordinates of the style's lengths to user space) is now. Returns false, and draws nothing,
+    // if the transformation to pixels has changed by more than a shift of whole pixels.
+    virtual bool drawGroup(const CGGroup& group, const CGAffineTransform& transform,
+                           double opacity) = 0;
 };
 
 }  // namespace orvane::platform

@@ -1,6 +1,7 @@
 #include "platform/coregraphics/CGImage.h"
 
 #include <algorithm>
+#include <cmath>
 #include <utility>
 
 #include "platform/coregraphics/CGDataProvider.h"
@@ -43,6 +44,18 @@ std::shared_ptr<const CGImage> CGImage::createReduced(int width, int height,
     std::shared_ptr<CGImage> image(new CGImage(width, height, std::move(pixels)));
     image->size_ = size;
     return image;
+}
+
+std::shared_ptr<const CGImage> CGImage::createTinted(const CGColor& color) const {
+    const auto byte = [](double component) {
+        return static_cast<std::uint32_t>(std::lround(std::clamp(component, 0.0, 1.0) * 255));
+    };
+    const std::uint32_t solid =
+        premultiplied(byte(color.red), byte(color.green), byte(color.blue), byte(color.alpha));
+    std::vector<std::uint32_t> tinted(pixels_.size());
+    std::ranges::transform(pixels_, tinted.begin(),
+                           [solid](std::uint32_t pixel) { return scaled(solid, pixel >> 24); });
+    return createReduced(width_, height_, std::move(tinted), size_);
 }
 
 std::shared_ptr<const CGImage> CGImage::create(std::ptrdiff_t width, std::ptrdiff_t height,

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "orvane/commons/Export.h"
+#include "platform/coregraphics/CGColor.h"
 #include "platform/coregraphics/CGGeometry.h"
 
 namespace orvane::platform {
@@ -51,6 +52,9 @@ public:
 
     // Whether every pixel has full alpha.
     bool isOpaque() const { return isOpaque_; }
+
+    // Returns a copy in which every pixel has this color, with the opacity of the picture.
+    std::shared_ptr<const CGImage> createTinted(const CGColor& color) const;
 
     // Returns false when the file cannot be written.
     bool writePNG(const std::string& filename) const;

@@ -117,6 +117,20 @@ struct Printer {
     void operator()(const DrawLinearGradient& c) const {
         call("drawLinearGradient", c.colors, c.locations, c.start, c.end, c.options);
     }
+    void operator()(const ReplacePathWithStrokedPath&) const { call("replacePathWithStrokedPath"); }
+    void operator()(const DrawRadialGradient& c) const {
+        call("drawRadialGradient", c.colors, c.locations, c.startCenter, c.startRadius, c.endCenter,
+             c.endRadius, c.options);
+    }
+    void operator()(const DrawConicGradient& c) const {
+        call("drawConicGradient", c.colors, c.locations, c.center, c.angle);
+    }
+    void operator()(const BeginGroup& c) const {
+        call("beginGroup", c.area, c.style.opacity, c.style.blurRadius, c.style.shadow.offset.width,
+             c.style.shadow.offset.height, c.style.shadow.radius, c.style.shadow.color,
+             c.style.transform);
+    }
+    void operator()(const EndGroup&) const { call("endGroup"); }
     void operator()(const DrawImage& c) const { call("drawImage", c.rect, c.width, c.height); }
     void operator()(const SetTextMatrix& c) const { call("setTextMatrix", c.matrix); }
     void operator()(const DrawLine& c) const { call("drawLine", c.description); }
@@ -168,6 +182,10 @@ void CGRecordingContext::concatCTM(const CGAffineTransform& transform) {
     calls_.push_back(recorded::ConcatCTM{transform});
 }
 
+CGSize CGRecordingContext::unitsInDevicePixels() const {
+    return {1, 1};
+}
+
 void CGRecordingContext::clipToRect(const CGRect& rect) {
     calls_.push_back(recorded::ClipToRect{rect});
 }
@@ -216,14 +234,54 @@ void CGRecordingContext::strokePath() {
     calls_.push_back(recorded::StrokePath{});
 }
 
-void CGRecordingContext::drawLinearGradient(const CGGradient& gradient, CGPoint start, CGPoint end,
-                                            unsigned options) {
-    recorded::DrawLinearGradient call{{}, {}, start, end, options};
+namespace {
+
+template <typename Call>
+Call withStops(Call call, const CGGradient& gradient) {
     for (const CGGradient::Stop& stop : gradient.stops()) {
         call.colors.push_back(stop.color);
         call.locations.push_back(stop.location);
     }
-    calls_.push_back(std::move(call));
+    return call;
+}
+
+}  // namespace
+
+void CGRecordingContext::replacePathWithStrokedPath() {
+    calls_.push_back(recorded::ReplacePathWithStrokedPath{});
+}
+
+void CGRecordingContext::drawLinearGradient(const CGGradient& gradient, CGPoint start, CGPoint end,
+                                            unsigned options) {
+    calls_.push_back(
+        withStops(recorded::DrawLinearGradient{{}, {}, start, end, options}, gradient));
+}
+
+void CGRecordingContext::drawRadialGradient(const CGGradient& gradient, CGPoint startCenter,
+                                            double startRadius, CGPoint endCenter, double endRadius,
+                                            unsigned options) {
+    calls_.push_back(withStops(
+        recorded::DrawRadialGradient{
+            {}, {}, startCenter, startRadius, endCenter, endRadius, options},
+        gradient));
+}
+
+void CGRecordingContext::drawConicGradient(const CGGradient& gradient, CGPoint center,
+                                           double angle) {
+    calls_.push_back(withStops(recorded::DrawConicGradient{{}, {}, center, angle}, gradient));
+}
+
+void CGRecordingContext::beginGroup(const CGRect& area, const CGGroupStyle& style) {
+    calls_.push_back(recorded::BeginGroup{area, style});
+}
+
+std::shared_ptr<const CGGroup> CGRecordingContext::endGroup() {
+    calls_.push_back(recorded::EndGroup{});
+    return nullptr;
+}
+
+bool CGRecordingContext::drawGroup(const CGGroup&, const CGAffineTransform&, double) {
+    return false;
 }
 
 void CGRecordingContext::drawImage(const CGRect& rect, const CGImage& image) {

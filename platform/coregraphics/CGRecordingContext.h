@@ -87,12 +87,32 @@ struct DrawPath {
 struct StrokePath {
     bool operator==(const StrokePath&) const = default;
 };
+struct ReplacePathWithStrokedPath {
+    bool operator==(const ReplacePathWithStrokedPath&) const = default;
+};
 struct DrawLinearGradient {
     std::vector<CGColor> colors;
     std::vector<double> locations;
     CGPoint start, end;
     unsigned options;
     bool operator==(const DrawLinearGradient&) const = default;
+};
+struct DrawRadialGradient {
+    std::vector<CGColor> colors;
+    std::vector<double> locations;
+    CGPoint startCenter;
+    double startRadius;
+    CGPoint endCenter;
+    double endRadius;
+    unsigned options;
+    bool operator==(const DrawRadialGradient&) const = default;
+};
+struct DrawConicGradient {
+    std::vector<CGColor> colors;
+    std::vector<double> locations;
+    CGPoint center;
+    double angle;
+    bool operator==(const DrawConicGradient&) const = default;
 };
 struct DrawImage {
     CGRect rect;
@@ -111,11 +131,21 @@ struct DrawFrame {
     std::string description;
     bool operator==(const DrawFrame&) const = default;
 };
+struct BeginGroup {
+    CGRect area;
+    CGGroupStyle style;
+    bool operator==(const BeginGroup&) const = default;
+};
+struct EndGroup {
+    bool operator==(const EndGroup&) const = default;
+};
 
-using Call = std::variant<SaveGState, RestoreGState, TranslateCTM, ScaleCTM, ConcatCTM, ClipToRect,
-                          Clip, SetRGBFillColor, SetRGBStrokeColor, SetLineWidth, SetLineDash,
-                          MoveToPoint, AddLineToPoint, AddRect, AddPath, DrawPath, StrokePath,
-                          DrawLinearGradient, DrawImage, SetTextMatrix, DrawLine, DrawFrame>;
+using Call =
+    std::variant<SaveGState, RestoreGState, TranslateCTM, ScaleCTM, ConcatCTM, ClipToRect, Clip,
+                 SetRGBFillColor, SetRGBStrokeColor, SetLineWidth, SetLineDash, MoveToPoint,
+                 AddLineToPoint, AddRect, AddPath, DrawPath, StrokePath, ReplacePathWithStrokedPath,
+                 DrawLinearGradient, DrawRadialGradient, DrawConicGradient, BeginGroup, EndGroup,
+                 DrawImage, SetTextMatrix, DrawLine, DrawFrame>;
 
 // Formats the call as "name(arguments)", where the name is that of the operation.
 ORVANE_EXPORT std::ostream& operator<<(std::ostream& out, const Call& call);
@@ -139,6 +169,7 @@ public:
     void translateCTM(double tx, double ty) override;
     void scaleCTM(double sx, double sy) override;
     void concatCTM(const CGAffineTransform& transform) override;
+    CGSize unitsInDevicePixels() const override;
     void clipToRect(const CGRect& rect) override;
     void clip() override;
     void setRGBFillColor(double r, double g, double b, double a) override;
@@ -151,12 +182,20 @@ public:
     void addPath(const CGPath& path) override;
     void drawPath(CGPathDrawingMode mode) override;
     void strokePath() override;
+    void replacePathWithStrokedPath() override;
     void drawLinearGradient(const CGGradient& gradient, CGPoint start, CGPoint end,
                             unsigned options) override;
+    void drawRadialGradient(const CGGradient& gradient, CGPoint startCenter, double startRadius,
+                            CGPoint endCenter, double endRadius, unsigned options) override;
+    void drawConicGradient(const CGGradient& gradient, CGPoint center, double angle) override;
     void drawImage(const CGRect& rect, const CGImage& image) override;
     void setTextMatrix(const CGAffineTransform& matrix) override;
     void drawLine(const CGDrawable& line) override;
     void drawFrame(const CGDrawable& frame) override;
+    void beginGroup(const CGRect& area, const CGGroupStyle& style) override;
+    std::shared_ptr<const CGGroup> endGroup() override;
+    bool drawGroup(const CGGroup& group, const CGAffineTransform& transform,
+                   double opacity) override;
 
 private:
     std::vector<Call> calls_;

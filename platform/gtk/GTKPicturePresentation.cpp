@@ -14,6 +14,7 @@
 #include "platform/gtk/GTKRoot.h"
 #include "platform/gtk/toExtent.h"
 #include "platform/gtk/toGskTransform.h"
+#include "platform/gtk/toRoundedRect.h"
 
 namespace orvane::platform {
 
@@ -199,13 +200,14 @@ void GTKPicturePresentation::snapshotControl(const Control& control,
         snapshot->push_clip(&visible);
     }
     for (const OffscreenClip& mask : place.masks) {
-        const graphene_rect_t inside = toGraphene(mask.rect);
+        const GskRoundedRect inside =
+            toRoundedRect(mask.rect, {mask.cornerRadius, mask.cornerRadius});
         GskTransform* const transform = toGskTransform(toRoot(mask));
         GskTransform* const inverse = gsk_transform_invert(gsk_transform_ref(transform));
         // Only the clip is under the transform.
         snapshot->save();
         gtk_snapshot_transform(snapshot->gobj(), transform);
-        snapshot->push_clip(&inside);
+        gtk_snapshot_push_rounded_clip(snapshot->gobj(), &inside);
         gtk_snapshot_transform(snapshot->gobj(), inverse);
         gsk_transform_unref(inverse);
         gsk_transform_unref(transform);

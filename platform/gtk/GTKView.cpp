@@ -194,6 +194,9 @@ std::optional<CGAffineTransform> GTKView::allocateClips() {
                 .concat(clips_[i].transform);
         const CGAffineTransform place = toSuperview.concat(fromSuperview);
         const std::optional<CGAffineTransform> inverse = toSuperview.invert();
+        const double radius = clips_[i].effectiveRadius();
+        clipWidgets_[i]->setCornerRadii(
+            {radius * width / rect.size.width, radius * height / rect.size.height});
         const bool isShown = width > 0 && height > 0 && inverse && canShow(place);
         clipWidgets_[i]->set_child_visible(isShown);
         if (!isShown) {

@@ -6,6 +6,7 @@
 
 #include "platform/appkit/NSBackingStore.h"
 #include "platform/appkit/NSView.h"
+#include "platform/coregraphics/CGPath.h"
 #include "platform/offscreen/OffscreenPlace.h"
 #include "platform/raster/CGBitmapContext.h"
 
@@ -67,7 +68,13 @@ void mask(OffscreenTarget& group, const std::vector<OffscreenClip>& clips) {
                             static_cast<double>(-inside.area.top));
         canvas.concatCTM(clip.toImage);
         canvas.setRGBFillColor(1, 1, 1, 1);
-        canvas.addRect(clip.rect);
+        if (clip.cornerRadius > 0) {
+            CGPath outline;
+            outline.addRoundedRect(standardized(clip.rect), clip.cornerRadius, clip.cornerRadius);
+            canvas.addPath(outline);
+        } else {
+            canvas.addRect(clip.rect);
+        }
         canvas.drawPath(CGPathDrawingMode::Fill);
         group.draw(inside, PIXMAN_OP_IN_REVERSE, 1);
     }

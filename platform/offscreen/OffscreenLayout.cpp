@@ -31,7 +31,7 @@ bool keepsRectangles(const CGAffineTransform& t) {
 
 // Cuts off what is outside a clip, and adds a mask if that takes more than cutting whole pixels.
 void cut(NSBackingRect& visible, std::vector<OffscreenClip>& masks, const CGRect& rect,
-         const CGAffineTransform& toImage) {
+         const CGAffineTransform& toImage, double cornerRadius) {
     if (!isFinite(rect) || !toImage.isDrawable()) {
         visible = {};
         return;
@@ -48,8 +48,8 @@ void cut(NSBackingRect& visible, std::vector<OffscreenClip>& masks, const CGRect
                   std::abs(pixels.size.width - box.size.width),
                   std::abs(pixels.size.height - box.size.height)}) < kTolerance;
     visible = visible.intersection(NSBackingRect::around(isWhole ? pixels : box, 1));
-    if (!isWhole) {
-        masks.push_back({rect, toImage});
+    if (!isWhole || cornerRadius > 0) {
+        masks.push_back({rect, toImage, cornerRadius});
     }
 }
 
@@ -213,7 +213,8 @@ bool OffscreenLayout::clip(const NSView& view, const OffscreenPlace& superview) 
     NSBackingRect visible = superview.visibleSubviews;
     std::vector<OffscreenClip> masks;
     for (const NSViewClip& each : view.clips()) {
-        cut(visible, masks, each.rect, each.transform.concat(superview.toDrawnPixels(scale_)));
+        cut(visible, masks, each.rect, each.transform.concat(superview.toDrawnPixels(scale_)),
+            each.effectiveRadius());
     }
     NSBackingRect visibleSubviews = visible;
     std::vector<OffscreenClip> subviewMasks;
@@ -222,7 +223,7 @@ bool OffscreenLayout::clip(const NSView& view, const OffscreenPlace& superview) 
             visibleSubviews =
                 visible.intersection(place.boxInImage(standardized(view.bounds()), scale_));
         } else {
-            cut(visibleSubviews, subviewMasks, view.bounds(), place.toImage);
+            cut(visibleSubviews, subviewMasks, view.bounds(), place.toImage, 0);
         }
     }
     const bool isChanged = visible != place.visible || visibleSubviews != place.visibleSubviews ||

@@ -13,10 +13,11 @@
 
 namespace orvane::platform {
 
-// A clip whose edges are not those of whole pixels.
+// A clip that is not a rectangle of whole pixels.
 struct OffscreenClip {
     CGRect rect;
     CGAffineTransform toImage;  // from the rectangle's coordinates to the image's pixels
+    double cornerRadius = 0;    // in the rectangle's coordinates
 
     friend bool operator==(const OffscreenClip&, const OffscreenClip&) = default;
 };

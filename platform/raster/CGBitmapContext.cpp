@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <memory>
+#include <optional>
 #include <utility>
 #include <vector>
 
@@ -16,7 +18,9 @@
 #include "platform/raster/DrawablePainter.h"
 #include "platform/raster/GradientSource.h"
 #include "platform/raster/GraphicsState.h"
+#include "platform/raster/GroupPicture.h"
 #include "platform/raster/ImageSource.h"
+#include "platform/raster/RoundGradientSource.h"
 #include "platform/raster/places.h"
 
 namespace orvane::platform {
@@ -43,12 +47,13 @@ class CGBitmapContext::Rasterizer {
 public:
     Rasterizer(const Bitmap& bitmap, std::vector<std::uint32_t> owned,
                const CGAffineTransform& base)
-        : owned_(std::move(owned)), painter_(bitmap), drawablePainter_(painter_), states_(1) {
+        : owned_(std::move(owned)), canvas_(bitmap), states_(1) {
         state().ctm = base;
         state().clipBounds = bitmap.bounds();
     }
 
-    const Bitmap& bitmap() const { return painter_.bitmap(); }
+    // Those of the innermost group, if there is one.
+    const Bitmap& bitmap() { return target().painter.bitmap(); }
     GraphicsState& state() { return states_[depth_]; }
     CurrentPath& path() { return path_; }
 
@@ -66,6 +71,7 @@ public:
             --depth_;
             clipShapes_.erase(clipShapes_.begin() + static_cast<std::ptrdiff_t>(state().clipShapes),
                               clipShapes_.end());
+            clipDashes_.resize(std::min(clipDashes_.size(), clipShapes_.size()));
         }
     }
 
@@ -78,6 +84,80 @@ public:
         }
     }
 
+    // Clips to the current path or, after replacePathWithStrokedPath, to its stroke.
+    void clipToPath() {
+        const CurrentPath::Shape shape = path_.take();
+        const std::optional<GraphicsState> stroke = std::exchange(stroke_, std::nullopt);
+        if (!stroke) {
+            return clip(coverageOf(shape, Coverage::Fill));
+        }
+        // A coverage refers to its dash, which must live as long as the clip.
+        clipDashes_.resize(clipShapes_.size() + 1);
+        std::vector<double>& dash = clipDashes_.back();
+        dash = stroke->dash;
+        clip({shape.outline,
+              shape.toPixels,
+              stroke->ctm,
+              Coverage::Stroke,
+              {stroke->lineWidth, stroke->dashPhase, dash},
+              shape.isLasting});
+    }
+    CurrentPath::Shape takePath() {
+        stroke_.reset();
+        return path_.take();
+    }
+    void strokePathForClip() { stroke_ = state(); }
+
+    void beginGroup(const CGRect& area, const CGGroupStyle& style) {
+        const GraphicsState& s = state();
+        const GroupLayout layout(area, style, s.ctm, s.clipBounds);
+        groups_.push_back(std::make_unique<Group>(layout, style, s.ctm, depth_,
+                                                  std::exchange(clipShapes_, {}),
+                                                  std::exchange(clipDashes_, {})));
+        save();
+        GraphicsState& inside = state();
+        inside.ctm = inside.ctm.concat(
+            CGAffineTransform::makeTranslation(-layout.source.left, -layout.source.top));
+        inside.clipBounds = bitmap().bounds();
+        inside.clipShapes = 0;
+    }
+
+    std::shared_ptr<const CGGroup> endGroup() {
+        if (groups_.empty()) {
+            return nullptr;
+        }
+        const std::unique_ptr<Group> group = std::move(groups_.back());
+        groups_.pop_back();
+        depth_ = group->depth;
+        clipShapes_ = std::move(group->clipShapes);
+        clipDashes_ = std::move(group->clipDashes);
+        const auto picture = std::make_shared<const GroupPicture>(
+            std::move(group->pixels), group->layout, group->style.shadow.color,
+            group->style.transform.concat(group->ctm));
+        picture->draw(target().painter, 0, 0, group->style.opacity, currentClip());
+        return group->layout.isComplete && !GroupPicture::areTooMany() ? picture : nullptr;
+    }
+
+    bool drawGroup(const CGGroup& group, const CGAffineTransform& transform, double opacity) {
+        const auto* const picture = dynamic_cast<const GroupPicture*>(&group);
+        if (picture == nullptr) {
+            return false;
+        }
+        const CGAffineTransform now = transform.concat(state().ctm);
+        const CGAffineTransform& then = picture->toPixels();
+        const double dx = now.tx - then.tx;
+        const double dy = now.ty - then.ty;
+        constexpr double kTolerance = 1e-9;
+        if (now.a != then.a || now.b != then.b || now.c != then.c || now.d != then.d ||
+            !(std::abs(dx - std::round(dx)) < kTolerance && std::abs(dx) < 1e6) ||
+            !(std::abs(dy - std::round(dy)) < kTolerance && std::abs(dy) < 1e6)) {
+            return false;
+        }
+        picture->draw(target().painter, static_cast<int>(std::lround(dx)),
+                      static_cast<int>(std::lround(dy)), opacity, currentClip());
+        return true;
+    }
+
     ShapeCoverage coverageOf(const CurrentPath::Shape& shape, Coverage coverage) {
         const GraphicsState& s = state();
         return {shape.outline,  shape.toPixels, s.ctm, coverage, {s.lineWidth, s.dashPhase, s.dash},
@@ -85,40 +165,73 @@ public:
     }
 
     void paint(const ShapeCoverage& shape, const GraphicsState::Paint& paint) {
-        painter_.paint(shape, paint.premultiplied, currentClip());
+        target().painter.paint(shape, paint.premultiplied, currentClip());
     }
 
-    void drawGradient(const CGGradient& gradient, CGPoint start, CGPoint end, unsigned options);
+    // Whether the gradient would be visible.
+    bool showsGradient(const CGGradient& gradient) {
+        return !gradient.stops().empty() && state().ctm.isDrawable();
+    }
+    void paint(const PixelSource& source) { target().painter.paint(source, currentClip()); }
     void drawImage(const CGRect& rect, const CGImage& image);
 
     void draw(const CGDrawable& drawable) {
         const GraphicsState& s = state();
-        drawablePainter_.paint(drawable, textMatrix.concat(s.ctm), s.fill.color, s.stroke.color,
-                               currentClip());
+        target().drawables.paint(drawable, textMatrix.concat(s.ctm), s.fill.color, s.stroke.color,
+                                 currentClip());
     }
 
     // The text matrix is not part of the graphics state.
     CGAffineTransform textMatrix;
 
 private:
+    // What is painted on.
+    struct Target {
+        explicit Target(const Bitmap& bitmap) : painter(bitmap), drawables(painter) {}
+        BitmapPainter painter;
+        DrawablePainter drawables;
+    };
+    // A group that has begun, and the state of the canvas around it.
+    struct Group {
+        Group(const GroupLayout& place, const CGGroupStyle& how, const CGAffineTransform& toPixels,
+              std::size_t stateDepth, std::vector<ShapeCoverage> shapes,
+              std::vector<std::vector<double>> dashes)
+            : layout(place),
+              style(how),
+              ctm(toPixels),
+              depth(stateDepth),
+              clipShapes(std::move(shapes)),
+              clipDashes(std::move(dashes)),
+              pixels(static_cast<std::size_t>(place.source.width()) *
+                     static_cast<std::size_t>(place.source.height())),
+              target({pixels.data(), place.source.width(), place.source.height(),
+                      place.source.width()}) {}
+
+        GroupLayout layout;
+        CGGroupStyle style;
+        CGAffineTransform ctm;
+        std::size_t depth;
+        std::vector<ShapeCoverage> clipShapes;
+        std::vector<std::vector<double>> clipDashes;
+        std::vector<std::uint32_t> pixels;
+        Target target;
+    };
+
+    Target& target() { return groups_.empty() ? canvas_ : groups_.back()->target; }
     Clip currentClip() { return {state().clipBounds, clipShapes_}; }
 
     std::vector<std::uint32_t> owned_;
-    BitmapPainter painter_;
-    DrawablePainter drawablePainter_;
+    Target canvas_;
+    std::vector<std::unique_ptr<Group>> groups_;
     std::vector<GraphicsState> states_;
     std::size_t depth_ = 0;
     std::vector<ShapeCoverage> clipShapes_;
+    // The dash of each clip shape that is a stroke; shorter than clipShapes_ if the last ones are
+    // not.
+    std::vector<std::vector<double>> clipDashes_;
     CurrentPath path_;
+    std::optional<GraphicsState> stroke_;
 };
-
-void CGBitmapContext::Rasterizer::drawGradient(const CGGradient& gradient, CGPoint start,
-                                               CGPoint end, unsigned options) {
-    if (gradient.stops().empty() || !state().ctm.isDrawable()) {
-        return;
-    }
-    painter_.paint(GradientSource(gradient, state().ctm, start, end, options), currentClip());
-}
 
 void CGBitmapContext::Rasterizer::drawImage(const CGRect& rect, const CGImage& image) {
     const GraphicsState& s = state();
@@ -145,8 +258,8 @@ void CGBitmapContext::Rasterizer::drawImage(const CGRect& rect, const CGImage& i
             return;
         }
         if (BitmapPainter::isCutBy(clip, area)) {
-            painter_.paint(BitmapSource(image.pixels().data(), image.width(), left, top),
-                           {area, clip.shapes});
+            target().painter.paint(BitmapSource(image.pixels().data(), image.width(), left, top),
+                                   {area, clip.shapes});
         } else {
             paintImage(bitmap(), image, left, top, area);
         }
@@ -158,7 +271,7 @@ void CGBitmapContext::Rasterizer::drawImage(const CGRect& rect, const CGImage& i
     }
     const ImageSource source(image, toPixels);
     if (source.isValid()) {
-        painter_.paint(shape, source, clip);
+        target().painter.paint(shape, source, clip);
     }
 }
 
@@ -257,13 +370,18 @@ void CGBitmapContext::concatCTM(const CGAffineTransform& transform) {
     s.ctm = transform.concat(s.ctm);
 }
 
+CGSize CGBitmapContext::unitsInDevicePixels() const {
+    const CGAffineTransform& t = rasterizer_->state().ctm;
+    return {std::hypot(t.a, t.b), std::hypot(t.c, t.d)};
+}
+
 void CGBitmapContext::clipToRect(const CGRect& rect) {
     const CGAffineTransform& ctm = rasterizer_->state().ctm;
     rasterizer_->clip({rectOutline(rect), ctm, ctm, Coverage::Fill, {}, true});
 }
 
 void CGBitmapContext::clip() {
-    rasterizer_->clip(rasterizer_->coverageOf(rasterizer_->path().take(), Coverage::Fill));
+    rasterizer_->clipToPath();
 }
 
 void CGBitmapContext::setRGBFillColor(double r, double g, double b, double a) {
@@ -301,7 +419,7 @@ void CGBitmapContext::addPath(const CGPath& path) {
 }
 
 void CGBitmapContext::drawPath(CGPathDrawingMode mode) {
-    const CurrentPath::Shape shape = rasterizer_->path().take();
+    const CurrentPath::Shape shape = rasterizer_->takePath();
     const GraphicsState& s = rasterizer_->state();
     if (mode != CGPathDrawingMode::Stroke) {
         const bool isEvenOdd =
@@ -318,9 +436,43 @@ void CGBitmapContext::strokePath() {
     drawPath(CGPathDrawingMode::Stroke);
 }
 
+void CGBitmapContext::replacePathWithStrokedPath() {
+    rasterizer_->strokePathForClip();
+}
+
 void CGBitmapContext::drawLinearGradient(const CGGradient& gradient, CGPoint start, CGPoint end,
                                          unsigned options) {
-    rasterizer_->drawGradient(gradient, start, end, options);
+    if (rasterizer_->showsGradient(gradient)) {
+        rasterizer_->paint(GradientSource(gradient, rasterizer_->state().ctm, start, end, options));
+    }
+}
+
+void CGBitmapContext::drawRadialGradient(const CGGradient& gradient, CGPoint startCenter,
+                                         double startRadius, CGPoint endCenter, double endRadius,
+                                         unsigned options) {
+    if (rasterizer_->showsGradient(gradient)) {
+        rasterizer_->paint(RadialGradientSource(gradient, rasterizer_->state().ctm, startCenter,
+                                                startRadius, endCenter, endRadius, options));
+    }
+}
+
+void CGBitmapContext::drawConicGradient(const CGGradient& gradient, CGPoint center, double angle) {
+    if (rasterizer_->showsGradient(gradient)) {
+        rasterizer_->paint(ConicGradientSource(gradient, rasterizer_->state().ctm, center, angle));
+    }
+}
+
+void CGBitmapContext::beginGroup(const CGRect& area, const CGGroupStyle& style) {
+    rasterizer_->beginGroup(area, style);
+}
+
+std::shared_ptr<const CGGroup> CGBitmapContext::endGroup() {
+    return rasterizer_->endGroup();
+}
+
+bool CGBitmapContext::drawGroup(const CGGroup& group, const CGAffineTransform& transform,
+                                double opacity) {
+    return rasterizer_->drawGroup(group, transform, opacity);
 }
 
 void CGBitmapContext::drawImage(const CGRect& rect, const CGImage& image) {

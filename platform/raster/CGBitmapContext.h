@@ -47,6 +47,7 @@ public:
     void translateCTM(double tx, double ty) override;
     void scaleCTM(double sx, double sy) override;
     void concatCTM(const CGAffineTransform& transform) override;
+    CGSize unitsInDevicePixels() const override;
     void clipToRect(const CGRect& rect) override;
     void clip() override;
     void setRGBFillColor(double r, double g, double b, double a) override;
@@ -59,12 +60,20 @@ public:
     void addPath(const CGPath& path) override;
     void drawPath(CGPathDrawingMode mode) override;
     void strokePath() override;
+    void replacePathWithStrokedPath() override;
     void drawLinearGradient(const CGGradient& gradient, CGPoint start, CGPoint end,
                             unsigned options) override;
+    void drawRadialGradient(const CGGradient& gradient, CGPoint startCenter, double startRadius,
+                            CGPoint endCenter, double endRadius, unsigned options) override;
+    void drawConicGradient(const CGGradient& gradient, CGPoint center, double angle) override;
     void drawImage(const CGRect& rect, const CGImage& image) override;
     void setTextMatrix(const CGAffineTransform& matrix) override;
     void drawLine(const CGDrawable& line) override;
     void drawFrame(const CGDrawable& frame) override;
+    void beginGroup(const CGRect& area, const CGGroupStyle& style) override;
+    std::shared_ptr<const CGGroup> endGroup() override;
+    bool drawGroup(const CGGroup& group, const CGAffineTransform& transform,
+                   double opacity) override;
 
 private:
     class Rasterizer;

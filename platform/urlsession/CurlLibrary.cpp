@@ -1,7 +1,6 @@
 #include "platform/urlsession/CurlLibrary.h"
 
-#include <dlfcn.h>
-
+#include "platform/foundation/LibraryFunctions.h"
 #include "platform/foundation/NSLog.h"
 
 namespace orvane::platform {
@@ -11,31 +10,9 @@ namespace {
 // The name of libcurl's binary interface, which has not changed since 2006.
 constexpr const char* kFileName = "libcurl.so.4";
 
-class Functions {
-public:
-    explicit Functions(void* library) : library_(library) {}
-
-    template <typename Function>
-    void find(Function& function, const char* name) {
-        function = reinterpret_cast<Function>(dlsym(library_, name));
-        isComplete_ = isComplete_ && function != nullptr;
-    }
-    [[nodiscard]] bool isComplete() const { return isComplete_; }
-
-private:
-    void* library_;
-    bool isComplete_ = true;
-};
-
-// The library is never closed: it is in use until the process ends.
 const CurlLibrary* open() {
-    void* const file = dlopen(kFileName, RTLD_NOW | RTLD_LOCAL | RTLD_NODELETE);
-    if (file == nullptr) {
-        NSLog("No requests can be made: %s", dlerror());
-        return nullptr;
-    }
     static CurlLibrary library;
-    Functions functions(file);
+    LibraryFunctions functions(kFileName, "No requests can be made");
     functions.find(library.easyCleanup, "curl_easy_cleanup");
     functions.find(library.easyGetinfo, "curl_easy_getinfo");
     functions.find(library.easyHeader, "curl_easy_header");
@@ -66,7 +43,10 @@ const CurlLibrary* open() {
     functions.find(library.urlSet, "curl_url_set");
     decltype(&curl_global_init) initialize = nullptr;
     functions.find(initialize, "curl_global_init");
-    if (!functions.isComplete() || initialize(CURL_GLOBAL_ALL) != CURLE_OK) {
+    if (!functions.isComplete()) {
+        return nullptr;
+    }
+    if (initialize(CURL_GLOBAL_ALL) != CURLE_OK) {
         NSLog("No requests can be made: %s cannot be used.", kFileName);
         return nullptr;
     }

@@ -11,6 +11,10 @@
 #include <utility>
 #include <vector>
 
+#include "orvane/display/graphics/ConicGradient.h"
+#include "orvane/display/graphics/RadialGradient.h"
+#include "orvane/display/native/DisplayView.h"
+#include "orvane/orvane.h"
 #include "platform/offscreen/OffscreenWindow.h"
 #include "platform/quartzcore/CAKeyframeAnimation.h"
 #include "platform/quartzcore/CAMediaTime.h"
@@ -235,6 +239,72 @@ TEST(SamePicture, OfRotatedViewsExceptForTheFilter) {
     // A GPU filters a few corners of the pattern in its own way. A seam or a hard edge would be
     // hundreds of pixels long.
     EXPECT_LT(windows.differences(48), windows.onScreen.isComposedByProcessor() ? 1 : 20);
+}
+
+// Every effect, on the canvas and on layers: a fading group, a blurred and a shadowed one,
+// gradients, and objects with layers of their own in rounded clips and translucent groups.
+TEST(SamePicture, OfEffects) {
+    using display::DisplayFactory;
+    const auto rect = [](float x, float y, unsigned argb) {
+        auto result = DisplayFactory::createRect();
+        result->set(x, y, 90, 60);
+        result->setFillColor(argb);
+        return result;
+    };
+    auto root = DisplayFactory::createContainer();
+    const auto group = [&](float x, float y) {
+        auto result = DisplayFactory::createContainer();
+        result->add(rect(0, 0, 0xFF2060C0));
+        result->add(rect(40, 30, 0xFFC06020));
+        result->setTranslate(x, y);
+        root->add(result);
+        return result;
+    };
+    root->add(rect(200, 10, 0xFF40A040));
+    group(20, 20)->setOpacity(0.5);
+    group(180, 20)->setBlur(8);
+    group(340, 20)->setShadow({4, 6, 12, 0xC0000000});
+    const auto layered = group(20, 150);
+    layered->getChildren().back()->extractAnimationLayer();
+    layered->setOpacity(0.6);
+    auto clip = DisplayFactory::createClipContainer(false);
+    clip->setBounds({180, 150, 100, 70});
+    clip->as<display::graphics::ClipContainer>()->setCornerRadius(25);
+    clip->add(rect(170, 140, 0xFF803080));
+    clip->add(rect(220, 190, 0xFF30A0A0));
+    root->add(clip);
+    clip->getChildren().back()->extractAnimationLayer();
+    auto ring = DisplayFactory::createCircle();
+    ring->set(360, 160, 40);
+    display::graphics::RadialGradient fill;
+    fill.addColor(0xFFFFFFFF);
+    fill.addColor(0xFF2060C0);
+    ring->setFillGradient(fill);
+    display::graphics::ConicGradient stroke;
+    stroke.addColor(0xFFFF0000);
+    stroke.addColor(0xFF00FF00);
+    ring->setStrokeGradient(stroke);
+    ring->setStrokeWidth(10);
+    root->add(ring);
+
+    const auto screen = display::Display::instance();
+    screen->add(root);
+    TestWindow onScreen{size};
+    onScreen.window().setContentView(screen->getView());
+    const Picture shown = onScreen.picture();
+    const bool isExact = onScreen.isComposedByProcessor();
+    const double scale = onScreen.window().backingScaleFactor();
+    onScreen.window().setContentView(nullptr);
+    platform::OffscreenWindow offScreen{size, scale};
+    offScreen.setContentView(screen->getView());
+    if (const char* const file = std::getenv("ORVANE_EFFECTS_PNG")) {
+        offScreen.display();
+        offScreen.writePNG(file);
+    }
+    EXPECT_EQ(countDifferences(shown, pictureOf(offScreen), isExact ? 0 : 6), 0);
+    offScreen.setContentView(nullptr);
+    screen->removeAll();
+    display::Display::reset();
 }
 
 }  // namespace orvane::tests

@@ -2,6 +2,8 @@
 #include <random>
 #include <string>
 
+#include "orvane/display/graphics/ConicGradient.h"
+#include "orvane/display/graphics/RadialGradient.h"
 #include "platform/quartzcore/CAMediaTime.h"
 #include "tests/coretext/registerTestFonts.h"
 #include "tests/native/Stage.h"
@@ -42,6 +44,7 @@ protected:
             case 1: {
                 auto clip = DisplayFactory::createClipContainer(false);
                 clip->setBounds({any(0, 150), any(0, 100), any(5, 120), any(5, 80)});
+                clip->as<graphics::ClipContainer>()->setCornerRadius(oneIn(2) ? 0 : any(0, 50));
                 groups_.push_back(clip);
                 return clip;
             }
@@ -124,8 +127,34 @@ protected:
             gradient.addColor(anyColor(), 0);
             gradient.addColor(anyColor(), 1);
             shape->setFillColor(gradient);
+            if (oneIn(2)) {
+                shape->setStrokeGradient(gradient);
+            }
+        } else if (oneIn(6)) {
+            shape->setFillGradient(colorful<graphics::RadialGradient>());
+            shape->setStrokeGradient(colorful<graphics::ConicGradient>());
         }
         return shape;
+    }
+
+    template <typename G>
+    G colorful() {
+        G gradient;
+        gradient.setCenter(any(0, 1), any(0, 1));
+        gradient.addColor(anyColor());
+        gradient.addColor(anyColor());
+        return gradient;
+    }
+
+    void changeEffect(DisplayObject& object) {
+        auto* const drawable = dynamic_cast<graphics::Drawable*>(&object);
+        if (oneIn(2) || drawable == nullptr) {
+            object.setOpacity(oneIn(3) ? 1 : any(0, 1));
+        } else if (oneIn(2)) {
+            drawable->setBlur(oneIn(3) ? 0 : any(0, 12));
+        } else {
+            drawable->setShadow({any(-9, 9), any(-9, 9), any(0, 15), anyColor()});
+        }
     }
 
     void insert() {
@@ -153,11 +182,15 @@ protected:
             return insert();
         }
         const auto object = objects_[random_() % objects_.size()];
-        switch (random_() % 9) {
+        switch (random_() % 10) {
+            case 9:
+                return changeEffect(oneIn(2) ? *object : *groups_[random_() % groups_.size()]);
             case 0:
                 return object->setVisible(!oneIn(3));
             case 1:
-                return object->translate(any(-15, 15), any(-15, 15));
+                // By whole points, a picture that was kept of the object is drawn again.
+                return oneIn(2) ? object->translate(static_cast<float>(random_() % 9), 3)
+                                : object->translate(any(-15, 15), any(-15, 15));
             case 2:
                 return object->setMatrix(any(0.5, 1.2), any(-0.4, 0.4), any(-20, 20),
                                          any(-0.4, 0.4), any(0.5, 1.2), any(-20, 20));

@@ -20,6 +20,10 @@ public:
     // Returns the platform view whose layer is animated; null while there is none.
     virtual std::shared_ptr<platform::NSView> getAnimatableHandler() const = 0;
 
+    // The opacity of the target without animations, from 0 to 1. An animation of the opacity
+    // returns to it.
+    virtual double getRestingOpacity() const { return 1; }
+
     // Cancels the animation that runs on this target under `key`: there is no other way to cancel
     // one. The animation's completion callback follows. Does nothing when no animation runs under
     // the key. Main thread.

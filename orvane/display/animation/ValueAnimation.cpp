@@ -242,9 +242,8 @@ void ValueAnimation::restoreNativeLayer() {
     }
     CALayer& layer = *handler->layer();
     if (attributeName_ == AttributeName::Opacity) {
-        // Always opaque, independent of the opacity before: applications expect a faded layer to
-        // show again.
-        layer.setOpacity(1.0);
+        // Not the opacity of the view before: applications expect a faded layer to show again.
+        layer.setOpacity(getAnimatable()->getRestingOpacity());
     }
     if (anchorPointX_ || anchorPointY_) {
         platform::CGPoint position = layer.position();
@@ -291,6 +290,7 @@ void ValueAnimation::keep(Animatable& target, const std::vector<float>& keyFrame
     }
     if (attributeName_ == AttributeName::Opacity) {
         layer.setOpacity(keyFrame[0]);
+        fadeObjects(target, keyFrame[0]);
     } else {
         moveObjects(target, rest.inverse() * moved);
     }

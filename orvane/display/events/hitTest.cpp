@@ -51,6 +51,9 @@ std::shared_ptr<DisplayObject> hitTest(const std::vector<std::shared_ptr<Display
                 continue;
             }
             if (ContainerObject* const container = object->asContainer()) {
+                if (!container->acceptsPointerAt(place)) {
+                    continue;
+                }
                 if (const auto* const offset = container->getScrollOffset()) {
                     place = place + *offset;
                 }

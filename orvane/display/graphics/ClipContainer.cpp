@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "orvane/display/geometry/isInRoundedRect.h"
 #include "orvane/display/tree/DisplayLayer.h"
 #include "orvane/display/tree/createBitmapLayer.h"
 
@@ -31,6 +32,21 @@ std::shared_ptr<DisplayLayer> ClipContainer::extractAnimationLayer() {
     const auto& siblings = superlayer->getSublayers();
     superlayer->store(siblings.begin() + static_cast<std::ptrdiff_t>(index), wrapper);
     return wrapper;
+}
+
+void ClipContainer::setCornerRadius(double radius) {
+    cornerRadius_ = radius;
+    invalidate(true);
+}
+
+bool ClipContainer::acceptsPointerAt(const geometry::Point<double>& location) {
+    if (!(cornerRadius_ > 0)) {
+        return true;
+    }
+    const std::shared_ptr<ContainerObject> parent = getParent();
+    const geometry::Matrix toScreen = parent ? parent->getFullTransformation() : geometry::Matrix();
+    return geometry::isInRoundedRect(getBounds().normalized(), cornerRadius_,
+                                     toScreen.inverse().mapPoint(location));
 }
 
 geometry::Rect<double> ClipContainer::computeFrame() {

@@ -1,5 +1,7 @@
 #include "orvane/display/graphics/Drawable.h"
 
+#include "orvane/display/tree/Effects.h"
+
 namespace orvane::display::graphics {
 
 namespace {
@@ -25,11 +27,38 @@ void Drawable::validate(const geometry::Rect<double>& rect) {
         return;
     }
     DisplayObject::validate(dirty);
+    if (effects() != nullptr) {
+        paintWithEffects(dirty);
+    } else {
+        paint(dirty);
+    }
+}
 
+void Drawable::paint(const geometry::Rect<double>& rect) {
     const StateScope state(*this);
-    clipRect(dirty);
+    clipRect(rect);
     applyTransform();
-    doValidate(dirty);
+    doValidate(rect);
+}
+
+void Drawable::paintWithEffects(const geometry::Rect<double>& rect) {
+    paint(rect);
+}
+
+void Drawable::setShadow(const Shadow& shadow) {
+    changeEffects([&](Effects& effects) { effects.shadow = shadow; });
+}
+
+Shadow Drawable::getShadow() const {
+    return effects() != nullptr ? effects()->shadow : Shadow();
+}
+
+void Drawable::setBlur(float radius) {
+    changeEffects([&](Effects& effects) { effects.blur = radius; });
+}
+
+float Drawable::getBlur() const {
+    return effects() != nullptr ? effects()->blur : 0;
 }
 
 void Drawable::clipRect(const geometry::Rect<double>&) {}

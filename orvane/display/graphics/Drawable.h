@@ -1,6 +1,7 @@
 #pragma once
 
 #include "orvane/display/tree/DisplayObject.h"
+#include "orvane/display/tree/Shadow.h"
 
 namespace orvane::display::graphics {
 
@@ -18,7 +19,26 @@ public:
     // before any canvas operation. Every storeState is followed by exactly one restoreState.
     void validate(const geometry::Rect<double>& rect) override;
 
+    // Draws a shadow behind the object and what is in it, as one silhouette. What is on a layer of
+    // its own, such as a native control, has no part in it. Ignored by scroll containers.
+    void setShadow(const Shadow& shadow);
+    // The shadow that was set. Its color is transparent at first.
+    Shadow getShadow() const;
+    // Blurs the object and what is in it, as one picture, except for what is on a layer of its own.
+    // The radius is twice the standard deviation of the Gaussian curve, in the object's
+    // coordinates; 0, the value at first, is sharp, and so is a NaN. A shadow is that of the
+    // blurred object. Ignored by scroll containers.
+    void setBlur(float radius);
+    // The radius that was set.
+    float getBlur() const;
+
 protected:
+    // Paints an object that has effects, of which paint() knows nothing. `rect` is the dirty part
+    // of its ink, in screen coordinates.
+    virtual void paintWithEffects(const geometry::Rect<double>& rect);
+    // The bracket of canvas operations, for a rectangle that the object touches.
+    void paint(const geometry::Rect<double>& rect);
+
     // Saves the state of the canvas.
     virtual void storeState() = 0;
     // Restricts the clip. It is called before applyTransform, so the clip is in the parent's

@@ -4,8 +4,10 @@
 
 namespace orvane::display::graphics {
 
+class ConicGradient;
 class LinearGradient;
 class Pattern;
+class RadialGradient;
 
 // The fill of an object: a color or a gradient. A new fill is black. Each setter repaints the
 // object; the last one determines the fill. Texts throw a character string ("... not implemented")
@@ -28,6 +30,11 @@ public:
     virtual void onFillChanged() = 0;
     // Whether there is a gradient or a color that was not removed.
     virtual bool isFillVisible() const = 0;
+
+    // Fill with a gradient around a point, which is copied. Texts ignore it with a line on standard
+    // error:
+    virtual void setFillGradient(const RadialGradient& gradient);
+    virtual void setFillGradient(const ConicGradient& gradient);
 };
 
 }  // namespace orvane::display::graphics

@@ -2,9 +2,31 @@
 
 #include <cmath>
 
+#include "orvane/commons/reportMisuse.h"
 #include "orvane/display/geometry/isZero.h"
 
 namespace orvane::display::graphics {
+
+namespace {
+
+void refuseGradient() {
+    commons::reportMisuse("StrokeStyleable::setStrokeGradient",
+                          "the object keeps its stroke, it can have no gradient");
+}
+
+}  // namespace
+
+void StrokeStyleable::setStrokeGradient(const LinearGradient&) {
+    refuseGradient();
+}
+
+void StrokeStyleable::setStrokeGradient(const RadialGradient&) {
+    refuseGradient();
+}
+
+void StrokeStyleable::setStrokeGradient(const ConicGradient&) {
+    refuseGradient();
+}
 
 void StrokeStyleable::setStrokeWidth(float width) {
     strokeWidth_ = width;

@@ -7,7 +7,9 @@
 
 namespace orvane::display::graphics {
 
+class ConicGradient;
 class LinearGradient;
+class RadialGradient;
 
 // The stroke of an object's outline, centered on the outline. A new stroke is black and has a width
 // of 0, which paints nothing. Each setter repaints the object. Values are not checked: a width or a
@@ -22,7 +24,7 @@ public:
     // Strokes with a 32-bit color: alpha in bits 24 to 31, then red, green and blue.
     virtual void setStrokeColor(unsigned argb) = 0;
     // Ignored by shapes, which keep the color they had; texts throw a character string ("... not
-    // implemented").
+    // implemented"). Use setStrokeGradient.
     virtual void setStrokeColor(const LinearGradient& gradient) = 0;
 
     // Sets the width, in object coordinates. Ignored by texts.
@@ -39,6 +41,12 @@ public:
     virtual void onStrokeWidthChanged() = 0;
     // Whether the color was not removed. The width does not matter.
     virtual bool isStrokeVisible() const = 0;
+
+    // Stroke with a gradient, which is copied, until a color is set. What is in fractions refers to
+    // the object's bounds, which include the stroke. Texts ignore it with a line on standard error:
+    virtual void setStrokeGradient(const LinearGradient& gradient);
+    virtual void setStrokeGradient(const RadialGradient& gradient);
+    virtual void setStrokeGradient(const ConicGradient& gradient);
 
     // The width, in object coordinates.
     float getStrokeWidth() const { return strokeWidth_; }

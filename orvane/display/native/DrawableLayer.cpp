@@ -64,7 +64,7 @@ void DrawableLayer::damage(DisplayObject& object) {
     }
     // An object that has left the tree only has an old area.
     if (object.getParent()) {
-        if (const Rect now = object.getInk(); !now.isEmpty()) {
+        if (const Rect now = object.getSpreadInk(); !now.isEmpty()) {
             validateFrame(now);
         }
     }

@@ -5,7 +5,7 @@
 #include "orvane/display/geometry/rounding.h"
 #include "orvane/display/native/NGestureRecognizer.h"
 #include "orvane/display/native/clipsOfLayer.h"
-#include "orvane/display/tree/DisplayObject.h"
+#include "orvane/display/tree/ContainerObject.h"
 #include "orvane/thread/dispatch.h"
 #include "platform/appkit/NSView.h"
 #include "platform/quartzcore/CALayer.h"
@@ -66,6 +66,7 @@ void NativeLayer::validateLayer() {
 
 void NativeLayer::placeHandler(NSView& view) {
     view.setHidden(isHidden());
+    updateHandlerOpacity(view);
     const std::shared_ptr<NSView> superview = getSuperlayerHandler();
     if (!superview) {
         // A root layer: its view is a subview of the display's view.
@@ -81,6 +82,22 @@ void NativeLayer::placeHandler(NSView& view) {
         }
     }
     placeSublayerHandlers();
+}
+
+// An animation may have left the view with another opacity; it stays until the objects' opacity
+// changes.
+void NativeLayer::updateHandlerOpacity(NSView& view) {
+    const std::shared_ptr<DisplayObject> owner = getOwner();
+    std::shared_ptr<DisplayObject> object = owner ? owner : getObjectsParent();
+    double opacity = 1;
+    // The view of an object that owns a layer has the object's opacity already.
+    while (object && (object == owner || !object->ownsLayer())) {
+        opacity *= object->getOpacity();
+        object = object->getParent();
+    }
+    if (std::exchange(placedOpacity_, opacity) != opacity) {
+        view.layer()->setOpacity(opacity);
+    }
 }
 
 void NativeLayer::updateHandlerFrame(NSView& view) {

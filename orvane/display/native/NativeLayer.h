@@ -23,6 +23,10 @@ class ORVANE_EXPORT NativeLayer : public DisplayLayer {
 public:
     ~NativeLayer() override;
 
+    // The opacity of the view without animations: that of the object that owns the layer, and of
+    // the containers around it that have no layer of their own.
+    double getRestingOpacity() const override { return placedOpacity_; }
+
     // Creates the view, and the recognizer that calls the touch functions. Blocks until the main
     // thread has done it.
     void init();
@@ -90,11 +94,13 @@ private:
     // coordinates.
     void updateHandlerClips(platform::NSView& view);
     void placeSublayerHandlers();
+    void updateHandlerOpacity(platform::NSView& view);
     void stackHandler(platform::NSView& superview);
 
     std::shared_ptr<platform::NSView> layerHandler_;
     std::shared_ptr<NGestureRecognizer> gestureRecognizer_;
     Point placedOrigin_;  // of the layer frame, when the sublayers' views were placed
+    double placedOpacity_ = 1;
     bool touchDisabled_ = false;
     events::DisplayEventHandler eventHandler_;
 };

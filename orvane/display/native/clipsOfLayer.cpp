@@ -43,6 +43,10 @@ std::vector<NSViewClip> clipsOfLayer(const DisplayLayer& layer) {
             CGAffineTransform(parent ? parent->getFullTransformation() : geometry::Matrix())
                 .concat(CGAffineTransform::makeTranslation(-x, -y));
         const CGRect bounds(clipping->getBounds());
+        if (clipping->getCornerRadius() > 0) {
+            clips.push_back({bounds, toSuperview, clipping->getCornerRadius()});
+            continue;
+        }
         if (!keepsAxes(toSuperview) || !toSuperview.isDrawable() || !isFinite(bounds)) {
             clips.push_back({bounds, toSuperview});
             continue;

@@ -116,8 +116,7 @@ void ChildFrames::uncount(std::uint32_t slot) {
 }
 
 void ChildFrames::widenInk(const DisplayObject& child) {
-    inkMargin_.x = std::max(inkMargin_.x, child.inkMargin_.x);
-    inkMargin_.y = std::max(inkMargin_.y, child.inkMargin_.y);
+    inkMargin_.widen(child.inkMargin_);
 }
 
 void ChildFrames::widenUnion(const Rect& frame, bool first) {

@@ -84,6 +84,10 @@ void ContainerObject::validate(const Rect& rect) {
     DisplayObject::validate(rect);
 }
 
+bool ContainerObject::acceptsPointerAt(const geometry::Point<double>&) {
+    return true;
+}
+
 std::vector<DisplayObject*> ContainerObject::childrenAt(
     const geometry::Point<double>& point) const {
     const Rect nowhere{point.x, point.y, 0, 0};

@@ -71,6 +71,11 @@ public:
         return scrolls_ ? &scrollOffset_ : nullptr;
     }
 
+    // Whether a pointer at a place inside the frame, in screen coordinates, is over the container
+    // or what is in it. True except under the rounded corners of a clip. Touches do not depend on
+    // it.
+    virtual bool acceptsPointerAt(const geometry::Point<double>& location);
+
     // Returns the children whose frames may contain a point, in screen coordinates, in drawing
     // order; borrowed. The cost depends on what is near the point if there are many children.
     std::vector<DisplayObject*> childrenAt(const geometry::Point<double>& point) const;

@@ -151,7 +151,7 @@ auto DisplayLayer::computeLayerFrame() -> Rect {
     FrameUnion result;
     for (const std::weak_ptr<DisplayObject>& entry : objects_) {
         if (const std::shared_ptr<DisplayObject> object = entry.lock()) {
-            result.add(object->getFrame());
+            result.add(object->getFrameWithEffects());
         }
     }
     for (const std::shared_ptr<DisplayLayer>& sublayer : children()) {

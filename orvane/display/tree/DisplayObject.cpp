@@ -8,6 +8,7 @@
 #include "orvane/display/tree/AccessibilityElement.h"
 #include "orvane/display/tree/ContainerObject.h"
 #include "orvane/display/tree/DisplayLayer.h"
+#include "orvane/display/tree/Effects.h"
 #include "orvane/display/tree/FrameCache.h"
 #include "orvane/display/tree/LayerPlacement.h"
 #include "orvane/display/tree/ParentVisibilityScope.h"
@@ -18,6 +19,7 @@ namespace orvane::display {
 using geometry::Matrix;
 
 std::uint64_t DisplayObject::s_idCounter = 0;
+float DisplayObject::s_paintedReach = 0;
 
 DisplayObject::DisplayObject() : id_(s_idCounter++) {}
 
@@ -64,7 +66,16 @@ void DisplayObject::applyMatrix(float a, float b, float c, float d, float e, flo
 }
 
 void DisplayObject::onTransformChanged() {
+    // A picture can be drawn at another place. The transformation of a clip container moves what
+    // is in it, and not the container.
+    const bool isMoved =
+        effects_ && effects_->picture && !(container_ && container_->clipsChildren());
+    const auto picture = isMoved ? effects_->picture : nullptr;
     invalidate(true);
+    if (isMoved) {
+        effects_->picture = picture;
+        effects_->isMoved = true;
+    }
 }
 
 Matrix DisplayObject::getFullTransformation() const {
@@ -109,7 +120,7 @@ void DisplayObject::resetFrame() {
 
 void DisplayObject::validate(const Rect&) {
     validFrame_ = getFrame();
-    validInkMargin_ = inkMargin_;
+    validInkMargin_ = {inkMargin_.x + s_paintedReach, inkMargin_.y + s_paintedReach, 0};
 }
 
 void DisplayObject::setInkMargin(const geometry::Size<double>& margin, const Matrix& toScreen) {
@@ -120,7 +131,90 @@ void DisplayObject::setInkMargin(const geometry::Size<double>& margin, const Mat
     };
     inkMargin_ = {
         cut(std::abs(toScreen.m00) * margin.width + std::abs(toScreen.m01) * margin.height),
-        cut(std::abs(toScreen.m10) * margin.width + std::abs(toScreen.m11) * margin.height)};
+        cut(std::abs(toScreen.m10) * margin.width + std::abs(toScreen.m11) * margin.height), 0};
+}
+
+// ---- effects ----
+
+Effects& DisplayObject::requireEffects() {
+    if (!effects_) {
+        effects_ = std::make_unique<Effects>();
+    }
+    return *effects_;
+}
+
+void DisplayObject::setOpacity(double opacity) {
+    const double limited = std::isnan(opacity) ? 1 : std::clamp(opacity, 0.0, 1.0);
+    if (limited == getOpacity()) {
+        return;
+    }
+    Effects& effects = requireEffects();
+    effects.opacity = limited;
+    if (limited < 1 && layeredCount_ > (layered_ ? 1U : 0U) && !ownsLayer()) {
+        extractIntoLayer(nullptr);
+    }
+    // The picture is drawn with the opacity, and does not contain it.
+    const auto picture = effects.picture;
+    invalidate(true);
+    effects.picture = picture;
+}
+
+double DisplayObject::getOpacity() const {
+    return effects_ ? effects_->opacity : 1;
+}
+
+Matrix DisplayObject::getEffectTransformation() const {
+    return container_ != nullptr && container_->clipsChildren() ? Matrix() : transformation_;
+}
+
+double DisplayObject::getEffectReach() const {
+    if (!effects_ || !effects_->reaches() ||
+        (container_ != nullptr && container_->getScrollOffset())) {
+        return 0;
+    }
+    const ContainerObject* const parent = parentOrNull();
+    const Matrix t = parent != nullptr ? parent->getFullTransformation() * getEffectTransformation()
+                                       : getEffectTransformation();
+    const double scale = std::sqrt(std::abs(t.m00 * t.m11 - t.m01 * t.m10));
+    // The filters of a blur reach 1.42 times the radius, and are rounded to pixels.
+    const auto blurred = [scale](float radius) {
+        return radius > 0 ? 1.5 * radius * scale + 4 : 0;
+    };
+    double reach = blurred(effects_->blur);
+    if (effects_->hasShadow()) {
+        const Shadow& shadow = effects_->shadow;
+        reach += blurred(shadow.radius) + 2 +
+                 std::max(std::abs(t.m00 * shadow.x + t.m01 * shadow.y),
+                          std::abs(t.m10 * shadow.x + t.m11 * shadow.y));
+    }
+    constexpr double kFarthest = 8192;
+    return std::isnan(reach) ? 0 : std::min(reach, kFarthest);
+}
+
+void DisplayObject::widenInkByEffects() {
+    const auto reach = static_cast<float>(getEffectReach());
+    inkMargin_.x += reach;
+    inkMargin_.y += reach;
+    inkMargin_.effects += reach;
+}
+
+auto DisplayObject::getSpreadInk() -> Rect {
+    Rect spread = getInk();
+    if (spread.isEmpty()) {
+        return spread;
+    }
+    double reach = 0;
+    for (const DisplayObject* node = parentOrNull(); node != nullptr; node = node->parentOrNull()) {
+        reach += node->effects_ ? node->getEffectReach() : 0;
+    }
+    return {spread.x - reach, spread.y - reach, spread.width + 2 * reach,
+            spread.height + 2 * reach};
+}
+
+auto DisplayObject::getFrameWithEffects() -> Rect {
+    const Rect& frame = getFrame();
+    const float reach = inkMargin_.effects;
+    return reach == 0 ? frame : withMargin(frame, {reach, reach, 0});
 }
 
 auto DisplayObject::convertRectToFrame(const Rect& rect) -> Rect {

@@ -19,6 +19,7 @@ namespace orvane::display {
 class AccessibilityElement;
 class ContainerObject;
 class DisplayLayer;
+struct Effects;
 
 // Layers in drawing order.
 using LayerList = std::vector<std::shared_ptr<DisplayLayer>>;
@@ -113,8 +114,14 @@ public:
     // The area that painting the object can touch, in screen coordinates: the frame, and what is
     // painted beyond it, such as accents and the tips of sharp corners. Empty if the frame is.
     Rect getInk() { return withMargin(getFrame(), inkMargin_); }
-    // The ink at the last validate.
+    // The area that changes on the screen if the object changes: the ink, and how far the effects
+    // of the containers around the object spread it.
+    Rect getSpreadInk();
+    // That area at the last validate.
     Rect getValidInk() const { return withMargin(validFrame_, validInkMargin_); }
+    // The frame, and how far the effects of the object and of what is in it reach. The object's
+    // layer is as large as this.
+    Rect getFrameWithEffects();
 
     // The layer that lists this object, or null: most objects draw on an ancestor's.
     std::shared_ptr<DisplayLayer> getLayer() const { return layer_.lock(); }
@@ -145,6 +152,14 @@ public:
     // The next sibling, or the next sibling of the nearest ancestor that has one, or null. It does
     // not descend into children.
     std::shared_ptr<DisplayObject> findNextInPreOrderTraversal() const;
+
+    // Sets the opacity of the object and what is in it, drawn as one group: from 0, invisible but
+    // still touched, to 1, which is the value at first. A container with native controls or other
+    // objects on layers of their own is moved to a layer of its own. Others stay on their layer. A
+    // value outside the range is limited to it, and a NaN is 1.
+    void setOpacity(double opacity);
+    // The opacity that was set; see ValueAnimation for animations of it.
+    double getOpacity() const;
 
     // Sets the visibility flag. A hidden container hides everything in it.
     void setVisible(bool visible);
@@ -184,6 +199,33 @@ protected:
     // touch their ink. Containers then omit the call.
     void setCulledByFrame() { culledByFrame_ = true; }
 
+    // Null for an object that never had an effect.
+    Effects* effects() const { return effects_.get(); }
+    // Changes the effects by a function, and repaints the object.
+    template <typename Change>
+    void changeEffects(const Change& change) {
+        change(requireEffects());
+        invalidate(true);
+    }
+    // What maps the lengths of effects to the parent's coordinates: the object's transformation,
+    // except for a clip container, which its own transformation does not move.
+    geometry::Matrix getEffectTransformation() const;
+    // How far the object's own effects reach, in screen coordinates.
+    double getEffectReach() const;
+    // While one of these exists, what is painted spreads so far, in screen coordinates.
+    class EffectScope {
+    public:
+        explicit EffectScope(double reach) : reach_(static_cast<float>(reach)) {
+            s_paintedReach += reach_;
+        }
+        ~EffectScope() { s_paintedReach -= reach_; }
+        EffectScope(const EffectScope&) = delete;
+        EffectScope& operator=(const EffectScope&) = delete;
+
+    private:
+        float reach_;
+    };
+
 private:
     friend class ChildFrames;
     friend class ContainerObject;
@@ -194,6 +236,13 @@ private:
     struct InkMargin {
         float x = 0;
         float y = 0;
+        float effects = 0;  // the part of it that is due to effects
+
+        void widen(const InkMargin& other) {
+            x = x < other.x ? other.x : x;
+            y = y < other.y ? other.y : y;
+            effects = effects < other.effects ? other.effects : effects;
+        }
     };
     static Rect withMargin(const Rect& frame, InkMargin margin) {
         return frame.isEmpty()
@@ -205,7 +254,11 @@ private:
     // Adds `change` to layeredCount_ of this object and its ancestors.
     void changeLayeredCount(std::ptrdiff_t change);
 
+    Effects& requireEffects();
+    void widenInkByEffects();
+
     static std::uint64_t s_idCounter;
+    static float s_paintedReach;
 
     std::uint64_t id_;
     bool visible_ = true;
@@ -225,6 +278,7 @@ private:
     InkMargin validInkMargin_;
     geometry::Matrix transformation_;
     std::shared_ptr<AccessibilityElement> accessibilityElement_;
+    std::unique_ptr<Effects> effects_;
 };
 
 // Defers the updates of the layer that an object draws on for a scope: the changes in the scope

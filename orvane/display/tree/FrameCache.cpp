@@ -1,10 +1,9 @@
 #include "orvane/display/tree/FrameCache.h"
 
-#include <algorithm>
-
 #include "orvane/display/tree/ChildFrames.h"
 #include "orvane/display/tree/ContainerObject.h"
 #include "orvane/display/tree/DisplayLayer.h"
+#include "orvane/display/tree/Effects.h"
 #include "orvane/display/tree/FrameUnion.h"
 #include "orvane/display/tree/ParentVisibilityScope.h"
 
@@ -12,7 +11,11 @@ namespace orvane::display {
 
 auto FrameCache::get(DisplayObject& object) -> const Rect& {
     if (object.frameReset_) {
+        object.inkMargin_ = {};
         object.frame_ = object.computeFrame();
+        if (object.effects_) {
+            object.widenInkByEffects();
+        }
         object.frameReset_ = false;
         // The ancestors of an object with frameKnownBelow_ have it, too.
         for (DisplayObject* node = &object; node != nullptr && !node->frameKnownBelow_;
@@ -26,6 +29,9 @@ auto FrameCache::get(DisplayObject& object) -> const Rect& {
 void FrameCache::reset(DisplayObject& object) {
     for (DisplayObject* node = &object; node != nullptr && !node->frameReset_;) {
         node->frameReset_ = true;
+        if (node->effects_) {
+            node->effects_->changed();
+        }
         if (const std::shared_ptr<DisplayLayer> layer = node->getLayer()) {
             layer->resetLayerFrame();
         }
@@ -43,6 +49,9 @@ void FrameCache::resetSubtree(DisplayObject& object) {
     }
     object.frameKnownBelow_ = false;
     object.frameReset_ = true;
+    if (object.effects_) {
+        object.effects_->changed();
+    }
     if (const std::shared_ptr<DisplayLayer> layer = object.getLayer()) {
         layer->resetContent();
     }
@@ -70,8 +79,7 @@ auto FrameCache::unionOfChildren(ContainerObject& container) -> Rect {
         const Rect& frame = child->getFrame();
         if (visible && child->isVisible()) {
             result.add(frame);
-            container.inkMargin_.x = std::max(container.inkMargin_.x, child->inkMargin_.x);
-            container.inkMargin_.y = std::max(container.inkMargin_.y, child->inkMargin_.y);
+            container.inkMargin_.widen(child->inkMargin_);
         }
     }
     return result.rect();

@@ -12,6 +12,8 @@ namespace orvane::display::graphics::quartz {
 // operation gets the current one, and does nothing outside a paint pass.
 class QuartzDrawable : public virtual Drawable {
 protected:
+    // Paints the object as a group, or draws the picture that was kept of it.
+    void paintWithEffects(const geometry::Rect<double>& rect) override;
     void storeState() override;
     void applyTransform() override;
     void restoreState() override;

@@ -4,23 +4,24 @@
 
 #include "orvane/display/geometry/Rect.h"
 #include "orvane/display/graphics/FillStyleable.h"
-#include "orvane/display/graphics/LinearGradient.h"
 #include "orvane/display/graphics/Pattern.h"
 #include "orvane/display/graphics/quartz/Color.h"
+#include "orvane/display/graphics/quartz/QuartzGradient.h"
 
 namespace orvane::platform {
 class CGContext;
-class CGGradient;
-}  // namespace orvane::platform
+}
 
 namespace orvane::display::graphics::quartz {
 
-// A fill on the canvas: a color or, once one is set, a linear gradient.
+// A fill on the canvas: a color or, once one is set, a gradient.
 class ORVANE_EXPORT QuartzFillStyleable : public virtual FillStyleable {
 public:
     void setFillColor(unsigned r, unsigned g, unsigned b, unsigned a) override;
     void setFillColor(unsigned argb) override;
     void setFillColor(const LinearGradient& gradient) override;
+    void setFillGradient(const RadialGradient& gradient) override;
+    void setFillGradient(const ConicGradient& gradient) override;
     // Does nothing and does not repaint: shapes cannot paint patterns. Applications that set one
     // keep the fill they had.
     void setPattern(const Pattern& pattern) override;
@@ -33,7 +34,7 @@ public:
     void storeFillColor(unsigned argb);
 
     const Color& getFillColor() const { return color_; }
-    // The last gradient that was set, even if a color has replaced it.
+    // The last linear gradient that was set, even if another fill has replaced it.
     const LinearGradient& getFillLinearGradient() const;
     const Pattern& getFillPattern() const;
     bool isGradientMode() const { return gradient_ != nullptr; }
@@ -51,8 +52,8 @@ private:
     Color color_;
     // Null until the first gradient is set: most objects never have one, and a gradient is larger
     // than the rest of their style.
-    std::unique_ptr<const LinearGradient> linearGradient_;
-    std::shared_ptr<const platform::CGGradient> gradient_;
+    std::shared_ptr<const QuartzGradient> linearGradient_;
+    std::shared_ptr<const QuartzGradient> gradient_;
 };
 
 }  // namespace orvane::display::graphics::quartz

@@ -1,15 +1,23 @@
 #include "orvane/display/graphics/quartz/QuartzImage.h"
 
+#include <algorithm>
 #include <cstdio>
+#include <optional>
 #include <string_view>
+#include <utility>
 
 #include "orvane/commons/ByteArray.h"
+#include "orvane/display/graphics/quartz/Color.h"
 #include "orvane/display/graphics/quartz/QuartzUtils.h"
+#include "orvane/display/graphics/quartz/loadPicture.h"
 #include "platform/coregraphics/CGContext.h"
 #include "platform/coregraphics/CGDataProvider.h"
 #include "platform/coregraphics/CGImage.h"
 #include "platform/foundation/NSData.h"
 #include "platform/foundation/NSLog.h"
+#include "platform/imageio/CGImageSource.h"
+#include "platform/quartzcore/CAMediaTime.h"
+#include "platform/quartzcore/CATimer.h"
 
 namespace orvane::display::graphics::quartz {
 
@@ -27,23 +35,23 @@ std::shared_ptr<const CGDataProvider> providerOver(const void* bytes, std::size_
 // Logs why bytes that were found are not a picture; the stated message of a loader says less.
 // `source` is where they come from.
 void logUndecoded(const std::string& source, const CGDataProvider& provider) {
-    const std::string_view bytes(reinterpret_cast<const char*>(provider.bytes().data()),
-                                 provider.bytes().size());
-    const bool isPNG = bytes.starts_with("\x89PNG\r\n\x1a\n");
-    const bool isJPEG = bytes.starts_with("\xff\xd8\xff");
-    if (isPNG || isJPEG) {
-        platform::NSLog("The %s picture in %s is damaged or too large.", isPNG ? "PNG" : "JPEG",
+    const platform::CGImageFormat format = platform::formatOf(provider.bytes());
+    if (format != platform::CGImageFormat::Unknown) {
+        platform::NSLog("The %s picture in %s is damaged or too large.", platform::nameOf(format),
                         source.c_str());
     } else {
-        platform::NSLog("There is neither a PNG nor a JPEG picture in %s.", source.c_str());
+        platform::NSLog("There is no picture of a known kind in %s.", source.c_str());
     }
 }
 
 }  // namespace
 
+QuartzImage::QuartzImage() = default;
+QuartzImage::~QuartzImage() = default;
+
 void QuartzImage::setPath(const std::string& path) {
     releaseImage();
-    if (path.starts_with("data:") ? decodeAddress(path) : decodeFile(path)) {
+    if (settle(path.starts_with("data:") ? decodeAddress(path) : decodeFile(path))) {
         return;
     }
     std::printf("ERROR: QuartzImage::setPath '%s'. file not found\n", path.c_str());
@@ -69,7 +77,8 @@ bool QuartzImage::decodeAddress(const std::string& address) {
 
 void QuartzImage::setContent(const std::string& bytes) {
     releaseImage();
-    if (!bytes.empty() && decode(*providerOver(bytes.data(), bytes.size()), "the content")) {
+    if (settle(!bytes.empty() &&
+               decode(*providerOver(bytes.data(), bytes.size()), "the content"))) {
         return;
     }
     std::printf("ERROR: QuartzImage::setContent image is not created with content of %ld bytes\n",
@@ -78,8 +87,8 @@ void QuartzImage::setContent(const std::string& bytes) {
 
 void QuartzImage::setRawData(const std::string& bytes, int width, int height) {
     releaseImage();
-    if (!bytes.empty() &&
-        setRawDataProvider(*providerOver(bytes.data(), bytes.size()), width, height)) {
+    if (settle(!bytes.empty() &&
+               setRawDataProvider(*providerOver(bytes.data(), bytes.size()), width, height))) {
         return;
     }
     std::printf("ERROR: QuartzImage::setRawData image is not created with content of %ld bytes\n",
@@ -88,6 +97,82 @@ void QuartzImage::setRawData(const std::string& bytes, int width, int height) {
 
 void QuartzImage::releaseImage() {
     image_.reset();
+    tinted_.reset();
+    source_.reset();
+    frameTimer_.reset();
+}
+
+bool QuartzImage::settle(bool isLoaded) {
+    ++loads_;
+    state_ = isLoaded ? ImageState::Loaded : ImageState::Failed;
+    return isLoaded;
+}
+
+void QuartzImage::load(const std::string& address) {
+    state_ = ImageState::Pending;
+    const std::weak_ptr<DisplayObject> self = shared_from_this();
+    loadPicture(address, [self, load = ++loads_](std::shared_ptr<platform::CGImageSource> source) {
+        if (const auto image = std::dynamic_pointer_cast<QuartzImage>(self.lock())) {
+            image->finishLoad(load, std::move(source));
+        }
+    });
+}
+
+void QuartzImage::finishLoad(unsigned load, std::shared_ptr<platform::CGImageSource> source) {
+    if (load != loads_) {
+        return;  // another loader was called meanwhile
+    }
+    if (source) {
+        releaseImage();
+    }
+    settle(source && setSource(std::move(source)));
+    notify(ImageStateEvent{state_});
+}
+
+bool QuartzImage::setSource(std::shared_ptr<platform::CGImageSource> source) {
+    image_ = source->image(1);
+    if (source->isScalable() || source->delay()) {
+        source_ = std::move(source);
+    }
+    return postProcessImage();
+}
+
+void QuartzImage::setPlaying(bool playing) {
+    if (isPlaying_ != playing) {
+        isPlaying_ = playing;
+        frameTimer_.reset();
+        frameEnd_ = 0;
+        invalidate(true);
+    }
+}
+
+// Called when a frame is painted: a picture that nobody sees does not play.
+void QuartzImage::scheduleFrame() {
+    const std::optional<double> delay =
+        isPlaying_ && source_ && !frameTimer_ ? source_->delay() : std::nullopt;
+    if (!delay) {
+        return;
+    }
+    // On time, as long as painting keeps up.
+    const double now = platform::CACurrentMediaTime();
+    frameEnd_ = std::max(frameEnd_ + *delay, now);
+    if (frameEnd_ > now + *delay || frameEnd_ == now) {
+        frameEnd_ = now + *delay;
+    }
+    frameTimer_ = std::make_unique<platform::CATimer>();
+    frameTimer_->start(frameEnd_, 0, [this] {
+        const auto over = std::move(frameTimer_);  // this function is in it
+        source_->advance();
+        image_ = source_->image(1);
+        tinted_.reset();
+        invalidate(true);
+    });
+}
+
+void QuartzImage::setTint(unsigned argb) {
+    tint_ = argb;
+    tinted_.reset();
+    invalidate(true);
 }
 
 bool QuartzImage::decode(const CGDataProvider& provider, const std::string& source) {
@@ -99,11 +184,8 @@ bool QuartzImage::decode(const CGDataProvider& provider, const std::string& sour
 }
 
 bool QuartzImage::setDataProvider(const CGDataProvider& provider) {
-    image_ = CGImage::createWithPNGDataProvider(provider);
-    if (!image_) {
-        image_ = CGImage::createWithJPEGDataProvider(provider);
-    }
-    return postProcessImage();
+    auto source = platform::CGImageSource::create(provider);
+    return source && setSource(std::move(source));
 }
 
 bool QuartzImage::setRawDataProvider(const CGDataProvider& provider, int width, int height) {
@@ -115,7 +197,8 @@ bool QuartzImage::postProcessImage() {
     if (!image_) {
         return false;
     }
-    bounds_ = {0, 0, image_->size().width, image_->size().height};
+    const platform::CGSize size = source_ ? source_->size() : image_->size();
+    bounds_ = {0, 0, size.width, size.height};
     invalidate(true);
     return true;
 }
@@ -125,10 +208,25 @@ void QuartzImage::doValidate(const geometry::Rect<double>&) {
     if (!image_ || canvas == nullptr) {
         return;
     }
+    scheduleFrame();
+    if (source_ && source_->isScalable()) {
+        const platform::CGSize scale = canvas->unitsInDevicePixels();
+        std::shared_ptr<const CGImage> rendered =
+            source_->image(std::max(scale.width, scale.height));
+        if (rendered != image_) {
+            image_ = std::move(rendered);
+            tinted_.reset();
+        }
+    }
     // The y axis of the canvas points down, that of bitmaps up.
     canvas->translateCTM(0, bounds_.height);
     canvas->scaleCTM(1, -1);
-    canvas->drawImage(static_cast<platform::CGRect>(bounds_), *image_);
+    const bool isTinted = tint_ >> 24 != 0;
+    if (isTinted && !tinted_) {
+        const Color color = Color::fromArgb(tint_);
+        tinted_ = image_->createTinted({color.r, color.g, color.b, color.a});
+    }
+    canvas->drawImage(static_cast<platform::CGRect>(bounds_), isTinted ? *tinted_ : *image_);
 }
 
 }  // namespace orvane::display::graphics::quartz

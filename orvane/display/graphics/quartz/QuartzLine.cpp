@@ -41,6 +41,9 @@ void QuartzLine::doValidate(const geometry::Rect<double>&) {
         return;
     }
     // isStrokeVisible is not tested: a line with an invisible stroke is not painted at all.
+    if (hasStrokeGradient()) {
+        return drawGradientStroke(*canvas, path_, getBounds());
+    }
     applyStyles(*canvas);
     path_.draw(*canvas, false, true);
 }

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "platform/coregraphics/CGContext.h"
+
 namespace orvane::display::graphics::quartz {
 
 geometry::Size<double> QuartzShape::getInkMargin() {
@@ -12,10 +14,28 @@ geometry::Size<double> QuartzShape::getInkMargin() {
                                       outline.width + 2 * reach, outline.height + 2 * reach});
 }
 
+void QuartzShape::paintFill(platform::CGContext& canvas) {
+    if (isGradientMode()) {
+        path_.beforeDraw(canvas);
+    }
+    QuartzFillStyleable::applyStyles(canvas, getBounds());
+    if (!isGradientMode()) {
+        path_.draw(canvas, true, false);
+    }
+}
+
 void QuartzShape::doValidate(const geometry::Rect<double>&) {
     platform::CGContext* const canvas = getCanvas();
     if (canvas == nullptr) {
         return;
+    }
+    if (hasStrokeGradient()) {
+        canvas->saveGState();
+        if (isFillVisible()) {
+            paintFill(*canvas);
+        }
+        canvas->restoreGState();
+        return drawGradientStroke(*canvas, path_, getBounds());
     }
     const bool gradientMode = isGradientMode();
     const bool fillVisible = isFillVisible();

@@ -21,10 +21,15 @@ protected:
     geometry::Size<double> getInkMargin() override;
     // Sets the fill, then the stroke, then draws the whole outline; the clip of the canvas
     // restricts it to the dirty rectangle. A gradient is painted by clipping to the outline. That
-    // clip also applies to the stroke, so a gradient shape shows only the inner half of its stroke.
+    // clip also applies to a stroke with a color, so such a shape shows only the inner half of its
+    // stroke. A stroke with a gradient is painted as a whole.
     void doValidate(const geometry::Rect<double>& rect) override;
 
     PathWrapper path_;
+
+private:
+    // Paints only the fill, which is visible. A gradient leaves its clip.
+    void paintFill(platform::CGContext& canvas);
 };
 
 }  // namespace orvane::display::graphics::quartz
