@@ -68,6 +68,9 @@ void drawRawPixels(ContainerObject& inside);
 void drawDataAddress(ContainerObject& inside);
 void drawTurnedImage(ContainerObject& inside);
 void drawClippedImage(ContainerObject& inside);
+void drawDrawing(ContainerObject& inside);
+void drawFrames(ContainerObject& inside);
+void drawLoaded(ContainerObject& inside);
 void drawImageIcon(ContainerObject& inside);
 
 // The cards of the page of effects.

@@ -82,6 +82,9 @@ public:
         imagePage_.addCard("Data address, scaled", drawDataAddress);
         imagePage_.addCard("Turned", drawTurnedImage);
         imagePage_.addCard("Clipped", drawClippedImage);
+        imagePage_.addCard("SVG, rendered for its size", drawDrawing);
+        imagePage_.addCard("GIF, playing", drawFrames);
+        imagePage_.addCard("WebP, loaded in the background", drawLoaded);
 
         effectPage_.addCard("Opacity, of each and of the group", drawOpacity);
         effectPage_.addCard("Shadows", drawShadows);

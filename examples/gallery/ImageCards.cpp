@@ -89,6 +89,41 @@ void drawClippedImage(ContainerObject& inside) {
     window->add(image);
 }
 
+void drawDrawing(ContainerObject& inside) {
+    // The same drawing at three sizes, each rendered for its own; one in a single color.
+    const float scales[] = {0.35F, 0.6F, 1.1F};
+    float x = 22;
+    for (const float scale : scales) {
+        const auto drawing = DisplayFactory::createImage();
+        drawing->setPath(pathOf("emblem.svg"));
+        drawing->translate(x, 190 - 120 * scale);
+        drawing->scale(scale, scale);
+        inside.add(drawing);
+        x += 120 * scale + 10;
+    }
+    const auto tinted = DisplayFactory::createImage();
+    tinted->setPath(pathOf("emblem.svg"));
+    tinted->setTint(palette::violet);
+    tinted->translate(36, 56);
+    tinted->scale(0.5F, 0.5F);
+    inside.add(tinted);
+}
+
+void drawFrames(ContainerObject& inside) {
+    const auto dial = DisplayFactory::createImage();
+    dial->setPath(pathOf("dial.gif"));
+    dial->setTranslate(89, 78);
+    inside.add(dial);
+}
+
+void drawLoaded(ContainerObject& inside) {
+    // It is shown when a background thread has decoded it.
+    const auto image = DisplayFactory::createImage();
+    image->load(pathOf("aurora.webp"));
+    image->setTranslate(27, 52);
+    inside.add(image);
+}
+
 void drawImageIcon(ContainerObject& inside) {
     const auto frame = DisplayFactory::createRect();
     frame->set(0, 2, 24, 20);

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <chrono>
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
@@ -9,6 +10,7 @@
 #include "orvane/display/graphics/quartz/QuartzUtils.h"
 #include "orvane/orvane.h"
 #include "platform/coregraphics/CGImage.h"
+#include "platform/dispatch/dispatch.h"
 #include "platform/foundation/NSData.h"
 #include "tests/graphics/painted.h"
 
@@ -85,7 +87,7 @@ TEST_F(ImageTest, AFailureSaysWhyAndKeepsOnlyTheBounds) {
         return "ERROR: QuartzImage::" + loader + " image is not created with content of " +
                std::to_string(length) + " bytes\n";
     };
-    const string unknown = "There is neither a PNG nor a JPEG picture in ";
+    const string unknown = "There is no picture of a known kind in ";
     const string damaged = " picture in the content is damaged or too large";
     const string text = testing::TempDir() + "orvane-image-test.txt";
     std::ofstream(text) << "neither PNG nor JPEG";
@@ -94,6 +96,7 @@ TEST_F(ImageTest, AFailureSaysWhyAndKeepsOnlyTheBounds) {
         {[&] { image_->setContent(""); }, bytes("setContent", 0), ""},
         {[&] { image_->setContent("no picture"); }, bytes("setContent", 10), unknown},
         {[&] { image_->setContent("\xff\xd8\xff"); }, bytes("setContent", 3), "JPEG" + damaged},
+        {[&] { image_->setContent("GIF89a"); }, bytes("setContent", 6), "GIF" + damaged},
         {[&] { image_->setRawData("", 4, 4); }, bytes("setRawData", 0), ""},
         {[&] { image_->setRawData("abcd", -1, -1); }, bytes("setRawData", 4), ""},
         {[&] { image_->setRawData("abcd", 2000000000, 2000000000); }, bytes("setRawData", 4), ""},
@@ -129,6 +132,35 @@ TEST_F(ImageTest, AFailureSaysWhyAndKeepsOnlyTheBounds) {
                       "ERROR: QuartzImage::setPath '" + address + "'. file not found\n", reason);
     }
     std::filesystem::remove(text);
+}
+
+// In the background; what is shown stays until the picture of the last call has arrived.
+TEST_F(ImageTest, LoadsWhatWasAskedForLast) {
+    const auto finish = [&] {
+        while (image_->getState() == ImageState::Pending) {
+            platform::drainMainQueue(std::chrono::milliseconds(100));
+        }
+        return image_->getState();
+    };
+    image_->setContent(png_);
+    image_->load("/nonexistent");
+    EXPECT_EQ(image_->getState(), ImageState::Pending);
+    EXPECT_EQ(finish(), ImageState::Failed);
+    EXPECT_EQ(image_->getBounds(), Box(0, 0, 4, 3));
+    EXPECT_FALSE(isEmpty());
+    image_->load("file://" + file_);
+    image_->load("data:;base64," + kJpeg);
+    image_->load(ORVANE_TEST_CORPUS "/svg/square.svg");
+    EXPECT_EQ(finish(), ImageState::Loaded);
+    while (platform::drainMainQueue(std::chrono::milliseconds(50))) {
+    }
+    EXPECT_EQ(image_->getBounds(), Box(0, 0, 8, 4));
+    image_->load("file://" + file_);
+    image_->setContent("");
+    while (platform::drainMainQueue(std::chrono::milliseconds(50))) {
+    }
+    EXPECT_EQ(image_->getState(), ImageState::Failed);
+    EXPECT_TRUE(isEmpty());
 }
 
 TEST(QuartzUtilsTest, DecodesBase64FromAnOffset) {
