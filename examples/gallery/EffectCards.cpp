@@ -82,7 +82,7 @@ void drawShadows(ContainerObject& inside) {
     glow->setTextSize(34);
     glow->setContent("Glow");
     glow->setX(150);
-    glow->setY(150);
+    glow->setY(178);
     glow->setFillColor(palette::violet);
     glow->setShadow({0, 0, 14, 0xFFB79CFF});
     inside.add(glow);
@@ -165,7 +165,8 @@ void drawGradientStrokes(ContainerObject& inside) {
     const auto dashes = DisplayFactory::createCircle();
     dashes->set(162, 60, 40);
     dashes->setFillColor(255U, 255U, 255U, ~0U);
-    dashes->setStrokeGradient(colored<RadialGradient>({palette::coral, palette::violet}));
+    dashes->setStrokeGradient(
+        colored<ConicGradient>({palette::coral, palette::violet, palette::coral}));
     dashes->setStrokeWidth(12);
     dashes->setStrokeDashArray({14, 8});
     inside.add(dashes);
@@ -209,7 +210,7 @@ void drawTogether(ContainerObject& inside) {
     text->setTextSize(22);
     text->setContent("Glass");
     text->setX(104);
-    text->setY(116);
+    text->setY(138);
     text->setFillColor(palette::ink);
     inside.add(text);
 }
