@@ -90,8 +90,8 @@ void drawClippedImage(ContainerObject& inside) {
 }
 
 void drawDrawing(ContainerObject& inside) {
-    // The same drawing at three sizes, each rendered for its own; one in a single color.
-    const float scales[] = {0.35F, 0.6F, 1.1F};
+    // The same drawing at three sizes, each rendered for its own, and a picture in a single color.
+    const float scales[] = {0.3F, 0.5F, 0.9F};
     float x = 22;
     for (const float scale : scales) {
         const auto drawing = DisplayFactory::createImage();
@@ -102,7 +102,7 @@ void drawDrawing(ContainerObject& inside) {
         x += 120 * scale + 10;
     }
     const auto tinted = DisplayFactory::createImage();
-    tinted->setPath(pathOf("emblem.svg"));
+    tinted->setPath(pathOf("face.png"));
     tinted->setTint(palette::violet);
     tinted->translate(36, 56);
     tinted->scale(0.5F, 0.5F);

@@ -215,6 +215,7 @@ protected:
     // While one of these exists, what is painted spreads so far, in screen coordinates.
     class EffectScope {
     public:
+        // In points, in addition to that of scopes around this one.
         explicit EffectScope(double reach) : reach_(static_cast<float>(reach)) {
             s_paintedReach += reach_;
         }
