@@ -33,12 +33,6 @@ public:
     float getBlur() const;
 
 protected:
-    // Paints an object that has effects, of which paint() knows nothing. `rect` is the dirty part
-    // of its ink, in screen coordinates.
-    virtual void paintWithEffects(const geometry::Rect<double>& rect);
-    // The bracket of canvas operations, for a rectangle that the object touches.
-    void paint(const geometry::Rect<double>& rect);
-
     // Saves the state of the canvas.
     virtual void storeState() = 0;
     // Restricts the clip. It is called before applyTransform, so the clip is in the parent's
@@ -51,6 +45,12 @@ protected:
     virtual void doValidate(const geometry::Rect<double>& rect);
     // Restores the state that storeState saved.
     virtual void restoreState() = 0;
+
+    // Paints an object that has effects, of which paint() knows nothing. `rect` is the dirty part
+    // of its ink, in screen coordinates.
+    virtual void paintWithEffects(const geometry::Rect<double>& rect);
+    // The bracket of canvas operations, for a rectangle that the object touches.
+    void paint(const geometry::Rect<double>& rect);
 
     // Calls storeState, and restoreState at the end of the scope, also when painting throws: the
     // canvas of a view lives longer than the pass.
