@@ -140,7 +140,8 @@ RowText Tree::describe(const Node& node) {
                 detail += " and " + std::to_string(objects.size() - 1) + " more";
             }
         }
-        return {commons::className(typeid(*layer)), std::move(detail), {}, !layer->isHidden()};
+        const DisplayLayer& shown = *layer;
+        return {commons::className(typeid(shown)), std::move(detail), {}, !layer->isHidden()};
     }
     return {"gone", {}, {}, false};
 }
