@@ -80,6 +80,9 @@ ExitCode GTKHost::run() {
     placeWindow();
     if (options_.inspects) {
         inspector_.emplace(options_, content_);
+        if (!inspector_->isOpen()) {
+            return ExitCode::CannotDo;
+        }
     }
     g_main_loop_run(loop_.get());
     keepWindowState();

@@ -19,6 +19,8 @@ public:
     GTKInspector(const GTKInspector&) = delete;
     GTKInspector& operator=(const GTKInspector&) = delete;
 
+    // Whether there is an inspector.
+    bool isOpen() const { return inspector_ != nullptr; }
     // Whether the window shows everything.
     bool isShown() const;
     bool writePNG(const std::string& path) const { return content_.writePNG(path); }

@@ -65,6 +65,9 @@ ExitCode OffscreenHost::run() {
     if (options_.inspects) {
         inspectorWindow_.emplace(kInspectorSize, window_.backingScaleFactor());
         inspector_ = openInspector(options_, window_, *inspectorWindow_);
+        if (!inspector_) {
+            return ExitCode::CannotDo;
+        }
     }
     if (!options_.frames.empty()) {
         return writeFrames();

@@ -32,6 +32,9 @@ namespace {
 constexpr double kRefreshSeconds = 0.1;
 // The frames of this time are one point of the plot of frames a second.
 constexpr double kRateSeconds = 0.5;
+// A tree with so many lines is listed less often, because that takes longer than a frame.
+constexpr std::size_t kManyRows = 20000;
+constexpr unsigned kRefreshesOfManyRows = 10;
 constexpr double kGap = 10;
 
 std::string formatNumber(const char* form, double value) {
@@ -196,7 +199,9 @@ void InspectorWindow::refresh() {
     if (!wanted_.empty()) {
         chooseWanted();
     }
-    showTree();
+    if (list_.getRows().size() < kManyRows || ++refreshes_ % kRefreshesOfManyRows == 0) {
+        showTree();
+    }
     panel_.show(propertiesOf(chosen_));
     overlay_.showHovered(frameOf(hovered_));
     const auto frame = frameOf(chosen_);

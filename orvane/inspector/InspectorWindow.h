@@ -62,6 +62,7 @@ private:
     std::string wanted_;  // chosen as soon as there is an object that matches
     Node chosen_;
     Node hovered_;
+    unsigned refreshes_ = 0;
 
     std::shared_ptr<Button> pick_;
     std::shared_ptr<Button> flashes_;

@@ -19,8 +19,9 @@ using display::DisplayObject;
 
 namespace {
 
-// Nodes above this depth are expanded at first.
+// Nodes above this depth are expanded at first, unless they have too many children.
 constexpr int kFirstDepth = 4;
+constexpr std::size_t kFirstChildren = 1000;
 
 // Numbers begin at 0, which is the key of no object.
 std::uint64_t keyOf(const DisplayObject& object) {
@@ -74,9 +75,10 @@ void Tree::reveal(const Node& node) {
     }
 }
 
-bool Tree::isExpanded(std::uint64_t key, int depth) const {
-    const auto found = expanded_.find(key);
-    return found != expanded_.end() ? found->second : depth < kFirstDepth;
+bool Tree::isExpanded(const Row& row, std::size_t children) const {
+    const auto found = expanded_.find(row.node.key);
+    return found != expanded_.end() ? found->second
+                                    : row.depth < kFirstDepth && children <= kFirstChildren;
 }
 
 template <typename Root, typename ChildrenOf>
@@ -92,8 +94,9 @@ std::vector<Row> Tree::listFrom(const Root& roots, ChildrenOf childrenOf) const 
         },
         [&](Element& node, int depth) {
             Row row{Node::of(std::static_pointer_cast<Element>(node.shared_from_this())), depth};
-            row.hasChildren = !childrenOf(node).empty();
-            row.isExpanded = row.hasChildren && (isFiltered() || isExpanded(row.node.key, depth));
+            const std::size_t children = childrenOf(node).size();
+            row.hasChildren = children != 0;
+            row.isExpanded = row.hasChildren && (isFiltered() || isExpanded(row, children));
             rows.push_back(std::move(row));
         });
     if (!isFiltered()) {

@@ -70,7 +70,7 @@ public:
 private:
     template <typename Root, typename ChildrenOf>
     std::vector<Row> listFrom(const Root& roots, ChildrenOf childrenOf) const;
-    bool isExpanded(std::uint64_t key, int depth) const;
+    bool isExpanded(const Row& row, std::size_t children) const;
 
     Kind kind_ = Kind::Objects;
     std::string filter_;
