@@ -279,7 +279,7 @@ void InspectorWindow::filter(const std::string& text) {
     showTree();
 }
 
-void InspectorWindow::choose(const Node& node, bool shows) {
+void InspectorWindow::choose(Node node, bool shows) {
     chosen_ = node;
     tree_.reveal(node);
     showTree();

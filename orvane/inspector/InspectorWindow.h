@@ -43,7 +43,8 @@ private:
     void showPlots();
     void chooseWanted();
     void filter(const std::string& text);
-    void choose(const Node& node, bool shows);
+    // By value: a row that changes in this function may own the argument.
+    void choose(Node node, bool shows);
     void hover(const Node& node);
     void setPicking(bool isPicking);
     void pick(platform::CGPoint point, bool isPressed);
