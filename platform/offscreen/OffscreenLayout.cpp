@@ -154,7 +154,7 @@ void OffscreenLayout::update(NSView& root, double time) {
 
 bool OffscreenLayout::place(NSView& view, const OffscreenPlace& superview, bool isMoved) {
     OffscreenPlace& place = OffscreenPlace::of(view);
-    const OffscreenExtent before = place;
+    const OffscreenExtent before = static_cast<const OffscreenExtent&>(place);
     const bool wasPlain = place.isPlain();
     const bool isSuperviewMoved = isMoved;
     const CALayerPresentation shown = view.layer()->presentation(time_);
