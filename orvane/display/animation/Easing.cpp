@@ -193,7 +193,7 @@ Easing Easing::spring(const Spring& spring) {
 }
 
 double Easing::operator()(double elapsed) const {
-    // The ends are exact, whatever the function returns there. Not a number counts as 0.
+    // The ends are exact: the function is not called there. Not a number counts as 0.
     if (!(elapsed > 0)) {
         return 0;
     }

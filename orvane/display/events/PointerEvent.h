@@ -15,8 +15,8 @@ enum class PointerButton { None, Left, Middle, Right, Back, Forward };
 
 // What the pointer does.
 enum class PointerPhase {
-    // The pointer is over the object, or is no longer. Sent to each object once, whatever it
-    // returns; an object contains its descendants.
+    // The pointer is over the object, or is no longer. Sent to each object once; the
+    // listener's result is ignored. An object contains its descendants.
     Enter,
     Leave,
     // The pointer moved.

@@ -38,7 +38,7 @@ public:
     double total() const { return offsetOf(count_); }
 
 private:
-    // A row of blocks cannot be split evenly for ever: a block has at most twice this many rows.
+    // A row of blocks cannot be split evenly forever: a block has at most twice this many rows.
     static constexpr std::size_t kBlock = 256;
 
     struct Block {
