@@ -290,7 +290,6 @@ void ValueAnimation::keep(Animatable& target, const std::vector<float>& keyFrame
     }
     if (attributeName_ == AttributeName::Opacity) {
         layer.setOpacity(keyFrame[0]);
-        fadeObjects(target, keyFrame[0]);
     } else {
         moveObjects(target, rest.inverse() * moved);
     }

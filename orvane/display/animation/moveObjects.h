@@ -12,8 +12,4 @@ class Animatable;
 // defines it.
 void moveObjects(Animatable& target, const geometry::Matrix& change);
 
-// Gives the object that owns a layer an opacity. Does nothing for a target that is no layer, and
-// for a layer that no object owns. The module graphics defines it.
-void fadeObjects(Animatable& target, double opacity);
-
 }  // namespace orvane::display::animation

@@ -63,12 +63,4 @@ void moveObjects(Animatable& target, const Matrix& change) {
     }
 }
 
-void fadeObjects(Animatable& target, double opacity) {
-    auto* const layer = dynamic_cast<DisplayLayer*>(&target);
-    if (const std::shared_ptr<DisplayObject> owner =
-            layer != nullptr ? layer->getOwner() : nullptr) {
-        owner->setOpacity(opacity);
-    }
-}
-
 }  // namespace orvane::display::animation
