@@ -214,8 +214,14 @@ void Overlay::resize(CGSize size) {
     root_->setFrame({{0, 0}, size});
 }
 
+// The part of an area in the window, so that all edges of an area that is larger are seen.
+auto Overlay::inWindow(const std::optional<CGRect>& rect) const -> Rects {
+    const CGRect part = rect ? intersection(*rect, root_->bounds()) : CGRect{};
+    return isEmpty(part) ? Rects{} : Rects{part};
+}
+
 void Overlay::showChosen(const std::optional<CGRect>& rect, const std::string& label) {
-    chosen_->show(rect ? Rects{*rect} : Rects{});
+    chosen_->show(inWindow(rect));
     if (rect) {
         label_->show(label, *rect, root_->frame().size);
     } else {
@@ -224,7 +230,7 @@ void Overlay::showChosen(const std::optional<CGRect>& rect, const std::string& l
 }
 
 void Overlay::showHovered(const std::optional<CGRect>& rect) {
-    hovered_->show(rect ? Rects{*rect} : Rects{});
+    hovered_->show(inWindow(rect));
 }
 
 void Overlay::showDamage(const Rects& rects) {

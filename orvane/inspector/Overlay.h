@@ -54,6 +54,8 @@ private:
     class Frames;
     class Label;
 
+    Rects inWindow(const std::optional<platform::CGRect>& rect) const;
+
     std::shared_ptr<Root> root_;
     std::unique_ptr<Frames> flashes_;
     std::unique_ptr<Frames> borders_;
