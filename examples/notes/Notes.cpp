@@ -302,7 +302,8 @@ private:
         if (dialog_) {
             display_->remove(dialog_->object);
         }
-        dialog_.emplace().id = id;
+        dialog_ = Dialog{};
+        dialog_->id = id;
         constexpr double kWidth = 440;
         constexpr double kHeight = 250;
         const auto size = display_->getScreenSize();

@@ -28,7 +28,6 @@ namespace orvane::driver {
 
 namespace {
 
-using display::DisplayObject;
 using platform::CGPoint;
 using platform::NSEvent;
 using platform::NSEventType;
