@@ -88,6 +88,10 @@ set(orvane_public_headers
     orvane/runtime/Main.h
     orvane/runtime/Runtime.h
     orvane/runtime/Timer.h
+    orvane/services/GeolocationRequest.h
+    orvane/services/GeolocationService.h
+    orvane/services/Position.h
+    orvane/services/ServiceFailure.h
     orvane/system/clipboard.h
     orvane/system/dialogs.h
     orvane/system/notifications.h
@@ -128,6 +132,7 @@ set(orvane_public_headers
     orvane/embedding/settle.h
     orvane/embedding/textOf.h
     orvane/runtime/init_orvane.h
+    orvane/services/families.h
     orvane/system/ScreenTypeView.h
     platform/appkit/NSAccessibility.h
     platform/appkit/NSAppearance.h

@@ -2,6 +2,7 @@
 
 #include <getopt.h>
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <string_view>
@@ -27,6 +28,7 @@ Starts every application library in DIRECTORY and shows what it displays.
   --watch            start the applications again when a library in DIRECTORY has been built
   --window-state FILE  open the window where and as large as FILE says, and keep FILE up to date
   --message FILE     show the text in FILE instead of the applications
+  --deny FAMILY,...  refuse the applications a family of services: geolocation
   --resources DIR    the resource folder, for this run only
   --snapshot FILE    write what is on screen to a PNG file, then exit
   --dump-tree        print the object tree and the layer tree, then exit
@@ -61,6 +63,7 @@ enum OptionCode {
     Watch,
     WindowState,
     Message,
+    Deny,
     Resources,
     Snapshot,
     At,
@@ -74,7 +77,7 @@ enum OptionCode {
     Version,
 };
 
-constexpr std::array<option, 20> longOptions{{
+constexpr std::array<option, 21> longOptions{{
     {"offscreen", no_argument, nullptr, Offscreen},
     {"size", required_argument, nullptr, Size},
     {"scale", required_argument, nullptr, Scale},
@@ -83,6 +86,7 @@ constexpr std::array<option, 20> longOptions{{
     {"watch", no_argument, nullptr, Watch},
     {"window-state", required_argument, nullptr, WindowState},
     {"message", required_argument, nullptr, Message},
+    {"deny", required_argument, nullptr, Deny},
     {"resources", required_argument, nullptr, Resources},
     {"snapshot", required_argument, nullptr, Snapshot},
     {"at", required_argument, nullptr, At},
@@ -117,6 +121,20 @@ std::optional<platform::CGSize> parseSize(std::string_view text) {
 std::optional<double> parsePositive(std::string_view text) {
     const auto number = parseNumber(text);
     return number && *number > 0 ? number : std::nullopt;
+}
+
+// Returns false if a name is unknown.
+bool storeFamilies(Options& options, std::string_view names) {
+    for (std::size_t comma = 0; comma != std::string_view::npos;) {
+        comma = names.find(',');
+        const auto family = services::familyNamed(names.substr(0, comma));
+        if (!family) {
+            return false;
+        }
+        options.denied.push_back(*family);
+        names.remove_prefix(std::min(comma, names.size() - 1) + 1);
+    }
+    return true;
 }
 
 // Stores the value of an option. Returns what is wrong with the value; empty if nothing is.
@@ -154,6 +172,11 @@ std::string store(Options& options, int code, const char* value) {
             break;
         case Message:
             options.message = value;
+            break;
+        case Deny:
+            if (!storeFamilies(options, value)) {
+                return "--deny needs families (" + services::familyNames() + "), joined by commas";
+            }
             break;
         case Resources:
             options.resources = value;

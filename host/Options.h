@@ -3,7 +3,9 @@
 #include <optional>
 #include <string>
 #include <variant>
+#include <vector>
 
+#include "orvane/services/families.h"
 #include "platform/coregraphics/CGGeometry.h"
 
 namespace orvane::host {
@@ -19,11 +21,12 @@ struct Options {
     std::string message;               // the file with a text to show instead; empty: none
     bool watch = false;
     bool inspects = false;
-    std::string inspected;     // what the inspector searches for at first; empty: nothing
-    std::string resources;     // empty: the user's own setting applies
-    std::string snapshot;      // the PNG file to write; empty: none
-    std::optional<double> at;  // seconds; empty: when nothing is left to paint
-    std::string events;        // the file of pointer events; empty: none
+    std::string inspected;  // what the inspector searches for at first; empty: nothing
+    std::vector<services::Family> denied;  // what applications may not use
+    std::string resources;                 // empty: the user's own setting applies
+    std::string snapshot;                  // the PNG file to write; empty: none
+    std::optional<double> at;              // seconds; empty: when nothing is left to paint
+    std::string events;                    // the file of pointer events; empty: none
     bool dumpTree = false;
     std::string trace;   // the file for the trace of the run; empty: none
     std::string frames;  // the directory for numbered PNGs; empty: none

@@ -132,5 +132,8 @@ int main(int argc, char** argv) {
     if (options.watch) {
         return static_cast<int>(Watch(options, {argv, argv + argc}).run());
     }
+    for (const services::Family family : options.denied) {
+        services::denyFamily(family);
+    }
     return static_cast<int>(runTraced(options));
 }

@@ -6,6 +6,7 @@
 #include <memory>
 #include <utility>
 
+#include "platform/foundation/AsyncCallback.h"
 #include "platform/foundation/NSLog.h"
 #include "platform/gtk/GTKFilePanel.h"
 
@@ -25,23 +26,6 @@ constexpr const char* kDaemonPath = "/org/freedesktop/Notifications";
 
 GdkClipboard* clipboard() {
     return gdk_display_get_clipboard(gdk_display_get_default());
-}
-
-// What a call of GIO needs when it has finished.
-template <typename Function>
-struct Pending {
-    Function finish;
-
-    // To be passed to an asynchronous function, with a Pending from `new`.
-    static void finished(GObject* source, GAsyncResult* result, void* self) {
-        const std::unique_ptr<Pending> pending(static_cast<Pending*>(self));
-        pending->finish(source, result);
-    }
-};
-
-template <typename Function>
-Pending<Function>* makePending(Function finish) {
-    return new Pending<Function>{std::move(finish)};
 }
 
 void logAndFree(const char* what, GError* error) {
@@ -105,19 +89,18 @@ bool GTKDesktop::copyPicture(const std::string& bytes) {
 }
 
 void GTKDesktop::pasteText(std::function<void(std::string)> completion) {
-    auto* const pending =
-        makePending([completion = std::move(completion)](GObject* source, GAsyncResult* result) {
-            char* const text =
-                gdk_clipboard_read_text_finish(GDK_CLIPBOARD(source), result, nullptr);
-            completion(text != nullptr ? text : "");
-            g_free(text);
-        });
-    gdk_clipboard_read_text_async(clipboard(), nullptr, &pending->finished, pending);
+    auto* const pending = makeAsyncCallback([completion = std::move(completion)](
+                                                GObject* source, GAsyncResult* result) {
+        char* const text = gdk_clipboard_read_text_finish(GDK_CLIPBOARD(source), result, nullptr);
+        completion(text != nullptr ? text : "");
+        g_free(text);
+    });
+    gdk_clipboard_read_text_async(clipboard(), nullptr, &pending->call, pending);
 }
 
 void GTKDesktop::pastePicture(std::function<void(std::string)> completion) {
-    auto* const pending =
-        makePending([completion = std::move(completion)](GObject* source, GAsyncResult* result) {
+    auto* const pending = makeAsyncCallback(
+        [completion = std::move(completion)](GObject* source, GAsyncResult* result) {
             GdkTexture* const texture =
                 gdk_clipboard_read_texture_finish(GDK_CLIPBOARD(source), result, nullptr);
             std::string picture;
@@ -130,7 +113,7 @@ void GTKDesktop::pastePicture(std::function<void(std::string)> completion) {
             }
             completion(std::move(picture));
         });
-    gdk_clipboard_read_texture_async(clipboard(), nullptr, &pending->finished, pending);
+    gdk_clipboard_read_texture_async(clipboard(), nullptr, &pending->call, pending);
 }
 
 // ---- dialogs and addresses ----
@@ -149,8 +132,8 @@ void GTKDesktop::runSavePanel(const NSFilePanel& panel,
 }
 
 void GTKDesktop::openURL(const std::string& url, std::function<void(bool)> completion) {
-    auto* const pending =
-        makePending([completion = std::move(completion), url](GObject*, GAsyncResult* result) {
+    auto* const pending = makeAsyncCallback(
+        [completion = std::move(completion), url](GObject*, GAsyncResult* result) {
             GError* error = nullptr;
             const bool isOpen = g_app_info_launch_default_for_uri_finish(result, &error) != FALSE;
             if (!isOpen) {
@@ -158,8 +141,7 @@ void GTKDesktop::openURL(const std::string& url, std::function<void(bool)> compl
             }
             completion(isOpen);
         });
-    g_app_info_launch_default_for_uri_async(url.c_str(), nullptr, nullptr, &pending->finished,
-                                            pending);
+    g_app_info_launch_default_for_uri_async(url.c_str(), nullptr, nullptr, &pending->call, pending);
 }
 
 // ---- notifications ----
@@ -202,8 +184,8 @@ void GTKDesktop::deliver(const NSUserNotification& notification, std::function<v
     g_free(text);
     // The daemon may answer after this object has gone.
     auto* const pending =
-        makePending([this, alive = std::weak_ptr<bool>(alive_), tag = notification.tag,
-                     pressed = std::move(pressed)](GObject* source, GAsyncResult* result) {
+        makeAsyncCallback([this, alive = std::weak_ptr<bool>(alive_), tag = notification.tag,
+                           pressed = std::move(pressed)](GObject* source, GAsyncResult* result) {
             GError* error = nullptr;
             GVariant* const reply =
                 g_dbus_connection_call_finish(G_DBUS_CONNECTION(source), result, &error);
@@ -220,7 +202,7 @@ void GTKDesktop::deliver(const NSUserNotification& notification, std::function<v
         });
     g_dbus_connection_call(connection, kDaemon, kDaemonPath, kDaemon, "Notify", arguments,
                            G_VARIANT_TYPE("(u)"), G_DBUS_CALL_FLAGS_NONE, -1, nullptr,
-                           &pending->finished, pending);
+                           &pending->call, pending);
 }
 
 void GTKDesktop::withdraw(const std::string& tag) {

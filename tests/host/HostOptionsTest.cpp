@@ -25,6 +25,7 @@ TEST_F(HostOptions, InvalidOptionsAreNamedInOneLine) {
         {{"--scale", "0", probe}, "'0'"},
         {{"--at", "-1", probe}, "'-1'"},
         {{"--at", "1s", probe}, "'1s'"},
+        {{"--deny", "geolocation,weather", probe}, "'geolocation,weather'"},
         {{"--frames", file("frames"), "--snapshot", file("a.png"), probe}, "--frames"},
         {{"--watch", "--offscreen", probe}, "--watch"},
         {{"--offscreen", "/no/such/folder"}, "/no/such/folder"},
