@@ -10,6 +10,8 @@
 
 namespace orvane::platform {
 
+class CanvasState;
+
 // A canvas that paints pixels: 32-bit words of premultiplied alpha, red, green and blue, with alpha
 // in bits 24 to 31 and the top row first. The y axis of user space is down, as in views.
 //
@@ -76,8 +78,7 @@ public:
                    double opacity) override;
 
 private:
-    class Rasterizer;
-    std::unique_ptr<Rasterizer> rasterizer_;
+    std::unique_ptr<CanvasState> canvas_;
 };
 
 }  // namespace orvane::platform
