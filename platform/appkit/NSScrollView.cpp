@@ -2,32 +2,22 @@
 
 #include <algorithm>
 #include <cmath>
-#include <string_view>
 #include <utility>
 
 #include "platform/appkit/NSEvent.h"
 #include "platform/appkit/NSPanGestureRecognizer.h"
 #include "platform/appkit/NSResponders.h"
-#include "platform/appkit/NSScroller.h"
+#include "platform/appkit/NSScrollBars.h"
 #include "platform/appkit/NSWindow.h"
+#include "platform/appkit/roundToPixel.h"
 #include "platform/foundation/NSLog.h"
 #include "platform/quartzcore/CAMediaTime.h"
 
 namespace orvane::platform {
 
+using enum NSScrollDirection;
+
 namespace {
-
-using Pace = NSScrollAxis::Pace;
-
-// A page of the keyboard leaves so much of the previous one visible.
-constexpr double kPageShare = 0.875;
-// Slower than this, in points per second, the content stays where it is released; with paging, it
-// goes back to the nearest page.
-constexpr double kLeastFling = 60;
-constexpr double kPageFling = 250;
-// How long bars are shown after the last movement, and how long they fade, in seconds.
-constexpr double kBarsShown = 1;
-constexpr double kBarsFade = 0.3;
 
 bool isFinite(CGPoint point) {
     return std::isfinite(point.x) && std::isfinite(point.y);
@@ -55,6 +45,7 @@ std::shared_ptr<NSScrollView> NSScrollView::create() {
     struct Created : NSScrollView {};
     const std::shared_ptr<NSScrollView> view = std::make_shared<Created>();
     view->addRecognizers();
+    view->addBars();
     return view;
 }
 
@@ -66,14 +57,14 @@ void NSScrollView::addRecognizers() {
     Pan::Handler pan;
     pan.pressed = [lock](CGPoint, double) {
         const auto view = lock();
-        if (!view || (view->axis(Horizontal).limit() <= 0 && view->axis(Vertical).limit() <= 0)) {
+        if (!view || view->maximumOffset() == CGPoint{}) {
             return Pan::Start::Never;
         }
-        return view->pointerPressed() ? Pan::Start::AtOnce : Pan::Start::AtDistance;
+        return view->pressStopsFling() ? Pan::Start::AtOnce : Pan::Start::AtDistance;
     };
     pan.shouldBegin = [lock](CGPoint way) {
         const auto view = lock();
-        return view && view->canDrag(way);
+        return view && view->motion_.canDrag(way);
     };
     pan.began = [lock] {
         if (const auto view = lock()) {
@@ -91,11 +82,9 @@ void NSScrollView::addRecognizers() {
         }
     };
     addGestureRecognizer(std::make_shared<Pan>(std::move(pan)));
-    addBar(Horizontal);
-    addBar(Vertical);
 }
 
-void NSScrollView::addBar(Direction direction) {
+void NSScrollView::addBars() {
     const std::weak_ptr<NSView> self = weak_from_this();
     // Calls a function of the view, if the view still exists.
     const auto call = [self](auto function, auto... arguments) {
@@ -103,31 +92,30 @@ void NSScrollView::addBar(Direction direction) {
             ((*view).*function)(arguments...);
         }
     };
-    NSScroller::Handler bar;
-    bar.grasped = [call](bool isHeld) { call(&NSScrollView::holdKnob, isHeld); };
-    bar.dragged = [call, direction](double way) { call(&NSScrollView::dragKnob, direction, way); };
-    bar.paged = [call, direction](bool isAfter) {
+    NSScrollBars::Handler bars;
+    bars.grasped = [call](bool isHeld) { call(&NSScrollView::holdKnob, isHeld); };
+    bars.dragged = [call](Direction direction, double way) {
+        call(&NSScrollView::dragKnob, direction, way);
+    };
+    bars.paged = [call](Direction direction, bool isAfter) {
         call(&NSScrollView::turnPage, direction, isAfter);
     };
-    bar.hovered = [call, direction](bool isOver) {
+    bars.hovered = [call](Direction direction, bool isOver) {
         call(&NSScrollView::openBar, direction, isOver);
     };
-    bars_[direction] = NSScroller::create(direction == Vertical, std::move(bar));
-    bars_[direction]->setHidden(true);
-    addSubview(bars_[direction]);
+    bars_ = std::make_unique<NSScrollBars>(*this, motion_, bars);
 }
 
 void NSScrollView::setFrame(const CGRect& frame) {
     const bool isResized = frame.size != bounds().size;
-    const std::array<double, 2> pages{axes_[0].pageAt(axes_[0].target()),
-                                      axes_[1].pageAt(axes_[1].target())};
+    const CGPoint pages = motion_.targetPages();
     NSView::setFrame(frame);
     if (!isResized) {
         return;
     }
     extentsDidChange();
-    if (paging_ && hold_ == Hold::Nobody) {
-        setContentOffset({axes_[0].pageOffset(pages[0]), axes_[1].pageOffset(pages[1])}, false);
+    if (isPaging() && hold_ == Hold::Nobody) {
+        setContentOffset(motion_.offsetOfPages(pages), false);
     }
 }
 
@@ -136,8 +124,8 @@ void NSScrollView::viewDidMoveToWindow() {
     if (window() == nullptr) {
         // Nothing will end the gesture that holds the content.
         hold_ = Hold::Nobody;
-        isBarOpen_ = {};
-        stop();
+        bars_->close();
+        motion_.stop();
         motionDidChange();
     }
 }
@@ -187,28 +175,27 @@ void NSScrollView::setDocumentFrame(const CGRect& frame) {
 }
 
 void NSScrollView::setScrollable(bool horizontally, bool vertically) {
-    const bool moved = axis(Horizontal).setEnabled(horizontally);
-    if (axis(Vertical).setEnabled(vertically) || moved) {
+    if (motion_.setEnabled(horizontally, vertically)) {
         offsetDidChange();
     }
 }
 
 void NSScrollView::setPaging(bool paging) {
-    paging_ = paging;
+    motion_.setPaging(paging);
 }
 
 // ---- the offset ----
 
 CGPoint NSScrollView::contentOffset() const {
-    return {axis(Horizontal).offset(), axis(Vertical).offset()};
+    return motion_.offset();
 }
 
 CGPoint NSScrollView::maximumOffset() const {
-    return {axis(Horizontal).limit(), axis(Vertical).limit()};
+    return motion_.limit();
 }
 
 CGPoint NSScrollView::targetOffset() const {
-    return {axis(Horizontal).target(), axis(Vertical).target()};
+    return motion_.target();
 }
 
 void NSScrollView::setContentOffset(CGPoint offset, bool animated) {
@@ -217,15 +204,12 @@ void NSScrollView::setContentOffset(CGPoint offset, bool animated) {
         return;
     }
     if (animated) {
-        const double now = CACurrentMediaTime();
-        axis(Horizontal).glideTo(offset.x, now, Pace::Gentle);
-        axis(Vertical).glideTo(offset.y, now, Pace::Gentle);
+        motion_.glideTo(offset, CACurrentMediaTime());
         motionDidChange();
         return;
     }
     const CGPoint before = contentOffset();
-    axis(Horizontal).jumpTo(offset.x);
-    axis(Vertical).jumpTo(offset.y);
+    motion_.jumpTo(offset);
     if (contentOffset() != before) {
         offsetDidChange();
     }
@@ -237,14 +221,7 @@ void NSScrollView::scrollRectToVisible(const CGRect& rect, bool animated) {
         NSLog("NSScrollView: a rectangle that is not finite cannot be made visible");
         return;
     }
-    const CGRect wanted = standardized(rect);
-    const auto shown = [this](Direction direction, double start, double length) {
-        const double from = axis(direction).target();
-        const double room = axis(direction).visible() - length;
-        return std::min(std::max(from, start - std::max(room, 0.0)), start);
-    };
-    const CGPoint offset{shown(Horizontal, wanted.origin.x, wanted.size.width),
-                         shown(Vertical, wanted.origin.y, wanted.size.height)};
+    const CGPoint offset = motion_.offsetToShow(standardized(rect));
     if (offset != targetOffset()) {
         setContentOffset(offset, animated);
     }
@@ -275,118 +252,46 @@ void NSScrollView::insertContentBefore(CGSize extent) {
     }
     contentSize_ = {std::max(contentSize_.width + extent.width, 0.0),
                     std::max(contentSize_.height + extent.height, 0.0)};
-    axis(Horizontal).insertBefore(extent.width);
-    axis(Vertical).insertBefore(extent.height);
+    motion_.insertBefore(extent);
     extentsDidChange();
     offsetDidChange();
 }
 
 // ---- motion ----
 
-bool NSScrollView::isMoving() const {
-    return axis(Horizontal).isMoving() || axis(Vertical).isMoving();
-}
-
-void NSScrollView::stop() {
-    axis(Horizontal).stop();
-    axis(Vertical).stop();
-}
-
 void NSScrollView::step(double time) {
     const std::shared_ptr<NSView> self = shared_from_this();
     const CGPoint before = contentOffset();
-    axis(Horizontal).step(time);
-    axis(Vertical).step(time);
+    motion_.step(time);
     if (contentOffset() != before) {
         offsetDidChange();
-        showBars(time);
+        bars_->show(time);
     }
-    fadeBars(time);
+    if (hold_ != Hold::Knob) {
+        bars_->fade(time);
+    }
     motionDidChange();
 }
 
 CGPoint NSScrollView::moveBy(CGPoint delta) {
-    const CGPoint before = contentOffset();
-    if (delta.x != 0) {
-        axis(Horizontal).jumpTo(before.x + delta.x);
-    }
-    if (delta.y != 0) {
-        axis(Vertical).jumpTo(before.y + delta.y);
-    }
-    const CGPoint after = contentOffset();
-    if (after != before) {
+    const CGPoint moved = motion_.moveBy(delta);
+    if (moved != CGPoint{}) {
         offsetDidChange();
     }
-    return {after.x - before.x, after.y - before.y};
-}
-
-CGPoint NSScrollView::moveByWheel(CGPoint delta, double time) {
-    const auto moved = [this, time](Direction direction, double by) {
-        if (by == 0 || !axis(direction).canMove(by)) {
-            return 0.0;
-        }
-        if (paging_) {
-            return turnPages(direction, by, time);
-        }
-        const double from = axis(direction).target();
-        axis(direction).glideTo(from + by, time, Pace::Quick);
-        return axis(direction).target() - from;
-    };
-    const CGPoint used{moved(Horizontal, delta.x), moved(Vertical, delta.y)};
-    motionDidChange();
-    return used;
-}
-
-// A notch turns one page. Further notches count when that page has mostly appeared.
-double NSScrollView::turnPages(Direction direction, double delta, double time) {
-    NSScrollAxis& line = axis(direction);
-    double& turned = pageWheel_[direction];
-    if (std::abs(line.target() - line.offset()) > line.visible() / 4) {
-        turned = 0;
-        return delta;
-    }
-    turned = turned * delta < 0 ? delta : turned + delta;
-    if (std::abs(turned) >= kNSScrollNotch * 0.99) {
-        const double page = line.pageAt(line.target()) + (turned > 0 ? 1 : -1);
-        line.glideTo(line.pageOffset(page), time, Pace::Gentle);
-        turned = 0;
-    }
-    return delta;
+    return moved;
 }
 
 void NSScrollView::hold(Hold holder) {
-    stop();
+    motion_.stop();
     hold_ = holder;
     motionDidChange();
 }
 
 void NSScrollView::release(CGPoint velocity, double time) {
     hold_ = Hold::Nobody;
-    const auto fling = [this, time](Direction direction, double speed) {
-        if (paging_) {
-            comeToRestAtPage(direction, speed, time);
-        } else if (std::abs(speed) >= kLeastFling && axis(direction).canMove(speed)) {
-            axis(direction).fling(speed, time);
-        }
-    };
-    fling(Horizontal, velocity.x);
-    fling(Vertical, velocity.y);
-    showBars(time);
+    motion_.release(velocity, time);
+    bars_->show(time);
     motionDidChange();
-}
-
-void NSScrollView::comeToRestAtPage(Direction direction, double velocity, double time) {
-    NSScrollAxis& line = axis(direction);
-    if (line.visible() <= 0) {
-        return;
-    }
-    const double place = line.offset() / line.visible();
-    double page = line.pageAt(line.offset());
-    if (std::abs(velocity) >= kPageFling) {
-        page = velocity > 0 ? std::floor(place) + 1 : std::max(std::ceil(place) - 1, 0.0);
-        line.fling(velocity, time);  // the glide takes the velocity over
-    }
-    line.glideTo(line.pageOffset(page), time, Pace::Gentle);
 }
 
 // ---- input ----
@@ -402,7 +307,7 @@ bool NSScrollView::scrollWheel(const NSEvent& event) {
     }
     const bool isTouchpad = event.phase != NSEventPhase::None;
     if (event.phase == NSEventPhase::Began) {
-        stop();
+        motion_.stop();
         fingers_.reset();
         fingers_.add({}, event.timestamp);
     }
@@ -410,7 +315,8 @@ bool NSScrollView::scrollWheel(const NSEvent& event) {
     if (isTouchpad || event.hasPreciseScrollingDeltas) {
         used = moveBy(delta);
     } else {
-        used = moveByWheel(delta, event.timestamp);
+        used = motion_.moveByWheel(delta, event.timestamp);
+        motionDidChange();
     }
     const bool isUsed = used.x != 0 || used.y != 0;
     if (isUsed) {
@@ -454,9 +360,9 @@ void NSScrollView::takeKeyboard() {
 bool NSScrollView::pointerEvent(const NSEvent& event) {
     if (event.type == NSEventType::MouseMoved) {
         const CGPoint point = convertPointFromWindow(event.locationInWindow);
-        showBars(CACurrentMediaTime());
+        bars_->show(CACurrentMediaTime());
         for (const Direction direction : {Horizontal, Vertical}) {
-            openBar(direction, isNearBar(direction, point));
+            openBar(direction, bars_->isNear(direction, point));
         }
     } else if (event.type == NSEventType::MouseExited) {
         openBar(Horizontal, false);
@@ -470,92 +376,37 @@ bool NSScrollView::acceptsFirstResponder() const {
 }
 
 bool NSScrollView::keyDown(const NSEvent& event) {
-    const bool shift = (event.modifierFlags & kNSEventModifierShift) != 0;
     if ((event.modifierFlags & ~unsigned{kNSEventModifierShift}) != 0) {
         return false;
     }
-    std::string_view key = event.key;
-    if (key.starts_with("KP_")) {
-        key.remove_prefix(3);
-    }
-    // Pages, and the two ends, are those of the direction in which the content is read.
-    const Direction along =
-        axis(Vertical).limit() > 0 || axis(Horizontal).limit() <= 0 ? Vertical : Horizontal;
-    constexpr double toTheEnd = 1e18;
-    struct Way {
-        Direction direction;
-        double distance;
-    };
-    const auto wayOf = [&]() -> Way {
-        const double page = axis(along).visible() * kPageShare;
-        if (key == "Left" || key == "Right") {
-            return {Horizontal, key == "Left" ? -kNSScrollNotch : kNSScrollNotch};
-        }
-        if (key == "Up" || key == "Down") {
-            return {Vertical, key == "Up" ? -kNSScrollNotch : kNSScrollNotch};
-        }
-        if (key == "Page_Up" || key == "Prior" || (key == "space" && shift)) {
-            return {along, -page};
-        }
-        if (key == "Page_Down" || key == "Next" || key == "space") {
-            return {along, page};
-        }
-        if (key == "Home") {
-            return {along, -toTheEnd};
-        }
-        return {along, key == "End" ? toTheEnd : 0};
-    };
-    const auto [direction, distance] = wayOf();
-    NSScrollAxis& line = axis(direction);
-    if (distance == 0 || !line.canMove(distance)) {
+    const std::shared_ptr<NSView> self = shared_from_this();
+    if (!motion_.moveByKey(event.key, event.modifierFlags != 0, event.timestamp)) {
         return false;
     }
-    const std::shared_ptr<NSView> self = shared_from_this();
-    if (paging_ && std::abs(distance) < toTheEnd) {
-        turnPage(direction, distance > 0);
-    } else {
-        line.glideTo(line.target() + distance, event.timestamp, Pace::Quick);
-        motionDidChange();
-    }
+    motionDidChange();
     return true;
 }
 
-// Shows the next page, or the one before.
 void NSScrollView::turnPage(Direction direction, bool forward) {
-    NSScrollAxis& line = axis(direction);
-    const double way = forward ? 1 : -1;
-    if (paging_) {
-        line.glideTo(line.pageOffset(line.pageAt(line.target()) + way), CACurrentMediaTime(),
-                     Pace::Gentle);
-    } else {
-        line.glideTo(line.target() + way * line.visible() * kPageShare, CACurrentMediaTime(),
-                     Pace::Quick);
-    }
+    motion_.turnPage(direction, forward, CACurrentMediaTime());
     motionDidChange();
 }
 
 // Returns whether the press takes hold of the content at once: it stops a fling, and is nothing
 // else then.
-bool NSScrollView::pointerPressed() {
-    const bool isFlung = axis(Horizontal).isFlung() || axis(Vertical).isFlung();
+bool NSScrollView::pressStopsFling() {
+    const bool isFlung = motion_.isFlung();
     if (isFlung) {
-        stop();
+        motion_.stop();
     }
     return isFlung;
 }
 
-bool NSScrollView::canDrag(CGPoint way) const {
-    const bool across = std::abs(way.x) > std::abs(way.y);
-    const auto canMove = [&](Direction direction) {
-        return axis(direction).canMove(direction == Vertical ? -way.y : -way.x);
-    };
-    if (canMove(across ? Horizontal : Vertical)) {
-        return true;
+// The knob stays under the pointer that holds it.
+void NSScrollView::openBar(Direction direction, bool isOpen) {
+    if (hold_ != Hold::Knob && bars_->setOpen(direction, isOpen, CACurrentMediaTime())) {
+        motionDidChange();
     }
-    // A diagonal drag may go in the other direction.
-    const double least = std::min(std::abs(way.x), std::abs(way.y));
-    const double most = std::max(std::abs(way.x), std::abs(way.y));
-    return least > most / 2 && canMove(across ? Vertical : Horizontal);
 }
 
 void NSScrollView::holdKnob(bool isHeld) {
@@ -567,39 +418,33 @@ void NSScrollView::holdKnob(bool isHeld) {
 }
 
 void NSScrollView::dragKnob(Direction direction, double way) {
-    const double travel = trackLength(direction) - knobLength(direction);
-    if (travel > 0) {
-        const double delta = way / travel * axis(direction).limit();
-        moveBy(direction == Vertical ? CGPoint{0, delta} : CGPoint{delta, 0});
-    }
+    const double delta = bars_->contentWay(direction, way);
+    moveBy(direction == Vertical ? CGPoint{0, delta} : CGPoint{delta, 0});
 }
 
 // ---- what follows from changes ----
 
 void NSScrollView::extentsDidChange() {
-    const CGSize visible = bounds().size;
-    const bool moved = axis(Horizontal).setLengths(contentSize_.width, visible.width);
-    if (axis(Vertical).setLengths(contentSize_.height, visible.height) || moved) {
+    if (motion_.setLengths(contentSize_, bounds().size)) {
         offsetDidChange();
     } else {
         placeDocument();
-        placeBars();
+        bars_->place();
     }
 }
 
 void NSScrollView::offsetDidChange() {
     placeDocument();
-    showBars(CACurrentMediaTime());
-    placeBars();
+    bars_->show(CACurrentMediaTime());
+    bars_->place();
     if (delegate_ != nullptr) {
         delegate_->scrollViewDidScroll(*this);
     }
 }
 
 void NSScrollView::motionDidChange() {
-    const bool isScrolling = hold_ != Hold::Nobody || isMoving();
-    const bool isFading = areBarsShown_ && !isBarOpen_[Horizontal] && !isBarOpen_[Vertical];
-    setNeedsFrames(isMoving() || isFading);
+    const bool isScrolling = hold_ != Hold::Nobody || motion_.isMoving();
+    setNeedsFrames(motion_.isMoving() || bars_->isFading());
     if (isScrolling_ != isScrolling) {
         isScrolling_ = isScrolling;
         if (delegate_ != nullptr) {
@@ -607,11 +452,6 @@ void NSScrollView::motionDidChange() {
                         : delegate_->scrollViewDidEndScrolling(*this);
         }
     }
-}
-
-double NSScrollView::roundToPixel(double length) const {
-    const double scale = window() != nullptr ? window()->backingScaleFactor() : 1;
-    return std::round(length * scale) / scale;
 }
 
 void NSScrollView::placeDocument() {
@@ -623,96 +463,11 @@ void NSScrollView::placeDocument() {
                                            {std::max(contentSize_.width, visible.width),
                                             std::max(contentSize_.height, visible.height)}}
                                   : documentFrame_;
-    // On whole pixels, so that the compositor copies pixels as they are.
-    frame.origin = {roundToPixel(frame.origin.x - axis(Horizontal).offset()),
-                    roundToPixel(frame.origin.y - axis(Vertical).offset())};
+    const CGPoint offset = contentOffset();
+    frame.origin = {roundToPixel(frame.origin.x - offset.x, *this),
+                    roundToPixel(frame.origin.y - offset.y, *this)};
     if (document_->frame() != frame) {
         document_->setFrame(frame);
-    }
-}
-
-// ---- bars ----
-
-double NSScrollView::trackLength(Direction direction) const {
-    const Direction other = direction == Vertical ? Horizontal : Vertical;
-    const double corner = axis(other).limit() > 0 ? NSScroller::kBreadth : 0;
-    return std::max(axis(direction).visible() - corner, 0.0);
-}
-
-double NSScrollView::knobLength(Direction direction) const {
-    const double track = trackLength(direction);
-    const NSScrollAxis& line = axis(direction);
-    const double share = line.content() > 0 ? line.visible() / line.content() : 1;
-    return std::min(std::max(std::round(track * share), NSScroller::kShortest), track);
-}
-
-void NSScrollView::placeBars() {
-    for (const Direction direction : {Horizontal, Vertical}) {
-        const std::shared_ptr<NSScroller>& bar = bars_[direction];
-        const NSScrollAxis& line = axis(direction);
-        const bool isShown = areBarsShown_ && line.limit() > 0;
-        bar->setHidden(!isShown);
-        if (!isShown) {
-            continue;
-        }
-        const double length = knobLength(direction);
-        const double start =
-            roundToPixel((trackLength(direction) - length) * line.offset() / line.limit());
-        bar->place(trackFrame(direction), start, length, isBarOpen_[direction]);
-    }
-}
-
-CGRect NSScrollView::trackFrame(Direction direction) const {
-    const CGSize size = bounds().size;
-    constexpr double breadth = NSScroller::kBreadth;
-    const double length = trackLength(direction);
-    return direction == Vertical ? CGRect{{size.width - breadth, 0}, {breadth, length}}
-                                 : CGRect{{0, size.height - breadth}, {length, breadth}};
-}
-
-bool NSScrollView::isNearBar(Direction direction, CGPoint point) const {
-    const CGRect track = trackFrame(direction);
-    return axis(direction).limit() > 0 && point.x >= track.origin.x && point.y >= track.origin.y &&
-           point.x < track.origin.x + track.size.width &&
-           point.y < track.origin.y + track.size.height;
-}
-
-// An open bar does not fade. The knob stays under the pointer that holds it.
-void NSScrollView::openBar(Direction direction, bool isOpen) {
-    if (isBarOpen_[direction] == isOpen || hold_ == Hold::Knob) {
-        return;
-    }
-    isBarOpen_[direction] = isOpen;
-    showBars(CACurrentMediaTime());
-    placeBars();
-    motionDidChange();
-}
-
-void NSScrollView::showBars(double time) {
-    if (maximumOffset() == CGPoint{}) {
-        return;
-    }
-    barsShownAt_ = time;
-    if (!std::exchange(areBarsShown_, true)) {
-        placeBars();
-    }
-    for (const std::shared_ptr<NSScroller>& bar : bars_) {
-        bar->layer()->setOpacity(1);
-    }
-    setNeedsFrames(true);
-}
-
-void NSScrollView::fadeBars(double time) {
-    if (!areBarsShown_ || hold_ == Hold::Knob || isBarOpen_[Horizontal] || isBarOpen_[Vertical]) {
-        return;
-    }
-    const double faded = (time - barsShownAt_ - kBarsShown) / kBarsFade;
-    for (const std::shared_ptr<NSScroller>& bar : bars_) {
-        bar->layer()->setOpacity(std::clamp(1 - faded, 0.0, 1.0));
-    }
-    if (faded >= 1) {
-        areBarsShown_ = false;
-        placeBars();
     }
 }
 

@@ -1,21 +1,20 @@
 #pragma once
 
-#include <array>
 #include <functional>
 #include <memory>
 
 #include "orvane/commons/Export.h"
-#include "platform/appkit/NSScrollAxis.h"
+#include "platform/appkit/NSScrollMotion.h"
 #include "platform/appkit/NSVelocityTracker.h"
 #include "platform/appkit/NSView.h"
 
 namespace orvane::platform {
 
-class NSScroller;
+class NSScrollBars;
 class NSScrollView;
 
-// Is told what a scroll view does. Called on the main thread; it may change the scroll view and the
-// view tree.
+// Notified of what a scroll view does. Called on the main thread; it may change the scroll view and
+// the view tree.
 class ORVANE_EXPORT NSScrollViewDelegate {
 public:
     virtual ~NSScrollViewDelegate() = default;
@@ -50,7 +49,8 @@ public:
 // Keys go to the scroll view that was pressed or scrolled last. A wheel takes the keyboard from
 // another scroll view, but never from a view that the user may be typing in.
 //
-// All motion is a function of the media time that the window passes to step(). Numbers that are not
+// All motion is a function of the media time that the window passes to step(): NSScrollMotion
+// computes it, and NSScrollBars shows where the content is. Numbers that are not
 // finite, and negative sizes, are refused with a line in the log. Main thread only.
 class ORVANE_EXPORT NSScrollView : public NSView {
 public:
@@ -76,7 +76,7 @@ public:
     // With paging, the content comes to rest where a multiple of the view's size is visible, or the
     // end of the content. False at first.
     void setPaging(bool paging);
-    bool isPaging() const { return paging_; }
+    bool isPaging() const { return motion_.isPaging(); }
 
     // ---- the offset ----
     CGPoint contentOffset() const;
@@ -113,33 +113,22 @@ protected:
     NSScrollView();
 
 private:
-    enum Direction : std::size_t { Horizontal, Vertical };
+    using Direction = NSScrollDirection;
     // Who holds the content.
     enum class Hold { Nobody, Pointer, Fingers, Knob };
 
     void addRecognizers();
-    void addBar(Direction direction);
-    NSScrollAxis& axis(Direction direction) { return axes_[direction]; }
-    const NSScrollAxis& axis(Direction direction) const { return axes_[direction]; }
-    bool isMoving() const;
-    void stop();
+    void addBars();
 
-    // Moves the content by a part of `delta`, as far as it goes, and returns that part.
     CGPoint moveBy(CGPoint delta);
-    CGPoint moveByWheel(CGPoint delta, double time);
-    double turnPages(Direction direction, double delta, double time);
     void hold(Hold holder);
     // What happens when the pointer or the fingers release the content.
     void release(CGPoint velocity, double time);
-    void comeToRestAtPage(Direction direction, double velocity, double time);
-
-    bool pointerPressed();
-    bool canDrag(CGPoint way) const;
+    bool pressStopsFling();
     void takeKeyboard();
     void holdKnob(bool isHeld);
     void dragKnob(Direction direction, double way);
     void turnPage(Direction direction, bool forward);
-    bool isNearBar(Direction direction, CGPoint point) const;
     void openBar(Direction direction, bool isOpen);
 
     // To be called after changes: each does what follows from them.
@@ -147,30 +136,18 @@ private:
     void offsetDidChange();
     void motionDidChange();
     void placeDocument();
-    void placeBars();
-    void showBars(double time);
-    void fadeBars(double time);
-    double knobLength(Direction direction) const;
-    double trackLength(Direction direction) const;
-    CGRect trackFrame(Direction direction) const;
-    double roundToPixel(double length) const;
 
+    NSScrollMotion motion_;
+    std::unique_ptr<NSScrollBars> bars_;
     std::shared_ptr<NSView> document_;
-    std::array<NSScrollAxis, 2> axes_;
-    std::array<std::shared_ptr<NSScroller>, 2> bars_;
     CGSize contentSize_;
     CGRect documentFrame_;
     bool coversContent_ = true;  // the document frame was not set
-    bool paging_ = false;
     NSScrollViewDelegate* delegate_ = nullptr;
 
     Hold hold_ = Hold::Nobody;
     bool isScrolling_ = false;
     NSVelocityTracker fingers_;
-    std::array<double, 2> pageWheel_{};  // the part of a notch that has turned no page yet
-    double barsShownAt_ = 0;
-    bool areBarsShown_ = false;
-    std::array<bool, 2> isBarOpen_{};
 };
 
 }  // namespace orvane::platform

@@ -9,7 +9,7 @@ namespace orvane::platform {
 
 // A scroll bar over the edge of a content: a knob, which the user can drag, on a track. The track
 // appears when the pointer comes near (the bar is open then), and a click on it turns a page. The
-// view of a closed bar is the knob and nothing else, so that the content beside it takes the
+// view of a closed bar is the knob and nothing else, so that the content next to it takes the
 // pointer. NSScrollView places it, fades it with the opacity of its layer and hides it.
 class NSScroller final : public NSView {
 public:
