@@ -201,6 +201,7 @@ protected:
     void stateDidChange();
 
 private:
+    friend class NSDisplayPass;
     friend class NSWindow;
     friend class NSViewList;
 

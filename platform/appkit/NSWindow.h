@@ -10,7 +10,6 @@
 namespace orvane::platform {
 
 class NSAccessibility;
-class NSBackingPolicy;
 class NSView;
 class NSWindowDelegate;
 class NSWindowHost;
@@ -50,14 +49,12 @@ enum NSViewChange : unsigned {
 //       e. calls present.
 //     A change during b to e belongs to the next pass.
 //  3. While animations run, or a view asks for frames, the window calls scheduleDisplay again at
-//  the end of each pass.
-//     Otherwise it calls nothing until something changes.
+//     the end of each pass. Otherwise it calls nothing until something changes.
 //
 // At any point of a pass, the subclass reads what to show of a view from frame().size, isHidden(),
-// clips(), clipsToBounds(),
-// the superview's subviewsInDrawingOrder(), layer()->presentation(displayTime()) for the place, the
-// transform and the opacity (of the view and its subviews as one group),
-// layer()->backgroundColor(), and the pixels of backingStore().
+// clips(), clipsToBounds(), the superview's subviewsInDrawingOrder(), layer()->backgroundColor(),
+// the pixels of backingStore(), and layer()->presentation(displayTime()) for the place, the
+// transform and the opacity (of the view and its subviews as one group).
 class ORVANE_EXPORT NSWindow {
 public:
     NSWindow();
@@ -75,9 +72,9 @@ public:
     virtual double backingScaleFactor() const = 0;
     // The size of the part of the content that is visible, in points.
     virtual CGSize contentSize() const = 0;
-    // Delivers an event to views: NSView's functions say to which (NSResponders, NSPointer). The
+    // Delivers an event to views: NSView's functions say to which. The
     // left button also goes to the gesture recognizers of the view under the press and of its
-    // superviews, wherever the pointer is (NSGestureArena). Returns whether a view handled the
+    // superviews, wherever the pointer is. Returns whether a view handled the
     // event or Tab moved the keyboard; true for the left button.
     bool sendEvent(const NSEvent& event);
     // The view of this window that has the keyboard; null for none.
@@ -130,12 +127,12 @@ public:
     bool needsDisplay() const;
     // Whether an animation that can change each frame is running, or a view asks for frames.
     bool isAnimating() const;
-    // Sets who follows the display passes; null for nobody. Borrowed. Call it outside a pass.
+    // Sets what follows the display passes; null for nothing. Borrowed. Call it outside a pass.
     void setObserver(NSWindowObserver* observer);
 
 protected:
-    // Must arrange that displayIfNeeded is called soon. Called only once until displayIfNeeded
-    // starts.
+    // Must arrange that displayIfNeeded is called soon. It is not called again until
+    // displayIfNeeded has started.
     virtual void scheduleDisplay() = 0;
     // The view was added to the tree. Called for each view of a subtree, superviews first, subviews
     // in order; superview() and window() are set. The subclass must read the view's properties
@@ -157,9 +154,9 @@ protected:
     // desktop. Such a view has no backing store and never paints. Must be constant for a view while
     // it is in the window.
     virtual bool showsNatively(const NSView& view) const;
-    // Such a view, or what can be seen of it, has moved: it is so many points away from the part of
-    // the window that its superviews leave of it. 0 if some of it is visible, infinite if they
-    // leave nothing. Not called for a hidden view.
+    // Such a view has moved, or another part of it is visible now. `distance` is how many points it
+    // is away from the part of the window that its superviews do not clip: 0 if some of it is
+    // visible, infinite if they clip everything. Not called for a hidden view.
     virtual void didExposeNativeView(NSView& view, double distance);
     // firstResponder() changed. A subclass that shows the view by its own means gives its widget
     // the keyboard.
@@ -179,8 +176,9 @@ protected:
 
 private:
     friend class NSView;
+    friend class NSDisplayPass;
+    friend class NSWindowInput;
     struct State;
-    struct Exposure;
 
     // Called by views.
     void viewsDidEnter(NSView& root);
@@ -192,24 +190,7 @@ private:
     void viewNeedsFramesDidChange(NSView& view);
     void subviewOrderDidChange(NSView& superview);
 
-    bool sendPointer(const NSEvent& event);
-    // Gives the keyboard to the innermost view at the location that accepts it.
-    void giveKeyboardToViewAt(CGPoint location);
-
     void setNeedsPass();
-    void stepViews();
-    void endDepartedAnimations();
-    void reportChanges();
-    // Fits what is stored of a view and of its subviews to what can be seen of them.
-    void updateStoredAreas(NSView& view, const Exposure& superview, const NSBackingPolicy& policy);
-    void updateStoredArea(NSView& view, const Exposure& exposure, const NSBackingPolicy& policy);
-    // What can be seen of the subviews of a view; of the content view, for null.
-    Exposure exposureOf(const NSView* view) const;
-    // What can be seen of the view itself.
-    Exposure exposureOf(const NSView& view, const Exposure& superview) const;
-    // An empty area drops the store.
-    void storeArea(NSView& view, const NSBackingRect& area);
-    void paintDamage();
 
     std::unique_ptr<State> state_;
 };
