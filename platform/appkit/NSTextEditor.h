@@ -89,7 +89,7 @@ public:
     // do not depend on the rest of the text.
     std::size_t nextCharacter(std::size_t at) const;
     std::size_t atOrBefore(std::size_t at) const;
-    // Without the line break at its end.
+    // The paragraph that contains a position, without the line break at its end.
     CFRange paragraphAt(std::size_t at) const;
 
 private:

@@ -9,22 +9,18 @@
 #include "platform/appkit/NSGraphicsContext.h"
 #include "platform/appkit/NSPasteboard.h"
 #include "platform/appkit/NSScriptedDesktop.h"
+#include "platform/appkit/NSTextCommands.h"
 #include "platform/appkit/NSTextEditor.h"
+#include "platform/appkit/NSTextFieldPicture.h"
 #include "platform/appkit/NSTextLayout.h"
 #include "platform/appkit/NSWindow.h"
-#include "platform/coregraphics/CGPath.h"
-#include "platform/coregraphics/CGSavedState.h"
 #include "platform/coretext/validText.h"
 #include "platform/foundation/NSLog.h"
 
 namespace orvane::platform {
 
-using Direction = NSTextEditor::Direction;
-using Unit = NSTextEditor::Unit;
-
 namespace {
 
-constexpr double kCaretWidth = 1;
 // Presses that follow one another within this time and distance are one click, as in GTK.
 constexpr double kDoubleClickTime = 0.4;  // seconds
 constexpr double kDoubleClickDistance = 5;
@@ -39,20 +35,6 @@ NSTextEditor::Kind editorKind(NSTextField::Kind kind) {
             break;
     }
     return NSTextEditor::Kind::Line;
-}
-
-bool isShift(const NSEvent& event) {
-    return (event.modifierFlags & kNSEventModifierShift) != 0;
-}
-
-bool isControl(const NSEvent& event) {
-    return (event.modifierFlags & kNSEventModifierControl) != 0;
-}
-
-void fillRect(CGContext& canvas, const CGRect& rect, const CGColor& color) {
-    canvas.setRGBFillColor(color.red, color.green, color.blue, color.alpha);
-    canvas.addRect(rect);
-    canvas.drawPath(CGPathDrawingMode::Fill);
 }
 
 }  // namespace
@@ -77,7 +59,7 @@ public:
         clicks_ = continues ? clicks_ % 3 + 1 : 1;
         lastTime_ = event.timestamp;
         lastPoint_ = point;
-        field_.press(point, clicks_, isShift(event));
+        field_.press(point, clicks_, (event.modifierFlags & kNSEventModifierShift) != 0);
         setState(NSGestureRecognizerState::Began);
     }
     void mouseDragged(const NSEvent& event) override { field_.drag(locationInView(event, field_)); }
@@ -91,14 +73,15 @@ private:
 };
 
 void NSTextField::press(CGPoint point, int clicks, bool extends) {
-    const CGPoint place{point.x + scrolled_.x, point.y + scrolled_.y};
-    const std::size_t position = layout().positionAt(place);
+    const CGPoint place = picture_->toLayout(point);
+    const NSTextLayout& layout = picture_->layout();
+    const std::size_t position = layout.positionAt(place);
     if (clicks == 1) {
         editor_->moveTo(position, extends);
     } else if (clicks == 2) {
         // The word that is under the pointer, also beyond the middle of its last character.
-        const bool isAfter = layout().caretAt(position).origin.x > place.x;
-        const CFRange line = layout().lineAt(position);
+        const bool isAfter = layout.caretAt(position).origin.x > place.x;
+        const CFRange line = layout.lineAt(position);
         editor_->selectWord(isAfter && position > line.location ? position - 1 : position);
     } else {
         editor_->selectParagraph(position);
@@ -110,8 +93,8 @@ void NSTextField::press(CGPoint point, int clicks, bool extends) {
 }
 
 void NSTextField::drag(CGPoint point) {
-    const std::size_t position =
-        layout().positionAt({point.x + scrolled_.x, point.y + scrolled_.y});
+    const CGPoint place = picture_->toLayout(point);
+    const std::size_t position = picture_->layout().positionAt(place);
     // What the press has selected stays selected.
     if (position < pressedBegin_) {
         editor_->setSelection(pressedEnd_, position);
@@ -123,7 +106,10 @@ void NSTextField::drag(CGPoint point) {
 
 // ---- state ----
 
-NSTextField::NSTextField(Kind kind) : editor_(std::make_unique<NSTextEditor>(editorKind(kind))) {
+NSTextField::NSTextField(Kind kind)
+    : editor_(std::make_unique<NSTextEditor>(editorKind(kind))),
+      picture_(std::make_unique<NSTextFieldPicture>(*this)),
+      commands_(std::make_unique<NSTextCommands>(*this, *editor_, *picture_)) {
     addGestureRecognizer(std::make_shared<Pointer>(*this));
 }
 
@@ -145,10 +131,13 @@ void NSTextField::setHandlers(Handlers handlers) {
     handlers_ = std::move(handlers);
 }
 
-// Must be called after every change of what the field shows.
 void NSTextField::changed() {
-    layout_.reset();
-    wantedX_ = -1;
+    commands_->forgetColumn();
+    show();
+}
+
+void NSTextField::show() {
+    picture_->invalidate();
     ++revision_;
     setNeedsDisplayInRect(bounds());
     stateDidChange();
@@ -274,9 +263,13 @@ void NSTextField::takeInput(const std::string& text, std::size_t anchor, std::si
     setSelection(anchor, caret);
     if (isChanged) {
         changed();
-        if (const auto handler = handlers_.textChanged) {
-            handler();
-        }
+        callTextChanged();
+    }
+}
+
+void NSTextField::callTextChanged() {
+    if (const auto handler = handlers_.textChanged) {  // a copy: it may be replaced meanwhile
+        handler();
     }
 }
 
@@ -292,156 +285,33 @@ bool NSTextField::keyDown(const NSEvent& event) {
     if (!enabled_) {
         return false;
     }
-    if (event.key == "Return" || event.key == "KP_Enter") {
-        if (kind() == Kind::Multiline && !isControl(event)) {
-            return changeByUser([](NSTextEditor& editor) { return editor.insert("\n"); });
-        }
-        commit();
-        return true;
-    }
-    if (moveByKey(event) || deleteByKey(event) || runCommand(event)) {
-        return true;
-    }
-    constexpr unsigned commands =
-        kNSEventModifierControl | kNSEventModifierAlt | kNSEventModifierSuper;
-    if (event.characters.empty() || (event.modifierFlags & commands) != 0) {
-        return false;
-    }
-    return changeByUser([&](NSTextEditor& editor) { return editor.insert(event.characters); });
-}
-
-// Returns true: the key is handled even if it changes nothing.
-bool NSTextField::changeByUser(const std::function<bool(NSTextEditor&)>& change) {
-    if (editable_ && change(*editor_)) {
-        changed();
-        if (const auto handler = handlers_.textChanged) {
-            handler();
-        }
+    switch (commands_->keyDown(event)) {
+        case NSTextCommands::Effect::None:
+            return false;
+        case NSTextCommands::Effect::Handled:
+            break;
+        case NSTextCommands::Effect::Moved:
+            show();
+            break;
+        case NSTextCommands::Effect::Edited:
+            show();
+            callTextChanged();
+            break;
+        case NSTextCommands::Effect::Paste:
+            paste();
+            break;
+        case NSTextCommands::Effect::Committed:
+            commit();
+            break;
     }
     return true;
-}
-
-bool NSTextField::moveByKey(const NSEvent& event) {
-    const bool extends = isShift(event);
-    const bool isFar = isControl(event);
-    const std::string& key = event.key;
-    const bool isMultiline = kind() == Kind::Multiline;
-    if (key == "Left" || key == "KP_Left") {
-        editor_->move(isFar ? Unit::Word : Unit::Character, Direction::Backward, extends);
-    } else if (key == "Right" || key == "KP_Right") {
-        editor_->move(isFar ? Unit::Word : Unit::Character, Direction::Forward, extends);
-    } else if (key == "Home" || key == "End" || key == "KP_Home" || key == "KP_End") {
-        const bool toEnd = key.ends_with("End");
-        if (isMultiline && !isFar) {
-            moveToLineEnd(toEnd, extends);
-        } else {
-            editor_->move(Unit::Document, toEnd ? Direction::Forward : Direction::Backward,
-                          extends);
-        }
-    } else if (isMultiline && isFar && (key == "Up" || key == "Down")) {
-        editor_->move(Unit::Paragraph, key == "Up" ? Direction::Backward : Direction::Forward,
-                      extends);
-    } else if (isMultiline && (key == "Up" || key == "Down")) {
-        moveVertically(key == "Up" ? -1 : 1, extends);
-        return true;
-    } else if (isMultiline && (key == "Page_Up" || key == "Page_Down")) {
-        const double lines = bounds().size.height / layout().caretAt(caret()).size.height - 1;
-        moveVertically(std::max(lines, 1.0) * (key == "Page_Up" ? -1 : 1), extends);
-        return true;
-    } else {
-        return false;
-    }
-    changed();
-    return true;
-}
-
-void NSTextField::moveToLineEnd(bool toEnd, bool extends) {
-    const CFRange line = layout().lineAt(caret());
-    std::size_t position = line.location;
-    if (toEnd) {
-        // The position after a line that is wrapped is the beginning of the next line.
-        const CFRange paragraph = editor_->paragraphAt(line.end());
-        const bool isWrapped = line.end() > paragraph.location && line.end() < paragraph.end();
-        position = isWrapped && line.length > 0 ? editor_->atOrBefore(line.end() - 1) : line.end();
-    }
-    editor_->moveTo(position, extends);
-}
-
-// Keeps the distance from the left side while the caret moves over shorter lines.
-void NSTextField::moveVertically(double lines, bool extends) {
-    const CGRect from = layout().caretAt(caret());
-    const double x = wantedX_ >= 0 ? wantedX_ : from.origin.x;
-    const double y = from.origin.y + from.size.height * (0.5 + lines);
-    std::size_t position = layout().positionAt({x, y});
-    if (y < 0) {
-        position = 0;
-    } else if (y > layout().size().height) {
-        position = stringValue().size();
-    }
-    editor_->moveTo(position, extends);
-    changed();
-    wantedX_ = x;
-}
-
-bool NSTextField::deleteByKey(const NSEvent& event) {
-    const bool isFar = isControl(event);
-    const std::string& key = event.key;
-    if (key == "BackSpace") {
-        const Unit unit = isFar ? isShift(event) ? Unit::Paragraph : Unit::Word : Unit::Character;
-        return changeByUser(
-            [&](NSTextEditor& editor) { return editor.deleteText(unit, Direction::Backward); });
-    }
-    if ((key == "Delete" || key == "KP_Delete") && (isFar || !isShift(event))) {
-        const Unit unit = isFar ? isShift(event) ? Unit::Paragraph : Unit::Word : Unit::Character;
-        return changeByUser(
-            [&](NSTextEditor& editor) { return editor.deleteText(unit, Direction::Forward); });
-    }
-    return false;
-}
-
-// The commands of the clipboard, of the history, and of the whole text.
-bool NSTextField::runCommand(const NSEvent& event) {
-    const std::string& key = event.key;
-    const bool isCopy = isControl(event) && (key == "c" || key == "Insert");
-    const bool isCut = (isControl(event) && key == "x") || (isShift(event) && key == "Delete");
-    const bool isPaste = (isControl(event) && key == "v") || (isShift(event) && key == "Insert");
-    if (isCopy || isCut) {
-        if (const std::string text = editor_->selectedText(); !text.empty()) {
-            NSDesktop::current().copyText(text);
-            if (isCut) {
-                changeByUser([](NSTextEditor& editor) { return editor.insert({}); });
-            }
-        }
-        return true;
-    }
-    if (isPaste) {
-        paste();
-        return true;
-    }
-    if (!isControl(event)) {
-        return false;
-    }
-    if (key == "a" || key == "slash") {
-        if (isShift(event)) {
-            setSelection(caret(), caret());
-        } else {
-            setSelection(0, stringValue().size());
-        }
-        return true;
-    }
-    if (key == "z" && !isShift(event)) {
-        return changeByUser([](NSTextEditor& editor) { return editor.undo(); });
-    }
-    if (key == "y" || key == "z") {
-        return changeByUser([](NSTextEditor& editor) { return editor.redo(); });
-    }
-    return false;
 }
 
 void NSTextField::paste() {
     const auto insert = [](NSTextField& field, const std::string& text) {
-        if (!text.empty()) {
-            field.changeByUser([&](NSTextEditor& editor) { return editor.insert(text); });
+        if (!text.empty() && field.editable_ && field.editor_->insert(text)) {
+            field.changed();
+            field.callTextChanged();
         }
     };
     // The clipboard in memory is read at once, so that a script's next keys come after the text.
@@ -459,76 +329,9 @@ void NSTextField::paste() {
 
 // ---- painting ----
 
-const NSTextLayout& NSTextField::layout() {
-    if (!layout_ || laidOutWidth_ != bounds().size.width) {
-        const NSTextLayout::Kind kinds[] = {NSTextLayout::Kind::Line, NSTextLayout::Kind::Wrapped,
-                                            NSTextLayout::Kind::Dots};
-        laidOutWidth_ = bounds().size.width;
-        layout_ = std::make_unique<NSTextLayout>(kinds[static_cast<int>(kind())], stringValue(),
-                                                 style_, enabled_, laidOutWidth_);
-        scrollToCaret();
-    }
-    return *layout_;
-}
-
-void NSTextField::scrollToCaret() {
-    const CGSize size = bounds().size;
-    const CGRect caret = layout_->caretAt(editor_->selection().caret);
-    const CGSize text = layout_->size();
-    // Along an axis: as far as necessary, and no farther than the text goes.
-    const auto scroll = [](double from, double to, double room, double extent, double& offset) {
-        offset = std::max(offset, to - room);
-        offset = std::min(offset, from);
-        offset = std::clamp(offset, 0.0, std::max(extent - room, 0.0));
-    };
-    if (kind() == Kind::Multiline) {
-        scrolled_.x = 0;
-        scroll(caret.origin.y, caret.origin.y + caret.size.height, size.height, text.height,
-               scrolled_.y);
-    } else {
-        scroll(caret.origin.x, caret.origin.x + kCaretWidth, size.width, text.width + kCaretWidth,
-               scrolled_.x);
-        scrolled_.y = std::round((caret.size.height - size.height) / 2);  // in the middle
-    }
-}
-
 void NSTextField::drawRect(const CGRect& dirty) {
-    CGContext* const canvas = NSGraphicsContext::currentGraphicsPort();
-    if (canvas == nullptr) {
-        return;
-    }
-    if (style_.backgroundColor.alpha > 0) {
-        fillRect(*canvas, bounds(), style_.backgroundColor);
-    }
-    const NSTextLayout& text = layout();
-    const CGSavedState state(*canvas);
-    canvas->clipToRect(bounds());
-    canvas->translateCTM(-scrolled_.x, -scrolled_.y);
-    const double top = dirty.origin.y + scrolled_.y;
-    const double bottom = top + dirty.size.height;
-    const NSTextEditor::Selection& selection = editor_->selection();
-    if (isFocused() && !selection.isEmpty()) {
-        for (const CGRect& rect :
-             text.rectsOf({selection.begin(), selection.end() - selection.begin()})) {
-            fillRect(*canvas, rect, style_.selectionColor);
-        }
-    }
-    if (stringValue().empty() && !placeholder_.empty()) {
-        NSTextFieldStyle style = style_;
-        style.textColor = style_.placeholderColor;
-        const auto kindOfLayout =
-            kind() == Kind::Multiline ? NSTextLayout::Kind::Wrapped : NSTextLayout::Kind::Line;
-        NSTextLayout(kindOfLayout, placeholder_, style, enabled_, bounds().size.width)
-            .draw(*canvas, top, bottom);
-    } else {
-        text.draw(*canvas, top, bottom);
-    }
-    if (isFocused() && selection.isEmpty() && editable_) {
-        CGRect caret = text.caretAt(selection.caret);
-        caret.origin.x = std::min(std::round(caret.origin.x),
-                                  std::floor(scrolled_.x + bounds().size.width) - kCaretWidth);
-        caret.size.width = kCaretWidth;
-        fillRect(*canvas, caret, style_.textColor);
+    if (CGContext* const canvas = NSGraphicsContext::currentGraphicsPort()) {
+        picture_->draw(*canvas, dirty);
     }
 }
 

@@ -11,8 +11,9 @@
 
 namespace orvane::platform {
 
+class NSTextCommands;
 class NSTextEditor;
-class NSTextLayout;
+class NSTextFieldPicture;
 
 // How a text field looks.
 struct NSTextFieldStyle {
@@ -124,20 +125,17 @@ public:
 private:
     class Pointer;
 
-    bool moveByKey(const NSEvent& event);
-    bool deleteByKey(const NSEvent& event);
-    bool runCommand(const NSEvent& event);
     void paste();
-    void moveVertically(double lines, bool extends);
-    void moveToLineEnd(bool toEnd, bool extends);
-    bool changeByUser(const std::function<bool(NSTextEditor&)>& change);
     void press(CGPoint point, int clicks, bool extends);
     void drag(CGPoint point);
-    const NSTextLayout& layout();
-    void scrollToCaret();
+    // To be called after every change of what the field shows, and after a key only show().
     void changed();
+    void show();
+    void callTextChanged();
 
     std::unique_ptr<NSTextEditor> editor_;
+    std::unique_ptr<NSTextFieldPicture> picture_;
+    std::unique_ptr<NSTextCommands> commands_;
     Handlers handlers_;
     std::string placeholder_;
     NSTextFieldStyle style_;
@@ -145,10 +143,6 @@ private:
     bool enabled_ = true;
     bool editable_ = true;
     unsigned revision_ = 0;
-    std::unique_ptr<NSTextLayout> layout_;  // null until it is needed after a change
-    double laidOutWidth_ = 0;
-    CGPoint scrolled_;     // the point of the layout at the field's origin
-    double wantedX_ = -1;  // where Up and Down go; negative for the caret's place
     // What the press that began a drag has selected:
     std::size_t pressedBegin_ = 0;
     std::size_t pressedEnd_ = 0;

@@ -40,7 +40,7 @@ public:
     CFRange lineAt(std::size_t position) const;
     // The rectangles that a part of the text covers.
     std::vector<CGRect> rectsOf(CFRange range) const;
-    // Draws the lines that are between two heights.
+    // Draws the lines that lie between two y coordinates.
     void draw(CGContext& canvas, double top, double bottom) const;
 
 private:
