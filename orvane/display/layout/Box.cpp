@@ -10,33 +10,14 @@
 #include "orvane/display/DisplayFactory.h"
 #include "orvane/display/animation/ValueAnimation.h"
 #include "orvane/display/graphics/Container.h"
-#include "orvane/display/graphics/Ellipse.h"
-#include "orvane/display/graphics/InputText.h"
-#include "orvane/display/graphics/Rect.h"
-#include "orvane/display/graphics/SizedContainer.h"
-#include "orvane/display/graphics/Text.h"
-#include "orvane/display/layout/flexLengths.h"
+#include "orvane/display/layout/BoxEntry.h"
+#include "orvane/display/layout/BoxLine.h"
 #include "orvane/display/layout/objectPlacement.h"
 #include "orvane/display/tree/DisplayLayer.h"
 
 namespace orvane::display::layout {
 
 namespace {
-
-double limited(double length, double min, double max) {
-    return std::max(std::min(length, max), min);
-}
-
-// Rounds the positions of the ends of lengths that follow one another. What is measured and what is
-// placed have the same lengths, so a text wraps as it was measured.
-void snapLengths(std::vector<double>& lengths) {
-    double end = 0;
-    for (double& length : lengths) {
-        const double begin = end;
-        end += length;
-        length = std::round(end) - std::round(begin);
-    }
-}
 
 // Edges at whole points look sharp.
 geometry::Rect<double> snapped(const geometry::Rect<double>& rect) {
@@ -45,43 +26,7 @@ geometry::Rect<double> snapped(const geometry::Rect<double>& rect) {
     return {x, y, std::round(rect.x + rect.width) - x, std::round(rect.y + rect.height) - y};
 }
 
-bool takesSizes(DisplayObject& object) {
-    return dynamic_cast<graphics::Rect*>(&object) != nullptr ||
-           dynamic_cast<graphics::Ellipse*>(&object) != nullptr ||
-           dynamic_cast<graphics::SizedContainer*>(&object) != nullptr ||
-           dynamic_cast<graphics::InputText*>(&object) != nullptr;
-}
-
 }  // namespace
-
-// One item: an object, a box, or empty space.
-struct Box::Entry {
-    std::shared_ptr<DisplayObject> object;
-    std::shared_ptr<Box> box;
-    Item item;
-    bool isWrapped = false;
-    std::optional<Size> sizeWhenAdded = {};  // of an object that takes sizes
-    std::optional<Rect> placed = {};         // the last rectangle
-
-    const void* content() const {
-        return box ? static_cast<const void*>(box.get()) : static_cast<const void*>(object.get());
-    }
-    double limitedWidth(double width) const {
-        return limited(item.width.value_or(width), item.minWidth, item.maxWidth);
-    }
-    double limitedHeight(double height) const {
-        return limited(item.height.value_or(height), item.minHeight, item.maxHeight);
-    }
-};
-
-struct Box::Line {
-    std::vector<Entry*> entries;
-    std::vector<FlexItem> flex;
-    std::vector<double> along;   // the lengths on the main axis
-    std::vector<double> across;  // the lengths on the cross axis
-    double thickness = 0;        // on the cross axis
-    double naturalWidth = 0;     // before anything grows or is stretched
-};
 
 class Box::DisplayListener : public FrameChangedEvent::listener_type {
 public:
@@ -107,12 +52,8 @@ void Box::add(const std::shared_ptr<DisplayObject>& object, const Item& item) {
     if (!object) {
         return;
     }
-    Entry entry{object, nullptr, item, isWrapped(*object)};
-    if (takesSizes(*object)) {
-        entry.sizeWhenAdded = boxOf(*object).size();
-    }
+    entries_.push_back(Entry::ofObject(object, item));
     container_->add(object);
-    append(std::move(entry));
 }
 
 void Box::add(const std::shared_ptr<Box>& box, const Item& item) {
@@ -130,15 +71,11 @@ void Box::add(const std::shared_ptr<Box>& box, const Item& item) {
     }
     box->parent_ = weak_from_this();
     container_->add(box->container_);
-    append({nullptr, box, item});
+    entries_.push_back({nullptr, box, item});
 }
 
 void Box::addSpace(const Item& item) {
-    append({nullptr, nullptr, item});
-}
-
-void Box::append(Entry entry) {
-    entries_.push_back(std::move(entry));
+    entries_.push_back({nullptr, nullptr, item});
 }
 
 void Box::setBackground(const std::shared_ptr<DisplayObject>& object) {
@@ -183,8 +120,7 @@ void Box::removeEntry(const void* content) {
     if (entry == nullptr) {
         return;
     }
-    const std::shared_ptr<DisplayObject> object =
-        entry->box ? std::shared_ptr<DisplayObject>(entry->box->container_) : entry->object;
+    const std::shared_ptr<DisplayObject> object = entry->shownObject();
     if (object && object->getParent() == container_) {
         container_->erase(container_->find(object));
     }
@@ -212,104 +148,14 @@ void Box::setMotion(float duration, const animation::Easing& easing) {
 
 // ---- sizes ----
 
-Align Box::alignOf(const Entry& entry) const {
-    return entry.item.align.value_or(style_.align);
-}
-
-auto Box::naturalSize(const Entry& entry, double width) -> Size {
-    if (entry.box) {
-        return entry.box->sizeWithin(width);
-    }
-    if (!entry.object) {
-        return {};
-    }
-    if (entry.isWrapped) {
-        if (!std::isfinite(width)) {
-            return {};
-        }
-        auto& text = dynamic_cast<graphics::Text&>(*entry.object);
-        text.setWidth(static_cast<float>(width));
-        return {width, text.getTextBounds().height};
-    }
-    return entry.sizeWhenAdded ? *entry.sizeWhenAdded : boxOf(*entry.object).size();
-}
-
-double Box::widthInColumn(const Entry& entry, double width) const {
-    const bool isStretched =
-        alignOf(entry) == Align::Stretch && !style_.wraps && std::isfinite(width);
-    return entry.limitedWidth(isStretched ? width
-                                          : std::min(naturalSize(entry, width).width, width));
-}
-
-std::vector<Box::Line> Box::makeLines(const Size& inner) {
-    std::vector<Line> lines(1);
-    const double available = isRow() ? inner.width : inner.height;
-    double length = 0;  // of the last line
-    for (Entry& entry : entries_) {
-        const Item& item = entry.item;
-        FlexItem flex{0, item.minHeight, item.maxHeight, item.grow, item.shrink};
-        if (isRow()) {
-            flex.min = item.minWidth;
-            flex.max = item.maxWidth;
-            // A wrapped text has no width of its own.
-            const bool isOpen = !entry.isWrapped && !item.width;
-            flex.base = item.width.value_or(isOpen ? naturalSize(entry, inner.width).width : 0);
-        } else {
-            flex.base = item.height ? *item.height
-                                    : naturalSize(entry, widthInColumn(entry, inner.width)).height;
-        }
-        const double own = limited(flex.base, flex.min, flex.max);
-        const double gap = lines.back().entries.empty() ? 0 : style_.gap;
-        if (style_.wraps && !lines.back().entries.empty() && length + gap + own > available) {
-            lines.emplace_back();
-            length = own;
-        } else {
-            length += gap + own;
-        }
-        Line& line = lines.back();
-        line.entries.push_back(&entry);
-        line.flex.push_back(flex);
-        line.naturalWidth =
-            isRow() ? length
-                    : std::max(line.naturalWidth,
-                               entry.limitedWidth(
-                                   std::min(naturalSize(entry, inner.width).width, inner.width)));
-    }
-    for (Line& line : lines) {
-        sizeLine(line, inner);
-    }
-    return lines;
-}
-
-void Box::sizeLine(Line& line, const Size& inner) const {
-    const double gaps =
-        line.entries.empty() ? 0 : style_.gap * static_cast<double>(line.entries.size() - 1);
-    const double available = (isRow() ? inner.width : inner.height) - gaps;
-    line.along = flexLengths(line.flex, available);
-    if (std::isfinite(available)) {
-        snapLengths(line.along);
-    }
-    for (std::size_t i = 0; i < line.entries.size(); ++i) {
-        const Entry& entry = *line.entries[i];
-        line.across.push_back(
-            isRow() ? entry.limitedHeight(
-                          entry.item.height ? 0 : naturalSize(entry, line.along[i]).height)
-                    : widthInColumn(entry, inner.width));
-        line.thickness = std::max(line.thickness, line.across.back());
-    }
-    const double across = isRow() ? inner.height : inner.width;
-    if (!style_.wraps && std::isfinite(across)) {
-        line.thickness = across;
-    }
-}
-
 auto Box::sizeWithin(double width) -> Size {
     if (measuredWidth_ == width) {
         return measured_;
     }
     const Insets& padding = style_.padding;
     const double sides = padding.left + padding.right;
-    const std::vector<Line> lines = makeLines({std::max(width - sides, 0.0), Item::kUnlimited});
+    const std::vector<Line> lines =
+        Line::breakAndSize(entries_, style_, {std::max(width - sides, 0.0), Item::kUnlimited});
     Size size;
     double thickness = style_.lineGap * static_cast<double>(lines.size() - 1);
     for (const Line& line : lines) {
@@ -362,7 +208,7 @@ void Box::layOut(const Rect& rect) {
     const Size inner{std::max(rect.width - padding.left - padding.right, 0.0),
                      std::max(rect.height - padding.top - padding.bottom, 0.0)};
     double across = isRow() ? padding.top : padding.left;
-    for (const Line& line : makeLines(inner)) {
+    for (const Line& line : Line::breakAndSize(entries_, style_, inner)) {
         placeLine(line, inner, across);
         across += line.thickness + style_.lineGap;
     }
@@ -401,7 +247,7 @@ void Box::placeLine(const Line& line, const Size& inner, double across) {
     double place = (isRow() ? style_.padding.left : style_.padding.top) + start;
     for (std::size_t i = 0; i < line.entries.size(); ++i) {
         Entry& entry = *line.entries[i];
-        const Align align = alignOf(entry);
+        const Align align = entry.alignIn(style_);
         double size = line.across[i];
         if (align == Align::Stretch) {
             size =
@@ -435,8 +281,7 @@ void Box::place(Entry& entry, const Rect& rect) {
 // it is still gliding.
 void Box::glide(const Entry& entry, const Rect& to) const {
     using animation::AttributeName;
-    const std::shared_ptr<DisplayObject> object =
-        entry.box ? std::shared_ptr<DisplayObject>(entry.box->container_) : entry.object;
+    const std::shared_ptr<DisplayObject> object = entry.shownObject();
     const std::shared_ptr<DisplayLayer> layer = object ? object->extractAnimationLayer() : nullptr;
     if (!layer || !layer->isShown()) {
         return;

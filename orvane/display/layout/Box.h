@@ -170,19 +170,9 @@ private:
     struct Line;
 
     bool isRow() const { return style_.direction == Direction::Row; }
-    void append(Entry entry);
     Entry* find(const void* content);
     void removeEntry(const void* content);
-    Align alignOf(const Entry& entry) const;
     Size sizeWithin(double width);
-    // The size of the item's object or box when it has this width.
-    static Size naturalSize(const Entry& entry, double width);
-    // The width of an item in a column of this width.
-    double widthInColumn(const Entry& entry, double width) const;
-    // Breaks the items into lines and sizes them. `inner` is the size inside the padding; infinity
-    // where it is open.
-    std::vector<Line> makeLines(const Size& inner);
-    void sizeLine(Line& line, const Size& inner) const;
     void placeLine(const Line& line, const Size& inner, double across);
     void place(Entry& entry, const Rect& rect);
     void glide(const Entry& entry, const Rect& to) const;
