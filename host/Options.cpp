@@ -12,7 +12,7 @@
 
 namespace orvane::host {
 
-const char* const usage =
+const char* const kUsage =
     R"(Usage: orvane-host [options] DIRECTORY
 Starts every application library in DIRECTORY and shows what it displays.
 
@@ -77,7 +77,7 @@ enum OptionCode {
     Version,
 };
 
-constexpr std::array<option, 21> longOptions{{
+constexpr std::array<option, 21> kLongOptions{{
     {"offscreen", no_argument, nullptr, Offscreen},
     {"size", required_argument, nullptr, Size},
     {"scale", required_argument, nullptr, Scale},
@@ -250,7 +250,7 @@ std::variant<Options, UsageError> parseOptions(int argc, char** argv) {
     opterr = 0;  // Replace getopt's messages by ours, which name the option as it was typed.
     optind = 1;
     // The leading colon distinguishes a missing value from an unknown option.
-    for (int code; (code = getopt_long(argc, argv, ":", longOptions.data(), nullptr)) != -1;) {
+    for (int code; (code = getopt_long(argc, argv, ":", kLongOptions.data(), nullptr)) != -1;) {
         // A short option may be in the middle of a word that optind has not passed yet.
         const std::string typed =
             optopt >= ' ' ? std::string{'-', static_cast<char>(optopt)} : argv[optind - 1];

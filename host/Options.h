@@ -40,7 +40,7 @@ struct Options {
 };
 
 // The text of --help.
-extern const char* const usage;
+extern const char* const kUsage;
 
 // A mistake in the command line, as one line for the person who typed it.
 struct UsageError {

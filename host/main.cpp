@@ -119,7 +119,7 @@ int main(int argc, char** argv) {
         options.size = state->size;
     }
     if (options.help) {
-        std::cout << usage;
+        std::cout << kUsage;
         return 0;
     }
     if (options.version) {

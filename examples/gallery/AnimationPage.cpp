@@ -21,7 +21,7 @@ void drawTrack(ContainerObject& inside, const std::vector<float>& points) {
     const auto track = DisplayFactory::createPolyline();
     track->set(points, false);
     track->setFillColor(255U, 255U, 255U, ~0U);  // an alpha of -1: no fill
-    track->setStrokeColor(palette::faint);
+    track->setStrokeColor(palette::kFaint);
     track->setStrokeWidth(2);
     track->setStrokeDashArray({6, 6});
     inside.add(track);
@@ -38,7 +38,7 @@ Container makeTile(ContainerObject& inside, float x, float y, unsigned color) {
     tile->add(face);
     const auto mark = DisplayFactory::createCircle();
     mark->set(x - 14, y - 14, 5);
-    paint(mark, palette::card);
+    paint(mark, palette::kCard);
     tile->add(mark);
     inside.add(tile);
     return tile;
@@ -84,7 +84,7 @@ void AnimationPage::start() {
 }
 
 void AnimationPage::drawIcon(ContainerObject& inside) {
-    const unsigned colors[] = {0x55F5A623, 0x99F5A623, palette::amber};
+    const unsigned colors[] = {0x55F5A623, 0x99F5A623, palette::kAmber};
     for (int i = 0; i < 3; ++i) {
         const auto dot = DisplayFactory::createCircle();
         dot->set(6.0F * static_cast<float>(i), 6, 6);
@@ -112,7 +112,7 @@ void AnimationPage::addMotion(const Motion& motion) {
 void AnimationPage::drawTranslations() {
     addCard("Translation in x", [this](ContainerObject& inside) {
         drawTrack(inside, {48, 118, 227, 118});
-        addMotion({makeTile(inside, 48, 118, palette::coral),
+        addMotion({makeTile(inside, 48, 118, palette::kCoral),
                    AttributeName::TranslationX,
                    {0, 179, 0},
                    3});
@@ -127,13 +127,13 @@ void AnimationPage::drawTranslations() {
         }
         const auto ball = DisplayFactory::createCircle();
         ball->set(115, 168, 22);
-        paint(ball, palette::amber);
+        paint(ball, palette::kAmber);
         inside.add(ball);
         addMotion({ball, AttributeName::TranslationY, heights, 1.2F});
     });
     addCard("Translation", [this](ContainerObject& inside) {
         drawTrack(inside, {60, 50, 215, 50, 215, 186, 60, 186, 60, 50});
-        addMotion({makeTile(inside, 60, 50, palette::teal),
+        addMotion({makeTile(inside, 60, 50, palette::kTeal),
                    AttributeName::Translation,
                    {0, 0, 155, 0, 155, 136, 0, 136, 0, 0},
                    4});
@@ -145,7 +145,7 @@ void AnimationPage::drawOpacity() {
         // They fade as one picture: nothing shows through where they overlap.
         drawTrack(inside, {40, 118, 235, 118});
         const auto group = DisplayFactory::createContainer();
-        const unsigned colors[] = {palette::coral, palette::amber, palette::teal};
+        const unsigned colors[] = {palette::kCoral, palette::kAmber, palette::kTeal};
         for (int i = 0; i < 3; ++i) {
             const auto circle = DisplayFactory::createCircle();
             circle->set(48 + 42.0F * static_cast<float>(i), 72, 46);
@@ -169,14 +169,14 @@ void AnimationPage::drawTurning() {
         star->add(frame);
         const auto lines = DisplayFactory::createPolyline();
         lines->set(starPoints(138, 118, 76), true);
-        paint(lines, palette::violet, palette::ink, 2);
+        paint(lines, palette::kViolet, palette::kInk, 2);
         star->add(lines);
         inside.add(star);
         addMotion({star, AttributeName::Rotation, {0, 2 * kPi}, 4});
     });
     addCard("Affine", [this](ContainerObject& inside) {
         // Leans over, lies down, grows, and returns.
-        addMotion({makeTile(inside, 138, 118, palette::blue),
+        addMotion({makeTile(inside, 138, 118, palette::kBlue),
                    AttributeName::Affine,
                    {1, 0, 0,    1, 0,  0,  //
                     1, 0, 0.6F, 1, 30, 0,  //
@@ -193,7 +193,8 @@ void AnimationPage::drawClip() {
         const auto window = DisplayFactory::createClipContainer(false);
         window->setBounds({72, 52, 132, 132});
         inside.add(window);
-        const unsigned colors[] = {palette::coral, palette::amber, palette::teal, palette::blue};
+        const unsigned colors[] = {palette::kCoral, palette::kAmber, palette::kTeal,
+                                   palette::kBlue};
         for (int i = 0; i < 8; ++i) {
             const auto stripe = DisplayFactory::createRect();
             stripe->set(40 + 26.0F * static_cast<float>(i), -40, 13, 320);
@@ -214,7 +215,7 @@ void AnimationPage::drawGroup() {
             bar->set(36 + 30.0F * static_cast<float>(i), 128, 20, 78);
             bar->setRx(10);
             bar->setRy(10);
-            paint(bar, i % 2 == 0 ? palette::teal : palette::green);
+            paint(bar, i % 2 == 0 ? palette::kTeal : palette::kGreen);
             inside.add(bar);
             objects.push_back(bar);
         }
@@ -241,7 +242,7 @@ void AnimationPage::drawFrames() {
         // The wave runs to the right; every frame sets its points.
         const auto wave = DisplayFactory::createPolyline();
         wave->setFillColor(255U, 255U, 255U, ~0U);
-        wave->setStrokeColor(palette::blue);
+        wave->setStrokeColor(palette::kBlue);
         wave->setStrokeWidth(5);
         const auto drawWave = [wave](float phase) {
             std::vector<float> points;
@@ -278,20 +279,20 @@ void AnimationPage::drawTransitions() {
             const auto button = DisplayFactory::createContainer();
             const auto face = DisplayFactory::createCircle();
             face->set(78, 58, 60);
-            paint(face, palette::ink);
+            paint(face, palette::kInk);
             button->add(face);
             if (change.arrow.empty()) {
                 for (const float x : {98.0F, 122.0F}) {
                     const auto veil = DisplayFactory::createCircle();
                     veil->set(x, 91, 27);
-                    paint(veil, x < 100 ? palette::coral : 0xAA19A7A0);
+                    paint(veil, x < 100 ? palette::kCoral : 0xAA19A7A0);
                     button->add(veil);
                 }
             } else {
                 const auto arrow = DisplayFactory::createPolyline();
                 arrow->set(change.arrow, false);
                 arrow->setFillColor(255U, 255U, 255U, ~0U);
-                arrow->setStrokeColor(palette::amber);
+                arrow->setStrokeColor(palette::kAmber);
                 arrow->setStrokeWidth(10);
                 button->add(arrow);
             }

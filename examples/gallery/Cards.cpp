@@ -20,11 +20,11 @@ constexpr float kGap = 20;
 Page::Page() : root_(DisplayFactory::createContainer()) {
     const auto paper = DisplayFactory::createRect();
     paper->set(0, 0, kPageWidth, kPageHeight);
-    paint(paper, palette::paper);
+    paint(paper, palette::kPaper);
     root_->add(paper);
     const auto rail = DisplayFactory::createRect();
     rail->set(0, 0, kRailWidth, kPageHeight);
-    paint(rail, palette::ink);
+    paint(rail, palette::kInk);
     root_->add(rail);
 }
 
@@ -39,14 +39,14 @@ void Page::addCard(const std::string& title, const Draw& draw) {
     back->set(0, 0, kCardWidth, kCardHeight);
     back->setRx(14);
     back->setRy(14);
-    paint(back, palette::card, palette::edge, 1);
+    paint(back, palette::kCard, palette::kEdge, 1);
     card->add(back);
     card->getOrCreateAccessibilityElement()->setLabel(title);
 
     const auto caption = DisplayFactory::createText(false);
     caption->setFont("DejaVuSans");
     caption->setTextSize(12);
-    caption->setFillColor(palette::caption);
+    caption->setFillColor(palette::kCaption);
     caption->setContent(title);
     caption->setX(18);
     caption->setY(24);

@@ -27,7 +27,7 @@ std::shared_ptr<DisplayObject> segment(float x, float y, bool upright) {
              upright ? half - kThickness : kThickness);
     bar->setRx(kThickness / 2);
     bar->setRy(kThickness / 2);
-    paint(bar, palette::coral);
+    paint(bar, palette::kCoral);
     return bar;
 }
 

@@ -25,7 +25,7 @@ std::shared_ptr<orvane::display::graphics::Rect> tile(float x, float y, float wi
 // Three discs that overlap.
 Container discs(float x, float y, float radius) {
     auto group = DisplayFactory::createContainer();
-    const unsigned colors[] = {palette::coral, palette::amber, palette::teal};
+    const unsigned colors[] = {palette::kCoral, palette::kAmber, palette::kTeal};
     for (int i = 0; i < 3; ++i) {
         const double angle = -std::numbers::pi / 2 + i * 2 * std::numbers::pi / 3;
         auto disc = DisplayFactory::createCircle();
@@ -65,16 +65,16 @@ void drawOpacity(ContainerObject& inside) {
 }
 
 void drawShadows(ContainerObject& inside) {
-    const auto card = tile(34, 50, 84, 60, palette::card);
+    const auto card = tile(34, 50, 84, 60, palette::kCard);
     card->setShadow({0, 2, 6, 0x50000000});
     inside.add(card);
-    const auto raised = tile(154, 50, 84, 60, palette::card);
+    const auto raised = tile(154, 50, 84, 60, palette::kCard);
     raised->setShadow({0, 10, 28, 0x60000000});
     inside.add(raised);
     // The shadow of a group is that of its outline.
     const auto star = DisplayFactory::createPolyline();
     star->set(starPoints(76, 166, 38), true);
-    paint(star, palette::amber);
+    paint(star, palette::kAmber);
     star->setShadow({5, 6, 4, 0xFFE8703A});
     inside.add(star);
     const auto glow = DisplayFactory::createText(false);
@@ -83,7 +83,7 @@ void drawShadows(ContainerObject& inside) {
     glow->setContent("Glow");
     glow->setX(150);
     glow->setY(178);
-    glow->setFillColor(palette::violet);
+    glow->setFillColor(palette::kViolet);
     glow->setShadow({0, 0, 14, 0xFFB79CFF});
     inside.add(glow);
 }
@@ -103,7 +103,7 @@ void drawRoundedClip(ContainerObject& inside) {
     for (int i = 0; i < 10; ++i) {
         const auto stripe = DisplayFactory::createRect();
         stripe->set(-40 + 34.0F * static_cast<float>(i), 0, 17, 240);
-        paint(stripe, i % 2 == 0 ? palette::teal : palette::blue);
+        paint(stripe, i % 2 == 0 ? palette::kTeal : palette::kBlue);
         turn(*stripe, 24, 137, 120);
         window->add(stripe);
     }
@@ -113,18 +113,18 @@ void drawRoundedClip(ContainerObject& inside) {
 }
 
 void drawRadialGradients(ContainerObject& inside) {
-    auto light = colored<RadialGradient>({0xFFFFFFFF, 0xFF6FA8F5, palette::blue, 0xFF12305F});
+    auto light = colored<RadialGradient>({0xFFFFFFFF, 0xFF6FA8F5, palette::kBlue, 0xFF12305F});
     light.setFocus(0.34, 0.3);
     const auto ball = DisplayFactory::createCircle();
     ball->set(28, 64, 58);
     ball->setFillGradient(light);
     inside.add(ball);
 
-    const auto banner = tile(164, 48, 84, 62, palette::card);
-    banner->setFillGradient(colored<RadialGradient>({palette::amber, palette::coral}));
+    const auto banner = tile(164, 48, 84, 62, palette::kCard);
+    banner->setFillGradient(colored<RadialGradient>({palette::kAmber, palette::kCoral}));
     inside.add(banner);
     auto rings = colored<RadialGradient>(
-        {palette::violet, 0xFFE9E0FF, palette::violet, 0xFFE9E0FF, palette::violet});
+        {palette::kViolet, 0xFFE9E0FF, palette::kViolet, 0xFFE9E0FF, palette::kViolet});
     const auto target = DisplayFactory::createCircle();
     target->set(170, 130, 36);
     target->setFillGradient(rings);
@@ -140,8 +140,8 @@ void drawConicGradients(ContainerObject& inside) {
     // Five shares of a whole: two stops with one position make an edge.
     ConicGradient shares;
     shares.setAngle(-std::numbers::pi / 2);
-    const unsigned colors[] = {palette::coral, palette::amber, palette::green, palette::teal,
-                               palette::violet};
+    const unsigned colors[] = {palette::kCoral, palette::kAmber, palette::kGreen, palette::kTeal,
+                               palette::kViolet};
     for (int i = 0; i < 5; ++i) {
         shares.addColor(colors[i], static_cast<float>(i) / 5);
         shares.addColor(colors[i], static_cast<float>(i + 1) / 5);
@@ -153,7 +153,7 @@ void drawConicGradients(ContainerObject& inside) {
 }
 
 void drawGradientStrokes(ContainerObject& inside) {
-    auto sweep = colored<ConicGradient>({0xFFBFF0EC, palette::teal});
+    auto sweep = colored<ConicGradient>({0xFFBFF0EC, palette::kTeal});
     sweep.setAngle(-std::numbers::pi / 2);
     const auto gauge = DisplayFactory::createCircle();
     gauge->set(38, 54, 46);
@@ -166,7 +166,7 @@ void drawGradientStrokes(ContainerObject& inside) {
     dashes->set(162, 60, 40);
     dashes->setFillColor(255U, 255U, 255U, ~0U);
     dashes->setStrokeGradient(
-        colored<ConicGradient>({palette::coral, palette::violet, palette::coral}));
+        colored<ConicGradient>({palette::kCoral, palette::kViolet, palette::kCoral}));
     dashes->setStrokeWidth(12);
     dashes->setStrokeDashArray({14, 8});
     inside.add(dashes);
@@ -174,9 +174,9 @@ void drawGradientStrokes(ContainerObject& inside) {
     LinearGradient along;
     along.setUserSpace(false);
     along.set({0}, {0}, {1}, {0});
-    along.addColor(palette::coral, 0);
-    along.addColor(palette::amber, 0.5F);
-    along.addColor(palette::green, 1);
+    along.addColor(palette::kCoral, 0);
+    along.addColor(palette::kAmber, 0.5F);
+    along.addColor(palette::kGreen, 1);
     const auto wave = DisplayFactory::createPath();
     wave->start();
     wave->move(30, 184, false);
@@ -195,7 +195,7 @@ void drawTogether(ContainerObject& inside) {
     inside.add(scene());
     const auto glass = DisplayFactory::createRoundedClipContainer(18);
     glass->setBounds({52, 92, 172, 76});
-    const auto behind = tile(0, 0, 275, 237, palette::card);
+    const auto behind = tile(0, 0, 275, 237, palette::kCard);
     glass->add(behind);
     const auto blurred = scene();
     blurred->setBlur(22);
@@ -211,19 +211,19 @@ void drawTogether(ContainerObject& inside) {
     text->setContent("Glass");
     text->setX(104);
     text->setY(138);
-    text->setFillColor(palette::ink);
+    text->setFillColor(palette::kInk);
     inside.add(text);
 }
 
 void drawEffectsIcon(ContainerObject& inside) {
     const auto disc = DisplayFactory::createCircle();
     disc->set(3, 3, 9);
-    paint(disc, palette::card);
+    paint(disc, palette::kCard);
     disc->setBlur(3);
     inside.add(disc);
     const auto front = DisplayFactory::createCircle();
     front->set(8, 8, 7);
-    paint(front, palette::teal);
+    paint(front, palette::kTeal);
     front->setOpacity(0.8);
     inside.add(front);
 }

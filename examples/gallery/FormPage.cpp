@@ -41,7 +41,7 @@ public:
     }
     void operator()(const std::shared_ptr<DisplayObject>&,
                     const InputText::FocusEvent& event) override {
-        frame_->setStrokeColor(event.isFocused ? palette::blue : palette::edge);
+        frame_->setStrokeColor(event.isFocused ? palette::kBlue : palette::kEdge);
         frame_->setStrokeWidth(event.isFocused ? 2 : 1);
     }
 
@@ -54,11 +54,11 @@ private:
 FormPage::FormPage() : root_(DisplayFactory::createContainer()) {
     const auto paper = DisplayFactory::createRect();
     paper->set(0, 0, kPageWidth, kPageHeight);
-    paint(paper, palette::paper);
+    paint(paper, palette::kPaper);
     root_->add(paper);
     const auto rail = DisplayFactory::createRect();
     rail->set(0, 0, 72, kPageHeight);
-    paint(rail, palette::ink);
+    paint(rail, palette::kInk);
     root_->add(rail);
     addHeading();
 
@@ -77,9 +77,9 @@ FormPage::FormPage() : root_(DisplayFactory::createContainer()) {
 }
 
 void FormPage::addHeading() {
-    addText(kLeft, 84, "Settings", 30, palette::ink, "DejaVuSans-Bold");
-    addText(kLeft, 112, "Tab visits the fields; Enter commits them.", 14, palette::caption);
-    status_ = addText(kLeft, 770, "Nothing was changed yet.", 14, palette::caption);
+    addText(kLeft, 84, "Settings", 30, palette::kInk, "DejaVuSans-Bold");
+    addText(kLeft, 112, "Tab visits the fields; Enter commits them.", 14, palette::kCaption);
+    status_ = addText(kLeft, 770, "Nothing was changed yet.", 14, palette::kCaption);
 }
 
 std::shared_ptr<FormPage::Text> FormPage::addText(float x, float y, const std::string& content,
@@ -99,13 +99,13 @@ std::shared_ptr<FormPage::InputText> FormPage::addInput(const Frame& frame,
                                                         const std::string& label, bool isMultiline,
                                                         bool isSecure, int maximumLength) {
     addText(static_cast<float>(frame.x), static_cast<float>(frame.y) - 8, label, 13,
-            palette::caption);
+            palette::kCaption);
     const auto box = DisplayFactory::createRect();
     box->set(static_cast<float>(frame.x), static_cast<float>(frame.y),
              static_cast<float>(frame.width), static_cast<float>(frame.height));
     box->setRx(8);
     box->setRy(8);
-    paint(box, palette::card, palette::edge, 1);
+    paint(box, palette::kCard, palette::kEdge, 1);
     root_->add(box);
 
     const auto input = DisplayFactory::createInputText(isMultiline, isSecure, maximumLength);
@@ -113,8 +113,8 @@ std::shared_ptr<FormPage::InputText> FormPage::addInput(const Frame& frame,
                       frame.width - 2 * kPadding, frame.height - (isMultiline ? 2 * kPadding : 8)});
     input->setFont("DejaVuSans");
     input->setTextSize(kTextSize);
-    input->setTextColor(palette::ink);
-    input->setPlaceholderColor(palette::faint);
+    input->setTextColor(palette::kInk);
+    input->setPlaceholderColor(palette::kFaint);
     input->getOrCreateAccessibilityElement()->setLabel(label);
     root_->add(input);
 
@@ -148,7 +148,7 @@ void FormPage::addStyledLines() {
     const auto city = addInput(at(1, 3), "City, centered, in its own colors", false, false, 0);
     city->setAlignment(TextAlign::Center);
     city->setFont("DejaVuSerif");
-    city->setTextColor(palette::violet);
+    city->setTextColor(palette::kViolet);
     city->setBackgroundColor(0x187A5CD6);
     city->setSelectionColor(0x807A5CD6);
     city->setContent("Zürich");
@@ -182,11 +182,11 @@ void FormPage::drawIcon(ContainerObject& inside) {
     box->set(0, 5, 24, 14);
     box->setRx(3);
     box->setRy(3);
-    paint(box, 0, palette::card, 2);
+    paint(box, 0, palette::kCard, 2);
     inside.add(box);
     const auto caret = DisplayFactory::createRect();
     caret->set(6, 8, 2, 8);
-    paint(caret, palette::amber);
+    paint(caret, palette::kAmber);
     inside.add(caret);
 }
 

@@ -121,11 +121,11 @@ private:
     static void drawShapesIcon(ContainerObject& inside) {
         const auto square = DisplayFactory::createRect();
         square->set(0, 0, 15, 15);
-        paint(square, palette::coral);
+        paint(square, palette::kCoral);
         inside.add(square);
         const auto circle = DisplayFactory::createCircle();
         circle->set(8, 8, 8);
-        paint(circle, palette::teal);
+        paint(circle, palette::kTeal);
         inside.add(circle);
     }
 

@@ -103,7 +103,7 @@ void drawDrawing(ContainerObject& inside) {
     }
     const auto tinted = DisplayFactory::createImage();
     tinted->setPath(pathOf("face.png"));
-    tinted->setTint(palette::violet);
+    tinted->setTint(palette::kViolet);
     tinted->translate(36, 56);
     tinted->scale(0.5F, 0.5F);
     inside.add(tinted);
@@ -129,11 +129,11 @@ void drawImageIcon(ContainerObject& inside) {
     frame->set(0, 2, 24, 20);
     frame->setRx(3);
     frame->setRy(3);
-    paint(frame, palette::card);
+    paint(frame, palette::kCard);
     inside.add(frame);
     const auto hill = DisplayFactory::createPolyline();
     hill->set({3, 19, 10, 9, 14, 14, 17, 11, 21, 19}, true);
-    paint(hill, palette::teal);
+    paint(hill, palette::kTeal);
     inside.add(hill);
 }
 

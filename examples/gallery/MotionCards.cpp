@@ -49,14 +49,14 @@ std::shared_ptr<events::TouchEventListener> drawHiddenAndShown(ContainerObject& 
         const auto dot = DisplayFactory::createCircle();
         dot->set(static_cast<float>(124.5 + 70 * std::cos(angle)),
                  static_cast<float>(109 + 70 * std::sin(angle)), 13);
-        paint(dot, i % 2 == 0 ? palette::teal : palette::amber);
+        paint(dot, i % 2 == 0 ? palette::kTeal : palette::kAmber);
         dot->setVisible(i % 2 == 0);
         ring->add(dot);
         dots.push_back(dot);
     }
     const auto button = DisplayFactory::createCircle();
     button->set(107.5F, 92, 30);
-    paint(button, palette::ink);
+    paint(button, palette::kInk);
     inside.add(button);
     auto listener = std::make_shared<ChangeOver>(std::move(dots));
     inside.addListener<events::TouchEvent>(listener);
@@ -66,7 +66,7 @@ std::shared_ptr<events::TouchEventListener> drawHiddenAndShown(ContainerObject& 
 void drawNative(ContainerObject& inside, const std::shared_ptr<Drag>& drag) {
     const auto behind = DisplayFactory::createCircle();
     behind->set(40, 62, 58);
-    paint(behind, palette::violet);
+    paint(behind, palette::kViolet);
     behind->addListener<events::TouchEvent>(drag);
     inside.add(behind);
 
@@ -74,14 +74,14 @@ void drawNative(ContainerObject& inside, const std::shared_ptr<Drag>& drag) {
 
     const auto front = DisplayFactory::createCircle();
     front->set(168, 84, 32);
-    paint(front, 0xCCF5A623, palette::ink, 2);
+    paint(front, 0xCCF5A623, palette::kInk, 2);
     front->addListener<events::TouchEvent>(drag);
     inside.add(front);
 }
 
 void drawDraggables(ContainerObject& inside, const std::shared_ptr<Drag>& drag) {
-    const unsigned colors[] = {palette::coral, palette::amber, palette::green,
-                               palette::teal,  palette::blue,  palette::violet};
+    const unsigned colors[] = {palette::kCoral, palette::kAmber, palette::kGreen,
+                               palette::kTeal,  palette::kBlue,  palette::kViolet};
     for (int i = 0; i < 6; ++i) {
         const auto chip = DisplayFactory::createContainer();
         chip->setTranslate(44 + 66.0F * static_cast<float>(i % 3),
@@ -103,7 +103,7 @@ void drawDraggables(ContainerObject& inside, const std::shared_ptr<Drag>& drag) 
             const float column = static_cast<float>(dot % 2);
             const float row = static_cast<float>(dot / 2);
             pip->set(16 + 14 * column, 9 + 14 * row, 4);
-            paint(pip, palette::card);
+            paint(pip, palette::kCard);
             chip->add(pip);
         }
         chip->addListener<events::TouchEvent>(drag);

@@ -22,7 +22,7 @@ void drawCaption(ContainerObject& inside, const std::string& content, float x, f
     const auto caption = DisplayFactory::createText(false);
     caption->setFont("DejaVu Sans");
     caption->setTextSize(10);
-    caption->setFillColor(palette::caption);
+    caption->setFillColor(palette::kCaption);
     caption->setContent(content);
     caption->setX(x);
     caption->setY(y);
@@ -112,7 +112,7 @@ void MotionPage::drawIcon(ContainerObject& inside) {
         const auto x = static_cast<float>(i);
         points.insert(points.end(), {x, 22 - 20 * static_cast<float>(easing(x / 24))});
     }
-    drawLine(inside, points, palette::green);
+    drawLine(inside, points, palette::kGreen);
 }
 
 void MotionPage::addLoop(Loop::Make make) {
@@ -125,16 +125,16 @@ void MotionPage::drawEasings(ContainerObject& inside) {
         Easing easing;
         unsigned color;
     };
-    const Lane lanes[] = {{"linear", {}, palette::coral},
-                          {"ease", Easing::ease(), palette::amber},
-                          {"ease in", Easing::easeIn(), palette::green},
-                          {"ease out", Easing::easeOut(), palette::teal},
-                          {"in and out", Easing::easeInOut(), palette::blue}};
+    const Lane lanes[] = {{"linear", {}, palette::kCoral},
+                          {"ease", Easing::ease(), palette::kAmber},
+                          {"ease in", Easing::easeIn(), palette::kGreen},
+                          {"ease out", Easing::easeOut(), palette::kTeal},
+                          {"in and out", Easing::easeInOut(), palette::kBlue}};
     std::vector<std::pair<std::shared_ptr<DisplayObject>, Easing>> dots;
     float y = 62;
     for (const Lane& lane : lanes) {
         drawCaption(inside, lane.name, 18, y + 4);
-        drawLine(inside, {92, y, 250, y}, palette::edge);
+        drawLine(inside, {92, y, 250, y}, palette::kEdge);
         dots.emplace_back(makeDot(inside, 92, y, 8, lane.color), lane.easing);
         y += 34;
     }
@@ -169,10 +169,10 @@ void MotionPage::drawCurves(ContainerObject& inside) {
             points.insert(points.end(),
                           {x + kSide * share, y + kSide * (1 - static_cast<float>(easing(share)))});
         }
-        drawLine(inside, {x, y, x + kSide, y}, palette::edge);
-        drawLine(inside, points, palette::faint);
+        drawLine(inside, {x, y, x + kSide, y}, palette::kEdge);
+        drawLine(inside, points, palette::kFaint);
         drawCaption(inside, names[i], x, y + kSide + 18);
-        dots.emplace_back(makeDot(inside, x, y + kSide, 4, palette::violet), easing);
+        dots.emplace_back(makeDot(inside, x, y + kSide, 4, palette::kViolet), easing);
     }
     // A dot follows its curve: x is the time, and y has the easing.
     addLoop([dots](const std::string& key, float scale) {
@@ -196,7 +196,7 @@ void MotionPage::drawCurves(ContainerObject& inside) {
 void MotionPage::drawSprings(ContainerObject& inside) {
     const double bounces[] = {0, 0.4, 0.75};
     const char* const names[] = {"no bounce", "0.4", "0.75"};
-    const unsigned colors[] = {palette::teal, palette::blue, palette::violet};
+    const unsigned colors[] = {palette::kTeal, palette::kBlue, palette::kViolet};
     float x = 48;
     for (int i = 0; i < 3; ++i) {
         drawCaption(inside, names[i], x, 216);
@@ -225,7 +225,7 @@ void MotionPage::drawKeyTimes(ContainerObject& inside) {
     heart->cubicCurve(137.5F, 176, 193, 36, 225, 122, true);
     heart->close();
     heart->finish();
-    paint(heart, palette::coral);
+    paint(heart, palette::kCoral);
     inside.add(heart);
     addLoop([heart](const std::string& key, float) {
         const auto scaleBy = [](float s) { return std::vector<float>{s, 0, 0, s, 0, 0}; };
@@ -248,9 +248,9 @@ void MotionPage::drawKeyTimes(ContainerObject& inside) {
 void MotionPage::drawWalk(ContainerObject& inside) {
     const float corners[4][2] = {{62, 62}, {214, 62}, {214, 186}, {62, 186}};
     for (const auto& [x, y] : corners) {
-        makeDot(inside, x, y, 4, palette::faint);
+        makeDot(inside, x, y, 4, palette::kFaint);
     }
-    const auto walker = makeTile(inside, 42, 42, 40, palette::amber);
+    const auto walker = makeTile(inside, 42, 42, 40, palette::kAmber);
     addLoop([walker, step = 0](const std::string& key, float scale) mutable {
         const float way = scale * static_cast<float>(step % 4 < 2 ? 1 : -1);
         const bool isAcross = step++ % 2 == 0;
@@ -265,8 +265,8 @@ void MotionPage::drawWalk(ContainerObject& inside) {
 }
 
 void MotionPage::drawStop(ContainerObject& inside) {
-    drawLine(inside, {48, 128, 227, 128}, palette::edge);
-    runner_ = makeDot(inside, 48, 128, 20, palette::green);
+    drawLine(inside, {48, 128, 227, 128}, palette::kEdge);
+    runner_ = makeDot(inside, 48, 128, 20, palette::kGreen);
     taps_.push_back(std::make_shared<Tap>([this] {
         if (run_) {
             const auto shown =
@@ -302,8 +302,8 @@ void MotionPage::startRunner() {
 
 void MotionPage::drawFrameLoop(ContainerObject& inside) {
     // Balls in a box: the loop advances their motion by the time since the previous frame.
-    const unsigned colors[] = {palette::coral, palette::amber,  palette::green,
-                               palette::teal,  palette::violet, palette::blue};
+    const unsigned colors[] = {palette::kCoral, palette::kAmber,  palette::kGreen,
+                               palette::kTeal,  palette::kViolet, palette::kBlue};
     for (std::size_t i = 0; i < std::size(colors); ++i) {
         const auto k = static_cast<float>(i);
         const auto dot = makeDot(inside, 0, 0, 9 + k, colors[i]);
@@ -338,25 +338,25 @@ void MotionPage::drawBoxes(ContainerObject& inside) {
     const auto makeRect = [](unsigned color) { return makeTile(12, color); };
     const auto window = std::make_shared<Box>(
         BoxStyle{.direction = layout::Direction::Column, .gap = 10, .padding = Insets::all(10)});
-    window->setBackground(makeRect(palette::paper));
+    window->setBackground(makeRect(palette::kPaper));
     const auto bar =
         std::make_shared<Box>(BoxStyle{.gap = 6, .padding = {8, 0, 8, 0}, .align = Align::Center});
-    bar->setBackground(makeRect(palette::ink));
-    for (const unsigned color : {palette::coral, palette::amber, palette::green}) {
+    bar->setBackground(makeRect(palette::kInk));
+    for (const unsigned color : {palette::kCoral, palette::kAmber, palette::kGreen}) {
         bar->add(makeRect(color));
     }
     bar->addSpace();
-    bar->add(makeRect(palette::caption), {.width = 60});
+    bar->add(makeRect(palette::kCaption), {.width = 60});
     const auto content = std::make_shared<Box>(BoxStyle{.gap = 10});
     const auto list = std::make_shared<Box>(
         BoxStyle{.direction = layout::Direction::Column, .justify = Justify::SpaceBetween});
     for (int i = 0; i < 5; ++i) {
-        list->add(makeRect(i == 1 ? palette::teal : palette::faint), {.height = 18});
+        list->add(makeRect(i == 1 ? palette::kTeal : palette::kFaint), {.height = 18});
     }
     const auto text = DisplayFactory::createText(true);
     text->setFont("DejaVu Sans");
     text->setTextSize(11);
-    text->setFillColor(palette::ink);
+    text->setFillColor(palette::kInk);
     text->setContent(
         "This text takes the width that the others leave, and the height that it needs "
         "at this width.");
@@ -372,8 +372,8 @@ void MotionPage::drawWrapping(ContainerObject& inside) {
     using namespace layout;
     wrapping_ = std::make_shared<Box>(BoxStyle{.gap = 8, .wraps = true, .lineGap = 8});
     wrapping_->setMotion(0.5F, Easing::make(Curve::Back, Direction::Out));
-    const unsigned colors[] = {palette::coral, palette::amber,  palette::green,
-                               palette::teal,  palette::violet, palette::blue};
+    const unsigned colors[] = {palette::kCoral, palette::kAmber,  palette::kGreen,
+                               palette::kTeal,  palette::kViolet, palette::kBlue};
     for (int i = 0; i < 12; ++i) {
         wrapping_->add(makeTile(34, colors[i % 6]), {.width = 34.0 + 8 * (i * 5 % 4)});
     }

@@ -33,17 +33,17 @@ void drawGradients(ContainerObject& inside) {
     sky->set(24, 38, 227, 80);
     sky->setRx(12);
     sky->setRy(12);
-    sky->setFillColor(across(1, 0, {palette::violet, palette::coral, palette::amber}));
+    sky->setFillColor(across(1, 0, {palette::kViolet, palette::kCoral, palette::kAmber}));
     inside.add(sky);
 
     const auto ball = DisplayFactory::createCircle();
     ball->set(28, 130, 40);
-    ball->setFillColor(across(0, 1, {0xFF8FE3DC, palette::teal, 0xFF0B5F5B}));
+    ball->setFillColor(across(0, 1, {0xFF8FE3DC, palette::kTeal, 0xFF0B5F5B}));
     inside.add(ball);
 
     const auto star = DisplayFactory::createPolyline();
     star->set(starPoints(190, 176, 50), true);
-    star->setFillColor(across(1, 1, {palette::amber, palette::coral}));
+    star->setFillColor(across(1, 1, {palette::kAmber, palette::kCoral}));
     inside.add(star);
 }
 
@@ -51,8 +51,8 @@ void drawGradientStops(ContainerObject& inside) {
     // One axis in user space, of which each bar shows its part.
     LinearGradient rainbow;
     rainbow.set(at(24), at(0), at(251), at(0));
-    const unsigned colors[] = {palette::coral, palette::amber, palette::green,
-                               palette::teal,  palette::blue,  palette::violet};
+    const unsigned colors[] = {palette::kCoral, palette::kAmber, palette::kGreen,
+                               palette::kTeal,  palette::kBlue,  palette::kViolet};
     float position = 0;
     for (const unsigned color : colors) {
         rainbow.addColor(color, position);
@@ -81,7 +81,7 @@ void drawClips(ContainerObject& inside) {
     const auto turned = DisplayFactory::createContainer();
     turn(*turned, 24, 137, 120);
     window->add(turned);
-    const unsigned colors[] = {palette::coral, palette::amber, palette::teal, palette::blue};
+    const unsigned colors[] = {palette::kCoral, palette::kAmber, palette::kTeal, palette::kBlue};
     for (int i = 0; i < 12; ++i) {
         const auto stripe = DisplayFactory::createRect();
         stripe->set(-60 + 34.0F * static_cast<float>(i), -80, 17, 400);
@@ -91,7 +91,7 @@ void drawClips(ContainerObject& inside) {
     const auto edge = DisplayFactory::createRect();
     edge->set(28, 34, 219, 172);
     edge->setFillColor(255U, 255U, 255U, ~0U);
-    edge->setStrokeColor(palette::ink);
+    edge->setStrokeColor(palette::kInk);
     edge->setStrokeWidth(2);
     inside.add(edge);
 }
@@ -99,8 +99,8 @@ void drawClips(ContainerObject& inside) {
 void drawNestedTransforms(ContainerObject& inside) {
     // Each square is inside the one before, turned and scaled by the same step.
     ContainerObject* around = &inside;
-    const unsigned colors[] = {palette::blue,  palette::card, palette::violet, palette::card,
-                               palette::coral, palette::card, palette::amber,  palette::card};
+    const unsigned colors[] = {palette::kBlue,  palette::kCard, palette::kViolet, palette::kCard,
+                               palette::kCoral, palette::kCard, palette::kAmber,  palette::kCard};
     for (int i = 0; i < 16; ++i) {
         const auto level = DisplayFactory::createContainer();
         if (i == 0) {

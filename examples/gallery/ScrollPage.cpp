@@ -16,8 +16,8 @@ namespace {
 constexpr std::size_t kContacts = 100000;
 constexpr float kContactHeight = 60;
 constexpr int kPictureSide = 40;
-constexpr std::array kColors = {palette::coral, palette::amber,  palette::teal,
-                                palette::blue,  palette::violet, palette::green};
+constexpr std::array kColors = {palette::kCoral, palette::kAmber,  palette::kTeal,
+                                palette::kBlue,  palette::kViolet, palette::kGreen};
 constexpr float kTitleHeight = 44;
 constexpr float kMargin = 16;
 
@@ -86,9 +86,9 @@ Container makeContact(float width) {
     const auto picture = DisplayFactory::createImage();
     picture->setTranslate(0, 10);
     row->add(picture);
-    addText(*row, 56, 27, 14, palette::ink);
-    addText(*row, 56, 46, 11, palette::caption);
-    addTile(*row, 56, kContactHeight - 1, width - 56, 1, 0, palette::edge);
+    addText(*row, 56, 27, 14, palette::kInk);
+    addText(*row, 56, 46, 11, palette::kCaption);
+    addTile(*row, 56, kContactHeight - 1, width - 56, 1, 0, palette::kEdge);
     return row;
 }
 
@@ -120,9 +120,9 @@ Container ScrollPage::addPanel(const std::string& title, float x, float y, float
                                float height) {
     const auto panel = DisplayFactory::createContainer();
     panel->setTranslate(x, y);
-    const auto card = addTile(*panel, 0, 0, width, height, 10, palette::card);
-    paint(card, palette::card, palette::edge, 1);
-    addText(*panel, kMargin, 28, 13, palette::caption, title);
+    const auto card = addTile(*panel, 0, 0, width, height, 10, palette::kCard);
+    paint(card, palette::kCard, palette::kEdge, 1);
+    addText(*panel, kMargin, 28, 13, palette::kCaption, title);
     const auto inside = DisplayFactory::createContainer();
     inside->setTranslate(kMargin, kTitleHeight);
     panel->add(inside);
@@ -179,7 +179,7 @@ void ScrollPage::addShelves() {
     for (int i = 0; i < 8; ++i) {
         const auto shelf = DisplayFactory::createContainer();
         shelf->setTranslate(0, kShelf * static_cast<float>(i));
-        addText(*shelf, 0, 20, 13, palette::ink, "Shelf " + std::to_string(i + 1));
+        addText(*shelf, 0, 20, 13, palette::kInk, "Shelf " + std::to_string(i + 1));
         const auto place = DisplayFactory::createContainer();
         place->setTranslate(0, 32);
         shelf->add(place);
@@ -201,7 +201,7 @@ void ScrollPage::addShelves() {
 void ScrollPage::drawIcon(ContainerObject& inside) {
     for (int i = 0; i < 3; ++i) {
         addTile(inside, 0, 1 + 8 * static_cast<float>(i), 17, 5, 2,
-                i == 1 ? palette::amber : 0x66FFFFFFU);
+                i == 1 ? palette::kAmber : 0x66FFFFFFU);
     }
     addTile(inside, 20, 4, 3, 12, 1.5F, 0xCCFFFFFFU);
 }

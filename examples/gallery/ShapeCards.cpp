@@ -8,29 +8,29 @@ using FillRule = orvane::display::graphics::PathFillStyleable::FillRule;
 void drawShapes(ContainerObject& inside) {
     const auto rect = DisplayFactory::createRect();
     rect->set(26, 40, 64, 48);
-    paint(rect, palette::coral);
+    paint(rect, palette::kCoral);
     inside.add(rect);
 
     const auto rounded = DisplayFactory::createRect();
     rounded->set(106, 40, 64, 48);
     rounded->setRx(14);
     rounded->setRy(14);
-    paint(rounded, palette::amber, palette::ink, 2);
+    paint(rounded, palette::kAmber, palette::kInk, 2);
     inside.add(rounded);
 
     const auto circle = DisplayFactory::createCircle();
     circle->set(192, 36, 28);
-    paint(circle, palette::teal);
+    paint(circle, palette::kTeal);
     inside.add(circle);
 
     const auto ellipse = DisplayFactory::createEllipse();
     ellipse->set(24, 118, 72, 44);
-    paint(ellipse, palette::blue, palette::ink, 2);
+    paint(ellipse, palette::kBlue, palette::kInk, 2);
     inside.add(ellipse);
 
     const auto polyline = DisplayFactory::createPolyline();
     polyline->set({112, 164, 124, 120, 140, 150, 154, 116, 168, 164}, false);
-    paint(polyline, 0x332F6FDE, palette::blue, 3);
+    paint(polyline, 0x332F6FDE, palette::kBlue, 3);
     inside.add(polyline);
 
     // A heart of four curves.
@@ -43,12 +43,12 @@ void drawShapes(ContainerObject& inside) {
     heart->cubicCurve(220, 176, 252, 154, 232, 166, false);
     heart->close();
     heart->finish();
-    paint(heart, palette::coral);
+    paint(heart, palette::kCoral);
     inside.add(heart);
 
     const auto line = DisplayFactory::createLine();
     line->set(26, 200, 249, 200);
-    line->setStrokeColor(palette::ink);
+    line->setStrokeColor(palette::kInk);
     line->setStrokeWidth(3);
     inside.add(line);
 }
@@ -59,7 +59,8 @@ void drawFillRules(ContainerObject& inside) {
         const auto star = DisplayFactory::createPolyline();
         star->setFillRule(rule);
         star->set(starPoints(x, 130, 58), true);
-        paint(star, rule == FillRule::NonZero ? palette::violet : palette::teal, palette::ink, 2);
+        paint(star, rule == FillRule::NonZero ? palette::kViolet : palette::kTeal, palette::kInk,
+              2);
         inside.add(star);
         x += 124;
     }
@@ -73,8 +74,8 @@ void drawCurves(ContainerObject& inside) {
         arc->start();
         arc->arc(100, 128, radius, radius, 0, -90, 60 + 50.0F * static_cast<float>(i));
         arc->finish();
-        const unsigned colors[] = {palette::coral, palette::amber, palette::green,
-                                   palette::teal,  palette::blue,  palette::violet};
+        const unsigned colors[] = {palette::kCoral, palette::kAmber, palette::kGreen,
+                                   palette::kTeal,  palette::kBlue,  palette::kViolet};
         arc->setFillColor(255U, 255U, 255U, ~0U);  // an alpha of -1: no fill
         arc->setStrokeColor(colors[i]);
         arc->setStrokeWidth(6);
@@ -88,15 +89,15 @@ void drawCurves(ContainerObject& inside) {
     wave->quadCurve(222, 206, 270, 180, false);
     wave->finish();
     wave->setFillColor(255U, 255U, 255U, ~0U);
-    wave->setStrokeColor(palette::ink);
+    wave->setStrokeColor(palette::kInk);
     wave->setStrokeWidth(4);
     inside.add(wave);
 }
 
 void drawDashes(ContainerObject& inside) {
     const std::vector<std::vector<float>> patterns = {{}, {14, 8}, {2, 6}, {20, 6, 4, 6}, {1, 3}};
-    const unsigned colors[] = {palette::ink, palette::coral, palette::amber, palette::teal,
-                               palette::blue};
+    const unsigned colors[] = {palette::kInk, palette::kCoral, palette::kAmber, palette::kTeal,
+                               palette::kBlue};
     for (std::size_t i = 0; i < patterns.size(); ++i) {
         const auto line = DisplayFactory::createLine();
         const float y = 44 + 24.0F * static_cast<float>(i);
@@ -110,7 +111,7 @@ void drawDashes(ContainerObject& inside) {
     frame->set(30, 168, 215, 42);
     frame->setRx(21);
     frame->setRy(21);
-    paint(frame, 0x227A5CD6, palette::violet, 3);
+    paint(frame, 0x227A5CD6, palette::kViolet, 3);
     frame->setStrokeDashArray({12, 7});
     frame->setStrokeDashOffset(4);
     inside.add(frame);

@@ -8,7 +8,7 @@ using namespace orvane::display::graphics;
 namespace {
 
 std::shared_ptr<Text> text(ContainerObject& inside, float x, float y, const std::string& content,
-                           float size = 15, unsigned color = palette::ink,
+                           float size = 15, unsigned color = palette::kInk,
                            const char* font = "DejaVuSans") {
     const auto result = DisplayFactory::createText(false);
     result->setFont(font);
@@ -24,7 +24,7 @@ std::shared_ptr<Text> text(ContainerObject& inside, float x, float y, const std:
 void guide(ContainerObject& inside, float x1, float y1, float x2, float y2) {
     const auto line = DisplayFactory::createLine();
     line->set(x1, y1, x2, y2);
-    line->setStrokeColor(palette::coral);
+    line->setStrokeColor(palette::kCoral);
     line->setStrokeWidth(1);
     inside.add(line);
 }
@@ -49,7 +49,7 @@ void drawAlignments(ContainerObject& inside) {
     for (const auto& [align, name] : {std::pair{TextAlign::Start, "start"},
                                       {TextAlign::Center, "center"},
                                       {TextAlign::End, "end"}}) {
-        const auto line = text(inside, 137.5F, y, name, 22, palette::blue);
+        const auto line = text(inside, 137.5F, y, name, 22, palette::kBlue);
         line->setTextAlign(align);
         y += 52;
     }
@@ -61,7 +61,7 @@ void drawBaselines(ContainerObject& inside) {
                                          {AlignmentBaseline::Middle, "Middle"},
                                          {AlignmentBaseline::Top, "Top"}}) {
         guide(inside, 24, y, 251, y);
-        const auto line = text(inside, 36, y, name, 26, palette::violet);
+        const auto line = text(inside, 36, y, name, 26, palette::kViolet);
         line->setAlignmentBaseline(baseline);
         y += 54;
     }
@@ -69,16 +69,16 @@ void drawBaselines(ContainerObject& inside) {
 
 void drawDecorations(ContainerObject& inside) {
     text(inside, 30, 74, "Plain", 20);
-    text(inside, 30, 110, "Underlined", 20, palette::teal)->setDecoration(true, false);
-    text(inside, 30, 146, "Struck through", 20, palette::coral)->setDecoration(false, true);
-    text(inside, 30, 182, "Both of them", 20, palette::violet)->setDecoration(true, true);
+    text(inside, 30, 110, "Underlined", 20, palette::kTeal)->setDecoration(true, false);
+    text(inside, 30, 146, "Struck through", 20, palette::kCoral)->setDecoration(false, true);
+    text(inside, 30, 182, "Both of them", 20, palette::kViolet)->setDecoration(true, true);
 }
 
 void drawFonts(ContainerObject& inside) {
-    text(inside, 28, 76, "DejaVu Sans", 21, palette::ink, "DejaVuSans");
-    text(inside, 28, 112, "DejaVu Sans Bold", 21, palette::ink, "DejaVuSans-Bold");
-    text(inside, 28, 148, "DejaVu Serif", 21, palette::ink, "DejaVuSerif");
-    text(inside, 28, 184, "DejaVu Sans Mono", 21, palette::ink, "DejaVuSansMono");
+    text(inside, 28, 76, "DejaVu Sans", 21, palette::kInk, "DejaVuSans");
+    text(inside, 28, 112, "DejaVu Sans Bold", 21, palette::kInk, "DejaVuSans-Bold");
+    text(inside, 28, 148, "DejaVu Serif", 21, palette::kInk, "DejaVuSerif");
+    text(inside, 28, 184, "DejaVu Sans Mono", 21, palette::kInk, "DejaVuSansMono");
 }
 
 void drawScripts(ContainerObject& inside) {
@@ -106,7 +106,7 @@ void drawWrapping(ContainerObject& inside) {
         const auto block = DisplayFactory::createText(true);
         block->setFont("DejaVuSans");
         block->setTextSize(13);
-        block->setFillColor(palette::ink);
+        block->setFillColor(palette::kInk);
         block->setContent(
             "Text of several lines wraps at the width of its box, at spaces and hyphens.");
         block->setAlignment(align);
@@ -140,7 +140,7 @@ void drawLineBreaks(ContainerObject& inside) {
     const auto card = DisplayFactory::createText(true);
     card->setFont("DejaVuSerif");
     card->setTextSize(15);
-    card->setFillColor(palette::ink);
+    card->setFillColor(palette::kInk);
     card->setWidth(226);
     card->setLineBreaks(LineBreaks::Keep);
     card->setContent(
@@ -154,7 +154,7 @@ void drawLineBreaks(ContainerObject& inside) {
 void drawMeasured(ContainerObject& inside) {
     // Each label is measured before its background is made, and the next one follows it.
     const FontStyle font{"DejaVuSans", 13};
-    const unsigned colors[] = {palette::teal, palette::blue, palette::violet, palette::coral};
+    const unsigned colors[] = {palette::kTeal, palette::kBlue, palette::kViolet, palette::kCoral};
     float x = 22;
     float y = 50;
     int count = 0;
@@ -170,7 +170,7 @@ void drawMeasured(ContainerObject& inside) {
         back->setRy(14);
         paint(back, colors[count++ % 4]);
         inside.add(back);
-        text(inside, x + 10, y + 19, word, font.size, palette::card);
+        text(inside, x + 10, y + 19, word, font.size, palette::kCard);
         x += width + 8;
     }
     const std::string title = "A title that is too long for its place";
@@ -183,7 +183,7 @@ void drawMeasured(ContainerObject& inside) {
 }
 
 void drawTextIcon(ContainerObject& inside) {
-    text(inside, 3, 21, "A", 24, palette::card, "DejaVuSerif");
+    text(inside, 3, 21, "A", 24, palette::kCard, "DejaVuSerif");
 }
 
 }  // namespace gallery

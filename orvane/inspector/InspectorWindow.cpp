@@ -84,18 +84,18 @@ InspectorWindow::InspectorWindow(platform::NSWindow& application, platform::NSWi
                  tree_.setExpanded(node, isExpanded);
                  showTree();
              }}),
-      rate_("Frames a second", Plot::Form::Areas, {{"", palette::green}}, 50,
+      rate_("Frames a second", Plot::Form::Areas, {{"", palette::kGreen}}, 50,
             [](double value) { return formatNumber("%.0f", value); }),
       times_("Time of a frame", Plot::Form::Bars,
-             {{"update", palette::amber}, {"paint", palette::blue}, {"present", palette::green}}, 5,
-             formatMilliseconds),
-      memory_("Memory", Plot::Form::Areas, {{"stores", palette::blue}, {"caches", palette::amber}},
-              1, formatMegabytes),
+             {{"update", palette::kAmber}, {"paint", palette::kBlue}, {"present", palette::kGreen}},
+             5, formatMilliseconds),
+      memory_("Memory", Plot::Form::Areas,
+              {{"stores", palette::kBlue}, {"caches", palette::kAmber}}, 1, formatMegabytes),
       overlay_(application),
       meter_(
           application, [this](const platform::NSView& view) { return overlay_.contains(view); },
           [this](const Overlay::Rects& rects) { framePainted(rects); }) {
-    page_->setBackground(makeRect(palette::paper));
+    page_->setBackground(makeRect(palette::kPaper));
     page_->add(makeToolbar(), {.height = 30});
     page_->add(makeMiddle(), {.height = 0, .grow = 1});
     page_->add(makePlots(), {.height = 150});
@@ -143,7 +143,7 @@ BoxPointer InspectorWindow::makeToolbar() {
         [this](const auto&) { filter(search_->getContent()); });
     search_->addListener<graphics::InputText::ChangeEvent>(searched_);
     const auto field = std::make_shared<Box>(layout::BoxStyle{.padding = {10, 0, 10, 0}});
-    field->setBackground(makeRect(palette::field, 6));
+    field->setBackground(makeRect(palette::kField, 6));
     field->add(search_, {.width = 0, .grow = 1});
     bar->add(field, {.width = 300});
     return bar;
@@ -153,7 +153,7 @@ BoxPointer InspectorWindow::makeMiddle() {
     auto middle = std::make_shared<Box>(layout::BoxStyle{.gap = kGap});
     const auto left = std::make_shared<Box>(layout::BoxStyle{
         .direction = layout::Direction::Column, .gap = 8, .padding = layout::Insets::all(8)});
-    left->setBackground(makeRect(palette::panel, 8));
+    left->setBackground(makeRect(palette::kPanel, 8));
     const auto kinds = std::make_shared<Box>(layout::BoxStyle{.gap = 6});
     objects_ = std::make_shared<Button>("Objects", [this] { showKind(Tree::Kind::Objects); });
     layers_ = std::make_shared<Button>("Layers", [this] { showKind(Tree::Kind::Layers); });
@@ -165,7 +165,7 @@ BoxPointer InspectorWindow::makeMiddle() {
 
     const auto right =
         std::make_shared<Box>(layout::BoxStyle{.direction = layout::Direction::Column});
-    right->setBackground(makeRect(palette::panel, 8));
+    right->setBackground(makeRect(palette::kPanel, 8));
     right->add(panel_.getContainer(),
                restOfColumn([this](const auto& rect) { panel_.resize(rect); }));
     middle->add(right, {.width = 340});

@@ -55,15 +55,15 @@ Plot::Plot(std::string title, Form form, std::vector<Series> series, double leas
       least_(least),
       format_(std::move(format)),
       container_(DisplayFactory::createContainer()),
-      ground_(makeRect(palette::panel, 8)),
+      ground_(makeRect(palette::kPanel, 8)),
       line_(DisplayFactory::createLine()),
-      top_(makeText("", kTextSize, palette::pale)) {
+      top_(makeText("", kTextSize, palette::kPale)) {
     container_->add(ground_);
-    const auto heading = makeText(title, 11, palette::ink, true);
+    const auto heading = makeText(title, 11, palette::kInk, true);
     heading->setTranslate(kMargin, 9);
     container_->add(heading);
     container_->getOrCreateAccessibilityElement()->setLabel(title);
-    line_->setStrokeColor(palette::edge);
+    line_->setStrokeColor(palette::kEdge);
     line_->setStrokeWidth(1);
     container_->add(line_);
     for (const Series& each : series_) {

@@ -33,7 +33,7 @@ bool haveSameForm(const std::vector<Section>& a, const std::vector<Section>& b) 
 
 unsigned swatchColor(const std::string& value) {
     if (!value.starts_with('#')) {
-        return palette::panel;
+        return palette::kPanel;
     }
     const auto number = static_cast<unsigned>(std::stoul(value.substr(1), nullptr, 16));
     return value.size() == 7 ? number | 0xFF000000U : number >> 8 | number << 24;
@@ -83,14 +83,14 @@ void PropertyPanel::build() {
     values_.clear();
     float y = kMargin;
     for (std::size_t i = 0; i < sections_.size(); ++i) {
-        const auto title = makeText(sections_[i].title, kTextSize, palette::ink, true);
+        const auto title = makeText(sections_[i].title, kTextSize, palette::kInk, true);
         title->setTranslate(kMargin, y);
         scroll_->add(title);
         y += kRowHeight;
         values_.emplace_back();
         for (std::size_t k = 0; k < sections_[i].properties.size(); ++k) {
             const auto name =
-                makeText(sections_[i].properties[k].name, kTextSize, palette::caption);
+                makeText(sections_[i].properties[k].name, kTextSize, palette::kCaption);
             name->setTranslate(kMargin, y + kTextTop);
             scroll_->add(name);
             values_.back().push_back(makeValue(i, k, y));
@@ -112,17 +112,17 @@ PropertyPanel::Value PropertyPanel::makeValue(std::size_t section, std::size_t p
         scroll_->add(value.toggle->getBox()->getContainer());
         value.toggle->getBox()->layOut({double{kValueLeft}, double{y}, 52, kRowHeight - 3});
     } else if (shown.set == nullptr) {
-        value.text = makeText("", kTextSize, palette::ink);
+        value.text = makeText("", kTextSize, palette::kInk);
         value.text->setTranslate(kValueLeft + 6, y + kTextTop);
         scroll_->add(value.text);
     } else {
-        const auto ground = makeRect(palette::field, 4);
+        const auto ground = makeRect(palette::kField, 4);
         ground->set(kValueLeft, y, width, kRowHeight - 3);
         scroll_->add(ground);
         float left = kValueLeft + 6;
         if (shown.kind == Property::Kind::Color) {
-            value.swatch = makeRect(palette::panel, 3);
-            value.swatch->setStrokeColor(palette::pale);
+            value.swatch = makeRect(palette::kPanel, 3);
+            value.swatch->setStrokeColor(palette::kPale);
             value.swatch->setStrokeWidth(1);
             value.swatch->set(left, y + (kRowHeight - 3 - kSwatch) / 2, kSwatch, kSwatch);
             scroll_->add(value.swatch);
@@ -142,7 +142,7 @@ PropertyPanel::Value PropertyPanel::makeValue(std::size_t section, std::size_t p
         const auto leaves = listenerFor<Focus>([this, section, property](const auto& event) {
             if (!event.isFocused && section < values_.size()) {
                 values_[section][property].shown.clear();
-                values_[section][property].field->setTextColor(palette::ink);
+                values_[section][property].field->setTextColor(palette::kInk);
             }
         });
         value.field->addListener<Commit>(commits);
@@ -180,7 +180,7 @@ void PropertyPanel::commit(std::size_t section, std::size_t property) {
     // The application's listeners may do anything while the value changes.
     const auto field = values_[section][property].field;
     const bool isValid = sections_[section].properties[property].set(field->getContent());
-    field->setTextColor(isValid ? palette::ink : palette::red);
+    field->setTextColor(isValid ? palette::kInk : palette::kRed);
     if (isValid) {
         field->unfocus();
     }

@@ -33,7 +33,7 @@ float leftOf(const Row& row) {
 }
 
 void setColor(graphics::Text& text, bool isChosen, bool isVisible, unsigned color) {
-    text.setFillColor(isChosen ? palette::ink : isVisible ? color : palette::pale);
+    text.setFillColor(isChosen ? palette::kInk : isVisible ? color : palette::kPale);
 }
 
 }  // namespace
@@ -43,9 +43,9 @@ class TreeList::Line {
 public:
     static std::shared_ptr<graphics::Container> create() {
         const auto row = DisplayFactory::createContainer();
-        row->add(makeRect(palette::panel, 4));
+        row->add(makeRect(palette::kPanel, 4));
         for (const unsigned color :
-             {palette::caption, palette::ink, palette::green, palette::pale}) {
+             {palette::kCaption, palette::kInk, palette::kGreen, palette::kPale}) {
             row->add(makeText("", kTextSize, color));
         }
         partOf<graphics::Text>(*row, Mark).setTextAlign(graphics::TextAlign::End);
@@ -54,7 +54,7 @@ public:
 
     static void show(graphics::Container& container, const Row& row, const RowText& text,
                      float width, unsigned ground) {
-        const bool isChosen = ground == palette::selection;
+        const bool isChosen = ground == palette::kSelection;
         const UpdateLock lock(container.shared_from_this());
         auto& back = partOf<graphics::Rect>(container, Ground);
         back.set(4, 0, width - 8, kRowHeight);
@@ -65,7 +65,7 @@ public:
               : row.isExpanded ? "\u25BE"
                                : "\u25B8");
         auto& kind = place(container, Kind, left + kTriangle, text.kind);
-        setColor(kind, isChosen, text.isVisible, palette::ink);
+        setColor(kind, isChosen, text.isVisible, palette::kInk);
         const auto kindWidth = static_cast<float>(kind.getTextBounds().width);
         auto& mark = place(container, Mark, width - 14, text.mark);
         const auto markWidth = static_cast<float>(mark.getTextBounds().width);
@@ -73,7 +73,7 @@ public:
         auto& detail = place(container, Detail, detailLeft,
                              graphics::shortenText(text.detail, {kFont, kTextSize},
                                                    width - 24 - markWidth - detailLeft));
-        setColor(detail, isChosen, text.isVisible, palette::green);
+        setColor(detail, isChosen, text.isVisible, palette::kGreen);
     }
 
 private:
@@ -125,9 +125,9 @@ std::shared_ptr<DisplayObject> TreeList::makeRow(std::size_t row,
     const Row& shown = rows_[row];
     const RowText text = shown_[shown.node.key] = Tree::describe(shown.node);
     Line::show(*container, shown, text, static_cast<float>(width_),
-               shown.node == chosen_    ? palette::selection
-               : shown.node == hovered_ ? palette::hover
-                                        : palette::panel);
+               shown.node == chosen_    ? palette::kSelection
+               : shown.node == hovered_ ? palette::kHover
+                                        : palette::kPanel);
     return container;
 }
 

@@ -41,9 +41,9 @@ std::shared_ptr<graphics::InputText> makeField(float size) {
     auto field = DisplayFactory::createInputText(false, false, 0);
     field->setFont(kFont);
     field->setTextSize(size);
-    field->setTextColor(palette::ink);
-    field->setPlaceholderColor(palette::caption);
-    field->setSelectionColor(palette::selection);
+    field->setTextColor(palette::kInk);
+    field->setPlaceholderColor(palette::kCaption);
+    field->setSelectionColor(palette::kSelection);
     return field;
 }
 
@@ -51,8 +51,8 @@ Button::Button(const std::string& label, std::function<void()> pressed)
     : box_(std::make_shared<layout::Box>(layout::BoxStyle{.padding = {12, 0, 12, 0},
                                                           .justify = layout::Justify::Center,
                                                           .align = layout::Align::Center})),
-      ground_(makeRect(palette::field, 6)),
-      text_(makeText(label, 11, palette::ink)),
+      ground_(makeRect(palette::kField, 6)),
+      text_(makeText(label, 11, palette::kInk)),
       listener_(listenerFor<PointerEvent>([pressed = std::move(pressed)](const auto& event) {
           if (event.phase == PointerPhase::Down) {
               pressed();
@@ -69,8 +69,8 @@ Button::Button(const std::string& label, std::function<void()> pressed)
 
 void Button::setOn(bool isOn) {
     isOn_ = isOn;
-    ground_->setFillColor(isOn ? palette::blue : palette::field);
-    text_->setFillColor(isOn ? palette::paper : palette::ink);
+    ground_->setFillColor(isOn ? palette::kBlue : palette::kField);
+    text_->setFillColor(isOn ? palette::kPaper : palette::kInk);
 }
 
 }  // namespace orvane::inspector

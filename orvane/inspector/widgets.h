@@ -12,19 +12,19 @@ namespace orvane::inspector {
 
 namespace palette {
 
-constexpr unsigned paper = 0xFF14161B;
-constexpr unsigned panel = 0xFF1C1F26;
-constexpr unsigned field = 0xFF262A33;
-constexpr unsigned edge = 0xFF2E333D;
-constexpr unsigned ink = 0xFFE8EBF1;
-constexpr unsigned caption = 0xFF8D96A7;
-constexpr unsigned pale = 0xFF5B6372;
-constexpr unsigned blue = 0xFF4C9AFF;
-constexpr unsigned selection = 0xFF23497D;
-constexpr unsigned hover = 0xFF262B35;
-constexpr unsigned green = 0xFF46C08F;
-constexpr unsigned amber = 0xFFE8B04A;
-constexpr unsigned red = 0xFFFF6B6B;
+constexpr unsigned kPaper = 0xFF14161B;
+constexpr unsigned kPanel = 0xFF1C1F26;
+constexpr unsigned kField = 0xFF262A33;
+constexpr unsigned kEdge = 0xFF2E333D;
+constexpr unsigned kInk = 0xFFE8EBF1;
+constexpr unsigned kCaption = 0xFF8D96A7;
+constexpr unsigned kPale = 0xFF5B6372;
+constexpr unsigned kBlue = 0xFF4C9AFF;
+constexpr unsigned kSelection = 0xFF23497D;
+constexpr unsigned kHover = 0xFF262B35;
+constexpr unsigned kGreen = 0xFF46C08F;
+constexpr unsigned kAmber = 0xFFE8B04A;
+constexpr unsigned kRed = 0xFFFF6B6B;
 
 }  // namespace palette
 

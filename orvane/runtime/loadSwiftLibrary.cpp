@@ -37,7 +37,7 @@ std::string classNameOf(const std::string& module) {
 // The interface asks for RTLD_LOCAL alone, but dlopen requires a binding mode as well.
 // RTLD_NODELETE keeps the library mapped after its last dlclose, because the listeners, callbacks
 // and tasks that an application leaves behind are its code.
-constexpr int openMode = RTLD_LOCAL | RTLD_NOW | RTLD_NODELETE;
+constexpr int kOpenMode = RTLD_LOCAL | RTLD_NOW | RTLD_NODELETE;
 
 }  // namespace
 
@@ -55,7 +55,7 @@ void Runtime::loadSwiftLibrary(const std::string& directory) {
             continue;
         }
         void* const library =
-            dlopen(platform::pathWithComponents({directory, name}).c_str(), openMode);
+            dlopen(platform::pathWithComponents({directory, name}).c_str(), kOpenMode);
         if (!library) {
             lastError = dlerror();
             continue;

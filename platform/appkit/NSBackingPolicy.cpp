@@ -17,7 +17,7 @@ constexpr std::int64_t kLargestArea = std::int64_t{64} << 20;
 
 // Expands a rectangle to whole tiles and adds one tile on each side.
 NSBackingRect withMargin(const NSBackingRect& rect) {
-    constexpr std::int64_t size = NSBackingStore::tileSize;
+    constexpr std::int64_t size = NSBackingStore::kTileSize;
     const NSBackingRect tiles = NSBackingStore::tilesAround(rect);
     return {(tiles.left - 1) * size, (tiles.top - 1) * size, (tiles.right + 1) * size,
             (tiles.bottom + 1) * size};

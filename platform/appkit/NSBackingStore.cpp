@@ -19,7 +19,7 @@ std::uint64_t nextSerial() {
 }
 
 NSBackingRect tileRect(std::int64_t column, std::int64_t line) {
-    constexpr std::int64_t size = NSBackingStore::tileSize;
+    constexpr std::int64_t size = NSBackingStore::kTileSize;
     return {column * size, line * size, (column + 1) * size, (line + 1) * size};
 }
 
@@ -29,7 +29,7 @@ NSBackingStore::NSBackingStore(double scale) : scale_(scale) {}
 NSBackingStore::~NSBackingStore() = default;
 
 NSBackingRect NSBackingStore::tilesAround(const NSBackingRect& rect) {
-    constexpr std::int64_t size = tileSize;
+    constexpr std::int64_t size = kTileSize;
     if (rect.isEmpty()) {
         return {};
     }

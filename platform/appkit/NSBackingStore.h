@@ -29,7 +29,7 @@ class NSView;
 // Serials are unique within the process; a tile with serial 0 is transparent.
 class ORVANE_EXPORT NSBackingStore {
 public:
-    static constexpr std::int64_t tileSize = 256;
+    static constexpr std::int64_t kTileSize = 256;
 
     struct Tile {
         NSBackingRect rect;    // in the view's pixels, within the area

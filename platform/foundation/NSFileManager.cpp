@@ -13,13 +13,13 @@ namespace fs = std::filesystem;
 
 namespace {
 
-constexpr auto options = fs::directory_options::skip_permission_denied;
+constexpr auto kOptions = fs::directory_options::skip_permission_denied;
 
 void appendContents(const fs::path& directory, const fs::path& prefix, bool deep,
                     std::vector<std::string>& found) {
     std::error_code error;
     std::vector<fs::directory_entry> entries;
-    for (fs::directory_iterator each(directory, options, error), end; !error && each != end;
+    for (fs::directory_iterator each(directory, kOptions, error), end; !error && each != end;
          each.increment(error)) {
         entries.push_back(*each);
     }

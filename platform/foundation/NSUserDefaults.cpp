@@ -12,7 +12,7 @@ namespace orvane::platform {
 
 namespace {
 
-constexpr const char* group = "Defaults";
+constexpr const char* kGroup = "Defaults";
 
 using KeyFile = std::unique_ptr<GKeyFile, decltype(&g_key_file_unref)>;
 
@@ -58,7 +58,7 @@ std::optional<std::string> NSUserDefaults::objectForKey(const std::string& key) 
         return found->second;
     }
     const std::unique_ptr<gchar, decltype(&g_free)> value(
-        g_key_file_get_string(load().get(), group, key.c_str(), nullptr), &g_free);
+        g_key_file_get_string(load().get(), kGroup, key.c_str(), nullptr), &g_free);
     return value ? std::optional<std::string>(value.get()) : std::nullopt;
 }
 
@@ -69,7 +69,7 @@ bool NSUserDefaults::setObjectForKey(const std::string& value, const std::string
     }
     const std::lock_guard lock(mutex_);
     const KeyFile keys = load();
-    g_key_file_set_string(keys.get(), group, key.c_str(), value.c_str());
+    g_key_file_set_string(keys.get(), kGroup, key.c_str(), value.c_str());
     GError* error = nullptr;
     if (!NSFileManager::defaultManager().createDirectoryWithIntermediates(folder()) ||
         !g_key_file_save_to_file(keys.get(), file().c_str(), &error)) {

@@ -100,8 +100,8 @@ void GTKTiles::update(const NSBackingStore* store, std::span<const NSBackingRect
 void GTKTiles::updateRect(const NSBackingStore& store, const NSBackingRect& rect) {
     store.forEachTile(rect, [&](const NSBackingStore::Tile& current) {
         const Place place{
-            static_cast<int>(floorDivide(current.rect.top, NSBackingStore::tileSize)),
-            static_cast<int>(floorDivide(current.rect.left, NSBackingStore::tileSize))};
+            static_cast<int>(floorDivide(current.rect.top, NSBackingStore::kTileSize)),
+            static_cast<int>(floorDivide(current.rect.left, NSBackingStore::kTileSize))};
         if (current.serial == 0) {
             tiles_.erase(place);
             return;

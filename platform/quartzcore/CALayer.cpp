@@ -109,7 +109,7 @@ void CALayer::addAnimation(const CAAnimation& animation, const std::string& key)
     const auto start = [&copy](CALayer& layer, Running running) {
         layer.running_.push_back(std::move(running));
         CATimeline& timeline = CATimeline::instance();
-        if (layer.timelineIndex_ == notOnTimeline) {
+        if (layer.timelineIndex_ == kNotOnTimeline) {
             timeline.addLayer(layer);
         }
         timeline.animationAdded(copy->beginTime(), copy->endTime());
@@ -178,9 +178,9 @@ void CALayer::stopOutgoing(const CAAnimation& animation) {
 }
 
 void CALayer::leaveTimeline() {
-    if (timelineIndex_ != notOnTimeline) {
+    if (timelineIndex_ != kNotOnTimeline) {
         CATimeline::instance().removeLayer(*this);
-        timelineIndex_ = notOnTimeline;
+        timelineIndex_ = kNotOnTimeline;
     }
 }
 

@@ -152,8 +152,8 @@ private:
     bool opaque_ = false;
     bool masksToBounds_ = false;
     std::vector<Running> running_;  // in the order in which they were added and are applied
-    static constexpr std::size_t notOnTimeline = static_cast<std::size_t>(-1);
-    std::size_t timelineIndex_ = notOnTimeline;
+    static constexpr std::size_t kNotOnTimeline = static_cast<std::size_t>(-1);
+    std::size_t timelineIndex_ = kNotOnTimeline;
 };
 
 }  // namespace orvane::platform

@@ -17,7 +17,7 @@ namespace orvane::platform {
 
 namespace {
 
-constexpr double never = std::numeric_limits<double>::infinity();
+constexpr double kNever = std::numeric_limits<double>::infinity();
 
 // Only posts the tick: application code runs in a tick, and belongs in the main queue's turns.
 gboolean onTimer(GSource* source, GSourceFunc /*callback*/, gpointer /*data*/) {
@@ -79,7 +79,7 @@ void CATimeline::removeTimer(const std::shared_ptr<CATimer::Schedule>& timer) {
 }
 
 double CATimeline::nextTimer() const {
-    double next = never;
+    double next = kNever;
     for (const std::shared_ptr<CATimer::Schedule>& timer : timers_) {
         next = std::min(next, timer->due);
     }
@@ -118,7 +118,7 @@ void CATimeline::wakeAt(double time) {
 }
 
 void CATimeline::setTimer() {
-    if (CAVirtualClock::current() || wakeTime_ == never) {
+    if (CAVirtualClock::current() || wakeTime_ == kNever) {
         g_source_set_ready_time(timer_, -1);
         return;
     }
@@ -149,10 +149,10 @@ void CATimeline::postTick() {
 }
 
 void CATimeline::clockChanged() {
-    lastTick_ = -never;
+    lastTick_ = -kNever;
     {
         const std::scoped_lock lock(mutex_);
-        wakeTime_ = layers_.empty() && timers_.empty() ? never : CACurrentMediaTime();
+        wakeTime_ = layers_.empty() && timers_.empty() ? kNever : CACurrentMediaTime();
         setTimer();
     }
     postTickForCompletions();
@@ -167,9 +167,9 @@ void CATimeline::tick(double time) {
     time = std::max(time, lastTick_);
     {
         const std::scoped_lock lock(mutex_);
-        wakeTime_ = never;
+        wakeTime_ = kNever;
     }
-    double next = never;
+    double next = kNever;
     // Backward, because a layer whose last animation has ended leaves the list and the last layer
     // takes its place. No application code runs here: layers only mark their views as changed.
     for (std::size_t i = layers_.size(); i-- > 0;) {

@@ -14,7 +14,7 @@ struct StatusText {
     const char* text;
 };
 
-constexpr std::array statusTexts{
+constexpr std::array kStatusTexts{
     StatusText{100, "continue"},
     StatusText{101, "switching protocols"},
     StatusText{200, "no error"},
@@ -93,8 +93,8 @@ bool NSHTTPURLResponse::FieldOrder::operator()(const NSString& a, const NSString
 }
 
 NSString NSHTTPURLResponse::localizedStringForStatusCode(int statusCode) {
-    const auto* found = std::ranges::find(statusTexts, statusCode, &StatusText::code);
-    const char* text = found == statusTexts.end() ? textOfClass(statusCode) : found->text;
+    const auto* found = std::ranges::find(kStatusTexts, statusCode, &StatusText::code);
+    const char* text = found == kStatusTexts.end() ? textOfClass(statusCode) : found->text;
     return NSString::initWithUTF8String(text).value_or(NSString());
 }
 

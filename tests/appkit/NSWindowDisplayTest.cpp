@@ -37,8 +37,8 @@ protected:
     OffscreenWindow window{{1000, 500}};
 };
 
-constexpr double infinity = std::numeric_limits<double>::infinity();
-constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
+constexpr double kInfinity = std::numeric_limits<double>::infinity();
+constexpr double kNotANumber = std::numeric_limits<double>::quiet_NaN();
 
 }  // namespace
 
@@ -53,9 +53,9 @@ TEST_F(NSWindowDisplayTest, DamageIsRoundedOutwardAndExpandedByOnePixel) {
         {"two pixels per point", 2, {{10.25, 10}, {5, 5}}, {{9.5, 9.5}, {6.5, 6}}},
         {"a negative extent", 1, {{15, 15}, {-5, -5}}, {{9, 9}, {7, 7}}},
         {"over the edge", 1, {{-10, -10}, {20, 20}}, {{0, 0}, {11, 11}}},
-        {"not a number", 1, {{notANumber, 10}, {5, 5}}, {{0, 0}, {200, 100}}},
-        {"infinite", 1, {{10, 10}, {infinity, 5}}, {{0, 0}, {200, 100}}},
-        {"twice infinite", 1, {{-infinity, 10}, {infinity, 5}}, {{0, 0}, {200, 100}}},
+        {"not a number", 1, {{kNotANumber, 10}, {5, 5}}, {{0, 0}, {200, 100}}},
+        {"infinite", 1, {{10, 10}, {kInfinity, 5}}, {{0, 0}, {200, 100}}},
+        {"twice infinite", 1, {{-kInfinity, 10}, {kInfinity, 5}}, {{0, 0}, {200, 100}}},
         {"huge", 1, {{-1e300, 10}, {2e300, 1}}, {{0, 9}, {200, 3}}},
     };
     for (const auto& c : cases) {
@@ -138,8 +138,8 @@ TEST_F(NSWindowDisplayTest, OnlyTheVisiblePartOfAHugeViewIsStored) {
         const NSBackingStore* const store = huge->backingStore();
         EXPECT_EQ(store != nullptr ? store->area() : NSBackingRect{}, c.stored) << c.frame.origin.x;
     }
-    for (const CGRect& odd : Rects{{{0, 0}, {notANumber, 10}},
-                                   {{infinity, 0}, {10, 10}},
+    for (const CGRect& odd : Rects{{{0, 0}, {kNotANumber, 10}},
+                                   {{kInfinity, 0}, {10, 10}},
                                    {{0, 0}, {-5, 10}},
                                    {{0, 0}, {1e300, 1e300}}}) {
         huge->setFrame(odd);

@@ -34,8 +34,8 @@ std::shared_ptr<NSView> block(const CGRect& frame, const CGColor& color) {
     return view;
 }
 
-constexpr CGColor red{1, 0, 0, 1};
-constexpr CGColor blue{0, 0, 1, 1};
+constexpr CGColor kRed{1, 0, 0, 1};
+constexpr CGColor kBlue{0, 0, 1, 1};
 
 // A tree of views with random changes. Two scenes with the same seed change in the same way.
 class Scene {
@@ -223,7 +223,7 @@ TEST(OffscreenWindow, PixelsThatAreScrolledEqualComposedOnes) {
 
 TEST(OffscreenWindow, ComposesOnlyWhatChanged) {
     OffscreenWindow window({400, 300});
-    const auto root = block({{0, 0}, {400, 300}}, blue);
+    const auto root = block({{0, 0}, {400, 300}}, kBlue);
     window.setContentView(root);
     std::vector<std::shared_ptr<PaintedView>> views;
     for (int i = 0; i < 12; ++i) {
@@ -255,8 +255,8 @@ TEST(OffscreenWindow, ComposesOnlyWhatChanged) {
 TEST(OffscreenWindow, AClipHoldsForAllThatIsInside) {
     OffscreenWindow window({40, 30});
     const auto root = block({{0, 0}, {40, 30}}, {0, 0, 0, 1});
-    const auto outer = block({{10, 10}, {10, 10}}, red);
-    const auto inner = block({{-5, 5}, {20, 10}}, blue);
+    const auto outer = block({{10, 10}, {10, 10}}, kRed);
+    const auto inner = block({{-5, 5}, {20, 10}}, kBlue);
     outer->addSubview(inner);
     root->addSubview(outer);
     window.setContentView(root);
@@ -284,7 +284,7 @@ TEST(OffscreenWindow, AClipHoldsForAllThatIsInside) {
     EXPECT_EQ(shown(), (Counts{11.5, 11.5})) << "rounded up, in a group";
     outer->layer()->setOpacity(1);
     outer->layer()->setTransform(CATransform3DIdentity);
-    // A square that stands on its corner, with an area of 50 pixels.
+    // A square on its corner, with an area of 50 pixels.
     outer->setClips({{{{-5, -5}, {10, 10}},
                       CGAffineTransform::makeScale(std::sqrt(0.5), std::sqrt(0.5))
                           .rotate(std::acos(-1) / 4)
@@ -318,10 +318,10 @@ TEST(OffscreenWindow, WhatIsClippedAwayIsNotPainted) {
 TEST(OffscreenWindow, AViewWhoseTransformHasNoInverseIsNotDrawn) {
     OffscreenWindow window({20, 10});
     const auto root = block({{0, 0}, {20, 10}}, {});
-    const auto odd = block({{0, 0}, {10, 10}}, red);
+    const auto odd = block({{0, 0}, {10, 10}}, kRed);
     odd->addSubview(std::make_shared<PaintedView>(CGRect{{0, 0}, {10, 10}}));
     root->addSubview(odd);
-    root->addSubview(block({{10, 0}, {10, 10}}, blue));
+    root->addSubview(block({{10, 0}, {10, 10}}, kBlue));
     window.setContentView(root);
     for (const double scale : {0.0, std::nan(""), HUGE_VAL, 1e-300, 1e300}) {
         odd->layer()->setTransform(

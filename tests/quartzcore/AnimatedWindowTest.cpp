@@ -47,12 +47,12 @@ protected:
     std::shared_ptr<NSView> root = std::make_shared<NSView>();
 };
 
-constexpr CGColor red{1, 0, 0, 1};
+constexpr CGColor kRed{1, 0, 0, 1};
 
 }  // namespace
 
 TEST_F(AnimatedWindowTest, AnIdleWindowNeedsNoDisplay) {
-    const auto view = block({{0, 0}, {20, 20}}, red);
+    const auto view = block({{0, 0}, {20, 20}}, kRed);
     displayAt(1);
     view->layer()->addAnimation(slide(), "slide");
     displayAt(2);
@@ -68,7 +68,7 @@ TEST_F(AnimatedWindowTest, AnIdleWindowNeedsNoDisplay) {
 }
 
 TEST_F(AnimatedWindowTest, AViewThatLeavesItsWindowLosesItsAnimations) {
-    const auto view = block({{0, 0}, {20, 20}}, red);
+    const auto view = block({{0, 0}, {20, 20}}, kRed);
     const auto inner = std::make_shared<NSView>();
     view->addSubview(inner);
     inner->layer()->addAnimation(slide(), "slide");

@@ -43,7 +43,7 @@ CAKeyframeAnimation paced(std::vector<double> times, CAMediaTimingFunction timin
     return paced;
 }
 
-constexpr float forEver = std::numeric_limits<float>::infinity();
+constexpr float kForever = std::numeric_limits<float>::infinity();
 
 }  // namespace
 
@@ -59,7 +59,7 @@ TEST_F(CAAnimationTest, InterpolatesEvenlySpacedKeyFrames) {
         {"two and a half passes",
          animation("opacity", {0, 1}, 10, 4, 2.5F),
          {{13, 0.75}, {14, 0}, {19, 0.25}, {19.5, 0.375}, {20, 0.5}}},
-        {"forever", animation("opacity", {0, 1}, 10, 4, forEver), {{4000000011, 0.25}}},
+        {"forever", animation("opacity", {0, 1}, 10, 4, kForever), {{4000000011, 0.25}}},
         {"one key frame", animation("opacity", {0.2}), {{10, 0.2}, {13.9, 0.2}, {14, 0.5}}},
         {"no duration", animation("opacity", {0, 1}, 10, 0), {{10, 0.5}}},
         {"opacities out of range", animation("opacity", {-1, 3}), {{10, 0}, {13, 1}}},

@@ -10,7 +10,7 @@ using namespace orvane::platform;
 
 namespace {
 
-constexpr double pi = std::numbers::pi;
+constexpr double kPi = std::numbers::pi;
 
 CATransform3D affine(const CGAffineTransform& t) {
     return CATransform3D::makeAffineTransform(t);
@@ -30,8 +30,8 @@ TEST(CATransform3D, IsInterpolatedByComponents) {
         CATransform3D expected;
     } cases[] = {
         {"a rotation stays a rotation", turn(0), turn(1), 0.5, turn(0.5)},
-        {"in the shorter direction", turn(3), turn(-3), 0.5, turn(pi)},
-        {"half a turn", turn(0), turn(pi), 0.5, turn(pi / 2)},
+        {"in the shorter direction", turn(3), turn(-3), 0.5, turn(kPi)},
+        {"half a turn", turn(0), turn(kPi), 0.5, turn(kPi / 2)},
         {"translation, in depth too", CATransform3D::makeTranslation(10, 20, 1),
          CATransform3D::makeTranslation(30, 0, 1), 0.25, CATransform3D::makeTranslation(15, 15, 1)},
         {"a rotation with a scale", affine(CGAffineTransform::makeRotation(0.2).scale(1, 1)),
