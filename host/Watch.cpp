@@ -120,7 +120,7 @@ void Watch::spawn(const std::vector<std::string>& options) {
     std::ranges::transform(command, std::back_inserter(words),
                            [](std::string& word) { return word.data(); });
     words.push_back(nullptr);
-    // This program, wherever it was started from.
+    // The path of this program.
     char program[] = "/proc/self/exe";
     words.insert(words.begin(), program);
     GError* error = nullptr;

@@ -28,7 +28,7 @@ public:
     Watch(const Watch&) = delete;
     Watch& operator=(const Watch&) = delete;
 
-    // Returns when the user has closed the window, or this process is asked to end.
+    // Returns when the user has closed the window, or a signal ends this process.
     ExitCode run();
 
 private:

@@ -16,7 +16,7 @@ class NSWindow;
 namespace orvane::display {
 
 // The window around a display; Display::getWindow returns it. It is the same object all the time,
-// whatever window the display is in.
+// also when the display enters another window.
 //
 // A host may refuse any request, for example because the window belongs to another program or the
 // desktop has no such thing. A function that returns false has changed nothing and logs nothing;
@@ -41,8 +41,8 @@ public:
     bool setApplicationId(const std::string& id);
     // Sets the smallest size of the display to which the user can make the window, in points.
     bool setMinimumSize(const geometry::Size<double>& size);
-    // Asks for a window that fills the screen, or no longer does. The desktop may take its time: a
-    // FullScreenChangedEvent follows.
+    // Requests that the window fills the screen, or no longer does. A FullScreenChangedEvent
+    // follows when the desktop has done it.
     bool setFullScreen(bool isFullScreen);
     // Whether the window fills the screen.
     bool isFullScreen() const;

@@ -53,7 +53,7 @@ bool canBePressed(NSAccessibilityRole role) {
     return role <= NSAccessibilityRole::Tab;
 }
 
-// Whether the element stands for everything in it.
+// Whether the element represents everything in it.
 bool containsAll(NSAccessibilityRole role) {
     return canBePressed(role) ||
            (role >= NSAccessibilityRole::Slider && role <= NSAccessibilityRole::Text);

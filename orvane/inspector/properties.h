@@ -27,8 +27,8 @@ struct Section {
     std::vector<Property> properties;
 };
 
-// Returns what is to be seen of an object or a layer; nothing if it is gone. The functions that
-// change values hold it weakly.
+// Returns the properties of an object or a layer; nothing if it no longer exists. The functions
+// that change values hold it weakly.
 std::vector<Section> propertiesOf(const Node& node);
 
 }  // namespace orvane::inspector

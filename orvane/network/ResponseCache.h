@@ -15,7 +15,7 @@ namespace orvane::network {
 
 // Keeps bodies of responses in a folder, each in a file, for as long as the servers say (RFC 9111).
 // What has not been used for the longest time is deleted when the folder exceeds its limit. A file
-// that cannot be read or written is as good as none.
+// that cannot be read or written counts as missing.
 //
 // Thread-safe. Several processes may share a folder: files are replaced as a whole.
 class ORVANE_EXPORT ResponseCache {

@@ -27,8 +27,8 @@ public:
     NSView* first() const { return first_; }
     // Calls nothing: see NSWindow::makeFirstResponder.
     void setFirst(NSView* view) { first_ = view; }
-    // Must be called before the view leaves its window: it loses the keyboard. It is told by
-    // viewDidMoveToWindow.
+    // Must be called before the view leaves its window: it loses the keyboard, and its
+    // viewDidMoveToWindow is called.
     void viewWillLeave(const NSView& view);
 
     // Each returns whether a view has handled the event. `target` is the first view that is

@@ -12,7 +12,7 @@ namespace orvane::platform {
 class NSVelocityTracker {
 public:
     void reset() { count_ = 0; }
-    // The pointer moved by `delta`, in points, and got there at `time`, in seconds.
+    // Adds a movement by `delta`, in points, that ended at `time`, in seconds.
     void add(CGPoint delta, double time);
     // In points per second, for a gesture that ends at `time`.
     CGPoint velocity(double time) const;

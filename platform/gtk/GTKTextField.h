@@ -13,8 +13,8 @@ namespace orvane::platform {
 
 class NSTextField;
 
-// What the widgets for text fields have in common. Subclasses show a line, a secret, or several
-// lines.
+// The base of the widgets for text fields: what they have in common. Subclasses show a line, a
+// secret, or several lines.
 class GTKTextField : public GTKControl {
 public:
     // Creates the widget for a field, which is borrowed and must outlive it.
@@ -32,7 +32,7 @@ protected:
     virtual void showText() = 0;
     // Copies what else the widget knows: the placeholder, the purpose and the alignment.
     virtual void showTraits() = 0;
-    // Copies the text and the selection of the widget to the field, and tells the application.
+    // Copies the text and the selection of the widget to the field, which notifies the application.
     virtual void takeText() = 0;
     // The widget that assistive technology finds.
     virtual GtkAccessible* accessible() = 0;

@@ -102,7 +102,7 @@ private:
     GTKControl* realize(NSView& view);
     void release(NSView& view);
     bool tabPressed(bool isForward);
-    // Gives the focus of GTK to what stands for the views that paint.
+    // Gives the focus of GTK to the widget that represents the views that paint.
     void grabFocusForViews();
     void updateAccessibility();
     void updateAccessibilityLater(unsigned milliseconds);

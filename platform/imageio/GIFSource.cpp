@@ -51,7 +51,7 @@ const GIFLibrary& gif() {
     return *GIFLibrary::instance();
 }
 
-// A code of 12 bits stands for at most 4096 pixels.
+// A code of 12 bits represents at most 4096 pixels.
 constexpr std::int64_t kPixelsPerByte = 4096;
 
 }  // namespace

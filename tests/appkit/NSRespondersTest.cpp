@@ -13,7 +13,7 @@ using namespace orvane::platform;
 
 namespace {
 
-// Writes every call to a log, and handles the events that it is told to.
+// Writes every call to a log, and handles the events that a test chooses.
 struct Responder final : NSView {
     Responder(std::string name_, std::string& log_) : name(std::move(name_)), log(log_) {
         setFrame({{0, 0}, {100, 100}});

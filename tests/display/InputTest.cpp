@@ -10,7 +10,7 @@ namespace {
 using platform::NSEvent;
 using platform::NSEventType;
 
-// Logs what an object gets, and handles it if it is told to.
+// Logs the events that an object gets, and handles them if a test says so.
 struct Listener final : events::PointerEvent::listener_type,
                         events::ScrollEvent::listener_type,
                         events::KeyEvent::listener_type {

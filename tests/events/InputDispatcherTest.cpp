@@ -17,7 +17,7 @@ namespace {
 
 using R = DisplayObject::Rect;
 
-// Logs the events of every kind that it gets, and handles those that it is told to.
+// Logs the events of every kind that it gets, and handles those that a test chooses.
 struct Everything final : PointerEvent::listener_type,
                           ScrollEvent::listener_type,
                           KeyEvent::listener_type,

@@ -9,7 +9,7 @@
 
 using orvane::display::graphics::RowHeights;
 
-// The heights agree with a plain vector of them, whatever happens to it.
+// After any sequence of changes, the heights agree with a plain vector of them.
 TEST(RowHeights, AreTheSumsOfTheirRows) {
     for (unsigned seed = 1; seed <= 20; ++seed) {
         std::mt19937 random(seed);

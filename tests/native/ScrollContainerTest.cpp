@@ -211,7 +211,7 @@ TEST_F(ScrollContainerTest, LongContentIsStoredAroundWhatIsVisible) {
     for (const double y : {0.0, 40000.0, 99999.0}) {
         scroll_->setContentOffset({0, y});
         window_.display();
-        EXPECT_LE(stored(), 100 + 4 * platform::NSBackingStore::tileSize);
+        EXPECT_LE(stored(), 100 + 4 * platform::NSBackingStore::kTileSize);
     }
     EXPECT_EQ(picture(), pictureFromScratch());
 }

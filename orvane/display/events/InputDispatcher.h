@@ -28,7 +28,7 @@ public:
     // Returns whether a listener has handled the event.
     bool key(const KeyEvent& event) const;
     // The same. Only objects inside the scroll container `within` are called, and only those that
-    // are not inside another scroll container in it, which was asked before; for null, the objects
+    // are not inside another scroll container in it, which was called before; for null, the objects
     // that are in no scroll container.
     bool scroll(const ScrollEvent& event, const DisplayObject* within) const;
     // The same for Move, Down and Up; Enter and Leave follow from them.
@@ -39,8 +39,8 @@ public:
     // Delivers a drag from another program. Returns whether an object takes it.
     bool drop(const DropEvent& event);
 
-    // Remembers which object has the focus, or that none has, and tells both. Returns whether
-    // another object has it now.
+    // Remembers which object has the focus, or that none has, and notifies both objects. Returns
+    // whether another object has it now.
     bool setFocus(const std::shared_ptr<DisplayObject>& object);
     // Null for none, also when the object was destroyed.
     std::shared_ptr<DisplayObject> focus() const { return focus_.lock(); }

@@ -35,7 +35,7 @@ enum class PointerPhase {
 // is if one of its children is, or if it has a listener itself and the pointer is in its frame.
 //
 // The object that handles a Down gets all further movements of the pointer, and the Up of that
-// button, wherever the pointer is. Pointer listeners are asked before touch listeners: touch
+// button, wherever the pointer is. Pointer listeners are called before touch listeners: touch
 // listeners do not learn of a press of the left button that a pointer listener has handled. While a
 // touch listener has a gesture, pointer listeners see only its Up.
 //

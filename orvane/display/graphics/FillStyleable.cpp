@@ -8,7 +8,7 @@ namespace {
 
 void refuse() {
     commons::reportMisuse("FillStyleable::setFillGradient",
-                          "the object keeps its fill, it can have no gradient");
+                          "the object keeps its fill: it can have no gradient");
 }
 
 }  // namespace

@@ -9,7 +9,7 @@
 namespace orvane::display::graphics {
 
 // Where the rows of a list are, one below the other from zero. Heights are in points. They are all
-// equal, or told by a function, which is called when a row is added and when its place within a
+// equal, or returned by a function, which is called when a row is added and when its place within a
 // block of rows is queried: only sums over blocks are kept, about 16 bytes for 256 rows. The
 // function must give the same height until the row is changed here. Heights that are less than one
 // point or not finite count as one.
@@ -17,7 +17,7 @@ class ORVANE_EXPORT RowHeights {
 public:
     // Makes all rows equally high.
     void setEqual(double height);
-    // Asks a function for each row. It must not be empty.
+    // Gives each row the height that a function returns for it. The function must not be empty.
     void setFunction(std::function<double(std::size_t row)> heightOf);
 
     std::size_t count() const { return count_; }

@@ -11,7 +11,7 @@ namespace {
 
 void refuseGradient() {
     commons::reportMisuse("StrokeStyleable::setStrokeGradient",
-                          "the object keeps its stroke, it can have no gradient");
+                          "the object keeps its stroke: it can have no gradient");
 }
 
 }  // namespace

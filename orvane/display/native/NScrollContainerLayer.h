@@ -17,7 +17,7 @@ namespace orvane::display::native {
 class ORVANE_EXPORT NScrollContainerLayer final : public BitmapLayer,
                                                   private platform::NSScrollViewDelegate {
 public:
-    // Is told on the main thread what the scroll view does.
+    // Notified of what the scroll view does, on the main thread.
     class Observer {
     public:
         virtual ~Observer() = default;

@@ -137,7 +137,7 @@ auto ContainerObject::computeFrame() -> Rect {
 bool ContainerObject::canStore(const std::shared_ptr<DisplayObject>& element) const {
     const char* fault = nullptr;
     if (!element) {
-        fault = "nothing is stored, there is no object";
+        fault = "nothing is stored: there is no object";
     } else if (const ContainerObject* const container = element->asContainer()) {
         // Only this container, or a container with children, can be an ancestor.
         if (container == this || !container->children().empty()) {

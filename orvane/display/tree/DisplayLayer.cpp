@@ -205,7 +205,7 @@ bool DisplayLayer::isHidden() const {
 
 void DisplayLayer::addObject(const std::shared_ptr<DisplayObject>& object) {
     if (!object) {
-        commons::reportMisuse("DisplayLayer::addObject", "nothing is added, there is no object");
+        commons::reportMisuse("DisplayLayer::addObject", "nothing is added: there is no object");
         return;
     }
     const std::shared_ptr<DisplayLayer> self = as<DisplayLayer>();
@@ -326,7 +326,7 @@ bool DisplayLayer::canStore(const std::shared_ptr<DisplayLayer>& sublayer) {
     if (!sublayer || sublayer.get() == this ||
         (!sublayer->children().empty() && findChildOf(sublayer))) {
         commons::reportMisuse("DisplayLayer::store",
-                              "nothing is stored, there is no layer or it is around this one");
+                              "nothing is stored: there is no layer or it is around this one");
         return false;
     }
     return true;

@@ -343,7 +343,7 @@ std::shared_ptr<DisplayLayer> DisplayObject::extractIntoLayer(
     const std::shared_ptr<DisplayLayer> around = parent ? parent->getAscendingLayer() : nullptr;
     if (layer && around && (around == layer || around->findChildOf(layer))) {
         commons::reportMisuse("DisplayObject::extractIntoLayer",
-                              "nothing is extracted, the layer shows the object's container");
+                              "nothing is extracted: the layer shows the object's container");
         return nullptr;
     }
     const std::shared_ptr<DisplayLayer> result = layer ? layer : createBitmapLayer();

@@ -146,7 +146,7 @@ void QuartzImage::setPlaying(bool playing) {
     }
 }
 
-// Called when a frame is painted: a picture that nobody sees does not play.
+// Called when a frame is painted: a picture that is not visible does not play.
 void QuartzImage::scheduleFrame() {
     const std::optional<double> delay =
         isPlaying_ && source_ && !frameTimer_ ? source_->delay() : std::nullopt;

@@ -31,8 +31,7 @@ public:
     // The width at which lines wrap; used by texts of several lines.
     void setMultilineMaxWidth(float width);
 
-    // Whether a text of several lines keeps the newlines of its content. Replaces the content by
-    // itself.
+    // Whether a text of several lines keeps the newlines of its content. Sets the content again.
     void setKeepsLineBreaks(bool keeps);
 
     void setX(float x);

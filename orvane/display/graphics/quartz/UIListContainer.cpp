@@ -35,7 +35,7 @@ void UIListContainer::init() {
 bool UIListContainer::hasRows(const char* function, std::size_t row, std::size_t count) const {
     const bool has = row <= heights_.count() && count <= heights_.count() - row;
     if (!has) {
-        commons::reportMisuse(function, "nothing is changed, there are no such rows");
+        commons::reportMisuse(function, "nothing is changed: there are no such rows");
     }
     return has;
 }
@@ -57,7 +57,7 @@ void UIListContainer::setRowHeight(double height) {
 void UIListContainer::setRowHeights(HeightFunction function) {
     if (!function) {
         commons::reportMisuse("ListContainer::setRowHeights",
-                              "nothing is set, there is no function");
+                              "nothing is set: there is no function");
         return;
     }
     const std::optional<Anchor> kept = anchor();
@@ -302,7 +302,7 @@ auto UIListContainer::makeRow(std::size_t row, const std::shared_ptr<DisplayObje
     }
     if (made.object && made.object != recycled && made.object->getParent() == shared_from_this()) {
         commons::reportMisuse("ListContainer",
-                              "the row is empty, its object is in the list already");
+                              "the row is empty: its object is in the list already");
         made.object = nullptr;
     }
     if (made.object && made.object != recycled) {

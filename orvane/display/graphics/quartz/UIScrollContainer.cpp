@@ -111,7 +111,7 @@ void UIScrollContainer::scrollToVisible(const std::shared_ptr<DisplayObject>& ob
                                         Motion motion) {
     if (!object || object == shared_from_this() || !object->findChildOf(shared_from_this())) {
         commons::reportMisuse("ScrollContainer::scrollToVisible",
-                              "nothing is scrolled, the object is not in the container");
+                              "nothing is scrolled: the object is not in the container");
         return;
     }
     Rect rect = object->getFrame();
