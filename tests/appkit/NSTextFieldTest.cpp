@@ -76,7 +76,7 @@ Range selectionOf(const NSTextField& field) {
 
 }  // namespace
 
-TEST_F(NSTextFieldTest, TellsTheOwnerWhatTheUserDoesAndNothingElse) {
+TEST_F(NSTextFieldTest, ReportsWhatTheUserDoesAndNothingElse) {
     const auto field = add(Kind::Line);
     const auto other = add(Kind::Line, "other");
     field->setStringValue("set");
@@ -137,7 +137,7 @@ TEST_F(NSTextFieldTest, KeysAreTheCommandsOfTheDesktop) {
     }
 }
 
-TEST_F(NSTextFieldTest, LinesAreWalkedAtTheSameDistanceFromTheSide) {
+TEST_F(NSTextFieldTest, UpAndDownKeepTheDistanceFromTheSide) {
     const auto field = add(Kind::Multiline, "aaaaaa\naa\naaaaaa");
     window.makeFirstResponder(field.get());
     field->setSelection(5, 5);

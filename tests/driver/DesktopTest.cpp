@@ -171,7 +171,7 @@ TEST_F(DesktopTest, ADropGoesToTheTopmostObjectThatTakesIt) {
     EXPECT_FALSE(native->sendDrop({NSDropPhase::Performed, {190, 110}}));
 }
 
-TEST_F(DesktopTest, ChangesOfTheAppearanceAreReportedOnceItWasAskedFor) {
+TEST_F(DesktopTest, ChangesOfTheAppearanceAreReportedAfterItWasRead) {
     const auto listener = std::make_shared<Listening<AppearanceChangedEvent, Display, void>>(
         [&](const auto& event) { log_.emplace_back(event.appearance.isDark ? "dark" : "light"); });
     display_->addListener<AppearanceChangedEvent>(listener);

@@ -135,7 +135,7 @@ TEST_F(ImageTest, AFailureSaysWhyAndKeepsOnlyTheBounds) {
 }
 
 // In the background; what is shown stays until the picture of the last call has arrived.
-TEST_F(ImageTest, LoadsWhatWasAskedForLast) {
+TEST_F(ImageTest, LoadsWhatWasRequestedLast) {
     const auto finish = [&] {
         while (image_->getState() == ImageState::Pending) {
             platform::drainMainQueue(std::chrono::milliseconds(100));

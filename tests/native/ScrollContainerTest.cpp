@@ -216,7 +216,7 @@ TEST_F(ScrollContainerTest, LongContentIsStoredAroundWhatIsVisible) {
     EXPECT_EQ(picture(), pictureFromScratch());
 }
 
-TEST_F(ScrollContainerTest, ListenersHearTheOffsetAndWhenItMoves) {
+TEST_F(ScrollContainerTest, ListenersGetTheOffsetAndWhenItMoves) {
     const auto listener = std::make_shared<Scrolled>();
     scroll_->addListener<ScrollOffsetEvent>(listener);
     scroll_->setContentOffset({0, 20});
