@@ -5,8 +5,12 @@
 #include <gtk/gtk.h>
 #include <gtkmm/window.h>
 
+#include <algorithm>
+#include <cstdlib>
 #include <memory>
+#include <sstream>
 #include <stdexcept>
+#include <string>
 
 #include "platform/gtk/GTKWindow.h"
 
@@ -43,9 +47,19 @@ Picture screenshot(int width, int height) {
 }
 
 void xdotool(const std::string& arguments) {
+    // X servers count pixels.
+    const char* const scale = std::getenv("GDK_SCALE");
+    const int pixelsPerPoint = scale != nullptr ? std::stoi(scale) : 1;
+    std::string command = "xdotool";
+    std::istringstream words(arguments);
+    int coordinates = 0;  // that follow
+    for (std::string word; words >> word;) {
+        const bool isCoordinate = coordinates > 0;
+        coordinates = word == "mousemove" ? 2 : std::max(coordinates - 1, 0);
+        command += ' ' + (isCoordinate ? std::to_string(std::stoi(word) * pixelsPerPoint) : word);
+    }
     int status = -1;
-    ASSERT_TRUE(g_spawn_command_line_sync(("xdotool " + arguments).c_str(), nullptr, nullptr,
-                                          &status, nullptr));
+    ASSERT_TRUE(g_spawn_command_line_sync(command.c_str(), nullptr, nullptr, &status, nullptr));
     ASSERT_EQ(status, 0) << arguments;
 }
 

@@ -20,7 +20,8 @@ struct Connection {
 // Returns what the screen shows in its top left corner, as 0x00RRGGBB.
 Picture screenshot(int width, int height);
 
-// Runs xdotool with these arguments. The events that it causes wait for the main loop.
+// Runs xdotool with these arguments, in which places of the pointer are in points. The events that
+// it causes wait for the main loop.
 void xdotool(const std::string& arguments);
 
 // Gives a window the keyboard focus.

@@ -53,7 +53,7 @@ TEST_F(WindowTest, ViewsGetThePointerWithoutAButtonAndOtherButtons) {
     EXPECT_EQ(view->log, "1x1 up shift+2x1 up 0x1 up 0x2 up ");
     window_.window().setCursor(platform::NSCursor::None);
     EXPECT_EQ(window_.window().widget().get_cursor()->get_name(), "none");
-    desktop::xdotool("mousemove 1200 700");
+    desktop::xdotool("mousemove 750 590");
     EXPECT_TRUE(desktop::runUntil([&] { return view->log.ends_with("exit "); }));
 }
 
