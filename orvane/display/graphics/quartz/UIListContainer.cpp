@@ -61,7 +61,7 @@ void UIListContainer::setRowHeights(HeightFunction function) {
         return;
     }
     const std::optional<Anchor> kept = anchor();
-    // A function that throws has told no height.
+    // The height is 0, which counts as one point, if the function throws.
     heights_.setFunction([function = std::move(function)](std::size_t row) {
         double height = 0;
         commons::guardedCall("exception of a list's height function",
@@ -159,8 +159,8 @@ void UIListContainer::scrollToRow(std::size_t row, Motion motion) {
 
 // ---- what follows from changes ----
 
-// The heights cannot tell it: when a change is reported, the application's function knows only the
-// rows after it.
+// Reads the places of the rows in view and not the heights: when the application reports a change,
+// its height function knows only the rows after the change.
 auto UIListContainer::anchor() const -> std::optional<Anchor> {
     std::optional<Anchor> top;
     for (const auto& [number, row] : rows_) {
