@@ -47,6 +47,14 @@ TEST_F(NativeLayerTest, ViewsFollowTheFramesOfTheirLayers) {
     EXPECT_EQ(pixel(37, 45), 0x00FF00U);
 }
 
+TEST_F(NativeLayerTest, AnEffectDoesNotMoveWhatIsOnTheLayer) {
+    root_->add(rect(20, 20, 50, 40, 0xFFFF0000));
+    const auto blurred = rect(100, 60, 20, 20, 0xFF0000FF);
+    blurred->setBlur(3);  // reaches 8.5 points
+    root_->add(blurred);
+    EXPECT_EQ(pixel(20, 20), shown(0xFF0000));
+}
+
 TEST_F(NativeLayerTest, ViewsAreInTheOrderOfTheirObjects) {
     const auto low = ColorControl::create({0, 0, 40, 40}, 0x0000FF);
     const auto high = ColorControl::create({20, 0, 40, 40}, 0xFF0000);

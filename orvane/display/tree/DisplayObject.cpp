@@ -213,7 +213,8 @@ auto DisplayObject::getSpreadInk() -> Rect {
 
 auto DisplayObject::getFrameWithEffects() -> Rect {
     const Rect& frame = getFrame();
-    const float reach = inkMargin_.effects;
+    // Views are at whole points: a layer that is not would show its objects moved by the rest.
+    const float reach = std::ceil(inkMargin_.effects);
     return reach == 0 ? frame : withMargin(frame, {reach, reach, 0});
 }
 
