@@ -21,6 +21,7 @@
 #include "platform/appkit/NSDrop.h"
 #include "platform/appkit/NSScriptedDesktop.h"
 #include "platform/coregraphics/CGImage.h"
+#include "platform/corevideo/CVDisplayLink.h"
 #include "platform/offscreen/OffscreenWindow.h"
 #include "platform/quartzcore/CAMediaTime.h"
 
@@ -246,7 +247,7 @@ void Driver::step(double seconds) {
 
 void Driver::waitForIdle(double most) {
     const double end = time() + most;
-    while (state_->window.isAnimating()) {
+    while (state_->window.isAnimating() || platform::CVDisplayLink::isAnyRunning()) {
         if (time() >= end) {
             throw Failure("an animation still runs after " + std::to_string(most) + " seconds");
         }

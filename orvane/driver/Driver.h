@@ -110,8 +110,8 @@ public:
     // ---- time ----
     // Lets time pass, in seconds.
     void step(double seconds);
-    // Lets time pass until no animation runs. Throws Failure if one still runs after `most` seconds
-    // of virtual time.
+    // Lets time pass until no animation and no frame loop runs. Throws Failure if one still runs
+    // after `most` seconds of virtual time.
     void waitForIdle(double most = 10);
     // Runs the main loop, with the virtual clock in step with real time, until the condition is
     // true: for timed tasks and requests. Throws Failure if it is not after `most` seconds.

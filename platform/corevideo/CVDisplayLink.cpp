@@ -26,4 +26,8 @@ void CVDisplayLink::release() {
     state_.reset();
 }
 
+bool CVDisplayLink::isAnyRunning() {
+    return DisplayLinks::shared().isAnyRunning();
+}
+
 }  // namespace orvane::platform

@@ -53,6 +53,8 @@ public:
     Return stop();
     // Makes the handle null.
     void release();
+    // Whether any link runs.
+    static bool isAnyRunning();
     explicit operator bool() const { return state_ != nullptr; }
 
 private:

@@ -92,6 +92,11 @@ CVDisplayLink::Return DisplayLinks::stop(const std::shared_ptr<DisplayLinkState>
     return kCVReturnSuccess;
 }
 
+bool DisplayLinks::isAnyRunning() {
+    const std::scoped_lock lock(mutex_);
+    return !running_.empty();
+}
+
 void DisplayLinks::addDisplay(CVDisplay& display) {
     {
         const std::scoped_lock lock(mutex_);

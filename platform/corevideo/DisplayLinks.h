@@ -31,6 +31,7 @@ public:
                                       CVDisplayLink::OutputCallback callback);
     CVDisplayLink::Return start(const std::shared_ptr<DisplayLinkState>& link);
     CVDisplayLink::Return stop(const std::shared_ptr<DisplayLinkState>& link);
+    bool isAnyRunning();
 
     void addDisplay(CVDisplay& display);
     void removeDisplay(CVDisplay& display);
