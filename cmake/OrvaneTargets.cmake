@@ -40,8 +40,10 @@ target_sources(orvane PRIVATE $<TARGET_OBJECTS:orvane_model> $<TARGET_OBJECTS:or
 set_target_properties(orvane PROPERTIES VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR}
                                         LINKER_LANGUAGE CXX)
 target_link_libraries(orvane PRIVATE orvane_options)
+# A folder of their own: "platform" is a common name.
+set(orvane_include_dir ${CMAKE_INSTALL_INCLUDEDIR}/orvane-${PROJECT_VERSION_MAJOR})
 target_include_directories(orvane INTERFACE
-    $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}> $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>)
+    $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}> $<INSTALL_INTERFACE:${orvane_include_dir}>)
 target_compile_features(orvane INTERFACE cxx_std_20)
 
 # The same code as static libraries, so that tests can call what the shared library hides.
@@ -57,4 +59,30 @@ function(orvane_link_platform)
     target_link_libraries(orvane_platform PRIVATE ${ARGN})
     target_link_libraries(orvane PRIVATE ${ARGN})
     target_link_libraries(orvane_static PUBLIC ${ARGN})
+endfunction()
+
+# orvane_limit_exports(<library> HEADERS <public header>... [USERS <folder>...]): the library exports
+# what the headers mark, and for the sources in the folders also what the other headers mark that they include.
+find_package(Python3 REQUIRED COMPONENTS Interpreter)
+function(orvane_limit_exports library)
+    cmake_parse_arguments(EXPORTS "" "" "HEADERS;USERS" ${ARGN})
+    set(map ${PROJECT_BINARY_DIR}/${library}.map)
+    list(LENGTH EXPORTS_USERS user_count)
+    list(TRANSFORM EXPORTS_HEADERS PREPEND ${PROJECT_SOURCE_DIR}/ OUTPUT_VARIABLE headers)
+    list(TRANSFORM EXPORTS_USERS PREPEND ${PROJECT_SOURCE_DIR}/ OUTPUT_VARIABLE users)
+    list(TRANSFORM users APPEND /*.*)
+    if(users)
+        file(GLOB users CONFIGURE_DEPENDS ${users})
+    endif()
+    # The library is linked again only if the script's result has changed.
+    set(script ${PROJECT_SOURCE_DIR}/cmake/writeExports.py)
+    add_custom_command(OUTPUT ${map}.checked BYPRODUCTS ${map}
+        COMMAND Python3::Interpreter ${script} ${PROJECT_SOURCE_DIR} ${PROJECT_VERSION_MAJOR} ${map}
+                ${user_count} ${EXPORTS_USERS} ${EXPORTS_HEADERS}
+        COMMAND ${CMAKE_COMMAND} -E touch ${map}.checked
+        DEPENDS ${script} ${headers} ${users} VERBATIM)
+    add_custom_target(${library}_exports DEPENDS ${map}.checked)
+    add_dependencies(${library} ${library}_exports)
+    set_target_properties(${library} PROPERTIES LINK_DEPENDS ${map})
+    target_link_options(${library} PRIVATE LINKER:--version-script=${map})
 endfunction()

@@ -1,5 +1,5 @@
 #!/usr/bin/python3
-"""Writes the version script of liborvane.so: which symbols the library exports.
+"""Writes the version script of a library: which symbols it exports.
 
 Arguments: the root of the sources, the version, the file to write, the number of folders that follow, the
 folders, the public headers. Exported is what the public headers mark with ORVANE_EXPORT, and, as a
@@ -77,8 +77,9 @@ private = {header for header in private
            if header not in public and str(pathlib.Path(header).parent) not in folders}
 
 shared = patterns(public)
-text = (node(f"ORVANE_{version}", shared, "  local:\n    *;\n") +
-        node("ORVANE_PRIVATE", patterns(private) - shared))
+text = node(f"ORVANE_{version}", shared, "  local:\n    *;\n")
+if private:
+    text += node("ORVANE_PRIVATE", patterns(private) - shared)
 file = pathlib.Path(output)
 if not file.exists() or file.read_text() != text:
     file.write_text(text)
