@@ -1,6 +1,7 @@
 #include "platform/gtk/GTKRoot.h"
 
 #include <gdkmm/display.h>
+#include <gdkmm/frameclock.h>
 #include <gdkmm/monitor.h>
 #include <gtk/gtk.h>
 #include <gtkmm/native.h>
@@ -175,10 +176,27 @@ void GTKRoot::on_realize() {
         focusMoved_ = toplevel->property_focus_widget().signal_changed().connect(
             [this, toplevel] { delegate_.focusMoved(gtk_window_get_focus(toplevel->gobj())); });
     }
+    clock_ = get_frame_clock();
+    clockTicked_ = clock_->signal_update().connect([this] {
+        if (std::exchange(isFrameRequested_, false)) {
+            delegate_.frameBegan(static_cast<double>(clock_->get_frame_time()) * 1e-6);
+        }
+    });
+    if (isFrameRequested_) {
+        clock_->request_phase(Gdk::FrameClock::Phase::UPDATE);
+    }
     delegate_.realized();
 }
 
+void GTKRoot::requestFrame() {
+    if (!std::exchange(isFrameRequested_, true) && clock_) {
+        clock_->request_phase(Gdk::FrameClock::Phase::UPDATE);
+    }
+}
+
 void GTKRoot::on_unrealize() {
+    clockTicked_.disconnect();
+    clock_.reset();
     focusMoved_.disconnect();
     Gtk::Widget::on_unrealize();
 }

@@ -29,6 +29,8 @@ public:
     struct Delegate {
         std::function<void()> realized;  // the renderer is known
         std::function<void()> resized;   // or the number of pixels per point changed
+        // A frame that was requested begins; `time` is that of CACurrentMediaTime.
+        std::function<void(double time)> frameBegan;
         std::function<void(const NSEvent&)> pointerMoved;
         // No control has handled the key. Returns whether a view has.
         std::function<bool(const NSEvent&)> keyPressed;
@@ -49,6 +51,11 @@ public:
     void setPresentation(GTKPresentation* presentation);
     // Borrowed; null for none.
     void setAccessibility(GTKAccessibility* accessibility) { accessibility_ = accessibility; }
+
+    // Asks for one call of `frameBegan`, with the next frame of the toplevel window, or with the
+    // first one if it is not realized yet. Unlike a tick callback of GTK, a request costs no
+    // allocation and no signal connection.
+    void requestFrame();
 
     // In points: the allocated size, or the requested one before the first allocation.
     CGSize size() const { return size_; }
@@ -79,6 +86,9 @@ private:
     Glib::RefPtr<Gtk::EventControllerKey> keys_;
     guint heldKey_ = 0;  // the hardware code of the last key that was pressed; 0 for none
     sigc::connection focusMoved_;
+    Glib::RefPtr<Gdk::FrameClock> clock_;  // null until the root is realized
+    sigc::connection clockTicked_;
+    bool isFrameRequested_ = false;
     bool isCancelled_ = false;  // the drag that is about to end
     GTKAccessibility* accessibility_ = nullptr;
 };

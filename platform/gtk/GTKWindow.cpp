@@ -1,8 +1,8 @@
 #include "platform/gtk/GTKWindow.h"
 
-#include <gdkmm/frameclock.h>
 #include <gtk/gtk.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <utility>
 
@@ -36,6 +36,7 @@ GTKWindow::GTKWindow(CGSize size, std::optional<double> scale) {
                               resized_ = true;
                               scheduleDisplay();
                           },
+                          [this](double time) { beginFrame(time); },
                           [this](const NSEvent& event) { sendEvent(event); },
                           [this](const NSEvent& event) { return sendUnhandledKey(event); },
                           [this](GtkWidget* focused) { focusDidMove(focused); },
@@ -89,19 +90,12 @@ void GTKWindow::setResizeHandler(std::function<void(CGSize)> handler) {
 }
 
 void GTKWindow::scheduleDisplay() {
-    frameWanted_ = true;
-    if (!std::exchange(ticking_, true)) {
-        root_->add_tick_callback(
-            [this](const Glib::RefPtr<Gdk::FrameClock>& clock) { return tick(*clock); });
-    }
+    root_->requestFrame();
 }
 
-bool GTKWindow::tick(const Gdk::FrameClock& clock) {
-    frameWanted_ = false;
+void GTKWindow::beginFrame(double frameTime) {
     // The pass shows the time of the frame, so that motion is even however late the pass runs.
-    const double time = CAVirtualClock::current() != nullptr
-                            ? CACurrentMediaTime()
-                            : static_cast<double>(clock.get_frame_time()) * 1e-6;
+    const double time = CAVirtualClock::current() != nullptr ? CACurrentMediaTime() : frameTime;
     if (std::exchange(resized_, false)) {
         if (presentation_) {
             presentation_->resize(contentSize(), backingScaleFactor());
@@ -114,8 +108,9 @@ bool GTKWindow::tick(const Gdk::FrameClock& clock) {
     // The links' callbacks come first: the pass shows what they change.
     const bool refreshWanted = display_->refresh(time);
     displayIfNeeded(time);
-    ticking_ = frameWanted_ || refreshWanted;
-    return ticking_;
+    if (refreshWanted) {
+        scheduleDisplay();
+    }
 }
 
 // The renderer of the window that the root is in is known when the root is realized, and may be
@@ -363,6 +358,7 @@ void GTKWindow::updateAccessibilityLater(unsigned milliseconds) {
 }
 
 void GTKWindow::updateAccessibility() {
+    const double start = CACurrentMediaTime();
     const commons::ScopedFlag moving(isMovingFocus_);
     GtkRoot* const toplevel = gtk_widget_get_root(GTK_WIDGET(root_->gobj()));
     GtkWidget* const focused = toplevel != nullptr ? gtk_root_get_focus(toplevel) : nullptr;
@@ -373,6 +369,7 @@ void GTKWindow::updateAccessibility() {
     if (hasViewsFocus && gtk_root_get_focus(toplevel) != accessibility_->focusedWidget().gobj()) {
         grabFocusForViews();
     }
+    accessibilityCost_ = (CACurrentMediaTime() - start) * 1000;
 }
 
 void GTKWindow::grabFocusForViews() {
@@ -385,9 +382,12 @@ void GTKWindow::present() {
     if (presentation_) {
         presentation_->present(contentView(), displayTime());
     }
-    // Collecting the elements walks all objects, which is too much for each frame.
-    constexpr unsigned delay = 250;  // milliseconds
-    updateAccessibilityLater(delay);
+    // Collecting the elements walks all objects, which is too much for each frame. However many
+    // there are, it takes a fiftieth of the time at most.
+    constexpr double kShortestDelay = 250;  // milliseconds
+    constexpr double kShare = 0.02;
+    updateAccessibilityLater(
+        static_cast<unsigned>(std::max(kShortestDelay, accessibilityCost_ / kShare)));
 }
 
 void GTKWindow::didChangeCursor() {

@@ -9,10 +9,6 @@
 #include "orvane/commons/Export.h"
 #include "platform/appkit/NSWindow.h"
 
-namespace Gdk {
-class FrameClock;
-}
-
 namespace Gtk {
 class Widget;
 }
@@ -94,7 +90,8 @@ protected:
 
 private:
     // Shows a frame of the frame clock. Returns whether the next frame is wanted, too.
-    bool tick(const Gdk::FrameClock& clock);
+    // Runs the display pass. `frameTime` is the time at which the frame is shown, in seconds.
+    void beginFrame(double frameTime);
     void choosePresentation();
     // The focus of GTK is now in `focused`, or nowhere: makes its view the first responder.
     void focusDidMove(_GtkWidget* focused);
@@ -117,9 +114,8 @@ private:
     std::function<void(CGSize)> resizeHandler_;
     std::unique_ptr<GTKAccessibility> accessibility_;  // null without a content that tells
     unsigned int accessibilityTimer_ = 0;
-    bool resized_ = false;      // since the last frame
-    bool frameWanted_ = false;  // since the beginning of the last frame
-    bool ticking_ = false;      // the tick callback is installed
+    double accessibilityCost_ = 0;  // milliseconds that the last update took
+    bool resized_ = false;          // since the last frame
     std::unique_ptr<GTKPointer> pointer_;
     std::unique_ptr<GTKDrop> drop_;
     std::unique_ptr<GTKDesktop> desktop_;
