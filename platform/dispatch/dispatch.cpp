@@ -29,7 +29,8 @@ bool UnjoinedThread::isCurrent() {
 }
 
 bool isMainThread() {
-    return gettid() == getpid();
+    thread_local const bool isMain = gettid() == getpid();  // two system calls
+    return isMain;
 }
 
 void dispatchMainAsync(std::function<void()> work) {
