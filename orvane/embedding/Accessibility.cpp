@@ -139,6 +139,12 @@ std::vector<NSAccessibilityElement> Accessibility::elements() {
         containers.resize(level);
         const std::optional<std::uint64_t> container = containers.back();
         containers.push_back(container);
+        if (!object.mayBeAccessible()) {
+            if (container && object.asContainer() != nullptr && !object.isVisible()) {
+                containers.back().reset();
+            }
+            return;
+        }
         if (platform::NSControl* const control = controlOf(object)) {
             control->setAccessibilityLabel(labelOf(object));
             return;

@@ -60,6 +60,8 @@ public:
         static unsigned toArgb(const std::array<unsigned char, 4>& rgba);
     };
 
+    Text() { setAccessibleKind(); }
+
     // Sets the x of the text's position, in object coordinates; setTextAlign says which part of the
     // text lies there.
     virtual void setX(float x) = 0;

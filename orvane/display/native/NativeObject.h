@@ -16,6 +16,8 @@ class NativeLayer;
 // init() on.
 class ORVANE_EXPORT NativeObject : public virtual DisplayObject {
 public:
+    NativeObject() { setAccessibleKind(); }
+
     // Creates the layer and the view. Must be called once, after a shared_ptr holds the object.
     virtual void init();
 

@@ -186,6 +186,9 @@ public:
     std::shared_ptr<AccessibilityElement> getAccessibilityElement() const;
     // Creates the element at the first call.
     std::shared_ptr<AccessibilityElement> getOrCreateAccessibilityElement();
+    // Whether assistive technology may find this object: true for every text and control, and for
+    // what has an accessibility element.
+    bool mayBeAccessible() const { return accessibleKind_ || accessibilityElement_ != nullptr; }
 
 protected:
     // Computes the frame that getFrame caches.
@@ -198,6 +201,8 @@ protected:
     // Called in the constructors of kinds whose validate does nothing for a rectangle that does not
     // touch their ink. Containers then omit the call.
     void setCulledByFrame() { culledByFrame_ = true; }
+    // Called in the constructors of kinds that assistive technology finds without being told.
+    void setAccessibleKind() { accessibleKind_ = true; }
 
     // Null for an object that never had an effect.
     Effects* effects() const { return effects_.get(); }
@@ -266,6 +271,7 @@ private:
     bool frameReset_ = true;
     bool frameKnownBelow_ = false;  // a frame of the subtree, this one included, may be known
     bool culledByFrame_ = false;
+    bool accessibleKind_ = false;
     Cursor cursor_ = Cursor::Inherit;
     bool layered_ = false;          // setLayer has set a layer
     std::size_t layeredCount_ = 0;  // of the objects in this subtree, this one included
