@@ -46,7 +46,7 @@ public:
                                               G_DBUS_CONNECTION_FLAGS_MESSAGE_BUS_CONNECTION),
             nullptr, nullptr, nullptr));
         if (bus_) {
-            g_dbus_connection_signal_subscribe(
+            subscription_ = g_dbus_connection_signal_subscribe(
                 bus_.get(), nullptr, nullptr, nullptr, nullptr, nullptr, G_DBUS_SIGNAL_FLAGS_NONE,
                 [](GDBusConnection*, const char*, const char*, const char*, const char* name,
                    GVariant* arguments, void* self) {
@@ -57,6 +57,13 @@ public:
                 this, nullptr);
         }
     }
+    ~Reader() {
+        if (bus_) {
+            g_dbus_connection_signal_unsubscribe(bus_.get(), subscription_);
+        }
+    }
+    Reader(const Reader&) = delete;
+    Reader& operator=(const Reader&) = delete;
     bool isConnected() const { return bus_ != nullptr; }
     // All announcements so far.
     const std::string& heard() const { return heard_; }
@@ -207,6 +214,7 @@ public:
 
 private:
     std::unique_ptr<GDBusConnection, Unref> bus_;
+    unsigned subscription_ = 0;
     std::string heard_;
     std::string answers_;
 };
