@@ -43,9 +43,12 @@ PixelRect AlignedBox::bounds() const {
             ceilPixel(box_.y.to)};
 }
 
-bool AlignedBox::covers(const PixelRect& area) const {
-    return !hole_ && box_.x.from <= area.left * kUnit && box_.y.from <= area.top * kUnit &&
-           box_.x.to >= area.right * kUnit && box_.y.to >= area.bottom * kUnit;
+PixelRect AlignedBox::covered() const {
+    if (hole_) {
+        return {};
+    }
+    return {ceilPixel(box_.x.from), ceilPixel(box_.y.from), floorPixel(box_.x.to),
+            floorPixel(box_.y.to)};
 }
 
 // Divides first..end into runs of constant coverage. Coverage changes only at the pixels that

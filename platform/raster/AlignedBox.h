@@ -20,10 +20,10 @@ public:
 
     // Every pixel with any coverage.
     PixelRect bounds() const;
-    // Whether every pixel of the area is fully covered.
-    bool covers(const PixelRect& area) const;
+    // The pixels that are fully covered; of a box with a hole, none.
+    PixelRect covered() const;
     // Whether bounds() is fully covered, so that no pixel is antialiased.
-    bool isExact() const { return covers(bounds()); }
+    bool isExact() const { return covered().contains(bounds()); }
 
     void paint(const Bitmap& bitmap, const PixelRect& clip, std::uint32_t color) const;
     // Multiplies the bytes of `area` by the coverage. Rows are Mask::kSide bytes apart.

@@ -4,9 +4,12 @@
 
 namespace orvane::platform {
 
-bool BitmapPainter::isCutBy(const Clip& clip, const PixelRect& area) {
-    return std::ranges::any_of(clip.shapes,
-                               [&](const ShapeCoverage& shape) { return !shape.covers(area); });
+PixelRect BitmapPainter::uncutPart(const Clip& clip, const PixelRect& area) {
+    PixelRect result = area;
+    for (const ShapeCoverage& shape : clip.shapes) {
+        result = result.intersected(shape.covered());
+    }
+    return result;
 }
 
 void BitmapPainter::paint(const ShapeCoverage& shape, std::uint32_t color, const Clip& clip) {

@@ -30,8 +30,13 @@ public:
     // Paints the whole clip.
     void paint(const PixelSource& source, const Clip& clip);
 
+    // The part of the area of which no shape of the clip removes anything. Whether a pixel is in it
+    // does not depend on the area.
+    static PixelRect uncutPart(const Clip& clip, const PixelRect& area);
     // Whether a shape of the clip removes part of the area.
-    static bool isCutBy(const Clip& clip, const PixelRect& area);
+    static bool isCutBy(const Clip& clip, const PixelRect& area) {
+        return uncutPart(clip, area) != area;
+    }
 
 private:
     struct Scratch {

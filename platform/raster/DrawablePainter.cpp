@@ -68,14 +68,32 @@ void DrawablePainter::paint(const CGDrawable& drawable, const CGAffineTransform&
     if (area.isEmpty()) {
         return;
     }
-    if (!BitmapPainter::isCutBy(clip, area)) {
-        // A Cairo context ignores all calls after an error.
-        if (!context_ || cairo_status(context_.get()) != CAIRO_STATUS_SUCCESS) {
-            context_ = makeContext(painter_.bitmap());
-        }
-        paintOn(context_.get(), drawable, toPixels, fillColor, strokeColor, area);
+    // Where a drawable paints twice, blending its pixels as a whole rounds differently. So each
+    // pixel is painted in the way that the clip dictates there, whatever the painted area is.
+    const PixelRect uncut = BitmapPainter::uncutPart(clip, area);
+    if (uncut.isEmpty()) {
+        paintCut(drawable, toPixels, fillColor, strokeColor, {area, clip.shapes});
         return;
     }
+    // A Cairo context ignores all calls after an error.
+    if (!context_ || cairo_status(context_.get()) != CAIRO_STATUS_SUCCESS) {
+        context_ = makeContext(painter_.bitmap());
+    }
+    paintOn(context_.get(), drawable, toPixels, fillColor, strokeColor, uncut);
+    for (const PixelRect& edge : {PixelRect{area.left, area.top, area.right, uncut.top},
+                                  PixelRect{area.left, uncut.bottom, area.right, area.bottom},
+                                  PixelRect{area.left, uncut.top, uncut.left, uncut.bottom},
+                                  PixelRect{uncut.right, uncut.top, area.right, uncut.bottom}}) {
+        if (!edge.isEmpty()) {
+            paintCut(drawable, toPixels, fillColor, strokeColor, {edge, clip.shapes});
+        }
+    }
+}
+
+void DrawablePainter::paintCut(const CGDrawable& drawable, const CGAffineTransform& toPixels,
+                               const CGColor& fillColor, const CGColor& strokeColor,
+                               const Clip& clip) {
+    const PixelRect& area = clip.bounds;
     std::vector<std::uint32_t> pixels(static_cast<std::size_t>(area.width()) *
                                       static_cast<std::size_t>(area.height()));
     const Bitmap layer{pixels.data(), area.width(), area.height(), area.width()};
@@ -84,8 +102,7 @@ void DrawablePainter::paint(const CGDrawable& drawable, const CGAffineTransform&
     toLayer.ty -= area.top;
     const CairoContext context = makeContext(layer);
     paintOn(context.get(), drawable, toLayer, fillColor, strokeColor, layer.bounds());
-    painter_.paint(BitmapSource(layer.pixels, layer.stride, area.left, area.top),
-                   {area, clip.shapes});
+    painter_.paint(BitmapSource(layer.pixels, layer.stride, area.left, area.top), clip);
 }
 
 }  // namespace orvane::platform

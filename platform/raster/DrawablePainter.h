@@ -25,6 +25,9 @@ private:
     static void paintOn(cairo_t* cairo, const CGDrawable& drawable,
                         const CGAffineTransform& toPixels, const CGColor& fillColor,
                         const CGColor& strokeColor, const PixelRect& area);
+    // Paints on pixels of their own, which are then blended under the shapes of the clip.
+    void paintCut(const CGDrawable& drawable, const CGAffineTransform& toPixels,
+                  const CGColor& fillColor, const CGColor& strokeColor, const Clip& clip);
 
     BitmapPainter& painter_;
     CairoContext context_;

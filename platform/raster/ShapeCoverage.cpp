@@ -274,9 +274,9 @@ void ShapeCoverage::makeMasked(const std::shared_ptr<const Outline>& outline,
     form_ = std::move(masked);
 }
 
-bool ShapeCoverage::covers(const PixelRect& area) const {
+PixelRect ShapeCoverage::covered() const {
     const auto* box = std::get_if<AlignedBox>(&form_);
-    return box != nullptr && box->covers(area);
+    return box != nullptr ? box->covered() : PixelRect{};
 }
 
 bool ShapeCoverage::isExactBox() const {

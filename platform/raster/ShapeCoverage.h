@@ -28,8 +28,9 @@ public:
 
     // Every pixel that may be covered, limited to the range of bitmaps.
     const PixelRect& bounds() const { return bounds_; }
-    // Whether every pixel of the area is known to be fully covered.
-    bool covers(const PixelRect& area) const;
+    // The pixels that are known to be fully covered.
+    PixelRect covered() const;
+    bool covers(const PixelRect& area) const { return covered().contains(area); }
     // Whether the shape is exactly the whole pixels of bounds().
     bool isExactBox() const;
 
