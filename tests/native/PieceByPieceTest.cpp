@@ -270,6 +270,8 @@ TEST_P(PieceByPiece, EqualsPaintingFromScratch) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Seeds, PieceByPiece, testing::Range(0U, 40U));
+// A picture of a group that contains an object which has its own layer since then.
+INSTANTIATE_TEST_SUITE_P(KeptPictures, PieceByPiece, testing::Values(9222U, 11154U));
 
 TEST_F(Stage, NothingStaysOfAnObjectThatHides) {
     platform::registerTestFonts();

@@ -313,6 +313,10 @@ void DisplayObject::changeLayeredCount(std::ptrdiff_t change) {
     for (DisplayObject* node = this; node != nullptr && change != 0; node = node->parentOrNull()) {
         node->layeredCount_ =
             static_cast<std::size_t>(static_cast<std::ptrdiff_t>(node->layeredCount_) + change);
+        // A picture of the node contains what has no layer of its own.
+        if (node->effects_) {
+            node->effects_->changed();
+        }
     }
 }
 
