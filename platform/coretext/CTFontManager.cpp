@@ -16,4 +16,8 @@ std::optional<std::string> CTFontManager::registerGraphicsFont(const CGFont& fon
     return std::nullopt;
 }
 
+void CTFontManager::setSmoothing(const CTFontSmoothing& smoothing) {
+    FontMap::setSmoothing(smoothing);
+}
+
 }  // namespace orvane::platform

@@ -9,12 +9,26 @@ namespace orvane::platform {
 
 class CGFont;
 
-// Adds fonts to the process.
+// How the pixels of letters are computed, as far as a desktop decides it.
+struct CTFontSmoothing {
+    // How far letters are moved to whole pixels.
+    enum class HintStyle { None, Slight, Medium, Full };
+
+    // Without a value, the settings of fontconfig decide.
+    std::optional<HintStyle> hintStyle;
+    std::optional<bool> isAntialiased;
+};
+
+// The fonts of the process.
 class ORVANE_EXPORT CTFontManager {
 public:
     // Makes the font available under its names to all texts created afterwards. Returns an error
     // message if a font of that PostScript name is already registered or the file is refused.
     [[nodiscard]] static std::optional<std::string> registerGraphicsFont(const CGFont& font);
+
+    // Applies to all texts created afterwards. What fontconfig turns off for a font stays off. May
+    // be called on any thread.
+    static void setSmoothing(const CTFontSmoothing& smoothing);
 };
 
 }  // namespace orvane::platform

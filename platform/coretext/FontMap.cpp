@@ -153,6 +153,19 @@ private:
     FcPattern* pattern_;
 };
 
+cairo_hint_style_t hintStyleOf(CTFontSmoothing::HintStyle style) {
+    switch (style) {
+        case CTFontSmoothing::HintStyle::None:
+            return CAIRO_HINT_STYLE_NONE;
+        case CTFontSmoothing::HintStyle::Slight:
+            return CAIRO_HINT_STYLE_SLIGHT;
+        case CTFontSmoothing::HintStyle::Medium:
+            return CAIRO_HINT_STYLE_MEDIUM;
+        default:
+            return CAIRO_HINT_STYLE_FULL;
+    }
+}
+
 void appendFamilies(FcPattern* pattern, FcFontSet* fonts, bool color) {
     for (int i = 0; fonts != nullptr && i < fonts->nfont; ++i) {
         if (boolOf(fonts->fonts[i], FC_COLOR) == color) {
@@ -186,14 +199,40 @@ FontMap::FontMap()
 
     context_ = pango_font_map_create_context(fontMap_);
     // Text keeps its proportions at every scale and moves by fractions of a pixel, so metrics and
-    // positions are not rounded. The hint style is that of the desktop's fontconfig settings, and
-    // so is whether text is antialiased at all; subpixels are not used.
+    // positions are not rounded.
     pango_context_set_round_glyph_positions(context_, FALSE);
+
+    const std::scoped_lock lock(s_smoothingMutex);
+    s_existing = this;
+    applySmoothing(s_smoothing);
+}
+
+void FontMap::setSmoothing(const CTFontSmoothing& smoothing) {
+    FontMap* map = nullptr;
+    {
+        const std::scoped_lock lock(s_smoothingMutex);
+        s_smoothing = smoothing;
+        map = s_existing;
+    }
+    if (map != nullptr) {
+        const std::scoped_lock lock(map->mutex_);
+        map->applySmoothing(smoothing);
+    }
+}
+
+void FontMap::applySmoothing(const CTFontSmoothing& smoothing) {
     cairo_font_options_t* const options = cairo_font_options_create();
-    cairo_font_options_set_antialias(options, CAIRO_ANTIALIAS_GRAY);
+    // Subpixels are not used.
+    cairo_font_options_set_antialias(options, smoothing.isAntialiased.value_or(true)
+                                                  ? CAIRO_ANTIALIAS_GRAY
+                                                  : CAIRO_ANTIALIAS_NONE);
+    cairo_font_options_set_hint_style(options, smoothing.hintStyle
+                                                   ? hintStyleOf(*smoothing.hintStyle)
+                                                   : CAIRO_HINT_STYLE_DEFAULT);
     cairo_font_options_set_hint_metrics(options, CAIRO_HINT_METRICS_OFF);
     pango_cairo_context_set_font_options(context_, options);
     cairo_font_options_destroy(options);
+    fonts_.clear();
 }
 
 // Called for every pattern that Pango is about to look up.

@@ -14,6 +14,7 @@
 #include <utility>
 #include <vector>
 
+#include "platform/coretext/CTFontManager.h"
 #include "platform/coretext/GlyphCache.h"
 
 namespace orvane::platform {
@@ -68,6 +69,8 @@ public:
     bool addApplicationFont(std::span<const unsigned char> bytes);
     // Whether a registered font has this PostScript name.
     bool isRegistered(const std::string& postScriptName) const;
+    // See CTFontManager. Creates no map, because loading fontconfig takes time.
+    static void setSmoothing(const CTFontSmoothing& smoothing);
 
 private:
     FontMap();
@@ -79,6 +82,11 @@ private:
     void scaleBitmapFonts();
     std::size_t addFace(FcPattern* pattern);
     void substitute(FcPattern* pattern) const;
+    void applySmoothing(const CTFontSmoothing& smoothing);
+
+    static inline std::mutex s_smoothingMutex;
+    static inline CTFontSmoothing s_smoothing;
+    static inline FontMap* s_existing = nullptr;
 
     std::recursive_mutex mutex_;
     FcConfig* config_;

@@ -72,7 +72,11 @@ RunFont::RunFont(PangoFont* font)
     missingGlyphAdvance_ = hb_font_get_glyph_h_advance(hbFont, 0);
     FcBool antialias = FcTrue;
     FcPatternGetBool(pango_fc_font_get_pattern(PANGO_FC_FONT(font_)), FC_ANTIALIAS, 0, &antialias);
-    antialiased_ = antialias != FcFalse;
+    cairo_font_options_t* const options = cairo_font_options_create();
+    cairo_scaled_font_get_font_options(scaledFont_, options);
+    antialiased_ =
+        antialias != FcFalse && cairo_font_options_get_antialias(options) != CAIRO_ANTIALIAS_NONE;
+    cairo_font_options_destroy(options);
     readFace();
 }
 

@@ -28,7 +28,7 @@ public:
 
     // Whether the glyphs are color images, not outlines.
     bool isColor() const { return color_; }
-    // False if the desktop's fontconfig settings turn antialiasing off for the font.
+    // False if the desktop's settings turn antialiasing off, for all fonts or for this one.
     bool isAntialiased() const { return antialiased_; }
 
     // User units, all positive.

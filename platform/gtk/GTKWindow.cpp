@@ -16,6 +16,7 @@
 #include "platform/gtk/GTKControl.h"
 #include "platform/gtk/GTKDesktop.h"
 #include "platform/gtk/GTKDrop.h"
+#include "platform/gtk/GTKFontSettings.h"
 #include "platform/gtk/GTKPointer.h"
 #include "platform/gtk/GTKPresentation.h"
 #include "platform/gtk/GTKRenderer.h"
@@ -29,6 +30,7 @@ namespace orvane::platform {
 
 GTKWindow::GTKWindow(CGSize size, std::optional<double> scale) {
     chooseRenderer(*gdk_display_get_default());
+    applyFontSettings();
     root_ = std::make_unique<GTKRoot>(
         size, scale,
         GTKRoot::Delegate{[this] { choosePresentation(); },

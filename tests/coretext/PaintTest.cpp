@@ -53,13 +53,18 @@ TEST_F(PaintTest, PaintingInPiecesEqualsPaintingAtOnce) {
     const double c = std::cos(0.4);
     const double s = std::sin(0.4);
     const std::pair<std::shared_ptr<const CTLine>, CGAffineTransform> scene[] = {
-        {line("Quarter pixels, underlined", 13, {0.8, 0, 0, 0.7}, true), {1, 0, 0, 1, 10.3, 30.6}},
+        {line("Quarter pixels, underlined", 13, {0.8, 0, 0, 0.7}, true), {1, 0, 0, 1, 10.3, 130.6}},
         {line("turned \U0001F600 text", 30), {c, s, -s, c, 20, 60}},
         {line("Bg", 250, {0, 0.4, 0, 0.5}), {1, 0, 0, 1, -20.4, 250.7}},
         {line("skewed", 20), {1.7, 0.2, 0.9, 2.1, 60, 200}},
         {line("\u05e9\u05dc\u05d5\u05dd \U0001F680 \u65e5\u672c", 22), {1, 0, 0, 1, 100, 280}},
     };
     const auto paint = [&](CGContext& canvas) {
+        // At the edges of this clip, text is painted in another way.
+        canvas.clipToRect({{14.4, 22.3}, {270.2, 260.5}});
+        canvas.setRGBFillColor(0.3, 0.6, 0.9, 1);
+        canvas.addRect({{0, 0}, {kSide, kSide}});
+        canvas.drawPath(CGPathDrawingMode::Fill);
         for (const auto& [text, transform] : scene) {
             draw(canvas, *text, transform);
         }
@@ -93,9 +98,22 @@ TEST_F(PaintTest, TextScalesAndMovesSmoothly) {
     EXPECT_NEAR(after / before, 1.61 * 1.61 / (1.59 * 1.59), 0.01);
 }
 
-TEST_F(PaintTest, TextWithoutAntialiasingHasNoOtherColors) {
-    for (const auto& [size, antialiased] : {std::pair(13.5, false), {13.0, true}}) {
-        const auto canvas = drawn(*line("Stems mill", size), {1, 0, 0, 1, 10.3, 30.6});
+TEST_F(PaintTest, TextFollowsTheSettingsOfTheDesktop) {
+    using HintStyle = CTFontSmoothing::HintStyle;
+    const struct {
+        double size;
+        CTFontSmoothing smoothing;
+        double partial;  // the least and the largest share of pixels that are covered in part
+        double mostPartial;
+    } cases[] = {{13.5, {}, 0, 0},
+                 {13.5, {HintStyle::None, true}, 0, 0},
+                 {13, {}, 0.8, 1},
+                 {13, {{}, false}, 0, 0},
+                 {12.5, {HintStyle::None, true}, 0.8, 1},
+                 {12.5, {HintStyle::Full, true}, 0.1, 0.6}};
+    for (const auto& [size, smoothing, least, most] : cases) {
+        CTFontManager::setSmoothing(smoothing);
+        const auto canvas = drawn(*line("======", size), {1, 0, 0, 1, 10, 30});
         int partial = 0;
         int full = 0;
         for (int i = 0; i < kSide * kSide; ++i) {
@@ -103,8 +121,10 @@ TEST_F(PaintTest, TextWithoutAntialiasingHasNoOtherColors) {
             (alpha == 0xFF ? full : partial) += alpha != 0 ? 1 : 0;
         }
         EXPECT_GT(full + partial, 50) << size;
-        EXPECT_EQ(partial != 0, antialiased) << size;
+        const double share = double(partial) / (full + partial);
+        EXPECT_TRUE(share >= least && share <= most) << size << ": " << share;
     }
+    CTFontManager::setSmoothing({});
 }
 
 TEST_F(PaintTest, HugeTextAndCoordinatesDoNotBreakTheCanvas) {
