@@ -47,12 +47,16 @@ TEST_F(NativeLayerTest, ViewsFollowTheFramesOfTheirLayers) {
     EXPECT_EQ(pixel(37, 45), 0x00FF00U);
 }
 
-TEST_F(NativeLayerTest, AnEffectDoesNotMoveWhatIsOnTheLayer) {
-    root_->add(rect(20, 20, 50, 40, 0xFFFF0000));
-    const auto blurred = rect(100, 60, 20, 20, 0xFF0000FF);
-    blurred->setBlur(3);  // reaches 8.5 points
-    root_->add(blurred);
-    EXPECT_EQ(pixel(20, 20), shown(0xFF0000));
+TEST_F(NativeLayerTest, ALayerGrowsByWhatEffectsPaintOutsideItAndBeginsAtAWholePoint) {
+    root_->add(rect(20, 20, 100, 80, 0xFFFF0000));
+    const auto inner = rect(50, 50, 20, 20, 0xFF0000FF);
+    root_->add(inner);
+    inner->setBlur(3);  // reaches 1.5 radii and 4 points
+    EXPECT_EQ(frameOf(*viewOf(root_)), R(20, 20, 100, 80));
+    inner->setTranslate(-30, 0);
+    EXPECT_EQ(frameOf(*viewOf(root_)), R(11, 11, 118, 98));
+    inner->setBlur(0);
+    EXPECT_EQ(frameOf(*viewOf(root_)), R(20, 20, 100, 80));
 }
 
 TEST_F(NativeLayerTest, ViewsAreInTheOrderOfTheirObjects) {

@@ -1,5 +1,7 @@
 #include "orvane/display/tree/FrameCache.h"
 
+#include <algorithm>
+
 #include "orvane/display/tree/ChildFrames.h"
 #include "orvane/display/tree/ContainerObject.h"
 #include "orvane/display/tree/DisplayLayer.h"
@@ -82,7 +84,36 @@ auto FrameCache::unionOfChildren(ContainerObject& container) -> Rect {
             container.inkMargin_.widen(child->inkMargin_);
         }
     }
-    return result.rect();
+    const Rect all = result.rect();
+    if (visible && container.inkMargin_.effects > 0) {
+        container.inkMargin_ = marginAround(all, container);
+    }
+    return all;
+}
+
+auto FrameCache::marginAround(const Rect& all, const ContainerObject& container)
+    -> DisplayObject::InkMargin {
+    const auto beyond = [](double outer, double outerLength, double inner, double innerLength) {
+        const double distance = std::max(inner - outer, outer + outerLength - inner - innerLength);
+        return static_cast<float>(std::max(distance, 0.0));
+    };
+    DisplayObject::InkMargin margin;
+    for (const std::shared_ptr<DisplayObject>& child : container.getChildren()) {
+        if (!child->isVisible()) {
+            continue;
+        }
+        DisplayObject::InkMargin added = child->inkMargin_;
+        if (added.effects > 0) {
+            const Rect ink = child->getInk();
+            const Rect spread = child->getFrameWithEffects();
+            added = {beyond(ink.x, ink.width, all.x, all.width),
+                     beyond(ink.y, ink.height, all.y, all.height),
+                     std::max(beyond(spread.x, spread.width, all.x, all.width),
+                              beyond(spread.y, spread.height, all.y, all.height))};
+        }
+        margin.widen(added);
+    }
+    return margin;
 }
 
 }  // namespace orvane::display

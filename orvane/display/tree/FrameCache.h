@@ -1,11 +1,11 @@
 #pragma once
 
 #include "orvane/display/geometry/Rect.h"
+#include "orvane/display/tree/DisplayObject.h"
 
 namespace orvane::display {
 
 class ContainerObject;
-class DisplayObject;
 
 // The cached frames of a tree of objects. A frame is either known or reset; a reset frame is
 // computed when it is next queried. Every change of this state is here, because it rests on one
@@ -37,6 +37,11 @@ public:
 
     // The union of the frames of the visible children of `container`.
     static Rect unionOfChildren(ContainerObject& container);
+
+private:
+    // How far the ink of the visible children of `container` reaches beyond the union of their
+    // frames. Effects in the middle of a large container do not make its layer larger.
+    static DisplayObject::InkMargin marginAround(const Rect& all, const ContainerObject& container);
 };
 
 }  // namespace orvane::display
