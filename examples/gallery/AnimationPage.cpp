@@ -20,9 +20,7 @@ constexpr float kPi = std::numbers::pi_v<float>;
 void drawTrack(ContainerObject& inside, const std::vector<float>& points) {
     const auto track = DisplayFactory::createPolyline();
     track->set(points, false);
-    track->setFillColor(255U, 255U, 255U, ~0U);  // an alpha of -1: no fill
-    track->setStrokeColor(palette::kFaint);
-    track->setStrokeWidth(2);
+    outline(track, palette::kFaint, 2);
     track->setStrokeDashArray({6, 6});
     inside.add(track);
 }
@@ -38,7 +36,7 @@ Container makeTile(ContainerObject& inside, float x, float y, unsigned color) {
     tile->add(face);
     const auto mark = DisplayFactory::createCircle();
     mark->set(x - 14, y - 14, 5);
-    paint(mark, palette::kCard);
+    paint(mark, palette::kWhite);
     tile->add(mark);
     inside.add(tile);
     return tile;
@@ -241,9 +239,7 @@ void AnimationPage::drawFrames() {
     addCard("Frame animation", [this](ContainerObject& inside) {
         // The wave runs to the right; every frame sets its points.
         const auto wave = DisplayFactory::createPolyline();
-        wave->setFillColor(255U, 255U, 255U, ~0U);
-        wave->setStrokeColor(palette::kBlue);
-        wave->setStrokeWidth(5);
+        outline(wave, palette::kBlue, 5);
         const auto drawWave = [wave](float phase) {
             std::vector<float> points;
             for (int i = 0; i <= 70; ++i) {
@@ -279,7 +275,7 @@ void AnimationPage::drawTransitions() {
             const auto button = DisplayFactory::createContainer();
             const auto face = DisplayFactory::createCircle();
             face->set(78, 58, 60);
-            paint(face, palette::kInk);
+            paint(face, palette::kRail);
             button->add(face);
             if (change.arrow.empty()) {
                 for (const float x : {98.0F, 122.0F}) {
@@ -291,9 +287,7 @@ void AnimationPage::drawTransitions() {
             } else {
                 const auto arrow = DisplayFactory::createPolyline();
                 arrow->set(change.arrow, false);
-                arrow->setFillColor(255U, 255U, 255U, ~0U);
-                arrow->setStrokeColor(palette::kAmber);
-                arrow->setStrokeWidth(10);
+                outline(arrow, palette::kAmber, 10);
                 button->add(arrow);
             }
             const auto tap = std::make_shared<Tap>(

@@ -1,11 +1,12 @@
 #include "Cards.h"
 
+#include <algorithm>
 #include <cmath>
 #include <numbers>
 
-#include "Palette.h"
-
 namespace gallery {
+
+using orvane::display::graphics::Text;
 
 namespace {
 
@@ -24,7 +25,7 @@ Page::Page() : root_(DisplayFactory::createContainer()) {
     root_->add(paper);
     const auto rail = DisplayFactory::createRect();
     rail->set(0, 0, kRailWidth, kPageHeight);
-    paint(rail, palette::kInk);
+    paint(rail, palette::kRail);
     root_->add(rail);
 }
 
@@ -43,16 +44,35 @@ void Page::addCard(const std::string& title, const Draw& draw) {
     card->add(back);
     card->getOrCreateAccessibilityElement()->setLabel(title);
 
-    const auto caption = DisplayFactory::createText(false);
-    caption->setFont("DejaVuSans");
-    caption->setTextSize(12);
-    caption->setFillColor(palette::kCaption);
-    caption->setContent(title);
-    caption->setX(18);
-    caption->setY(24);
-    card->add(caption);
+    scaleText(addText(*card, 18, 24, title, 12, palette::kCaption), 12, kCardWidth - 36);
     draw(*card);
     root_->add(card);
+}
+
+std::shared_ptr<Text> addText(ContainerObject& inside, float x, float y, const std::string& content,
+                              float size, Color color, const char* font) {
+    const auto text = DisplayFactory::createText(false);
+    text->setFont(font);
+    text->setTextSize(size);
+    colorText(text, color);
+    text->setContent(content);
+    text->setX(x);
+    text->setY(y);
+    inside.add(text);
+    return text;
+}
+
+void colorText(const std::shared_ptr<Text>& text, Color color) {
+    follow(text, color, [](Text& held, unsigned now) { held.setFillColor(now); });
+}
+
+void scaleText(const std::shared_ptr<Text>& text, float size, float width) {
+    Look::instance().follow(text, [size, width](Text& scaled) {
+        scaled.setTextSize(size);
+        const double largest = width / std::max(scaled.getTextBounds().width, 1.0);
+        const double scale = std::min(Look::instance().appearance().textScale, largest);
+        scaled.setTextSize(size * static_cast<float>(scale));
+    });
 }
 
 void turn(DisplayObject& object, double degrees, double x, double y) {

@@ -7,6 +7,8 @@
 #include <string>
 #include <vector>
 
+#include "Palette.h"
+
 namespace gallery {
 
 using orvane::display::ContainerObject;
@@ -18,9 +20,9 @@ using Container = std::shared_ptr<orvane::display::graphics::Container>;
 inline constexpr float kPageWidth = 1280;
 inline constexpr float kPageHeight = 800;
 
-// A page of the gallery: a rail at the left edge and white cards in a grid of four columns and
-// three rows. A function draws the subject of each card. The inside of a card is kCardWidth x
-// kCardHeight points, with the origin at its top left.
+// A page of the gallery: a rail at the left edge and cards in a grid of four columns and three
+// rows. A function draws the subject of each card. The inside of a card is kCardWidth x kCardHeight
+// points, with the origin at its top left.
 class Page {
 public:
     static constexpr float kCardWidth = 275;
@@ -84,15 +86,44 @@ void drawGradientStrokes(ContainerObject& inside);
 void drawTogether(ContainerObject& inside);
 void drawEffectsIcon(ContainerObject& inside);
 
-// Sets the fill, and the stroke if it has a width, of a shape.
-template <typename Shape>
-void paint(const Shape& shape, unsigned fill, unsigned stroke = 0, float strokeWidth = 0) {
-    shape->setFillColor(fill);
-    if (strokeWidth > 0) {
-        shape->setStrokeColor(stroke);
+// Gives an object a color, and again when the appearance has changed the color.
+template <typename Object, typename Set>
+void follow(const std::shared_ptr<Object>& object, Color color, Set set) {
+    set(*object, color.now());
+    if (color.changes()) {
+        Look::instance().followChanges(
+            object, [color, set](Object& followed) { set(followed, color.now()); });
     }
-    shape->setStrokeWidth(strokeWidth);
 }
+// Sets the fill, and the stroke if it has a width, of a shape, which follow the appearance.
+template <typename Shape>
+void paint(const std::shared_ptr<Shape>& shape, Color fill, Color stroke = 0, float width = 0) {
+    follow(shape, fill, [](Shape& painted, unsigned color) { painted.setFillColor(color); });
+    if (width > 0) {
+        follow(shape, stroke, [](Shape& drawn, unsigned color) { drawn.setStrokeColor(color); });
+    }
+    shape->setStrokeWidth(width);
+}
+// Gives a shape a stroke, which follows the appearance, and no fill.
+template <typename Shape>
+void outline(const std::shared_ptr<Shape>& shape, Color stroke, float width) {
+    if constexpr (requires { shape->setFillColor(0, 0, 0, -1); }) {
+        shape->setFillColor(0, 0, 0, -1);
+    }
+    follow(shape, stroke, [](Shape& drawn, unsigned color) { drawn.setStrokeColor(color); });
+    shape->setStrokeWidth(width);
+}
+// Adds a line of text with its baseline at `y`. Its color follows the appearance.
+std::shared_ptr<orvane::display::graphics::Text> addText(ContainerObject& inside, float x, float y,
+                                                         const std::string& content, float size,
+                                                         Color color = palette::kInk,
+                                                         const char* font = "DejaVu Sans");
+// Gives the letters of a text a color that follows the appearance.
+void colorText(const std::shared_ptr<orvane::display::graphics::Text>& text, Color color);
+// Gives a line of text a size that follows the user's scale of texts, as far as the line is not
+// wider than `width`.
+void scaleText(const std::shared_ptr<orvane::display::graphics::Text>& text, float size,
+               float width);
 // Turns an object about a point of its parent.
 void turn(DisplayObject& object, double degrees, double x, double y);
 // Returns the corners of a star with five points around a center; its lines cross.

@@ -12,8 +12,10 @@ using orvane::display::graphics::RadialGradient;
 
 namespace {
 
+constexpr Color kRaised{0xFFFFFFFF, 0xFF3C434D};  // what has a shadow
+
 std::shared_ptr<orvane::display::graphics::Rect> tile(float x, float y, float width, float height,
-                                                      unsigned color) {
+                                                      Color color) {
     auto rect = DisplayFactory::createRect();
     rect->set(x, y, width, height);
     rect->setRx(12);
@@ -51,7 +53,7 @@ Gradient colored(std::initializer_list<unsigned> colors) {
 
 void drawOpacity(ContainerObject& inside) {
     for (int i = 0; i < 9; ++i) {
-        inside.add(tile(24 + 26.0F * static_cast<float>(i), 40, 13, 166, 0xFFD9DEE8));
+        inside.add(tile(24 + 26.0F * static_cast<float>(i), 40, 13, 166, {0xFFD9DEE8, 0xFF3B424C}));
     }
     // On the left each disc is translucent, on the right the group.
     const auto each = discs(38, 86, 36);
@@ -65,10 +67,10 @@ void drawOpacity(ContainerObject& inside) {
 }
 
 void drawShadows(ContainerObject& inside) {
-    const auto card = tile(34, 50, 84, 60, palette::kCard);
+    const auto card = tile(34, 50, 84, 60, kRaised);
     card->setShadow({0, 2, 6, 0x50000000});
     inside.add(card);
-    const auto raised = tile(154, 50, 84, 60, palette::kCard);
+    const auto raised = tile(154, 50, 84, 60, kRaised);
     raised->setShadow({0, 10, 28, 0x60000000});
     inside.add(raised);
     // The shadow of a group is that of its outline.
@@ -77,15 +79,7 @@ void drawShadows(ContainerObject& inside) {
     paint(star, palette::kAmber);
     star->setShadow({5, 6, 4, 0xFFE8703A});
     inside.add(star);
-    const auto glow = DisplayFactory::createText(false);
-    glow->setFont("DejaVu Sans");
-    glow->setTextSize(34);
-    glow->setContent("Glow");
-    glow->setX(150);
-    glow->setY(178);
-    glow->setFillColor(palette::kViolet);
-    glow->setShadow({0, 0, 14, 0xFFB79CFF});
-    inside.add(glow);
+    addText(inside, 150, 178, "Glow", 34, palette::kViolet)->setShadow({0, 0, 14, 0xFFB79CFF});
 }
 
 void drawBlur(ContainerObject& inside) {
@@ -120,7 +114,7 @@ void drawRadialGradients(ContainerObject& inside) {
     ball->setFillGradient(light);
     inside.add(ball);
 
-    const auto banner = tile(164, 48, 84, 62, palette::kCard);
+    const auto banner = tile(164, 48, 84, 62, palette::kWhite);
     banner->setFillGradient(colored<RadialGradient>({palette::kAmber, palette::kCoral}));
     inside.add(banner);
     auto rings = colored<RadialGradient>(
@@ -157,14 +151,14 @@ void drawGradientStrokes(ContainerObject& inside) {
     sweep.setAngle(-std::numbers::pi / 2);
     const auto gauge = DisplayFactory::createCircle();
     gauge->set(38, 54, 46);
-    gauge->setFillColor(255U, 255U, 255U, ~0U);
+    gauge->setFillColor(0, 0, 0, -1);
     gauge->setStrokeGradient(sweep);
     gauge->setStrokeWidth(16);
     inside.add(gauge);
 
     const auto dashes = DisplayFactory::createCircle();
     dashes->set(162, 60, 40);
-    dashes->setFillColor(255U, 255U, 255U, ~0U);
+    dashes->setFillColor(0, 0, 0, -1);
     dashes->setStrokeGradient(
         colored<ConicGradient>({palette::kCoral, palette::kViolet, palette::kCoral}));
     dashes->setStrokeWidth(12);
@@ -183,7 +177,7 @@ void drawGradientStrokes(ContainerObject& inside) {
     wave->cubicCurve(130, 184, 60, 140, 90, 230, false);
     wave->cubicCurve(246, 184, 170, 138, 190, 230, false);
     wave->finish();
-    wave->setFillColor(255U, 255U, 255U, ~0U);
+    wave->setFillColor(0, 0, 0, -1);
     wave->setStrokeGradient(along);
     wave->setStrokeWidth(8);
     inside.add(wave);
@@ -200,25 +194,18 @@ void drawTogether(ContainerObject& inside) {
     const auto blurred = scene();
     blurred->setBlur(22);
     glass->add(blurred);
-    const auto sheet = tile(52, 92, 172, 76, 0xFFFFFFFF);
+    const auto sheet = tile(52, 92, 172, 76, palette::kCard);
     sheet->setOpacity(0.55);
     glass->add(sheet);
     glass->setShadow({0, 4, 14, 0x60000000});
     inside.add(glass);
-    const auto text = DisplayFactory::createText(false);
-    text->setFont("DejaVu Sans");
-    text->setTextSize(22);
-    text->setContent("Glass");
-    text->setX(104);
-    text->setY(138);
-    text->setFillColor(palette::kInk);
-    inside.add(text);
+    addText(inside, 104, 138, "Glass", 22, palette::kInk);
 }
 
 void drawEffectsIcon(ContainerObject& inside) {
     const auto disc = DisplayFactory::createCircle();
     disc->set(3, 3, 9);
-    paint(disc, palette::kCard);
+    paint(disc, palette::kWhite);
     disc->setBlur(3);
     inside.add(disc);
     const auto front = DisplayFactory::createCircle();

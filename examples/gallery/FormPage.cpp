@@ -1,5 +1,6 @@
 #include "FormPage.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "Palette.h"
@@ -19,6 +20,7 @@ constexpr float kRow = 84;
 constexpr float kHeight = 42;
 constexpr float kPadding = 12;  // between a frame and its text
 constexpr float kTextSize = 15;
+constexpr double kLargestScale = 1.5;  // of texts, which the height of a field allows
 
 }  // namespace
 
@@ -41,14 +43,19 @@ public:
     }
     void operator()(const std::shared_ptr<DisplayObject>&,
                     const InputText::FocusEvent& event) override {
-        frame_->setStrokeColor(event.isFocused ? palette::kBlue : palette::kEdge);
-        frame_->setStrokeWidth(event.isFocused ? 2 : 1);
+        isFocused_ = event.isFocused;
+        draw();
+    }
+    void draw() {
+        frame_->setStrokeColor((isFocused_ ? palette::kAccent : palette::kEdge).now());
+        frame_->setStrokeWidth(isFocused_ ? 2 : 1);
     }
 
 private:
     FormPage& page_;
     std::string label_;
     std::shared_ptr<orvane::display::graphics::Rect> frame_;
+    bool isFocused_ = false;
 };
 
 FormPage::FormPage() : root_(DisplayFactory::createContainer()) {
@@ -58,7 +65,7 @@ FormPage::FormPage() : root_(DisplayFactory::createContainer()) {
     root_->add(paper);
     const auto rail = DisplayFactory::createRect();
     rail->set(0, 0, 72, kPageHeight);
-    paint(rail, palette::kInk);
+    paint(rail, palette::kRail);
     root_->add(rail);
     addHeading();
 
@@ -77,29 +84,18 @@ FormPage::FormPage() : root_(DisplayFactory::createContainer()) {
 }
 
 void FormPage::addHeading() {
-    addText(kLeft, 84, "Settings", 30, palette::kInk, "DejaVuSans-Bold");
-    addText(kLeft, 112, "Tab visits the fields; Enter commits them.", 14, palette::kCaption);
-    status_ = addText(kLeft, 770, "Nothing was changed yet.", 14, palette::kCaption);
-}
-
-std::shared_ptr<FormPage::Text> FormPage::addText(float x, float y, const std::string& content,
-                                                  float size, unsigned color, const char* font) {
-    const auto text = DisplayFactory::createText(false);
-    text->setFont(font);
-    text->setTextSize(size);
-    text->setFillColor(color);
-    text->setContent(content);
-    text->setX(x);
-    text->setY(y);
-    root_->add(text);
-    return text;
+    addText(*root_, kLeft, 84, "Settings", 30, palette::kInk, "DejaVuSans-Bold");
+    const char* const hint = "Tab visits the fields; Enter commits them.";
+    scaleText(addText(*root_, kLeft, 112, hint, 14, palette::kCaption), 14, 2 * kColumn);
+    status_ = addText(*root_, kLeft, 770, "Nothing was changed yet.", 14, palette::kCaption);
 }
 
 std::shared_ptr<FormPage::InputText> FormPage::addInput(const Frame& frame,
                                                         const std::string& label, bool isMultiline,
                                                         bool isSecure, int maximumLength) {
-    addText(static_cast<float>(frame.x), static_cast<float>(frame.y) - 8, label, 13,
-            palette::kCaption);
+    const auto caption = addText(*root_, static_cast<float>(frame.x),
+                                 static_cast<float>(frame.y) - 8, label, 13, palette::kCaption);
+    scaleText(caption, 13, static_cast<float>(frame.width));
     const auto box = DisplayFactory::createRect();
     box->set(static_cast<float>(frame.x), static_cast<float>(frame.y),
              static_cast<float>(frame.width), static_cast<float>(frame.height));
@@ -112,13 +108,17 @@ std::shared_ptr<FormPage::InputText> FormPage::addInput(const Frame& frame,
     input->setBounds({frame.x + kPadding, frame.y + (isMultiline ? kPadding : 4),
                       frame.width - 2 * kPadding, frame.height - (isMultiline ? 2 * kPadding : 8)});
     input->setFont("DejaVuSans");
-    input->setTextSize(kTextSize);
-    input->setTextColor(palette::kInk);
-    input->setPlaceholderColor(palette::kFaint);
+    Look::instance().follow(input, [](InputText& text) {
+        const double scale = Look::instance().appearance().textScale;
+        text.setTextSize(kTextSize * static_cast<float>(std::min(scale, kLargestScale)));
+        text.setTextColor(palette::kInk.now());
+        text.setPlaceholderColor(palette::kFaint.now());
+    });
     input->getOrCreateAccessibilityElement()->setLabel(label);
     root_->add(input);
 
     const auto listener = std::make_shared<Listener>(*this, label, box);
+    Look::instance().followChanges(listener, [](Listener& field) { field.draw(); });
     input->addListener<InputText::ChangeEvent>(listener);
     input->addListener<InputText::CommitEvent>(listener);
     input->addListener<InputText::FocusEvent>(listener);
@@ -148,7 +148,9 @@ void FormPage::addStyledLines() {
     const auto city = addInput(at(1, 3), "City, centered, in its own colors", false, false, 0);
     city->setAlignment(TextAlign::Center);
     city->setFont("DejaVuSerif");
-    city->setTextColor(palette::kViolet);
+    Look::instance().follow(city, [](InputText& text) {
+        text.setTextColor(Color{palette::kViolet, 0xFFB39CF5}.now());
+    });
     city->setBackgroundColor(0x187A5CD6);
     city->setSelectionColor(0x807A5CD6);
     city->setContent("Zürich");
@@ -182,7 +184,7 @@ void FormPage::drawIcon(ContainerObject& inside) {
     box->set(0, 5, 24, 14);
     box->setRx(3);
     box->setRy(3);
-    paint(box, 0, palette::kCard, 2);
+    paint(box, 0, palette::kWhite, 2);
     inside.add(box);
     const auto caret = DisplayFactory::createRect();
     caret->set(6, 8, 2, 8);

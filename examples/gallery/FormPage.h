@@ -41,8 +41,6 @@ private:
     std::shared_ptr<InputText> addInput(const orvane::display::geometry::Rect<double>& frame,
                                         const std::string& label, bool isMultiline, bool isSecure,
                                         int maximumLength);
-    std::shared_ptr<Text> addText(float x, float y, const std::string& content, float size,
-                                  unsigned color, const char* font = "DejaVuSans");
     void say(const std::string& what);
 
     Container root_;

@@ -5,6 +5,7 @@
 #include "AnimationPage.h"
 #include "Cards.h"
 #include "Counter.h"
+#include "DesktopPage.h"
 #include "Drag.h"
 #include "FormPage.h"
 #include "MotionCards.h"
@@ -95,14 +96,17 @@ public:
         effectPage_.addCard("Strokes with gradients", drawGradientStrokes);
         effectPage_.addCard("All together", drawTogether);
 
-        addPage(page_.root(), drawShapesIcon);
-        addPage(textPage_.root(), drawTextIcon);
-        addPage(imagePage_.root(), drawImageIcon);
-        addPage(formPage_.root(), FormPage::drawIcon);
-        addPage(animationPage_.root(), AnimationPage::drawIcon, [this] { animationPage_.start(); });
-        addPage(motionPage_.root(), MotionPage::drawIcon, [this] { motionPage_.start(); });
-        addPage(scrollPage_.root(), ScrollPage::drawIcon);
-        addPage(effectPage_.root(), drawEffectsIcon);
+        addPage("Shapes", page_.root(), drawShapesIcon);
+        addPage("Texts", textPage_.root(), drawTextIcon);
+        addPage("Images", imagePage_.root(), drawImageIcon);
+        addPage("Form", formPage_.root(), FormPage::drawIcon);
+        addPage("Animations", animationPage_.root(), AnimationPage::drawIcon,
+                [this] { animationPage_.start(); });
+        addPage("Motion and layout", motionPage_.root(), MotionPage::drawIcon,
+                [this] { motionPage_.start(); });
+        addPage("Scrolling", scrollPage_.root(), ScrollPage::drawIcon);
+        addPage("Effects", effectPage_.root(), drawEffectsIcon);
+        addPage("Desktop and input", desktopPage_.root(), DesktopPage::drawIcon);
 
         const auto display = Display::instance();
         display->addListener<FrameChangedEvent>(fit_);
@@ -112,10 +116,11 @@ public:
     }
 
 private:
-    void addPage(const Container& root, const std::function<void(ContainerObject&)>& drawIcon,
+    void addPage(const std::string& name, const Container& root,
+                 const std::function<void(ContainerObject&)>& drawIcon,
                  const std::function<void()>& shown = {}) {
         fit_->add(root);
-        navigation_->addPage(root, drawIcon, shown);
+        navigation_->addPage(name, root, drawIcon, shown);
     }
 
     static void drawShapesIcon(ContainerObject& inside) {
@@ -138,6 +143,7 @@ private:
     AnimationPage animationPage_{navigation_};
     MotionPage motionPage_;
     ScrollPage scrollPage_;
+    DesktopPage desktopPage_;
     std::shared_ptr<Fit> fit_ = std::make_shared<Fit>();
     std::shared_ptr<Drag> drag_ = std::make_shared<Drag>();
     std::shared_ptr<events::TouchEventListener> blink_;

@@ -113,6 +113,9 @@ void drawFrames(ContainerObject& inside) {
     const auto dial = DisplayFactory::createImage();
     dial->setPath(pathOf("dial.gif"));
     dial->setTranslate(89, 78);
+    Look::instance().follow(dial, [](orvane::display::graphics::Image& image) {
+        image.setPlaying(!Look::instance().appearance().reducesMotion);
+    });
     inside.add(dial);
 }
 
@@ -129,7 +132,7 @@ void drawImageIcon(ContainerObject& inside) {
     frame->set(0, 2, 24, 20);
     frame->setRx(3);
     frame->setRy(3);
-    paint(frame, palette::kCard);
+    paint(frame, palette::kWhite);
     inside.add(frame);
     const auto hill = DisplayFactory::createPolyline();
     hill->set({3, 19, 10, 9, 14, 14, 17, 11, 21, 19}, true);

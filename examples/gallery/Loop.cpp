@@ -15,7 +15,8 @@ void Loop::start() {
 
 void Loop::runOnce() {
     const auto layer = page_->getLayer();
-    if (!layer || !layer->getDisplay()) {
+    const bool isStill = Look::instance().appearance().reducesMotion;
+    if (!layer || !layer->getDisplay() || isStill) {
         isRunning_ = false;
         return;
     }

@@ -16,7 +16,8 @@ public:
         const std::string& key, float scale)>;
 
     Loop(Container page, Make make);
-    // Has no effect while the loop runs. The loop ends when the page has left the display.
+    // Has no effect while the loop runs, and while the user wants no motion. The loop ends when the
+    // page has left the display.
     void start();
 
 private:

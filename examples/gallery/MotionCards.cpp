@@ -103,7 +103,7 @@ void drawDraggables(ContainerObject& inside, const std::shared_ptr<Drag>& drag) 
             const float column = static_cast<float>(dot % 2);
             const float row = static_cast<float>(dot / 2);
             pip->set(16 + 14 * column, 9 + 14 * row, 4);
-            paint(pip, palette::kCard);
+            paint(pip, palette::kWhite);
             chip->add(pip);
         }
         chip->addListener<events::TouchEvent>(drag);

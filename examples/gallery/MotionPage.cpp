@@ -19,18 +19,11 @@ using Curve = Easing::Curve;
 using Direction = Easing::Direction;
 
 void drawCaption(ContainerObject& inside, const std::string& content, float x, float y) {
-    const auto caption = DisplayFactory::createText(false);
-    caption->setFont("DejaVu Sans");
-    caption->setTextSize(10);
-    caption->setFillColor(palette::kCaption);
-    caption->setContent(content);
-    caption->setX(x);
-    caption->setY(y);
-    inside.add(caption);
+    addText(inside, x, y, content, 10, palette::kCaption);
 }
 
 std::shared_ptr<graphics::Circle> makeDot(ContainerObject& inside, float x, float y, float r,
-                                          unsigned color) {
+                                          Color color) {
     const auto dot = DisplayFactory::createCircle();
     dot->set(x - r, y - r, r);
     paint(dot, color);
@@ -38,7 +31,7 @@ std::shared_ptr<graphics::Circle> makeDot(ContainerObject& inside, float x, floa
     return dot;
 }
 
-std::shared_ptr<graphics::Rect> makeTile(float side, unsigned color) {
+std::shared_ptr<graphics::Rect> makeTile(float side, Color color) {
     const auto tile = DisplayFactory::createRect();
     tile->set(0, 0, side, side);
     tile->setRx(side / 4);
@@ -48,19 +41,17 @@ std::shared_ptr<graphics::Rect> makeTile(float side, unsigned color) {
 }
 
 std::shared_ptr<graphics::Rect> makeTile(ContainerObject& inside, float x, float y, float side,
-                                         unsigned color) {
+                                         Color color) {
     const auto tile = makeTile(side, color);
     tile->set(x, y, side, side);
     inside.add(tile);
     return tile;
 }
 
-void drawLine(ContainerObject& inside, const std::vector<float>& points, unsigned color) {
+void drawLine(ContainerObject& inside, const std::vector<float>& points, Color color) {
     const auto line = DisplayFactory::createPolyline();
     line->set(points, false);
-    line->setFillColor(255U, 255U, 255U, ~0U);  // an alpha of -1: no fill
-    line->setStrokeColor(color);
-    line->setStrokeWidth(2);
+    outline(line, color, 2);
     inside.add(line);
 }
 
@@ -91,6 +82,14 @@ MotionPage::MotionPage() {
 void MotionPage::start() {
     for (const auto& loop : loops_) {
         loop->start();
+    }
+    if (Look::instance().appearance().reducesMotion) {
+        frameLoop_.stop();
+        if (run_) {
+            run_->stop(StopAt::End);
+            run_.reset();
+        }
+        return;
     }
     if (run_ || runnerPlace_ == 0) {
         startRunner();  // it ended when the page left the display
@@ -335,13 +334,13 @@ void MotionPage::moveBalls(float elapsed) {
 void MotionPage::drawBoxes(ContainerObject& inside) {
     // A window with a bar, a list and a text: nothing here has a position of its own.
     using namespace layout;
-    const auto makeRect = [](unsigned color) { return makeTile(12, color); };
+    const auto makeRect = [](Color color) { return makeTile(12, color); };
     const auto window = std::make_shared<Box>(
         BoxStyle{.direction = layout::Direction::Column, .gap = 10, .padding = Insets::all(10)});
     window->setBackground(makeRect(palette::kPaper));
     const auto bar =
         std::make_shared<Box>(BoxStyle{.gap = 6, .padding = {8, 0, 8, 0}, .align = Align::Center});
-    bar->setBackground(makeRect(palette::kInk));
+    bar->setBackground(makeRect(palette::kRail));
     for (const unsigned color : {palette::kCoral, palette::kAmber, palette::kGreen}) {
         bar->add(makeRect(color));
     }
@@ -356,7 +355,7 @@ void MotionPage::drawBoxes(ContainerObject& inside) {
     const auto text = DisplayFactory::createText(true);
     text->setFont("DejaVu Sans");
     text->setTextSize(11);
-    text->setFillColor(palette::kInk);
+    colorText(text, palette::kInk);
     text->setContent(
         "This text takes the width that the others leave, and the height that it needs "
         "at this width.");
@@ -371,7 +370,10 @@ void MotionPage::drawBoxes(ContainerObject& inside) {
 void MotionPage::drawWrapping(ContainerObject& inside) {
     using namespace layout;
     wrapping_ = std::make_shared<Box>(BoxStyle{.gap = 8, .wraps = true, .lineGap = 8});
-    wrapping_->setMotion(0.5F, Easing::make(Curve::Back, Direction::Out));
+    Look::instance().follow(wrapping_, [](Box& box) {
+        const bool isStill = Look::instance().appearance().reducesMotion;
+        box.setMotion(isStill ? 0 : 0.5F, Easing::make(Curve::Back, Direction::Out));
+    });
     const unsigned colors[] = {palette::kCoral, palette::kAmber,  palette::kGreen,
                                palette::kTeal,  palette::kViolet, palette::kBlue};
     for (int i = 0; i < 12; ++i) {

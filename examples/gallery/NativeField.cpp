@@ -2,16 +2,25 @@
 
 #include <utility>
 
+#include "Palette.h"
 #include "platform/appkit/NSTextField.h"
 
 namespace gallery {
 
 using orvane::display::native::NativeLayer;
+using orvane::platform::CGColor;
 using orvane::platform::NSTextField;
 using orvane::platform::NSTextFieldStyle;
 using orvane::platform::NSView;
 
 namespace {
+
+CGColor toColor(Color color) {
+    const auto component = [argb = color.now()](unsigned shift) {
+        return (argb >> shift & 255U) / 255.0;
+    };
+    return {component(16), component(8), component(0), component(24)};
+}
 
 class FieldLayer : public NativeLayer {
 public:
@@ -24,9 +33,12 @@ protected:
     std::shared_ptr<NSView> createLayerHandler() override {
         auto field = std::make_shared<NSTextField>();
         field->setStringValue(value_);
-        NSTextFieldStyle style = field->style();
-        style.backgroundColor = {1, 1, 1, 1};
-        field->setStyle(style);
+        Look::instance().follow(field, [](NSTextField& control) {
+            NSTextFieldStyle style = control.style();
+            style.textColor = toColor(palette::kInk);
+            style.backgroundColor = toColor(palette::kCard);
+            control.setStyle(style);
+        });
         return field;
     }
 

@@ -90,17 +90,15 @@ void drawClips(ContainerObject& inside) {
     }
     const auto edge = DisplayFactory::createRect();
     edge->set(28, 34, 219, 172);
-    edge->setFillColor(255U, 255U, 255U, ~0U);
-    edge->setStrokeColor(palette::kInk);
-    edge->setStrokeWidth(2);
+    outline(edge, palette::kInk, 2);
     inside.add(edge);
 }
 
 void drawNestedTransforms(ContainerObject& inside) {
     // Each square is inside the one before, turned and scaled by the same step.
     ContainerObject* around = &inside;
-    const unsigned colors[] = {palette::kBlue,  palette::kCard, palette::kViolet, palette::kCard,
-                               palette::kCoral, palette::kCard, palette::kAmber,  palette::kCard};
+    const Color colors[] = {palette::kBlue,  palette::kCard, palette::kViolet, palette::kCard,
+                            palette::kCoral, palette::kCard, palette::kAmber,  palette::kCard};
     for (int i = 0; i < 16; ++i) {
         const auto level = DisplayFactory::createContainer();
         if (i == 0) {

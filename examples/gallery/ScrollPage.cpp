@@ -21,20 +21,8 @@ constexpr std::array kColors = {palette::kCoral, palette::kAmber,  palette::kTea
 constexpr float kTitleHeight = 44;
 constexpr float kMargin = 16;
 
-std::shared_ptr<graphics::Text> addText(ContainerObject& inside, float x, float y, float size,
-                                        unsigned color, const std::string& content = "") {
-    const auto text = DisplayFactory::createText(false);
-    text->setFont("DejaVu Sans");
-    text->setTextSize(size);
-    text->setFillColor(color);
-    text->setContent(content);
-    text->setTranslate(x, y);
-    inside.add(text);
-    return text;
-}
-
 std::shared_ptr<graphics::Rect> addTile(ContainerObject& inside, float x, float y, float width,
-                                        float height, float radius, unsigned color) {
+                                        float height, float radius, Color color) {
     const auto tile = DisplayFactory::createRect();
     tile->set(x, y, width, height);
     tile->setRx(radius);
@@ -86,8 +74,8 @@ Container makeContact(float width) {
     const auto picture = DisplayFactory::createImage();
     picture->setTranslate(0, 10);
     row->add(picture);
-    addText(*row, 56, 27, 14, palette::kInk);
-    addText(*row, 56, 46, 11, palette::kCaption);
+    addText(*row, 56, 27, "", 14, palette::kInk);
+    addText(*row, 56, 46, "", 11, palette::kCaption);
     addTile(*row, 56, kContactHeight - 1, width - 56, 1, 0, palette::kEdge);
     return row;
 }
@@ -122,7 +110,7 @@ Container ScrollPage::addPanel(const std::string& title, float x, float y, float
     panel->setTranslate(x, y);
     const auto card = addTile(*panel, 0, 0, width, height, 10, palette::kCard);
     paint(card, palette::kCard, palette::kEdge, 1);
-    addText(*panel, kMargin, 28, 13, palette::kCaption, title);
+    scaleText(addText(*panel, kMargin, 28, title, 13, palette::kCaption), 13, width - 2 * kMargin);
     const auto inside = DisplayFactory::createContainer();
     inside->setTranslate(kMargin, kTitleHeight);
     panel->add(inside);
@@ -160,7 +148,7 @@ void ScrollPage::addCarousel() {
         const auto page = DisplayFactory::createContainer();
         page->setTranslate(kWidth * static_cast<float>(i), 0);
         addTile(*page, 0, 0, kWidth, kHeight, 12, kColors[i]);
-        addText(*page, 40, 150, 64, 0xFFFFFFFFU, "Page " + std::to_string(i + 1));
+        addText(*page, 40, 150, "Page " + std::to_string(i + 1), 64, palette::kWhite);
         carousel->add(page);
     }
     panel->add(carousel);
@@ -179,7 +167,7 @@ void ScrollPage::addShelves() {
     for (int i = 0; i < 8; ++i) {
         const auto shelf = DisplayFactory::createContainer();
         shelf->setTranslate(0, kShelf * static_cast<float>(i));
-        addText(*shelf, 0, 20, 13, palette::kInk, "Shelf " + std::to_string(i + 1));
+        addText(*shelf, 0, 20, "Shelf " + std::to_string(i + 1), 13, palette::kInk);
         const auto place = DisplayFactory::createContainer();
         place->setTranslate(0, 32);
         shelf->add(place);
@@ -189,8 +177,8 @@ void ScrollPage::addShelves() {
         for (int k = 0; k < 24; ++k) {
             const auto color = kColors[static_cast<std::size_t>(i + k) % kColors.size()];
             addTile(*items, 128 * static_cast<float>(k), 0, 116, 100, 10, color);
-            addText(*items, 128 * static_cast<float>(k) + 14, 84, 13, 0xFFFFFFFFU,
-                    std::to_string(i + 1) + "." + std::to_string(k + 1));
+            addText(*items, 128 * static_cast<float>(k) + 14, 84,
+                    std::to_string(i + 1) + "." + std::to_string(k + 1), 13, palette::kWhite);
         }
         place->add(items);
         shelves->add(shelf);

@@ -48,8 +48,7 @@ void drawShapes(ContainerObject& inside) {
 
     const auto line = DisplayFactory::createLine();
     line->set(26, 200, 249, 200);
-    line->setStrokeColor(palette::kInk);
-    line->setStrokeWidth(3);
+    outline(line, palette::kInk, 3);
     inside.add(line);
 }
 
@@ -76,9 +75,7 @@ void drawCurves(ContainerObject& inside) {
         arc->finish();
         const unsigned colors[] = {palette::kCoral, palette::kAmber, palette::kGreen,
                                    palette::kTeal,  palette::kBlue,  palette::kViolet};
-        arc->setFillColor(255U, 255U, 255U, ~0U);  // an alpha of -1: no fill
-        arc->setStrokeColor(colors[i]);
-        arc->setStrokeWidth(6);
+        outline(arc, colors[i], 6);
         inside.add(arc);
     }
     const auto wave = DisplayFactory::createPath();
@@ -88,22 +85,19 @@ void drawCurves(ContainerObject& inside) {
     wave->quadCurve(222, 154, 174, 128, false);
     wave->quadCurve(222, 206, 270, 180, false);
     wave->finish();
-    wave->setFillColor(255U, 255U, 255U, ~0U);
-    wave->setStrokeColor(palette::kInk);
-    wave->setStrokeWidth(4);
+    outline(wave, palette::kInk, 4);
     inside.add(wave);
 }
 
 void drawDashes(ContainerObject& inside) {
     const std::vector<std::vector<float>> patterns = {{}, {14, 8}, {2, 6}, {20, 6, 4, 6}, {1, 3}};
-    const unsigned colors[] = {palette::kInk, palette::kCoral, palette::kAmber, palette::kTeal,
-                               palette::kBlue};
+    const Color colors[] = {palette::kInk, palette::kCoral, palette::kAmber, palette::kTeal,
+                            palette::kBlue};
     for (std::size_t i = 0; i < patterns.size(); ++i) {
         const auto line = DisplayFactory::createLine();
         const float y = 44 + 24.0F * static_cast<float>(i);
         line->set(28, y, 247, y);
-        line->setStrokeColor(colors[i]);
-        line->setStrokeWidth(2 + static_cast<float>(i));
+        outline(line, colors[i], 2 + static_cast<float>(i));
         line->setStrokeDashArray(patterns[i]);
         inside.add(line);
     }

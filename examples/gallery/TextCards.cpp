@@ -7,35 +7,23 @@ using namespace orvane::display::graphics;
 
 namespace {
 
-std::shared_ptr<Text> text(ContainerObject& inside, float x, float y, const std::string& content,
-                           float size = 15, unsigned color = palette::kInk,
-                           const char* font = "DejaVuSans") {
-    const auto result = DisplayFactory::createText(false);
-    result->setFont(font);
-    result->setTextSize(size);
-    result->setFillColor(color);
-    result->setContent(content);
-    result->setX(x);
-    result->setY(y);
-    inside.add(result);
-    return result;
-}
-
 void guide(ContainerObject& inside, float x1, float y1, float x2, float y2) {
     const auto line = DisplayFactory::createLine();
     line->set(x1, y1, x2, y2);
-    line->setStrokeColor(palette::kCoral);
-    line->setStrokeWidth(1);
+    outline(line, palette::kCoral, 1);
     inside.add(line);
 }
 
-Text::Segment segment(const std::string& content, float size,
-                      const std::array<unsigned char, 4>& color, const char* font = "DejaVuSans",
-                      int decoration = 0) {
+Text::Segment segment(const std::string& content, float size, Color color,
+                      const char* font = "DejaVuSans", int decoration = 0) {
+    const unsigned argb = color.now();
+    const auto component = [argb](unsigned shift) {
+        return static_cast<unsigned char>(argb >> shift);
+    };
     Text::Segment result;
     result.content = content;
     result.textSize = size;
-    result.fillColor = color;
+    result.fillColor = {component(16), component(8), component(0), component(24)};
     result.font = font;
     result.decoration = decoration;
     return result;
@@ -49,7 +37,7 @@ void drawAlignments(ContainerObject& inside) {
     for (const auto& [align, name] : {std::pair{TextAlign::Start, "start"},
                                       {TextAlign::Center, "center"},
                                       {TextAlign::End, "end"}}) {
-        const auto line = text(inside, 137.5F, y, name, 22, palette::kBlue);
+        const auto line = addText(inside, 137.5F, y, name, 22, palette::kBlue);
         line->setTextAlign(align);
         y += 52;
     }
@@ -61,24 +49,24 @@ void drawBaselines(ContainerObject& inside) {
                                          {AlignmentBaseline::Middle, "Middle"},
                                          {AlignmentBaseline::Top, "Top"}}) {
         guide(inside, 24, y, 251, y);
-        const auto line = text(inside, 36, y, name, 26, palette::kViolet);
+        const auto line = addText(inside, 36, y, name, 26, palette::kViolet);
         line->setAlignmentBaseline(baseline);
         y += 54;
     }
 }
 
 void drawDecorations(ContainerObject& inside) {
-    text(inside, 30, 74, "Plain", 20);
-    text(inside, 30, 110, "Underlined", 20, palette::kTeal)->setDecoration(true, false);
-    text(inside, 30, 146, "Struck through", 20, palette::kCoral)->setDecoration(false, true);
-    text(inside, 30, 182, "Both of them", 20, palette::kViolet)->setDecoration(true, true);
+    addText(inside, 30, 74, "Plain", 20);
+    addText(inside, 30, 110, "Underlined", 20, palette::kTeal)->setDecoration(true, false);
+    addText(inside, 30, 146, "Struck through", 20, palette::kCoral)->setDecoration(false, true);
+    addText(inside, 30, 182, "Both of them", 20, palette::kViolet)->setDecoration(true, true);
 }
 
 void drawFonts(ContainerObject& inside) {
-    text(inside, 28, 76, "DejaVu Sans", 21, palette::kInk, "DejaVuSans");
-    text(inside, 28, 112, "DejaVu Sans Bold", 21, palette::kInk, "DejaVuSans-Bold");
-    text(inside, 28, 148, "DejaVu Serif", 21, palette::kInk, "DejaVuSerif");
-    text(inside, 28, 184, "DejaVu Sans Mono", 21, palette::kInk, "DejaVuSansMono");
+    addText(inside, 28, 76, "DejaVu Sans", 21, palette::kInk, "DejaVuSans");
+    addText(inside, 28, 112, "DejaVu Sans Bold", 21, palette::kInk, "DejaVuSans-Bold");
+    addText(inside, 28, 148, "DejaVu Serif", 21, palette::kInk, "DejaVuSerif");
+    addText(inside, 28, 184, "DejaVu Sans Mono", 21, palette::kInk, "DejaVuSansMono");
 }
 
 void drawScripts(ContainerObject& inside) {
@@ -86,14 +74,14 @@ void drawScripts(ContainerObject& inside) {
                            "ffi ligatures, a\u0301 e\u0308 o\u0302", "日本の"};
     float y = 70;
     for (const char* const line : lines) {
-        text(inside, 28, y, line, 20);
+        addText(inside, 28, y, line, 20);
         y += 34;
     }
 }
 
 void drawEmoji(ContainerObject& inside) {
-    text(inside, 28, 100, "😀 😎 🎉 🚀", 38);
-    text(inside, 28, 160, "❤ in a line of text 👍", 18);
+    addText(inside, 28, 100, "😀 😎 🎉 🚀", 38);
+    addText(inside, 28, 160, "❤ in a line of text 👍", 18);
 }
 
 void drawWrapping(ContainerObject& inside) {
@@ -106,7 +94,7 @@ void drawWrapping(ContainerObject& inside) {
         const auto block = DisplayFactory::createText(true);
         block->setFont("DejaVuSans");
         block->setTextSize(13);
-        block->setFillColor(palette::kInk);
+        colorText(block, palette::kInk);
         block->setContent(
             "Text of several lines wraps at the width of its box, at spaces and hyphens.");
         block->setAlignment(align);
@@ -123,16 +111,18 @@ void drawAttributedText(ContainerObject& inside) {
     block->setX(26);
     block->setY(64);
     block->setWidth(226);
-    block->setContent(std::vector<Text::Segment>{
-        segment("Every ", 16, {34, 48, 60, 255}),
-        segment("segment ", 24, {242, 84, 91, 255}, "DejaVuSans-Bold"),
-        segment("keeps its own ", 16, {34, 48, 60, 255}),
-        segment("font", 20, {122, 92, 214, 255}, "DejaVuSerif"),
-        segment(", size, ", 16, {34, 48, 60, 255}),
-        segment("color ", 16, {25, 167, 160, 255}, "DejaVuSans-Bold"),
-        segment("and ", 16, {34, 48, 60, 255}),
-        segment("decoration", 16, {47, 111, 222, 255}, "DejaVuSans", 1),
-        segment(", and all are laid out as one text.", 16, {34, 48, 60, 255})});
+    Look::instance().follow(block, [](AttributedText& text) {
+        text.setContent(std::vector<Text::Segment>{
+            segment("Every ", 16, palette::kInk),
+            segment("segment ", 24, palette::kCoral, "DejaVuSans-Bold"),
+            segment("keeps its own ", 16, palette::kInk),
+            segment("font", 20, palette::kViolet, "DejaVuSerif"),
+            segment(", size, ", 16, palette::kInk),
+            segment("color ", 16, palette::kTeal, "DejaVuSans-Bold"),
+            segment("and ", 16, palette::kInk),
+            segment("decoration", 16, palette::kBlue, "DejaVuSans", 1),
+            segment(", and all are laid out as one text.", 16, palette::kInk)});
+    });
     inside.add(block);
 }
 
@@ -140,7 +130,7 @@ void drawLineBreaks(ContainerObject& inside) {
     const auto card = DisplayFactory::createText(true);
     card->setFont("DejaVuSerif");
     card->setTextSize(15);
-    card->setFillColor(palette::kInk);
+    colorText(card, palette::kInk);
     card->setWidth(226);
     card->setLineBreaks(LineBreaks::Keep);
     card->setContent(
@@ -170,20 +160,20 @@ void drawMeasured(ContainerObject& inside) {
         back->setRy(14);
         paint(back, colors[count++ % 4]);
         inside.add(back);
-        text(inside, x + 10, y + 19, word, font.size, palette::kCard);
+        addText(inside, x + 10, y + 19, word, font.size, palette::kWhite);
         x += width + 8;
     }
     const std::string title = "A title that is too long for its place";
     y += 56;
     for (const float width : {226.0F, 150.0F, 80.0F}) {
         guide(inside, 26 + width, y - 14, 26 + width, y + 6);
-        text(inside, 26, y, shortenText(title, font, width), font.size);
+        addText(inside, 26, y, shortenText(title, font, width), font.size);
         y += 28;
     }
 }
 
 void drawTextIcon(ContainerObject& inside) {
-    text(inside, 3, 21, "A", 24, palette::kCard, "DejaVuSerif");
+    addText(inside, 3, 21, "A", 24, palette::kWhite, "DejaVuSerif");
 }
 
 }  // namespace gallery
