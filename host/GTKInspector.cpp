@@ -8,6 +8,8 @@ GTKInspector::GTKInspector(const Options& options, platform::NSWindow& applicati
     : content_(kInspectorSize) {
     window_.set_title(options.title + " - inspector");
     window_.set_child(content_.widget());
+    // The labels of a smaller window would overlap.
+    window_.set_size_request(800, 500);
     inspector_ = openInspector(options, application, content_);
     if (!inspector_) {
         return;

@@ -9,14 +9,16 @@ namespace orvane::inspector {
 
 using display::DisplayFactory;
 using display::UpdateLock;
+using platform::CGPoint;
 namespace graphics = display::graphics;
 
 namespace {
 
 constexpr float kMargin = 12;
+constexpr float kHeadingTop = 9;
 constexpr float kTop = 46;  // of the drawing
 constexpr float kTextSize = 10;
-constexpr float kBarWidth = 2;
+constexpr double kBarWidth = 2;
 
 // The next number of the form 1, 2 or 5 times a power of ten.
 double roundUp(double value) {
@@ -36,16 +38,14 @@ struct Plot::Scale {
     double now;
     double seconds;
     double highest;
-    float width;
-    float floor;
+    double width;
+    double floor;
 
-    float x(double time) const {
+    double x(double time) const {
         const double share = std::clamp(1 - (now - time) / seconds, 0.0, 1.0);
-        return kMargin + (width - 2 * kMargin) * static_cast<float>(share);
+        return kMargin + (width - 2 * kMargin) * share;
     }
-    float y(double value) const {
-        return floor - (floor - kTop) * static_cast<float>(std::min(value / highest, 1.0));
-    }
+    double y(double value) const { return floor - (floor - kTop) * std::min(value / highest, 1.0); }
 };
 
 Plot::Plot(std::string title, Form form, std::vector<Series> series, double least,
@@ -60,17 +60,14 @@ Plot::Plot(std::string title, Form form, std::vector<Series> series, double leas
       top_(makeText("", kTextSize, palette::kPale)) {
     container_->add(ground_);
     const auto heading = makeText(title, 11, palette::kInk, true);
-    heading->setTranslate(kMargin, 9);
+    heading->setTranslate(kMargin, kHeadingTop);
     container_->add(heading);
     container_->getOrCreateAccessibilityElement()->setLabel(title);
     line_->setStrokeColor(palette::kEdge);
     line_->setStrokeWidth(1);
     container_->add(line_);
+    container_->add(chart_);
     for (const Series& each : series_) {
-        paths_.push_back(DisplayFactory::createPath());
-        paths_.back()->setFillColor(form_ == Form::Bars ? each.color
-                                                        : (each.color & 0x00FFFFFFU) | 0x60000000U);
-        container_->add(paths_.back());
         legend_.push_back(makeText("", kTextSize, each.color));
         container_->add(legend_.back());
     }
@@ -93,18 +90,13 @@ void Plot::show(const std::vector<Sample>& samples, double now, double seconds) 
                                  : *std::ranges::max_element(sample.values);
         highest = std::max(highest, value);
     }
-    const Scale scale{now, seconds, roundUp(highest), static_cast<float>(size_.width),
-                      static_cast<float>(size_.height) - kMargin};
-    line_->set(kMargin, kTop - 0.5F, scale.width - kMargin, kTop - 0.5F);
+    const Scale scale{now, seconds, roundUp(highest), size_.width, size_.height - kMargin};
+    const float right = static_cast<float>(size_.width) - kMargin;
+    line_->set(kMargin, kTop - 0.5F, right, kTop - 0.5F);
     setText(*top_, format_(scale.highest));
-    top_->setX(scale.width - kMargin);
-    top_->setY(kTop - 15);
-    for (std::size_t i = 0; i < series_.size() && form_ == Form::Areas; ++i) {
-        drawArea(i, samples, scale);
-    }
-    if (form_ == Form::Bars) {
-        drawBars(samples, scale);
-    }
+    top_->setX(right);
+    top_->setY(kHeadingTop);
+    chart_->show(form_ == Form::Bars ? bars(samples, scale) : areas(samples, scale), size_);
     float x = kMargin;
     for (std::size_t i = 0; i < series_.size(); ++i) {
         const std::string value = samples.empty() ? "-" : format_(samples.back().values[i]);
@@ -115,42 +107,45 @@ void Plot::show(const std::vector<Sample>& samples, double now, double seconds) 
     }
 }
 
-void Plot::drawArea(std::size_t series, const std::vector<Sample>& samples, const Scale& scale) {
-    graphics::Path& path = *paths_[series];
-    path.start();
-    if (!samples.empty()) {
-        path.move(scale.x(samples.front().time), scale.floor, true);
+std::vector<Chart::Series> Plot::areas(const std::vector<Sample>& samples,
+                                       const Scale& scale) const {
+    std::vector<Chart::Series> result;
+    for (std::size_t i = 0; i < series_.size() && !samples.empty(); ++i) {
+        std::vector<CGPoint> points{{scale.x(samples.front().time), scale.floor}};
         for (const Sample& sample : samples) {
-            path.line(scale.x(sample.time), scale.y(sample.values[series]), true);
+            points.push_back({scale.x(sample.time), scale.y(sample.values[i])});
         }
-        path.line(scale.x(samples.back().time), scale.floor, true);
-        path.close();
+        points.push_back({scale.x(samples.back().time), scale.floor});
+        result.push_back(
+            {(series_[i].color & 0x00FFFFFFU) | 0x60000000U, points.size(), std::move(points)});
     }
-    path.finish();
+    return result;
 }
 
-void Plot::drawBars(const std::vector<Sample>& samples, const Scale& scale) {
-    for (const auto& path : paths_) {
-        path->start();
+std::vector<Chart::Series> Plot::bars(const std::vector<Sample>& samples,
+                                      const Scale& scale) const {
+    std::vector<Chart::Series> result;
+    for (const Series& each : series_) {
+        result.push_back({each.color, 4, {}});
+        result.back().points.reserve(4 * samples.size());
     }
     for (const Sample& sample : samples) {
-        const float left =
+        const double left =
             std::min(std::floor(scale.x(sample.time)), scale.width - kMargin - kBarWidth);
         double sum = 0;
         for (std::size_t i = 0; i < series_.size(); ++i) {
-            const float bottom = scale.y(sum);
+            const double bottom = scale.y(sum);
             sum += sample.values[i];
-            const float top = scale.y(sum);
-            paths_[i]->move(left, bottom, true);
-            paths_[i]->line(left, top, true);
-            paths_[i]->line(left + kBarWidth, top, true);
-            paths_[i]->line(left + kBarWidth, bottom, true);
-            paths_[i]->close();
+            const double top = scale.y(sum);
+            for (const CGPoint corner : {CGPoint{left, bottom},
+                                         {left, top},
+                                         {left + kBarWidth, top},
+                                         {left + kBarWidth, bottom}}) {
+                result[i].points.push_back(corner);
+            }
         }
     }
-    for (const auto& path : paths_) {
-        path->finish();
-    }
+    return result;
 }
 
 }  // namespace orvane::inspector

@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "orvane/inspector/Chart.h"
 #include "orvane/inspector/widgets.h"
 
 namespace orvane::inspector {
@@ -36,8 +37,8 @@ public:
 
 private:
     struct Scale;
-    void drawArea(std::size_t series, const std::vector<Sample>& samples, const Scale& scale);
-    void drawBars(const std::vector<Sample>& samples, const Scale& scale);
+    std::vector<Chart::Series> areas(const std::vector<Sample>& samples, const Scale& scale) const;
+    std::vector<Chart::Series> bars(const std::vector<Sample>& samples, const Scale& scale) const;
 
     Form form_;
     std::vector<Series> series_;
@@ -47,7 +48,7 @@ private:
     std::shared_ptr<display::graphics::Rect> ground_;
     std::shared_ptr<display::graphics::Line> line_;
     std::shared_ptr<display::graphics::Text> top_;
-    std::vector<std::shared_ptr<display::graphics::Path>> paths_;
+    std::shared_ptr<Chart> chart_ = std::make_shared<Chart>();
     std::vector<std::shared_ptr<display::graphics::Text>> legend_;
     display::geometry::Size<double> size_;
 };

@@ -31,6 +31,18 @@ bool haveSameForm(const std::vector<Section>& a, const std::vector<Section>& b) 
     });
 }
 
+// As much of the end of a path as fits into a width.
+std::string endOf(const std::string& path, float width) {
+    std::string end = path;
+    for (auto slash = path.find('/');
+         slash != std::string::npos &&
+         graphics::measureText(end, {kFont, kTextSize}).width > double{width};
+         slash = path.find('/', slash + 1)) {
+        end = "\u2026" + path.substr(slash);
+    }
+    return end;
+}
+
 unsigned swatchColor(const std::string& value) {
     if (!value.starts_with('#')) {
         return palette::kPanel;
@@ -115,6 +127,18 @@ PropertyPanel::Value PropertyPanel::makeValue(std::size_t section, std::size_t p
         value.text = makeText("", kTextSize, palette::kInk);
         value.text->setTranslate(kValueLeft + 6, y + kTextTop);
         scroll_->add(value.text);
+        if (shown.isCopied) {
+            using Press = display::events::PointerEvent;
+            const auto copies = listenerFor<Press>([this, section, property](const auto& event) {
+                if (event.phase == display::events::PointerPhase::Down) {
+                    system::copyText(sections_[section].properties[property].value);
+                }
+                return event.phase == display::events::PointerPhase::Down;
+            });
+            value.text->addListener<Press>(copies);
+            value.text->setCursor(display::Cursor::Pointer);
+            value.listeners = {copies};
+        }
     } else {
         const auto ground = makeRect(palette::kField, 4);
         ground->set(kValueLeft, y, width, kRowHeight - 3);
@@ -160,9 +184,10 @@ void PropertyPanel::showValue(Value& value, const Property& property) const {
     }
     value.shown = property.value;
     if (value.text) {
-        setText(*value.text,
-                graphics::shortenText(property.value, {kFont, kTextSize},
-                                      static_cast<float>(width_) - kValueLeft - kMargin - 6));
+        const float most = static_cast<float>(width_) - kValueLeft - kMargin - 6;
+        setText(*value.text, property.isCopied
+                                 ? endOf(property.value, most)
+                                 : graphics::shortenText(property.value, {kFont, kTextSize}, most));
     }
     if (value.field && value.field->getContent() != property.value) {
         value.field->setContent(property.value);

@@ -68,6 +68,7 @@ public:
         setColor(kind, isChosen, text.isVisible, palette::kInk);
         const auto kindWidth = static_cast<float>(kind.getTextBounds().width);
         auto& mark = place(container, Mark, width - 14, text.mark);
+        setColor(mark, isChosen, text.isVisible, palette::kPale);
         const auto markWidth = static_cast<float>(mark.getTextBounds().width);
         const float detailLeft = left + kTriangle + kindWidth + 8;
         auto& detail = place(container, Detail, detailLeft,

@@ -147,7 +147,7 @@ Section identityOf(DisplayObject& object, const Weak& weak) {
     Section section{"Object", {}};
     auto& list = section.properties;
     list.push_back({"kind", embedding::kindOf(object) + "  #" + std::to_string(object.getId())});
-    list.push_back({"path", pathOf(object)});
+    list.push_back({"path", pathOf(object), {}, Property::Kind::Text, true});
     list.push_back({"label", embedding::labelOf(object),
                     setter<DisplayObject>(weak, [](auto& alive, const std::string& text) {
                         alive.getOrCreateAccessibilityElement()->setLabel(text);

@@ -19,6 +19,8 @@ struct Property {
     // Empty for a value that cannot be changed.
     std::function<bool(const std::string&)> set = {};
     Kind kind = Kind::Text;
+    // Whether a press copies the value.
+    bool isCopied = false;
 };
 
 // Values that belong together.

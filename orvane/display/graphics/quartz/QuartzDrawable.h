@@ -1,5 +1,6 @@
 #pragma once
 
+#include "orvane/commons/Export.h"
 #include "orvane/display/graphics/Drawable.h"
 
 namespace orvane::platform {
@@ -10,7 +11,7 @@ namespace orvane::display::graphics::quartz {
 
 // Implements the bracket of Drawable on the current canvas. Objects do not store the canvas: each
 // operation gets the current one, and does nothing outside a paint pass.
-class QuartzDrawable : public virtual Drawable {
+class ORVANE_EXPORT QuartzDrawable : public virtual Drawable {
 protected:
     // Paints the object as a group, or draws the picture that was kept of it.
     void paintWithEffects(const geometry::Rect<double>& rect) override;
