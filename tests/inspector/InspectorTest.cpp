@@ -138,10 +138,10 @@ TEST_F(InspectorTest, PicksWithoutPressingWhatIsPicked) {
     driver_.pressAt(button);
     step(1);
     EXPECT_TRUE(has({.label = "Object text"}));  // the letter on the button
-    EXPECT_FALSE(driver_.findAll({.label = "Shapes"}).empty());
+    EXPECT_FALSE(driver_.findAll({.text = "Shapes"}).empty());
     driver_.pressAt(button);
     driver_.step(1);
-    EXPECT_TRUE(driver_.findAll({.label = "Shapes"}).empty());
+    EXPECT_TRUE(driver_.findAll({.text = "Shapes"}).empty());
 }
 
 TEST_F(InspectorTest, ChangesWhatIsPaintedAndKeepsItForWhatIsNoValue) {
