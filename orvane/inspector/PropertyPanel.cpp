@@ -94,6 +94,12 @@ void PropertyPanel::build() {
     scroll_->clear();
     values_.clear();
     float y = kMargin;
+    if (sections_.empty()) {
+        const auto hint =
+            makeText("Choose an object in the tree, or press Pick.", kTextSize, palette::kCaption);
+        hint->setTranslate(kMargin, y);
+        scroll_->add(hint);
+    }
     for (std::size_t i = 0; i < sections_.size(); ++i) {
         const auto title = makeText(sections_[i].title, kTextSize, palette::kInk, true);
         title->setTranslate(kMargin, y);

@@ -97,9 +97,12 @@ TreeList::TreeList(Handlers handlers)
     : handlers_(std::move(handlers)),
       container_(DisplayFactory::createContainer()),
       list_(DisplayFactory::createListContainer()),
+      nothing_(makeText("Nothing is found.", kTextSize, palette::kCaption)),
       pointer_(listenerFor<PointerEvent>([this](const auto& event) { return handle(event); })),
       keys_(listenerFor<KeyEvent>([this](const auto& event) { return handle(event); })) {
     container_->add(list_);
+    nothing_->setTranslate(kLeft, kTextTop);
+    container_->add(nothing_);
     list_->setRowHeight(kRowHeight);
     list_->setRowFunction(
         [this](auto row, const auto& recycled) { return makeRow(row, recycled); });
@@ -149,6 +152,7 @@ void TreeList::show(std::vector<Row> rows) {
     const std::size_t removed = rows_.size() - first - last;
     const std::size_t inserted = rows.size() - first - last;
     rows_ = std::move(rows);
+    nothing_->setVisible(rows_.empty());
     const UpdateLock lock(list_);
     list_->removeRows(first, removed);
     list_->insertRows(first, inserted);

@@ -52,6 +52,7 @@ private:
     double width_ = 0;
     std::shared_ptr<display::graphics::Container> container_;
     std::shared_ptr<display::graphics::ListContainer> list_;
+    std::shared_ptr<display::graphics::Text> nothing_;
     std::shared_ptr<display::events::PointerEvent::listener_type> pointer_;
     std::shared_ptr<display::events::KeyEvent::listener_type> keys_;
 };
