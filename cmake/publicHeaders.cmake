@@ -88,9 +88,15 @@ set(orvane_public_headers
     orvane/runtime/Main.h
     orvane/runtime/Runtime.h
     orvane/runtime/Timer.h
+    orvane/services/Contact.h
+    orvane/services/ContactsChangedEvent.h
+    orvane/services/ContactsProvider.h
+    orvane/services/ContactsQuery.h
+    orvane/services/ContactsService.h
     orvane/services/GeolocationRequest.h
     orvane/services/GeolocationService.h
     orvane/services/Position.h
+    orvane/services/ServiceCall.h
     orvane/services/ServiceFailure.h
     orvane/system/clipboard.h
     orvane/system/dialogs.h

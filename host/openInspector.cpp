@@ -6,6 +6,7 @@
 
 #include "host/Options.h"
 #include "host/output.h"
+#include "platform/foundation/runtimeLibrary.h"
 
 namespace orvane::host {
 
@@ -13,7 +14,8 @@ std::unique_ptr<inspector::Inspector> openInspector(const Options& options,
                                                     platform::NSWindow& application,
                                                     platform::NSWindow& window) {
     // Its listeners and timers are its code, so it is never unmapped.
-    void* const library = dlopen(ORVANE_INSPECTOR_LIBRARY, RTLD_NOW | RTLD_LOCAL | RTLD_NODELETE);
+    void* const library = dlopen(platform::runtimeLibrary(ORVANE_INSPECTOR_LIBRARY).c_str(),
+                                 RTLD_NOW | RTLD_LOCAL | RTLD_NODELETE);
     void* const open = library != nullptr ? dlsym(library, "orvane_open_inspector") : nullptr;
     if (open == nullptr) {
         complain(std::string("cannot open the inspector: ") + dlerror());

@@ -14,6 +14,7 @@
 #include "orvane/embedding/HostView.h"
 #include "orvane/runtime/Runtime.h"
 #include "orvane/runtime/init_orvane.h"
+#include "orvane/services/ContactsService.h"
 #include "platform/appkit/NSWindow.h"
 #include "platform/foundation/NSUserDefaults.h"
 #include "platform/urlsession/NSURLSession.h"
@@ -67,6 +68,7 @@ Session::~Session() {
     }
     ending.join();
     Runtime::DeleteInstance();
+    services::ContactsService::reset();
     window_.setAccessibility(nullptr);
     Display::instance()->removeAll();
     window_.setContentView(nullptr);

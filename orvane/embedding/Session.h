@@ -34,8 +34,9 @@ public:
     // thread cannot be started.
     Session(platform::NSWindow& window, std::string applications,
             const std::string& resources = {});
-    // Cancels the HTTP requests, drains the main queue until the timed tasks have ended, and takes
-    // the display out of the window. Does not return before a running timed task does.
+    // Cancels the HTTP requests, drains the main queue until the timed tasks have ended, closes the
+    // address book, and takes the display out of the window. Does not return before a running timed
+    // task does.
     ~Session();
     Session(const Session&) = delete;
     Session& operator=(const Session&) = delete;

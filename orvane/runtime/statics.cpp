@@ -10,6 +10,7 @@
 
 #include "orvane/display/Display.h"
 #include "orvane/runtime/Runtime.h"
+#include "orvane/services/ContactsService.h"
 #include "platform/dispatch/dispatch.h"
 
 // Created first and destroyed last: the destructors of everything below may log.
@@ -18,6 +19,8 @@ INITIALIZE_EASYLOGGINGPP
 namespace orvane {
 
 std::shared_ptr<display::Display> display::Display::s_instance;
+
+std::shared_ptr<services::ContactsService> services::ContactsService::exclusiveInstance_;
 
 namespace {
 

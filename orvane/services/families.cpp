@@ -9,7 +9,7 @@ namespace orvane::services {
 namespace {
 
 // In the order of the enumerators.
-constexpr std::array<std::string_view, 1> kNames{"geolocation"};
+constexpr std::array<std::string_view, 2> kNames{"contacts", "geolocation"};
 
 std::array<bool, kNames.size()> denied{};
 

@@ -13,9 +13,9 @@
 namespace orvane::services {
 
 // What a host can deny as a whole.
-enum class Family : std::uint8_t { Geolocation };
+enum class Family : std::uint8_t { Contacts, Geolocation };
 
-// Returns the family with a name that users type, such as "geolocation"; nothing if there is none.
+// Returns the family with a name that users type, such as "contacts"; nothing if there is none.
 [[nodiscard]] ORVANE_EXPORT std::optional<Family> familyNamed(std::string_view name);
 // Returns the names of all families, joined by ", ".
 [[nodiscard]] ORVANE_EXPORT std::string familyNames();

@@ -8,6 +8,7 @@
 
 #include "platform/foundation/AsyncCallback.h"
 #include "platform/foundation/NSLog.h"
+#include "platform/foundation/sessionBus.h"
 #include "platform/gtk/GTKFilePanel.h"
 
 namespace orvane::platform {
@@ -54,12 +55,9 @@ GDBusConnection* GTKDesktop::bus() {
         return bus_;
     }
     GError* error = nullptr;
-    // Without an address, GIO would try to start a bus.
-    char* const address = g_dbus_address_get_for_bus_sync(G_BUS_TYPE_SESSION, nullptr, &error);
-    if (address != nullptr && g_str_has_prefix(address, "autolaunch:") == FALSE) {
+    if (hasSessionBus()) {
         bus_ = g_bus_get_sync(G_BUS_TYPE_SESSION, nullptr, &error);
     }
-    g_free(address);
     if (bus_ == nullptr) {
         isBusMissing_ = true;
         logAndFree("There is no session bus, so no notifications and no settings of the desktop",
