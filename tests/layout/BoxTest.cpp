@@ -222,6 +222,7 @@ TEST_F(BoxTest, SizesAndMovesEachKindOfObject) {
     const auto clip = DisplayFactory::createClipContainer(false);
     const auto inClip = makeRect(5, 5);
     clip->add(inClip);
+    const auto list = DisplayFactory::createListContainer();
     const auto field = DisplayFactory::createInputText(false, false, 0);
     const auto image = DisplayFactory::createImage();
     image->setRawData(std::string(4 * 20 * 10, 'x'), 20, 10);
@@ -241,6 +242,7 @@ TEST_F(BoxTest, SizesAndMovesEachKindOfObject) {
     row->add(circle);
     row->add(group);
     row->add(line);
+    row->add(list, sized);
     row->layOut({100, 50, 500, 60});
     EXPECT_EQ(ellipse->getFrame(), Place(100, 50, 40, 30));
     EXPECT_EQ(clip->getFrame(), Place(140, 50, 40, 30));
@@ -250,6 +252,10 @@ TEST_F(BoxTest, SizesAndMovesEachKindOfObject) {
     EXPECT_EQ(circle->getFrame(), Place(260, 50, 8, 8));
     EXPECT_EQ(group->getFrame(), Place(268, 50, 8, 8));
     EXPECT_EQ(line->getFrame().position(), geometry::Point<double>(276, 50));
+    EXPECT_EQ(list->getFrame().size(), Place(0, 0, 40, 30).size());
+    EXPECT_EQ(list->getFullTransformation().mapPoint(list->getBounds().position()),
+              list->getFrame().position())
+        << "where its rows begin";
     row->layOut({0, 0, 500, 60});
     EXPECT_EQ(group->getFrame(), Place(168, 0, 8, 8))
         << "laid out again, it moves from where it is";

@@ -7,6 +7,7 @@
 #include "orvane/display/graphics/Ellipse.h"
 #include "orvane/display/graphics/Image.h"
 #include "orvane/display/graphics/InputText.h"
+#include "orvane/display/graphics/ListContainer.h"
 #include "orvane/display/graphics/Rect.h"
 #include "orvane/display/graphics/quartz/QuartzMultilineText.h"
 
@@ -74,6 +75,8 @@ void placeObject(DisplayObject& object, const Rect& rect) {
         moveTo(object, rect.x, rect.y);
     } else if (auto* const image = dynamic_cast<graphics::Image*>(&object)) {
         placeImage(*image, rect);
+    } else if (auto* const list = dynamic_cast<graphics::ListContainer*>(&object)) {
+        list->setBounds(rect);  // the rows begin at its corner
     } else if (auto* const clip = dynamic_cast<graphics::ClipContainer*>(&object)) {
         // The clip is in the parent's coordinates; the transformation moves the children.
         clip->setBounds(rect);
