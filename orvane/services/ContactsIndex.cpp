@@ -3,6 +3,7 @@
 #include <glib.h>
 
 #include <algorithm>
+#include <iterator>
 #include <memory>
 #include <sstream>
 #include <string_view>
@@ -14,6 +15,12 @@ namespace orvane::services {
 namespace {
 
 using Text = std::unique_ptr<char, decltype(&g_free)>;
+
+// Letters of Latin alphabets with a stroke or in a ligature, which Unicode does not decompose, and
+// what people type instead.
+constexpr std::pair<std::string_view, std::string_view> kOtherLetters[] = {
+    {"ł", "l"}, {"ø", "o"},  {"đ", "d"},  {"ð", "d"}, {"ħ", "h"},
+    {"ı", "i"}, {"æ", "ae"}, {"œ", "oe"}, {"þ", "th"}};
 
 std::string digitsOf(std::string_view text) {
     std::string digits;
@@ -49,7 +56,15 @@ std::string folded(const std::string& text) {
         }
     }
     const Text sameCase(g_utf8_casefold(letters.c_str(), -1), &g_free);
-    return sameCase.get();
+    std::string result;
+    for (const char* at = sameCase.get(); *at != '\0'; at = g_utf8_next_char(at)) {
+        const char* const end = g_utf8_next_char(at);
+        const std::string_view letter(at, static_cast<std::size_t>(end - at));
+        const auto* const other =
+            std::ranges::find(kOtherLetters, letter, [](const auto& entry) { return entry.first; });
+        result += other != std::end(kOtherLetters) ? other->second : letter;
+    }
+    return result;
 }
 
 ContactsIndex::Entry ContactsIndex::prepare(Contact contact) {
