@@ -217,6 +217,7 @@ void NSWindow::displayIfNeeded(double time) {
         CATimeline::instance().tick(state_->displayTime);
         pass.stepViews();
         pass.endDepartedAnimations();
+        state_->input.takeKeyboardFromHiddenView();
     }
     state_->scheduled = false;
     if (needsDisplay()) {

@@ -40,9 +40,9 @@ enum NSViewChange : unsigned {
 //     other changes, and calls scheduleDisplay for the first of them.
 //  2. At a suitable time, for example when the desktop asks for a frame, the subclass calls
 //     displayIfNeeded: one display pass, at the media time at which it starts. The pass
-//       a. drops animations that are over and runs completions, and then calls step of the views
-//          that asked for frames. This is application code: it may change anything, and its
-//          changes belong to this pass;
+//       a. drops animations that are over and runs completions, calls step of the views that asked
+//          for frames, and takes the keyboard from a view that is hidden. This is application
+//          code: it may change anything, and its changes belong to this pass;
 //       b. calls didReorderSubviews for each superview whose drawing order changed;
 //       c. calls didChangeView once for each view that changed or is animated;
 //       d. lets the views that are visible and damaged paint, and calls didPaintView for each;
@@ -77,7 +77,8 @@ public:
     // superviews, wherever the pointer is. Returns whether a view handled the
     // event or Tab moved the keyboard; true for the left button.
     bool sendEvent(const NSEvent& event);
-    // The view of this window that has the keyboard; null for none.
+    // The view of this window that has the keyboard; null for none. A view that is hidden, or below
+    // a hidden view, loses the keyboard in the next display pass.
     NSView* firstResponder() const;
     // Gives the keyboard to a view of this window, or to none. Returns false, and changes nothing,
     // if the view is not in this window or does not accept it.

@@ -130,6 +130,13 @@ bool NSWindowInput::sendUnhandledKey(const NSEvent& event) {
     return NSResponders::sendKey(window_.showsNatively(*first) ? first->superview() : first, event);
 }
 
+void NSWindowInput::takeKeyboardFromHiddenView() {
+    if (const NSView* const first = firstResponder();
+        first != nullptr && first->isHiddenOrHasHiddenAncestor()) {
+        makeFirstResponder(nullptr);
+    }
+}
+
 void NSWindowInput::viewWillLeave(const NSView& view) {
     gestures_.viewWillLeave(view);
     responders_.viewWillLeave(view);

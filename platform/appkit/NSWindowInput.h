@@ -30,6 +30,9 @@ public:
     bool selectKeyView(bool forward, bool wraps);
     // Must be called before a view leaves the window.
     void viewWillLeave(const NSView& view);
+    // Takes the keyboard from a view that has been hidden, so that the user does not type into what
+    // cannot be seen. Called in each display pass.
+    void takeKeyboardFromHiddenView();
 
 private:
     bool sendKey(const NSEvent& event);

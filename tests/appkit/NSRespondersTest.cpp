@@ -152,6 +152,11 @@ TEST_F(NSRespondersTest, APressGivesTheKeyboardToTheInnermostViewThatAcceptsIt) 
     root->accepts = false;
     EXPECT_TRUE(window.makeFirstResponder(other.get()));
     EXPECT_EQ(press(50), other.get());
+    root->setHidden(true);
+    log.clear();
+    window.displayIfNeeded(1);
+    EXPECT_EQ(window.firstResponder(), nullptr);
+    EXPECT_EQ(log, "other lost the keyboard, ");
 }
 
 TEST_F(NSRespondersTest, AScrollGestureStaysWithTheViewsWhereItBegan) {
