@@ -176,7 +176,8 @@ void FormPage::addNotes() {
 }
 
 void FormPage::say(const std::string& what) {
-    status_->setContent(what);
+    using orvane::display::graphics::shortenText;
+    status_->setContent(shortenText(what, {"DejaVu Sans", 14}, kPageWidth - 2 * kLeft));
 }
 
 void FormPage::drawIcon(ContainerObject& inside) {
