@@ -350,8 +350,10 @@ void NSScrollView::takeKeyboard() {
         return;
     }
     const NSView* const first = window()->firstResponder();
-    const bool isFree = first == nullptr || (dynamic_cast<const NSScrollView*>(first) != nullptr &&
-                                             !first->isDescendantOf(*this));
+    const bool isFree =
+        first == nullptr ||
+        (dynamic_cast<const NSScrollView*>(first) != nullptr && !first->isDescendantOf(*this)) ||
+        (delegate_ != nullptr && delegate_->scrollViewMayTakeKeyboard(*this, *first));
     if (isFree) {
         window()->makeFirstResponder(this);
     }

@@ -21,6 +21,9 @@ public:
     // A scroll event is about to move the content. Returns true if something in the content has
     // used the event; then the content is not moved.
     virtual bool scrollViewShouldIgnore(NSScrollView&, const NSEvent&) { return false; }
+    // The user scrolls with a wheel while `view` has the keyboard. Returns true if the user does
+    // not use the keyboard there, so that the scroll view may have it.
+    virtual bool scrollViewMayTakeKeyboard(NSScrollView&, const NSView& /*view*/) { return false; }
     // The user, or an animated change of the offset, has set the content in motion.
     virtual void scrollViewWillBeginScrolling(NSScrollView&) {}
     // The offset has changed.
@@ -47,7 +50,8 @@ public:
 // stays, and takes the pointer from the content.
 //
 // Keys go to the scroll view that was pressed or scrolled last. A wheel takes the keyboard from
-// another scroll view, but never from a view that the user may be typing in.
+// another scroll view, and from a view for which the delegate allows it, but never from a view that
+// the user may be typing in.
 //
 // All motion is a function of the media time that the window passes to step(): NSScrollMotion
 // computes it, and NSScrollBars shows where the content is. Numbers that are not

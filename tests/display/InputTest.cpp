@@ -144,6 +144,23 @@ TEST_F(InputTest, ListenersInAScrolledContainerComeFirstAndGetPlacesInTheContent
     EXPECT_EQ(outside->log, "scroll48 ");
 }
 
+TEST_F(InputTest, AWheelTakesTheKeyboardUnlessAnObjectHasIt) {
+    const auto scroll =
+        DisplayFactory::createScrollContainer(graphics::ScrollContainer::Type::Vertical, false);
+    scroll->setBounds({100, 0, 80, 80});
+    scroll->add(rect(100, 0, 80, 1000, 0xFF00FF00));
+    display_->add(scroll);
+    window_.display();
+    display_->setFocus(object_);
+    send(NSEventType::ScrollWheel, {120, 20});
+    EXPECT_EQ(window_.firstResponder(), display_->getView().get());
+    display_->setFocus(nullptr);
+    send(NSEventType::LeftMouseDown, {190, 120});
+    EXPECT_EQ(window_.firstResponder(), display_->getView().get());
+    send(NSEventType::ScrollWheel, {120, 20});
+    EXPECT_NE(window_.firstResponder(), display_->getView().get());
+}
+
 TEST_F(InputTest, KeysGoToTheFocusThenToTheDisplayAndItsShortcuts) {
     struct DisplayKeys final : events::DisplayKeyEvent::listener_type {
         bool operator()(const std::shared_ptr<Display>&,

@@ -104,6 +104,10 @@ bool DisplayView::scrollWithin(const DisplayObject* container, const NSEvent& ev
     return input_.objects->scroll(sent, container);
 }
 
+bool DisplayView::hasFocusedObject() const {
+    return input_.objects != nullptr && input_.objects->focus() != nullptr;
+}
+
 bool DisplayView::performDrop(const platform::NSDrop& drop) {
     if (input_.objects == nullptr) {
         return false;

@@ -42,6 +42,8 @@ public:
     // Passes a scroll event on to the listeners in a scroll container (InputDispatcher::scroll).
     // Its scroll view calls this before it uses the event itself.
     bool scrollWithin(const DisplayObject* container, const platform::NSEvent& event);
+    // Whether an object that paints has the keyboard while this view has it.
+    bool hasFocusedObject() const;
     bool performDrop(const platform::NSDrop& drop) override;
     void viewDidMoveToWindow() override;
     void didBecomeFirstResponder() override;

@@ -106,6 +106,13 @@ bool NScrollContainerLayer::scrollViewShouldIgnore(platform::NSScrollView& view,
     return displayView != nullptr && displayView->scrollWithin(getOwner().get(), event);
 }
 
+// A press on nothing in particular gives the keyboard to the display's view.
+bool NScrollContainerLayer::scrollViewMayTakeKeyboard(platform::NSScrollView&,
+                                                      const platform::NSView& view) {
+    const auto* const displayView = dynamic_cast<const DisplayView*>(&view);
+    return displayView != nullptr && !displayView->hasFocusedObject();
+}
+
 void NScrollContainerLayer::scrollViewWillBeginScrolling(platform::NSScrollView&) {
     const std::shared_ptr<DisplayLayer> self = as<DisplayLayer>();
     if (observer_ != nullptr) {

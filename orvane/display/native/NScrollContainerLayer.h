@@ -64,6 +64,8 @@ protected:
 private:
     bool scrollViewShouldIgnore(platform::NSScrollView& view,
                                 const platform::NSEvent& event) override;
+    bool scrollViewMayTakeKeyboard(platform::NSScrollView& scrollView,
+                                   const platform::NSView& view) override;
     void scrollViewWillBeginScrolling(platform::NSScrollView& view) override;
     void scrollViewDidScroll(platform::NSScrollView& view) override;
     void scrollViewDidEndScrolling(platform::NSScrollView& view) override;
