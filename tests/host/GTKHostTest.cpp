@@ -168,7 +168,7 @@ TEST_F(GTKHost, InspectsAnApplicationInASecondWindow) {
         click(115, 420);
     }));
     // The curve of the frames a second.
-    EXPECT_TRUE(actUntil(kLeft + 300, kTop + 736, 0x2D5D4E, [] {}));
+    EXPECT_TRUE(actUntil(kLeft + 300, kTop + 736, 0x2C5C4E, [] {}));
     host.sendSignal(SIGTERM);
     EXPECT_EQ(host.finish().exitCode, 0);
 }
