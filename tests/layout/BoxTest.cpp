@@ -5,6 +5,7 @@
 #include <cmath>
 #include <limits>
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include "orvane/display/layout/flexLengths.h"
@@ -260,6 +261,24 @@ TEST_F(BoxTest, SizesAndMovesEachKindOfObject) {
     EXPECT_EQ(group->getFrame(), Place(168, 0, 8, 8))
         << "laid out again, it moves from where it is";
     EXPECT_EQ(circle->getFrame(), Place(160, 0, 8, 8));
+}
+
+TEST_F(BoxTest, AnImageKeepsItsProportions) {
+    const auto image = DisplayFactory::createImage();
+    image->setRawData(std::string(4 * 20 * 10, 'x'), 20, 10);
+    for (const Direction direction : {Direction::Row, Direction::Column}) {
+        for (const auto& [item, width, shown] : {std::tuple{Item{}, 500, Place(0, 0, 20, 10)},
+                                                 {Item{.height = 30}, 500, Place(0, 0, 60, 30)},
+                                                 {Item{.width = 40}, 500, Place(0, 0, 40, 20)},
+                                                 {Item{}, 10, Place(0, 0, 10, 5)}}) {
+            const auto box = makeBox({.direction = direction, .align = Align::Start});
+            box->add(image, item);
+            box->layOut({0, 0, double(width), 60});
+            EXPECT_EQ(image->getFrame(), shown) << width;
+            EXPECT_EQ(box->measure(width).height, shown.height);
+            box->remove(image);
+        }
+    }
 }
 
 TEST_F(BoxTest, ItemsComeAndGo) {

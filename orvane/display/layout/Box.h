@@ -119,7 +119,8 @@ public:
     // - a text of one line and an attributed text: the size of the text now
     // - a wrapped text: the width that it is given, and the height of the text at this width. In a
     //   row it needs a width or a part in growing.
-    // - an image: the size of its picture. It is scaled to fit, and keeps its proportions.
+    // - an image: the size of its picture, made smaller if that is wider than the space. It keeps
+    //   its proportions: a width or a height of the item gives the other one.
     // - a rectangle, an ellipse, a clip container, a native control: the size it has when it is
     //   added. These take any size.
     // - other objects: the size of their outline or children. They keep their size.

@@ -5,6 +5,7 @@
 
 #include "orvane/display/graphics/Container.h"
 #include "orvane/display/graphics/Ellipse.h"
+#include "orvane/display/graphics/Image.h"
 #include "orvane/display/graphics/InputText.h"
 #include "orvane/display/graphics/Rect.h"
 #include "orvane/display/graphics/SizedContainer.h"
@@ -55,7 +56,15 @@ Box::Size Box::Entry::naturalSize(double width) const {
         text.setWidth(static_cast<float>(width));
         return {width, text.getTextBounds().height};
     }
-    return sizeWhenAdded ? *sizeWhenAdded : boxOf(*object).size();
+    const Size size = sizeWhenAdded ? *sizeWhenAdded : boxOf(*object).size();
+    if (dynamic_cast<graphics::Image*>(object.get()) == nullptr ||
+        !(size.width > 0 && size.height > 0)) {
+        return size;
+    }
+    const double fitting =
+        item.height ? size.width * *item.height / size.height : std::min(size.width, width);
+    const double imageWidth = item.width.value_or(fitting);
+    return {imageWidth, size.height * imageWidth / size.width};
 }
 
 double Box::Entry::widthInColumn(const BoxStyle& style, double width) const {
