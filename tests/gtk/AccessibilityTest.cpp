@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 #include <gtk/gtk.h>
 
+#include <array>
 #include <memory>
 #include <string>
 #include <vector>
@@ -151,6 +152,8 @@ TEST_F(Accessibility, AScreenReaderFindsWhatTheDisplayShowsAndUsesIt) {
                "        checkbox 'second' [element.increment] [element.press]\n";
     };
     expectTree(treeWith("root", " checked"));
+
+    EXPECT_EQ(reader_.extents(element("second")), (std::array{50, 40, 30, 20}));
 
     // Actions reach the application: by a function, or as a press of the pointer.
     act(element("first"), 0);

@@ -2,6 +2,7 @@
 
 #include <gio/gio.h>
 
+#include <array>
 #include <map>
 #include <memory>
 #include <set>
@@ -126,6 +127,15 @@ public:
         const Value count = property(object, "org.a11y.atspi.Text", "CharacterCount");
         return string(object, "org.a11y.atspi.Text", "GetText",
                       g_variant_new("(ii)", 0, count ? g_variant_get_int32(count.get()) : 0));
+    }
+    // Where it is in its window: x, y, width and height.
+    std::array<int, 4> extents(const Accessible& object) {
+        std::array<int, 4> result{};
+        if (const Value reply =
+                call(object, "org.a11y.atspi.Component", "GetExtents", g_variant_new("(u)", 1))) {
+            g_variant_get(reply.get(), "((iiii))", &result[0], &result[1], &result[2], &result[3]);
+        }
+        return result;
     }
     int caret(const Accessible& object) {
         const Value value = property(object, "org.a11y.atspi.Text", "CaretOffset");
