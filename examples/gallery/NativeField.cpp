@@ -33,6 +33,7 @@ protected:
     std::shared_ptr<NSView> createLayerHandler() override {
         auto field = std::make_shared<NSTextField>();
         field->setStringValue(value_);
+        field->setAccessibilityLabel("Native control");
         Look::instance().follow(field, [](NSTextField& control) {
             NSTextFieldStyle style = control.style();
             style.textColor = toColor(palette::kInk);
