@@ -105,6 +105,8 @@ LayerPlacement::Layer LayerPlacement::nearestSublayer(const DisplayObject& objec
     if (!drawnOn || !parent) {
         return nullptr;
     }
+    // Requested again only where it changes: each request climbs the tree.
+    Layer ofParent = own ? parent->getAscendingLayer() : drawnOn;
     while (true) {
         for (std::shared_ptr<DisplayObject> sibling = current->getSibling(direction); sibling;
              sibling = sibling->getSibling(direction)) {
@@ -114,7 +116,13 @@ LayerPlacement::Layer LayerPlacement::nearestSublayer(const DisplayObject& objec
         }
         // The search never leaves the layer that the object draws on.
         const std::shared_ptr<ContainerObject> grandparent = parent->getParent();
-        if (!ascend || !grandparent || grandparent->getAscendingLayer() != drawnOn) {
+        if (!ascend || !grandparent) {
+            return nullptr;
+        }
+        if (parent->getLayer()) {
+            ofParent = grandparent->getAscendingLayer();
+        }
+        if (ofParent != drawnOn) {
             return nullptr;
         }
         current = parent.get();
