@@ -67,7 +67,6 @@ ExitCode GTKHost::run() {
         return ExitCode::Done;
     }
     // Otherwise the first control receives the focus, with its text selected.
-    content_.widget().set_focusable(true);
     window_.set_focus(content_.widget());
     window_.signal_map().connect([this] { begin(); });
     if (!options_.windowState.empty()) {
@@ -90,7 +89,6 @@ ExitCode GTKHost::run() {
 }
 
 void GTKHost::begin() {
-    content_.widget().set_focusable(false);
     windowStateTimer_.emplace(kWindowStateSeconds, [this] { keepWindowState(); });
     // Time starts when the window is visible.
     playback_.emplace(script_, content_, [this] {

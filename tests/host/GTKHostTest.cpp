@@ -136,17 +136,31 @@ bool actUntil(int x, int y, unsigned long color, const std::function<void()>& ac
     return false;
 }
 
+void xdotool(const std::string& arguments) {
+    ASSERT_EQ(std::system(("xdotool " + arguments).c_str()), 0) << arguments;
+}
+
+void click(int x, int y) {
+    xdotool("mousemove " + std::to_string(x) + ' ' + std::to_string(y) + " click 1");
+}
+
+TEST_F(GTKHost, PaintedObjectsGetTheKeyboardBackFromATextField) {
+    HostProcess host({ORVANE_GALLERY_EXAMPLE});
+    xdotool("search --sync --onlyvisible --name Orvane windowmove 0 0 windowfocus");
+    constexpr unsigned long kLastPicture = 0x2F6FDE;
+    EXPECT_TRUE(actUntil(110, 737, kLastPicture, [] {
+        xdotool("mousemove 36 214 click 1 sleep 1 mousemove 1000 330 click 1 sleep 0.5 type x");
+        xdotool("mousemove 36 382 click 1 sleep 1 mousemove 300 500 click 1 key End sleep 0.5");
+    }));
+    host.sendSignal(SIGTERM);
+    EXPECT_EQ(host.finish().exitCode, 0);
+}
+
 TEST_F(GTKHost, InspectsAnApplicationInASecondWindow) {
     HostProcess host({"--inspect", ORVANE_GALLERY_EXAMPLE});
     // Where the inspector's window is, over a corner of the application's.
     constexpr int kLeft = 600;
     constexpr int kTop = 440;
-    const auto xdotool = [](const std::string& arguments) {
-        ASSERT_EQ(std::system(("xdotool " + arguments).c_str()), 0) << arguments;
-    };
-    const auto click = [&](int x, int y) {
-        xdotool("mousemove " + std::to_string(x) + ' ' + std::to_string(y) + " click 1");
-    };
     xdotool("search --sync --onlyvisible --name '^Orvane$' windowmove 0 0");
     xdotool("search --sync --onlyvisible --name inspector windowmove " + std::to_string(kLeft) +
             ' ' + std::to_string(kTop) + " windowfocus");
