@@ -88,9 +88,9 @@ TEST_F(ChildFramesTest, EqualsAWalkAfterAnyChanges) {
                 }
                 break;
             case 4:
-                if (step % 50 == 0) {
+                if (step % 5 == 0) {
                     // The container, or one around it, is hidden or shown, or it moves.
-                    (random_() % 2 == 0 ? root_ : hidden_)->setVisible(random_() % 3 != 0);
+                    (random_() % 2 == 0 ? root_ : hidden_)->setVisible(random_() % 4 != 0);
                     root_->removeFromParent();
                     if (random_() % 2 == 0) {
                         hidden_->setTranslate(static_cast<float>(random_() % 9), 0);
