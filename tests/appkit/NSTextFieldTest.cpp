@@ -135,6 +135,12 @@ TEST_F(NSTextFieldTest, KeysAreTheCommandsOfTheDesktop) {
         EXPECT_EQ(field->stringValue(), text) << name;
         EXPECT_EQ(selectionOf(*field), selection) << name << " " << text;
     }
+    type("ab");
+    key("Left");
+    key("Right");
+    type("c");
+    key("z", control);
+    EXPECT_EQ(field->stringValue(), "ab") << "a move ends a step of the history";
 }
 
 TEST_F(NSTextFieldTest, UpAndDownKeepTheDistanceFromTheSide) {
@@ -142,9 +148,10 @@ TEST_F(NSTextFieldTest, UpAndDownKeepTheDistanceFromTheSide) {
     window.makeFirstResponder(field.get());
     field->setSelection(5, 5);
     const std::vector<std::tuple<std::string, unsigned, Range>> steps{
-        {"Down", 0, {9, 9}},       {"Down", 0, {15, 15}}, {"Up", shift, {15, 9}},
-        {"Up", 0, {5, 5}},         {"Home", 0, {0, 0}},   {"End", shift, {0, 6}},
-        {"Home", control, {0, 0}}, {"Up", 0, {0, 0}},     {"Page_Down", 0, {16, 16}}};
+        {"Down", 0, {9, 9}}, {"Down", 0, {15, 15}},     {"Up", shift, {15, 9}},
+        {"Up", 0, {5, 5}},   {"Home", 0, {0, 0}},       {"Down", 0, {7, 7}},
+        {"Up", 0, {0, 0}},   {"End", shift, {0, 6}},    {"Home", control, {0, 0}},
+        {"Up", 0, {0, 0}},   {"Page_Down", 0, {16, 16}}};
     for (const auto& [name, modifiers, selection] : steps) {
         key(name, modifiers);
         EXPECT_EQ(selectionOf(*field), selection) << name;
