@@ -43,6 +43,8 @@ void chooseResources(const std::string& applications, const std::string& resourc
 Session::Session(platform::NSWindow& window, std::string applications, const std::string& resources)
     : window_(window), applications_(std::move(applications)) {
     chooseResources(applications_, resources);
+    // The last session of this process has ended its requests.
+    platform::NSURLSession::sharedSession().renew();
     init_orvane();
     Runtime::GetInstance();
     view_ = std::make_shared<HostView>();

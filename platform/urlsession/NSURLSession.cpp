@@ -16,7 +16,7 @@ NSURLSession& NSURLSession::sharedSession() {
 }
 
 NSURLSession::NSURLSession(const NSURLSessionConfiguration& configuration)
-    : thread_(std::make_shared<URLSessionThread>(configuration)) {}
+    : configuration_(configuration), thread_(std::make_shared<URLSessionThread>(configuration)) {}
 
 NSURLSession::~NSURLSession() {
     invalidateAndCancel();
@@ -30,12 +30,31 @@ std::shared_ptr<NSURLSessionDataTask> NSURLSession::dataTaskWithRequest(
         CurlLibrary::instance() != nullptr &&
         std::atexit([] { sharedSession().invalidateAndCancel(); }) == 0;
     static_cast<void>(isRegistered);
-    return std::make_shared<NSURLSessionDataTask>(thread_,
+    return std::make_shared<NSURLSessionDataTask>(thread(),
                                                   URLTask{std::move(request), std::move(handler)});
 }
 
 void NSURLSession::invalidateAndCancel() {
-    thread_->cancel();
+    std::shared_ptr<URLSessionThread> cancelled;
+    {
+        const std::scoped_lock lock(mutex_);
+        isInvalidated_ = true;
+        cancelled = thread_;
+    }
+    cancelled->cancel();
+}
+
+void NSURLSession::renew() {
+    const std::scoped_lock lock(mutex_);
+    if (isInvalidated_) {
+        thread_ = std::make_shared<URLSessionThread>(configuration_);
+        isInvalidated_ = false;
+    }
+}
+
+std::shared_ptr<URLSessionThread> NSURLSession::thread() {
+    const std::scoped_lock lock(mutex_);
+    return thread_;
 }
 
 }  // namespace orvane::platform

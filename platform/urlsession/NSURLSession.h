@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <mutex>
 
 #include "orvane/commons/Export.h"
 #include "platform/urlsession/NSURLSessionConfiguration.h"
@@ -32,9 +33,16 @@ public:
     // Ends every task with an error and joins the session's thread; later tasks fail at once. Must
     // not be called on the session's thread.
     void invalidateAndCancel();
+    // Makes a session that was invalidated run later tasks. Does nothing to one that was not.
+    void renew();
 
 private:
+    std::shared_ptr<URLSessionThread> thread();
+
+    const NSURLSessionConfiguration configuration_;
+    std::mutex mutex_;  // guards the following members
     std::shared_ptr<URLSessionThread> thread_;
+    bool isInvalidated_ = false;
 };
 
 }  // namespace orvane::platform
