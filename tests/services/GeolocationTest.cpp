@@ -74,6 +74,7 @@ public:
         connect();
     }
     ~GeoClue() {
+        std::ranges::for_each(watches_, &g_bus_unwatch_name);
         end();
         g_test_dbus_stop(daemon_);
         g_object_unref(daemon_);
@@ -124,12 +125,12 @@ private:
         auto& service = *static_cast<GeoClue*>(self);
         if (std::string(method) == "CreateClient") {
             ++service.clients;
-            g_bus_watch_name_on_connection(
+            service.watches_.push_back(g_bus_watch_name_on_connection(
                 bus, sender, G_BUS_NAME_WATCHER_FLAGS_NONE, nullptr,
                 [](GDBusConnection*, const char*, void* data) {
                     static_cast<GeoClue*>(data)->isClientGone = true;
                 },
-                self, nullptr);
+                self, nullptr));
             g_dbus_method_invocation_return_value(call, g_variant_new("(o)", kClientPath));
         } else if (service.isSilent) {
             service.hasStarted = true;
@@ -163,6 +164,7 @@ private:
 
     GTestDBus* const daemon_ = g_test_dbus_new(G_TEST_DBUS_NONE);
     GDBusConnection* bus_ = nullptr;
+    std::vector<unsigned> watches_;  // of the names of clients
 };
 
 // An application that follows the position.
