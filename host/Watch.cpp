@@ -7,6 +7,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <cctype>
 #include <csignal>
 #include <cstring>
 #include <filesystem>
@@ -205,8 +206,10 @@ void Watch::hasEnded(int status) {
 }
 
 void Watch::showMessage(const std::string& reason) {
-    complain(reason + "; waiting for the next build");
-    std::ofstream(messageFile_) << reason << "\n\n" << lastErrors_;
+    std::string heading = reason + "; waiting for the next build";
+    complain(heading);
+    heading.front() = static_cast<char>(std::toupper(static_cast<unsigned char>(heading.front())));
+    std::ofstream(messageFile_) << heading << "\n\n" << lastErrors_;
     spawn({"--message", messageFile_});
 }
 
