@@ -24,14 +24,25 @@ if(ORVANE_PACKS_RELOCATIONS)
     target_link_options(orvane_options INTERFACE "LINKER:-z,pack-relative-relocs")
 endif()
 
+# orvane_precompile(<target> [<header>...]): precompiles headers for a target, if that is wanted.
+function(orvane_precompile target)
+    if(ORVANE_PRECOMPILE)
+        target_precompile_headers(${target} PRIVATE
+            <algorithm> <cmath> <functional> <map> <memory> <optional> <span> <string>
+            <unordered_map> <utility> <vector> ${ARGN})
+    endif()
+endfunction()
+
 # The model: trees, geometry, shapes and requests as data. It links the C++ standard library and
 # nothing else, and its test programs link only the model: the build enforces the separation.
 add_library(orvane_model OBJECT)
 target_link_libraries(orvane_model PRIVATE orvane_options)
+orvane_precompile(orvane_model)
 
 # The platform modules and the classes that are bound to them.
 add_library(orvane_platform OBJECT)
 target_link_libraries(orvane_platform PRIVATE orvane_options)
+orvane_precompile(orvane_platform)
 
 # liborvane.so. Modules add what they link with orvane_link_platform().
 add_library(orvane SHARED)
