@@ -22,7 +22,8 @@ void callBack(const Callback& callback, const Result& result) {
 
 }  // namespace
 
-// From start() to its end. Whoever calls a callback holds the run, which may be stopped meanwhile.
+// One request for positions, from start() until it ends. A callback may stop the service, which drops
+// its reference to the run: the code that calls a callback keeps a reference of its own meanwhile.
 struct GeolocationService::Run {
     PositionCallback found;
     FailureCallback failed;

@@ -9,7 +9,7 @@ namespace orvane::services {
 
 namespace {
 
-// The labels of a Contact::Entry, and the types of vCard (RFC 2426) that they stand for.
+// Each label of a Contact::Entry, and the type of vCard (RFC 2426) as which it is stored.
 constexpr std::pair<const char*, const char*> kTypes[] = {
     {"fax", "FAX"}, {"cell", "CELL"}, {"home", "HOME"}, {"work", "WORK"}};
 
