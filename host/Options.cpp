@@ -28,7 +28,8 @@ Starts every application library in DIRECTORY and shows what it displays.
   --watch            start the applications again when a library in DIRECTORY has been built
   --window-state FILE  open the window where and as large as FILE says, and keep FILE up to date
   --message FILE     show the text in FILE instead of the applications
-  --deny FAMILY,...  refuse the applications families of services: contacts, geolocation
+  --deny FAMILY,...  refuse the applications families of services: contacts, geolocation, camera,
+                     map, web
   --resources DIR    the resource folder, for this run only
   --snapshot FILE    write what is on screen to a PNG file, then exit
   --dump-tree        print the object tree and the layer tree, then exit

@@ -9,7 +9,7 @@ namespace orvane::services {
 namespace {
 
 // In the order of the enumerators.
-constexpr std::array<std::string_view, 2> kNames{"contacts", "geolocation"};
+constexpr std::array<std::string_view, 5> kNames{"contacts", "geolocation", "camera", "map", "web"};
 
 std::array<bool, kNames.size()> denied{};
 

@@ -13,7 +13,7 @@
 namespace orvane::services {
 
 // What a host can deny as a whole.
-enum class Family : std::uint8_t { Contacts, Geolocation };
+enum class Family : std::uint8_t { Contacts, Geolocation, Camera, Map, Web };
 
 // Returns the family with a name that users type, such as "contacts"; nothing if there is none.
 [[nodiscard]] ORVANE_EXPORT std::optional<Family> familyNamed(std::string_view name);
