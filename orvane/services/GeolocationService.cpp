@@ -22,8 +22,9 @@ void callBack(const Callback& callback, const Result& result) {
 
 }  // namespace
 
-// One request for positions, from start() until it ends. A callback may stop the service, which drops
-// its reference to the run: the code that calls a callback keeps a reference of its own meanwhile.
+// One request for positions, from start() until it ends. A callback may stop the service, which
+// drops its reference to the run: the code that calls a callback keeps a reference of its own
+// meanwhile.
 struct GeolocationService::Run {
     PositionCallback found;
     FailureCallback failed;
