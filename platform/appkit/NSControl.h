@@ -20,6 +20,12 @@ public:
     bool paints() const override { return true; }
     bool isFlipped() const override { return true; }
 
+    // Whether the windows of this process show controls of a kind with widgets. Opens the library
+    // with the widgets, if they are in one of its own. False where there are no such windows.
+    static bool hasWidgets(std::string_view kind);
+    // Sets what answers that. Called by the first window that shows controls with widgets.
+    static void setWidgetSource(bool (*hasWidgets)(std::string_view kind));
+
     // What assistive technology calls the control; empty for none.
     const std::string& accessibilityLabel() const { return accessibilityLabel_; }
     void setAccessibilityLabel(const std::string& label);

@@ -93,7 +93,11 @@ bool GTKControl::registerKind(const std::string& kind, Create create) {
 
 bool GTKControl::isRegistered(const NSView& view) {
     const auto* const control = dynamic_cast<const NSControl*>(&view);
-    return control != nullptr && find(control->controlKind()) != nullptr;
+    return control != nullptr && isKindRegistered(control->controlKind());
+}
+
+bool GTKControl::isKindRegistered(std::string_view kind) {
+    return find(kind) != nullptr;
 }
 
 std::unique_ptr<GTKControl> GTKControl::create(NSView& view) {

@@ -3,6 +3,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <string_view>
 
 #include "orvane/commons/Export.h"
 
@@ -47,6 +48,8 @@ public:
     static bool registerKind(const std::string& kind, Create create);
     // Whether views of this view's kind have widgets.
     static bool isRegistered(const NSView& view);
+    // Whether a kind has widgets. Opens the library that has them, if there is one.
+    static bool isKindRegistered(std::string_view kind);
     // Creates the widget for a view, which must outlive it. Returns null for a view that is not a
     // control, and for a control of a kind without widgets.
     static std::unique_ptr<GTKControl> create(NSView& view);

@@ -50,7 +50,7 @@ bool isSoftware(std::string_view renderer) {
         names, [&](auto name) { return renderer.find(name) != std::string_view::npos; });
 }
 
-bool hasHardwareGL(GdkDisplay& display) {
+bool findHardwareGL(GdkDisplay& display) {
     if (!hasGPUDevice()) {
         return false;
     }
@@ -71,6 +71,11 @@ bool hasHardwareGL(GdkDisplay& display) {
 
 }  // namespace
 
+bool hasHardwareGL(GdkDisplay& display) {
+    static const bool isThere = findHardwareGL(display);
+    return isThere;
+}
+
 GTKRendererKind rendererKind(Gtk::Widget& widget) {
     GskRenderer* const renderer = gtk_native_get_renderer(gtk_widget_get_native(widget.gobj()));
     return GSK_IS_CAIRO_RENDERER(renderer) ? GTKRendererKind::Processor : GTKRendererKind::GPU;
@@ -80,8 +85,7 @@ void chooseRenderer(GdkDisplay& display) {
     if (g_getenv(kRendererVariable) != nullptr) {
         return;
     }
-    static const bool hasGPU = hasHardwareGL(display);
-    if (!hasGPU) {
+    if (!hasHardwareGL(display)) {
         g_setenv(kRendererVariable, "cairo", FALSE);
     }
 }

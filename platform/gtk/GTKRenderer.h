@@ -2,6 +2,8 @@
 
 #include <gdk/gdk.h>
 
+#include "orvane/commons/Export.h"
+
 namespace Gtk {
 class Widget;
 }
@@ -10,6 +12,10 @@ namespace orvane::platform {
 
 // What draws a window for GTK.
 enum class GTKRendererKind { Processor, GPU };
+
+// Whether a GPU executes GL on a display. The first call may create a context. False if there is no
+// GL, or a software rasterizer.
+ORVANE_EXPORT bool hasHardwareGL(GdkDisplay& display);
 
 // Returns the renderer of the window that a realized widget is in.
 GTKRendererKind rendererKind(Gtk::Widget& widget);

@@ -8,6 +8,7 @@
 
 #include "orvane/commons/ScopedFlag.h"
 #include "platform/appkit/NSBackingStore.h"
+#include "platform/appkit/NSControl.h"
 #include "platform/appkit/NSDrop.h"
 #include "platform/appkit/NSEvent.h"
 #include "platform/appkit/NSView.h"
@@ -31,6 +32,7 @@ namespace orvane::platform {
 GTKWindow::GTKWindow(CGSize size, std::optional<double> scale) {
     chooseRenderer(*gdk_display_get_default());
     applyFontSettings();
+    NSControl::setWidgetSource(&GTKControl::isKindRegistered);
     root_ = std::make_unique<GTKRoot>(
         size, scale,
         GTKRoot::Delegate{[this] { choosePresentation(); },
