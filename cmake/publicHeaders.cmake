@@ -70,6 +70,7 @@ set(orvane_public_headers
     orvane/display/graphics/TextStyleable.h
     orvane/display/graphics/measureText.h
     orvane/display/layout/Box.h
+    orvane/display/native/NWebView.h
     orvane/display/tree/AccessibilityElement.h
     orvane/display/tree/ContainerObject.h
     orvane/display/tree/Cursor.h

@@ -14,6 +14,7 @@
 #include "orvane/display/graphics/quartz/UIInputText.h"
 #include "orvane/display/graphics/quartz/UIListContainer.h"
 #include "orvane/display/graphics/quartz/UIScrollContainer.h"
+#include "orvane/display/native/NWebView.h"
 
 namespace orvane::display {
 
@@ -88,6 +89,10 @@ std::shared_ptr<graphics::InputText> DisplayFactory::createInputText(bool multil
 
 std::shared_ptr<graphics::Image> DisplayFactory::createImage() {
     return std::make_shared<QuartzImage>();
+}
+
+std::shared_ptr<native::NWebView> DisplayFactory::createWebView() {
+    return createInitialized<native::NWebView>();
 }
 
 }  // namespace orvane::display

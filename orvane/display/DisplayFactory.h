@@ -24,6 +24,10 @@ class SizedContainer;
 class Text;
 }  // namespace graphics
 
+namespace native {
+class NWebView;
+}  // namespace native
+
 // Creates the objects of an application. Each function returns a new object as a pointer to its
 // abstract class, never null. Called on the application's thread.
 class ORVANE_EXPORT DisplayFactory {
@@ -68,6 +72,9 @@ public:
                                                                 int maximumLength);
     // Creates an image without a picture.
     static std::shared_ptr<graphics::Image> createImage();
+    // Creates a page of the web, on a layer of its own. It is empty, and no library is opened,
+    // until something is loaded or a window shows it.
+    static std::shared_ptr<native::NWebView> createWebView();
 
     // Creates a layer of the kind T, which derives from native::NativeLayer, with its view.
     template <typename T>

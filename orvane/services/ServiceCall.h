@@ -10,6 +10,10 @@ namespace orvane::platform {
 class CATimer;
 }
 
+namespace orvane::display::native {
+class NWebView;
+}
+
 namespace orvane::services {
 
 // A call of a service that may not have been answered yet. An application that does not want to
@@ -27,6 +31,7 @@ public:
 
 private:
     friend class ContactsService;
+    friend class display::native::NWebView;
 
     // `failed` may be empty.
     explicit ServiceCall(FailureCallback failed);

@@ -1,0 +1,14 @@
+#pragma once
+
+#include "platform/coregraphics/CGGeometry.h"
+
+namespace orvane::platform {
+
+class CGContext;
+struct NSWebState;
+
+// Paints what stands for a page where the desktop cannot show it: a sheet with a globe, the title
+// and the address.
+void drawWebPage(CGContext& canvas, const CGRect& bounds, const NSWebState& state);
+
+}  // namespace orvane::platform
