@@ -250,6 +250,22 @@ TEST_F(WebView, HearsOnlyTheMessagesThatTheApplicationWants) {
     EXPECT_NE(run("send('first', 4)").error, std::nullopt);
 }
 
+TEST_F(WebView, HasTheKeyboardAndTheWheelWhereThePointerIs) {
+    show();
+    desktop::focus(window_.toplevel());
+    loadHtml("<body style='margin:0;height:2000px'><input id=a style='width:100px'><input id=b>");
+    desktop::xdotool("mousemove 120 110 click 1");
+    EXPECT_TRUE(
+        desktop::runUntil([&] { return run("document.activeElement.id").json == "\"a\""; }));
+    desktop::xdotool("type x");
+    EXPECT_TRUE(desktop::runUntil([&] { return run("a.value").json == "\"x\""; }));
+    desktop::xdotool("key Tab type y");
+    EXPECT_TRUE(desktop::runUntil([&] { return run("b.value").json == "\"y\""; }));
+    EXPECT_EQ(display::Display::instance()->getFocus(), view_);
+    desktop::xdotool("click 5");
+    EXPECT_TRUE(desktop::runUntil([&] { return run("scrollY > 0").json == "true"; }));
+}
+
 TEST_F(WebViewOfServer, GoesBackAndForward) {
     load(server_.url("/a"));
     EXPECT_FALSE(view_->canGoBack());
