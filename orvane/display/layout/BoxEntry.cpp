@@ -6,9 +6,9 @@
 #include "orvane/display/graphics/Container.h"
 #include "orvane/display/graphics/Ellipse.h"
 #include "orvane/display/graphics/Image.h"
-#include "orvane/display/graphics/InputText.h"
 #include "orvane/display/graphics/Rect.h"
 #include "orvane/display/graphics/SizedContainer.h"
+#include "orvane/display/graphics/SizedObject.h"
 #include "orvane/display/graphics/Text.h"
 #include "orvane/display/layout/objectPlacement.h"
 
@@ -20,7 +20,7 @@ bool takesSizes(DisplayObject& object) {
     return dynamic_cast<graphics::Rect*>(&object) != nullptr ||
            dynamic_cast<graphics::Ellipse*>(&object) != nullptr ||
            dynamic_cast<graphics::SizedContainer*>(&object) != nullptr ||
-           dynamic_cast<graphics::InputText*>(&object) != nullptr;
+           dynamic_cast<graphics::SizedObject<DisplayObject>*>(&object) != nullptr;
 }
 
 }  // namespace

@@ -6,9 +6,9 @@
 #include "orvane/display/graphics/ClipContainer.h"
 #include "orvane/display/graphics/Ellipse.h"
 #include "orvane/display/graphics/Image.h"
-#include "orvane/display/graphics/InputText.h"
 #include "orvane/display/graphics/ListContainer.h"
 #include "orvane/display/graphics/Rect.h"
+#include "orvane/display/graphics/SizedObject.h"
 #include "orvane/display/graphics/quartz/QuartzMultilineText.h"
 
 namespace orvane::display::layout {
@@ -83,7 +83,7 @@ void placeObject(DisplayObject& object, const Rect& rect) {
         moveTo(object, rect.x, rect.y);
     } else if (auto* const group = dynamic_cast<graphics::SizedContainer*>(&object)) {
         setBoundsAt(*group, rect);
-    } else if (auto* const control = dynamic_cast<graphics::InputText*>(&object)) {
+    } else if (auto* const control = dynamic_cast<graphics::SizedObject<DisplayObject>*>(&object)) {
         setBoundsAt(*control, rect);
     } else {
         if (auto* const text = dynamic_cast<graphics::Text*>(&object);
