@@ -70,10 +70,14 @@ void NSPanGestureRecognizer::mouseDragged(const NSEvent& event) {
 }
 
 void NSPanGestureRecognizer::mouseUp(const NSEvent& event) {
-    if (!isDragging_ || view() == nullptr) {
+    if (view() == nullptr || (!isDragging_ && !handler_.tapped)) {
         return setState(NSGestureRecognizerState::Failed);
     }
-    moveTo(event);
+    if (isDragging_) {
+        moveTo(event);
+    } else {
+        handler_.tapped(locationInView(event, *view()), event);
+    }
     setState(NSGestureRecognizerState::Ended);
 }
 

@@ -29,6 +29,9 @@ public:
         std::function<void(CGPoint delta, CGPoint location)> moved;
         // The velocity, in points per second, is zero if the gesture was cancelled.
         std::function<void(CGPoint velocity, double time)> ended;
+        // The button was released before a drag began, and no other recognizer has claimed the
+        // gesture. Without this function, the recognizer fails then.
+        std::function<void(CGPoint location, const NSEvent& release)> tapped = {};
     };
 
     // In points.
