@@ -29,6 +29,7 @@ set(orvane_public_headers
     orvane/display/events/Shortcuts.h
     orvane/display/events/TouchEvent.h
     orvane/display/events/WindowEvents.h
+    orvane/display/geometry/Coordinate.h
     orvane/display/geometry/Matrix.h
     orvane/display/geometry/Point.h
     orvane/display/geometry/Rect.h
@@ -70,6 +71,7 @@ set(orvane_public_headers
     orvane/display/graphics/TextStyleable.h
     orvane/display/graphics/measureText.h
     orvane/display/layout/Box.h
+    orvane/display/native/NMapControl.h
     orvane/display/native/NWebView.h
     orvane/display/tree/AccessibilityElement.h
     orvane/display/tree/ContainerObject.h

@@ -51,6 +51,7 @@
 #include "orvane/display/graphics/Text.h"
 #include "orvane/display/graphics/measureText.h"
 #include "orvane/display/layout/Box.h"
+#include "orvane/display/native/NMapControl.h"
 #include "orvane/display/native/NWebView.h"
 #include "orvane/display/tree/AccessibilityElement.h"
 #include "orvane/display/tree/ContainerObject.h"

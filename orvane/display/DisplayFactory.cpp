@@ -13,6 +13,7 @@
 #include "orvane/display/graphics/quartz/QuartzRect.h"
 #include "orvane/display/graphics/quartz/UIInputText.h"
 #include "orvane/display/graphics/quartz/UIListContainer.h"
+#include "orvane/display/graphics/quartz/UIMapControl.h"
 #include "orvane/display/graphics/quartz/UIScrollContainer.h"
 #include "orvane/display/native/NWebView.h"
 
@@ -89,6 +90,10 @@ std::shared_ptr<graphics::InputText> DisplayFactory::createInputText(bool multil
 
 std::shared_ptr<graphics::Image> DisplayFactory::createImage() {
     return std::make_shared<QuartzImage>();
+}
+
+std::shared_ptr<native::NMapControl> DisplayFactory::createMapControl() {
+    return createInitialized<UIMapControl>();
 }
 
 std::shared_ptr<native::NWebView> DisplayFactory::createWebView() {

@@ -25,6 +25,7 @@ class Text;
 }  // namespace graphics
 
 namespace native {
+class NMapControl;
 class NWebView;
 }  // namespace native
 
@@ -72,6 +73,8 @@ public:
                                                                 int maximumLength);
     // Creates an image without a picture.
     static std::shared_ptr<graphics::Image> createImage();
+    // Creates a map without tiles, on a layer of its own.
+    static std::shared_ptr<native::NMapControl> createMapControl();
     // Creates a page of the web, on a layer of its own. It is empty, and no library is opened,
     // until something is loaded or a window shows it.
     static std::shared_ptr<native::NWebView> createWebView();
