@@ -4,8 +4,11 @@
 #include <cmath>
 #include <cstdio>
 
-// Where the user is, and whom the user knows. Nothing is read before the user presses the button or
-// types a name.
+#include "MapCard.h"
+#include "look.h"
+
+// A map, where the user is, and whom the user knows. Nothing is read before the user presses the
+// button or types a name.
 namespace travel {
 
 using namespace orvane::display;
@@ -15,30 +18,8 @@ using BoxPointer = std::shared_ptr<Box>;
 
 namespace {
 
-constexpr unsigned kInk = 0xFF22303C;
-constexpr unsigned kCaption = 0xFF6B7680;
-constexpr unsigned kPaper = 0xFFF3F1EC;
-constexpr unsigned kCard = 0xFFFFFFFF;
-constexpr unsigned kAccent = 0xFF2F6F8F;
 constexpr double kRow = 52;
 constexpr std::size_t kMostRows = 500;
-
-std::shared_ptr<graphics::Text> makeText(const std::string& content, float size, unsigned color) {
-    auto text = DisplayFactory::createText(false);
-    text->setFont("DejaVu Sans");
-    text->setTextSize(size);
-    text->setFillColor(color);
-    text->setContent(content);
-    return text;
-}
-
-std::shared_ptr<graphics::Rect> makeBack(unsigned color, float radius) {
-    auto back = DisplayFactory::createRect();
-    back->setRx(radius);
-    back->setRy(radius);
-    back->setFillColor(color);
-    return back;
-}
 
 // What the user can do about it; the message is for developers.
 std::string describe(const ServiceFailure& failure) {
@@ -67,9 +48,18 @@ std::string describe(const Position& position) {
 class Travel {
 public:
     void main() {
+        const auto page = std::make_shared<Box>();
+        page->setBackground(makeBack(kPaper, 0));
+        page->add(makeColumn(), {.width = 420});
+        page->add(map_.object(), {.width = 0, .grow = 1});
+        page->showOnDisplay();
+        listeners_.add<ContactsChangedEvent>(*contacts_, [this](const auto&) { search(); });
+    }
+
+private:
+    BoxPointer makeColumn() {
         const auto page = std::make_shared<Box>(
             BoxStyle{.direction = Direction::Column, .gap = 14, .padding = Insets::all(24)});
-        page->setBackground(makeBack(kPaper, 0));
         page->add(makeText("Travel", 26, kInk));
         page->add(makePlace());
         page->add(makeSearch(), {.height = 40});
@@ -77,11 +67,9 @@ public:
         rows_->setRowHeight(kRow);
         rows_->setRowFunction([this](std::size_t row, const auto&) { return makeRow(row); });
         page->add(rows_, {.height = 0, .grow = 1});
-        page->showOnDisplay();
-        listeners_.add<ContactsChangedEvent>(*contacts_, [this](const auto&) { search(); });
+        return page;
     }
 
-private:
     // The position, and the button that asks for it.
     BoxPointer makePlace() {
         const auto card = std::make_shared<Box>(
@@ -123,7 +111,10 @@ private:
         place_->setContent("Asking the location service ...");
         location_.start(
             {.accuracy = PositionAccuracy::Street, .distance = 50},
-            [this](const Position& position) { place_->setContent(describe(position)); },
+            [this](const Position& position) {
+                place_->setContent(describe(position));
+                map_.showPosition(position);
+            },
             [this](const ServiceFailure& failure) { place_->setContent(describe(failure)); });
     }
 
@@ -138,6 +129,7 @@ private:
                 found_ = page.contacts;
                 count_->setContent(std::to_string(page.total) + " contacts");
                 rows_->setRowCount(found_.size());
+                map_.showContacts(found_);
             },
             [this](const ServiceFailure& failure) { count_->setContent(describe(failure)); });
     }
@@ -160,6 +152,7 @@ private:
         return object;
     }
 
+    MapCard map_;
     std::shared_ptr<graphics::Text> place_ = makeText("Not known yet", 14, kInk);
     std::shared_ptr<graphics::Text> count_ = makeText("Type to search", 12, kCaption);
     std::shared_ptr<graphics::InputText> search_ = DisplayFactory::createInputText(false, false, 0);
