@@ -19,12 +19,38 @@ void reportTooLarge(std::int64_t width, std::int64_t height) {
         static_cast<long long>(kLargestSide), static_cast<long long>(kMostPixels));
 }
 
+namespace {
+
+// Returns the memory of a vector, which lives as long as the result.
+std::shared_ptr<const std::uint32_t[]> shared(std::vector<std::uint32_t> pixels) {
+    const auto owner = std::make_shared<const std::vector<std::uint32_t>>(std::move(pixels));
+    return {owner, owner->data()};
+}
+
+}  // namespace
+
+CGImage::CGImage(int width, int height, bool isOpaque,
+                 std::shared_ptr<const std::uint32_t[]> pixels)
+    : width_(width),
+      height_(height),
+      size_{static_cast<double>(width), static_cast<double>(height)},
+      isOpaque_(isOpaque),
+      pixels_(std::move(pixels)) {}
+
 CGImage::CGImage(int width, int height, std::vector<std::uint32_t> pixels)
     : width_(width),
       height_(height),
       size_{static_cast<double>(width), static_cast<double>(height)},
       isOpaque_(std::ranges::all_of(pixels, [](std::uint32_t p) { return p >> 24 == 255; })),
-      pixels_(std::move(pixels)) {}
+      pixels_(shared(std::move(pixels))) {}
+
+std::shared_ptr<const CGImage> CGImage::createOpaque(
+    int width, int height, std::shared_ptr<const std::uint32_t[]> pixels) {
+    if (!isSensibleImageSize(width, height) || pixels == nullptr) {
+        return nullptr;
+    }
+    return std::shared_ptr<const CGImage>(new CGImage(width, height, true, std::move(pixels)));
+}
 
 std::shared_ptr<const CGImage> CGImage::createWithPixels(int width, int height,
                                                          std::vector<std::uint32_t> pixels) {
@@ -52,8 +78,8 @@ std::shared_ptr<const CGImage> CGImage::createTinted(const CGColor& color) const
     };
     const std::uint32_t solid =
         premultiplied(byte(color.red), byte(color.green), byte(color.blue), byte(color.alpha));
-    std::vector<std::uint32_t> tinted(pixels_.size());
-    std::ranges::transform(pixels_, tinted.begin(),
+    std::vector<std::uint32_t> tinted(pixels().size());
+    std::ranges::transform(pixels(), tinted.begin(),
                            [solid](std::uint32_t pixel) { return scaled(solid, pixel >> 24); });
     return createReduced(width_, height_, std::move(tinted), size_);
 }

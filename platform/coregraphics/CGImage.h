@@ -40,6 +40,12 @@ public:
     static std::shared_ptr<const CGImage> createWithPixels(int width, int height,
                                                            std::vector<std::uint32_t> pixels);
 
+    // Refers to `width * height` words as described above, all of them with full alpha, without
+    // copying them. Nothing may change them while the image, or anything else that holds them,
+    // exists. Returns null for null, and for a size that createWithPixels refuses.
+    static std::shared_ptr<const CGImage> createOpaque(
+        int width, int height, std::shared_ptr<const std::uint32_t[]> pixels);
+
     // The size of the picture, in pixels of its file. A JPEG of more pixels than a bitmap may have
     // is decoded at a half, a quarter or an eighth of its resolution, and keeps its size.
     const CGSize& size() const { return size_; }
@@ -48,7 +54,10 @@ public:
     int width() const { return width_; }
     int height() const { return height_; }
     // `width * height` words as described above, borrowed from the image.
-    std::span<const std::uint32_t> pixels() const { return pixels_; }
+    std::span<const std::uint32_t> pixels() const {
+        return {pixels_.get(),
+                static_cast<std::size_t>(width_) * static_cast<std::size_t>(height_)};
+    }
 
     // Whether every pixel has full alpha.
     bool isOpaque() const { return isOpaque_; }
@@ -61,6 +70,7 @@ public:
 
 private:
     CGImage(int width, int height, std::vector<std::uint32_t> pixels);
+    CGImage(int width, int height, bool isOpaque, std::shared_ptr<const std::uint32_t[]> pixels);
     static std::shared_ptr<const CGImage> createReduced(int width, int height,
                                                         std::vector<std::uint32_t> pixels,
                                                         const CGSize& size);
@@ -69,7 +79,7 @@ private:
     int height_;
     CGSize size_;
     bool isOpaque_;
-    std::vector<std::uint32_t> pixels_;
+    std::shared_ptr<const std::uint32_t[]> pixels_;
 };
 
 }  // namespace orvane::platform

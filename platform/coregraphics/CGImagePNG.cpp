@@ -117,8 +117,8 @@ std::shared_ptr<const CGImage> CGImage::createWithPNGDataProvider(const CGDataPr
 }
 
 bool CGImage::writePNG(const std::string& filename) const {
-    std::vector<std::uint32_t> straight(pixels_.size());
-    std::ranges::transform(pixels_, straight.begin(), [](std::uint32_t p) {
+    std::vector<std::uint32_t> straight(pixels().size());
+    std::ranges::transform(pixels(), straight.begin(), [](std::uint32_t p) {
         const std::uint32_t alpha = p >> 24;
         if (alpha == 0 || alpha == 255) {
             return p;
