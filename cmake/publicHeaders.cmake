@@ -82,6 +82,8 @@ set(orvane_public_headers
     orvane/display/tree/DisplayObject.h
     orvane/display/tree/DisplayObjectStore.h
     orvane/display/tree/Shadow.h
+    orvane/display/native/NVideoCaptureView.h
+    orvane/display/native/NativeObject.h
     orvane/network/Request.h
     orvane/network/RequestService.h
     orvane/network/Response.h
@@ -91,6 +93,13 @@ set(orvane_public_headers
     orvane/runtime/Main.h
     orvane/runtime/Runtime.h
     orvane/runtime/Timer.h
+    orvane/services/Camera.h
+    orvane/services/CameraFrameEvent.h
+    orvane/services/CameraProvider.h
+    orvane/services/CameraRequest.h
+    orvane/services/CameraService.h
+    orvane/services/CameraSession.h
+    orvane/services/CamerasChangedEvent.h
     orvane/services/Contact.h
     orvane/services/ContactsChangedEvent.h
     orvane/services/ContactsProvider.h
@@ -99,6 +108,7 @@ set(orvane_public_headers
     orvane/services/GeolocationRequest.h
     orvane/services/GeolocationService.h
     orvane/services/Position.h
+    orvane/services/RecordingRequest.h
     orvane/services/ServiceCall.h
     orvane/services/ServiceFailure.h
     orvane/system/clipboard.h
@@ -111,7 +121,6 @@ set(orvane_public_headers
     # drawRect paints on.
     orvane/display/events/DisplayEventHandler.h
     orvane/display/native/NativeLayer.h
-    orvane/display/native/NativeObject.h
     platform/appkit/NSControl.h
     platform/appkit/NSGraphicsContext.h
     platform/appkit/NSTextField.h

@@ -15,6 +15,7 @@
 #include "orvane/display/graphics/quartz/UIListContainer.h"
 #include "orvane/display/graphics/quartz/UIMapControl.h"
 #include "orvane/display/graphics/quartz/UIScrollContainer.h"
+#include "orvane/display/native/NVideoCaptureView.h"
 #include "orvane/display/native/NWebView.h"
 
 namespace orvane::display {
@@ -94,6 +95,10 @@ std::shared_ptr<graphics::Image> DisplayFactory::createImage() {
 
 std::shared_ptr<native::NMapControl> DisplayFactory::createMapControl() {
     return createInitialized<UIMapControl>();
+}
+
+std::shared_ptr<native::NVideoCaptureView> DisplayFactory::createVideoCaptureView() {
+    return createInitialized<native::NVideoCaptureView>();
 }
 
 std::shared_ptr<native::NWebView> DisplayFactory::createWebView() {

@@ -26,6 +26,7 @@ class Text;
 
 namespace native {
 class NMapControl;
+class NVideoCaptureView;
 class NWebView;
 }  // namespace native
 
@@ -75,6 +76,9 @@ public:
     static std::shared_ptr<graphics::Image> createImage();
     // Creates a map without tiles, on a layer of its own.
     static std::shared_ptr<native::NMapControl> createMapControl();
+    // Creates a view that shows what a camera sees, on a layer of its own. It shows nothing until
+    // it gets a session.
+    static std::shared_ptr<native::NVideoCaptureView> createVideoCaptureView();
     // Creates a page of the web, on a layer of its own. It is empty, and no library is opened,
     // until something is loaded or a window shows it.
     static std::shared_ptr<native::NWebView> createWebView();

@@ -14,6 +14,7 @@
 #include "orvane/embedding/HostView.h"
 #include "orvane/runtime/Runtime.h"
 #include "orvane/runtime/init_orvane.h"
+#include "orvane/services/CameraService.h"
 #include "orvane/services/ContactsService.h"
 #include "platform/appkit/NSWindow.h"
 #include "platform/foundation/NSUserDefaults.h"
@@ -70,6 +71,7 @@ Session::~Session() {
     }
     ending.join();
     Runtime::DeleteInstance();
+    services::CameraService::reset();
     services::ContactsService::reset();
     window_.setAccessibility(nullptr);
     Display::instance()->removeAll();

@@ -30,6 +30,8 @@ public:
     bool isPending() const { return isPending_; }
 
 private:
+    friend class CameraService;
+    friend class CameraSession;
     friend class ContactsService;
     friend class display::native::NWebView;
 
