@@ -72,7 +72,9 @@ set(orvane_public_headers
     orvane/display/graphics/measureText.h
     orvane/display/layout/Box.h
     orvane/display/native/NMapControl.h
+    orvane/display/native/NVideoCaptureView.h
     orvane/display/native/NWebView.h
+    orvane/display/native/NativeObject.h
     orvane/display/tree/AccessibilityElement.h
     orvane/display/tree/ContainerObject.h
     orvane/display/tree/Cursor.h
@@ -82,8 +84,6 @@ set(orvane_public_headers
     orvane/display/tree/DisplayObject.h
     orvane/display/tree/DisplayObjectStore.h
     orvane/display/tree/Shadow.h
-    orvane/display/native/NVideoCaptureView.h
-    orvane/display/native/NativeObject.h
     orvane/network/Request.h
     orvane/network/RequestService.h
     orvane/network/Response.h
