@@ -19,6 +19,7 @@ namespace orvane::services {
 // and not after the destructor. Main thread only.
 class CameraCapture {
 public:
+    // What a use of a camera reports.
     struct Observer {
         // Called once, before the first picture.
         std::function<void(const CameraFormat& format)> started;
