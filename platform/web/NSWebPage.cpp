@@ -40,6 +40,17 @@ std::optional<std::filesystem::path> pathOf(const std::string& address) {
     return result;
 }
 
+// The title in a text in HTML, for the picture of it; empty if there is none.
+std::string titleIn(const std::string& html) {
+    constexpr std::string_view tag = "<title>";
+    const std::size_t begin = html.find(tag);
+    const std::size_t end = html.find("</title>", begin);
+    if (begin == std::string::npos || end == std::string::npos) {
+        return {};
+    }
+    return html.substr(begin + tag.size(), end - begin - tag.size());
+}
+
 bool isName(const std::string& name) {
     return !name.empty() && g_ascii_isdigit(name.front()) == FALSE &&
            std::ranges::all_of(name,
@@ -49,6 +60,9 @@ bool isName(const std::string& name) {
 }  // namespace
 
 std::string shownAddress(const std::string& address) {
+    if (address.empty()) {
+        return "without an address";
+    }
     if (address.size() <= kMostLogged) {
         return address;
     }
@@ -132,7 +146,7 @@ std::string NSWebPage::load(const std::string& address) {
         engine->load(address);
         return {};
     }
-    setAddress(address);
+    setKnown(address, {});
     return "there is no web view";
 }
 
@@ -145,7 +159,7 @@ std::string NSWebPage::loadHtml(const std::string& html, const std::string& base
         engine->loadHtml(html, base);
         return {};
     }
-    setAddress(base);
+    setKnown(base, titleIn(html));
     return "there is no web view";
 }
 
@@ -157,9 +171,10 @@ void NSWebPage::permitFolderOf(const std::string& address) {
     }
 }
 
-void NSWebPage::setAddress(const std::string& address) {
-    NSWebState state = state_;
+void NSWebPage::setKnown(const std::string& address, const std::string& title) {
+    NSWebState state;
     state.address = address;
+    state.title = title;
     setState(std::move(state));
 }
 

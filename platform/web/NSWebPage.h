@@ -89,7 +89,8 @@ public:
 
 private:
     void permitFolderOf(const std::string& address);
-    void setAddress(const std::string& address);
+    // What is known of a page without an engine.
+    void setKnown(const std::string& address, const std::string& title);
     bool mayShowFile(const std::string& address) const;
 
     std::unique_ptr<NSWebEngine> engine_;

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
+#include <filesystem>
 #include <fstream>
 #include <functional>
 #include <memory>
@@ -378,6 +379,22 @@ TEST_F(WebView, FindsTextAndZooms) {
     EXPECT_TRUE(desktop::runUntil([&] { return run("innerWidth").json == "100"; }));
     view_->setZoom(1000);
     EXPECT_EQ(view_->getZoom(), 5);
+}
+
+TEST_F(WebViewOfServer, RefusesWhatPagesDoNotGet) {
+    view_->setPersistent(true);
+    load(server_.url("/a"));
+    EXPECT_TRUE(std::filesystem::exists(system::getCachesDirectory() + "/web/data"));
+    testing::internal::CaptureStderr();
+    view_->setPersistent(false);
+    EXPECT_TRUE(logs("setPersistent was refused"));
+    show();  // a page that is not visible waits with its wishes
+    run("navigator.geolocation.getCurrentPosition(() => 0)");
+    EXPECT_TRUE(logs("was refused its position"));
+    run("const a = document.createElement('a'); a.download = 'b'; a.href = '/b';"
+        "document.body.append(a); a.click()");
+    EXPECT_TRUE(logs("/b was refused"));
+    testing::internal::GetCapturedStderr();
 }
 
 TEST_F(WebViewOfServer, ReloadsAfterACrash) {
