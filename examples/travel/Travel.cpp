@@ -3,8 +3,10 @@
 #include <array>
 #include <cmath>
 #include <cstdio>
+#include <utility>
 
 #include "MapCard.h"
+#include "PlacePage.h"
 #include "look.h"
 
 // A map, where the user is, and whom the user knows. Nothing is read before the user presses the
@@ -58,16 +60,14 @@ public:
 
 private:
     BoxPointer makeColumn() {
-        const auto page = std::make_shared<Box>(
-            BoxStyle{.direction = Direction::Column, .gap = 14, .padding = Insets::all(24)});
-        page->add(makeText("Travel", 26, kInk));
-        page->add(makePlace());
-        page->add(makeSearch(), {.height = 40});
-        page->add(count_);
+        column_->add(makeText("Travel", 26, kInk));
+        column_->add(makePlace());
+        column_->add(makeSearch(), {.height = 40});
+        column_->add(count_);
         rows_->setRowHeight(kRow);
         rows_->setRowFunction([this](std::size_t row, const auto&) { return makeRow(row); });
-        page->add(rows_, {.height = 0, .grow = 1});
-        return page;
+        column_->add(rows_, {.height = 0, .grow = 1});
+        return column_;
     }
 
     // The position, and the button that asks for it.
@@ -114,8 +114,20 @@ private:
             [this](const Position& position) {
                 place_->setContent(describe(position));
                 map_.showPosition(position);
+                showAbout(position);
             },
             [this](const ServiceFailure& failure) { place_->setContent(describe(failure)); });
+    }
+
+    // The first position makes room for the page about it.
+    void showAbout(const Position& position) {
+        about_.showPosition(position);
+        if (!std::exchange(isAboutShown_, true)) {
+            column_->add(about_.object(), {.height = 124, .place = [this](const auto& rect) {
+                                               about_.place(rect);
+                                           }});
+            column_->update();
+        }
     }
 
     // A search that is typed over is cancelled.
@@ -152,7 +164,11 @@ private:
         return object;
     }
 
+    BoxPointer column_ = std::make_shared<Box>(
+        BoxStyle{.direction = Direction::Column, .gap = 14, .padding = Insets::all(24)});
     MapCard map_;
+    PlacePage about_;
+    bool isAboutShown_ = false;
     std::shared_ptr<graphics::Text> place_ = makeText("Not known yet", 14, kInk);
     std::shared_ptr<graphics::Text> count_ = makeText("Type to search", 12, kCaption);
     std::shared_ptr<graphics::InputText> search_ = DisplayFactory::createInputText(false, false, 0);
