@@ -89,7 +89,7 @@ private:
             return event.phase == events::PointerPhase::Down;
         });
         card->add(button, {.width = 130, .height = 36});
-        card->add(place_);
+        card->add(place_, {.width = 0, .grow = 1});
         return card;
     }
 
@@ -169,7 +169,7 @@ private:
     MapCard map_;
     PlacePage about_;
     bool isAboutShown_ = false;
-    std::shared_ptr<graphics::Text> place_ = makeText("Not known yet", 14, kInk);
+    std::shared_ptr<graphics::Text> place_ = makeText("Not known yet", 14, kInk, true);
     std::shared_ptr<graphics::Text> count_ = makeText("Type to search", 12, kCaption);
     std::shared_ptr<graphics::InputText> search_ = DisplayFactory::createInputText(false, false, 0);
     std::shared_ptr<graphics::ListContainer> rows_ = DisplayFactory::createListContainer();

@@ -15,8 +15,9 @@ constexpr unsigned kCard = 0xFFFFFFFF;
 constexpr unsigned kAccent = 0xFF2F6F8F;
 
 inline std::shared_ptr<orvane::display::graphics::Text> makeText(const std::string& content,
-                                                                 float size, unsigned color) {
-    auto text = orvane::display::DisplayFactory::createText(false);
+                                                                 float size, unsigned color,
+                                                                 bool isWrapped = false) {
+    auto text = orvane::display::DisplayFactory::createText(isWrapped);
     text->setFont("DejaVu Sans");
     text->setTextSize(size);
     text->setFillColor(color);
