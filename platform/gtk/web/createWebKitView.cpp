@@ -50,9 +50,8 @@ WebKitWebView* createWebKitView(const std::string& dataFolder) {
     WebKitNetworkSession* const session = sessionFor(dataFolder);
     webkit_network_session_set_itp_enabled(session, TRUE);
     WebKitSettings* const settings = createSettings();
-    auto* const view = WEBKIT_WEB_VIEW(
-        g_object_new(WEBKIT_TYPE_WEB_VIEW, "network-session", session, "settings", settings,
-                     "user-content-manager", webkit_user_content_manager_new(), nullptr));
+    auto* const view = WEBKIT_WEB_VIEW(g_object_new(WEBKIT_TYPE_WEB_VIEW, "network-session",
+                                                    session, "settings", settings, nullptr));
     g_object_ref_sink(view);
     g_object_unref(settings);
     g_object_unref(session);
