@@ -185,6 +185,7 @@ TEST_F(WebView, ShowsAPageWhereverItsLayerIs) {
 }
 
 TEST_F(WebView, LoadsRunsAndIsPicturedWithoutAWindow) {
+    view_->setZoom(2);
     loadHtml(kHalves);
     std::string png;
     view_->takeSnapshot([&](const std::string& bytes) { png = bytes; });
@@ -192,7 +193,7 @@ TEST_F(WebView, LoadsRunsAndIsPicturedWithoutAWindow) {
     const auto image = display::DisplayFactory::createImage();
     image->setContent(png);
     EXPECT_EQ(image->getBounds().width, 800);  // the bounds are those of a view, which is not there
-    EXPECT_EQ(run("document.title").json, "\"Halves\"");
+    EXPECT_EQ(run("[document.title, innerWidth]").json, R"(["Halves",400])");
     // Its page survives the window.
     run("var kept = 7");
     show();
@@ -389,8 +390,9 @@ TEST_F(WebViewOfServer, RefusesWhatPagesDoNotGet) {
     view_->setPersistent(false);
     EXPECT_TRUE(logs("setPersistent was refused"));
     show();  // a page that is not visible waits with its wishes
-    run("navigator.geolocation.getCurrentPosition(() => 0)");
+    run("navigator.geolocation.getCurrentPosition(() => 0, error => document.title = error.code)");
     EXPECT_TRUE(logs("was refused its position"));
+    EXPECT_TRUE(desktop::runUntil([&] { return view_->getTitle() == "1"; }));  // denied
     run("const a = document.createElement('a'); a.download = 'b'; a.href = '/b';"
         "document.body.append(a); a.click()");
     EXPECT_TRUE(logs("/b was refused"));
