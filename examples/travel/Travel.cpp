@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "MapCard.h"
+#include "PhotoCard.h"
 #include "PlacePage.h"
 #include "look.h"
 
@@ -22,21 +23,6 @@ namespace {
 
 constexpr double kRow = 52;
 constexpr std::size_t kMostRows = 500;
-
-// What the user can do about it; the message is for developers.
-std::string describe(const ServiceFailure& failure) {
-    switch (failure.reason) {
-        case ServiceFailure::Reason::Denied:
-            return "You have not permitted this";
-        case ServiceFailure::Reason::Unavailable:
-            return "This computer cannot tell";
-        case ServiceFailure::Reason::TimedOut:
-            return "There was no answer";
-        case ServiceFailure::Reason::Failed:
-            break;
-    }
-    return "This did not work";
-}
 
 std::string describe(const Position& position) {
     std::array<char, 120> text{};
@@ -67,6 +53,7 @@ private:
         rows_->setRowHeight(kRow);
         rows_->setRowFunction([this](std::size_t row, const auto&) { return makeRow(row); });
         column_->add(rows_, {.height = 0, .grow = 1});
+        column_->add(photo_.box());
         return column_;
     }
 
@@ -75,19 +62,7 @@ private:
         const auto card = std::make_shared<Box>(
             BoxStyle{.gap = 16, .padding = Insets::all(14), .align = Align::Center});
         card->setBackground(makeBack(kCard, 12));
-        const auto button =
-            std::make_shared<Box>(BoxStyle{.justify = Justify::Center, .align = Align::Center});
-        button->setBackground(makeBack(kAccent, 10));
-        button->add(makeText("Where am I?", 14, 0xFFFFFFFF));
-        const auto element = button->getContainer()->getOrCreateAccessibilityElement();
-        element->setRole(AccessibilityRole::Button);
-        element->setLabel("Where am I?");
-        listeners_.add<events::PointerEvent>(*button->getContainer(), [this](const auto& event) {
-            if (event.phase == events::PointerPhase::Down) {
-                locate();
-            }
-            return event.phase == events::PointerPhase::Down;
-        });
+        const auto button = makeButton("Where am I?", listeners_, [this] { locate(); });
         card->add(button, {.width = 130, .height = 36});
         card->add(place_, {.width = 0, .grow = 1});
         return card;
@@ -116,7 +91,9 @@ private:
                 map_.showPosition(position);
                 showAbout(position);
             },
-            [this](const ServiceFailure& failure) { place_->setContent(describe(failure)); });
+            [this](const ServiceFailure& failure) {
+                place_->setContent(describeFailure(failure));
+            });
     }
 
     // The first position makes room for the page about it.
@@ -143,7 +120,9 @@ private:
                 rows_->setRowCount(found_.size());
                 map_.showContacts(found_);
             },
-            [this](const ServiceFailure& failure) { count_->setContent(describe(failure)); });
+            [this](const ServiceFailure& failure) {
+                count_->setContent(describeFailure(failure));
+            });
     }
 
     std::shared_ptr<DisplayObject> makeRow(std::size_t row) const {
@@ -167,6 +146,7 @@ private:
     BoxPointer column_ = std::make_shared<Box>(
         BoxStyle{.direction = Direction::Column, .gap = 14, .padding = Insets::all(24)});
     MapCard map_;
+    PhotoCard photo_;
     PlacePage about_;
     bool isAboutShown_ = false;
     std::shared_ptr<graphics::Text> place_ = makeText("Not known yet", 14, kInk, true);
