@@ -29,12 +29,12 @@ std::shared_ptr<const std::uint32_t[]> shared(std::vector<std::uint32_t> pixels)
 
 }  // namespace
 
-CGImage::CGImage(int width, int height, bool isOpaque,
-                 std::shared_ptr<const std::uint32_t[]> pixels)
+CGImage::CGImage(int width, int height, std::shared_ptr<const std::uint32_t[]> pixels)
     : width_(width),
       height_(height),
       size_{static_cast<double>(width), static_cast<double>(height)},
-      isOpaque_(isOpaque),
+      isOpaque_(true),
+      isTransient_(true),
       pixels_(std::move(pixels)) {}
 
 CGImage::CGImage(int width, int height, std::vector<std::uint32_t> pixels)
@@ -44,12 +44,12 @@ CGImage::CGImage(int width, int height, std::vector<std::uint32_t> pixels)
       isOpaque_(std::ranges::all_of(pixels, [](std::uint32_t p) { return p >> 24 == 255; })),
       pixels_(shared(std::move(pixels))) {}
 
-std::shared_ptr<const CGImage> CGImage::createOpaque(
+std::shared_ptr<const CGImage> CGImage::createTransient(
     int width, int height, std::shared_ptr<const std::uint32_t[]> pixels) {
     if (!isSensibleImageSize(width, height) || pixels == nullptr) {
         return nullptr;
     }
-    return std::shared_ptr<const CGImage>(new CGImage(width, height, true, std::move(pixels)));
+    return std::shared_ptr<const CGImage>(new CGImage(width, height, std::move(pixels)));
 }
 
 std::shared_ptr<const CGImage> CGImage::createWithPixels(int width, int height,

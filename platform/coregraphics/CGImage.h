@@ -41,9 +41,10 @@ public:
                                                            std::vector<std::uint32_t> pixels);
 
     // Refers to `width * height` words as described above, all of them with full alpha, without
-    // copying them. Nothing may change them while the image, or anything else that holds them,
-    // exists. Returns null for null, and for a size that createWithPixels refuses.
-    static std::shared_ptr<const CGImage> createOpaque(
+    // copying them: for a picture that is shown for a moment, such as one of a video. Nothing may
+    // change the words while the image, or anything else that holds them, exists. Returns null for
+    // null, and for a size that createWithPixels refuses.
+    static std::shared_ptr<const CGImage> createTransient(
         int width, int height, std::shared_ptr<const std::uint32_t[]> pixels);
 
     // The size of the picture, in pixels of its file. A JPEG of more pixels than a bitmap may have
@@ -62,6 +63,10 @@ public:
     // Whether every pixel has full alpha.
     bool isOpaque() const { return isOpaque_; }
 
+    // Whether createTransient has made it. A reduction to not less than a half is then interpolated
+    // between four pixels, which is several times as fast as the average of all.
+    bool isTransient() const { return isTransient_; }
+
     // Returns a copy in which every pixel has this color, with the opacity of the picture.
     std::shared_ptr<const CGImage> createTinted(const CGColor& color) const;
 
@@ -70,7 +75,7 @@ public:
 
 private:
     CGImage(int width, int height, std::vector<std::uint32_t> pixels);
-    CGImage(int width, int height, bool isOpaque, std::shared_ptr<const std::uint32_t[]> pixels);
+    CGImage(int width, int height, std::shared_ptr<const std::uint32_t[]> pixels);
     static std::shared_ptr<const CGImage> createReduced(int width, int height,
                                                         std::vector<std::uint32_t> pixels,
                                                         const CGSize& size);
@@ -79,6 +84,7 @@ private:
     int height_;
     CGSize size_;
     bool isOpaque_;
+    bool isTransient_ = false;
     std::shared_ptr<const std::uint32_t[]> pixels_;
 };
 

@@ -15,17 +15,18 @@ namespace orvane::platform {
 namespace {
 
 // Averages as many of the image's pixels as fall into one pixel of the canvas.
-bool setFilter(pixman_image_t* image, double perPixelX, double perPixelY) {
-    constexpr double kReducing = 1.01;
+// The average of a mild reduction is left out for an image that is shown for a moment.
+bool setFilter(pixman_image_t* image, double perPixelX, double perPixelY, bool isTransient) {
+    const double reducing = isTransient ? 2.01 : 1.01;
     constexpr double kLargestKernel = 2048;
-    if (perPixelX < kReducing && perPixelY < kReducing) {
+    if (perPixelX < reducing && perPixelY < reducing) {
         return pixman_image_set_filter(image, PIXMAN_FILTER_BILINEAR, nullptr, 0) != 0;
     }
     if (perPixelX > kLargestKernel || perPixelY > kLargestKernel) {
         return false;
     }
-    const auto kernel = [](double perPixel) {
-        return perPixel < kReducing ? PIXMAN_KERNEL_IMPULSE : PIXMAN_KERNEL_BOX;
+    const auto kernel = [reducing](double perPixel) {
+        return perPixel < reducing ? PIXMAN_KERNEL_IMPULSE : PIXMAN_KERNEL_BOX;
     };
     constexpr int kPhaseBits = 4;
     int count = 0;
@@ -66,7 +67,7 @@ ImageSource::ImageSource(const CGImage& image, const CGAffineTransform& toPixels
     PixmanImage source =
         wrapPixels(image.pixels().data(), image.width(), image.height(), image.width());
     if (source && setFilter(source.get(), std::hypot(inverse->a, inverse->c),
-                            std::hypot(inverse->b, inverse->d))) {
+                            std::hypot(inverse->b, inverse->d), image.isTransient())) {
         pixman_image_set_repeat(source.get(), PIXMAN_REPEAT_PAD);
         image_ = std::move(source);
     }

@@ -45,7 +45,7 @@ void NVideoCaptureView::setSession(std::shared_ptr<services::CameraSession> sess
             *session_, [this](const services::CameraFrameEvent& event) {
                 const services::CameraFrame& frame = event.frame;
                 view().setImage(
-                    platform::CGImage::createOpaque(frame.width, frame.height, frame.pixels));
+                    platform::CGImage::createTransient(frame.width, frame.height, frame.pixels));
             });
     }
 }
