@@ -350,6 +350,57 @@ TEST_F(NSScrollViewTest, PagesSnap) {
     EXPECT_EQ(page(), 0);
 }
 
+TEST_F(NSScrollViewTest, FlingsNeedALeastVelocity) {
+    swipe({0, 0.5}, 4);  // 50 points per second
+    EXPECT_FALSE(scroll->isScrolling());
+    swipe({0, 0.75}, 4);
+    run(3);
+    EXPECT_NEAR(y(), 2 + 3 + 75.0 / 4, 1);
+    scroll->setContentSize({700, 100});
+    scroll->setPaging(true);
+    for (const double speed : {240, 260}) {
+        scroll->setContentOffset({200, 0}, false);
+        swipe({speed / 100, 0}, 5);
+        run(2);
+        EXPECT_EQ(scroll->contentOffset().x, speed < 250 ? 200 : 400);
+    }
+}
+
+TEST_F(NSScrollViewTest, AWheelTurnsAPageWhenTheOneBeforeHasMostlyAppeared) {
+    scroll->setContentSize({1000, 100});
+    scroll->setPaging(true);
+    frame = 1.0 / 960;
+    for (const bool isEarly : {true, false}) {
+        scroll->setContentOffset({}, false);
+        wheel({48, 0});
+        while (scroll->contentOffset().x < (isEarly ? 148 : 150)) {
+            run(frame);
+        }
+        wheel({48, 0});
+        run(2);
+        EXPECT_EQ(scroll->contentOffset().x, isEarly ? 200 : 400);
+    }
+    // Parts of a notch add up, until the wheel turns back.
+    for (const auto& [delta, page] : {std::pair{40, 2}, {-24, 2}, {-24, 1}}) {
+        wheel({static_cast<double>(delta), 0});
+        run(2);
+        EXPECT_EQ(scroll->contentOffset().x, 200.0 * page);
+    }
+}
+
+TEST_F(NSScrollViewTest, ADiagonalDragMayGoInTheOtherDirection) {
+    const auto dragged = [this](CGPoint way) {
+        scroll->setContentOffset({100, 100}, false);
+        drag({100, 50}, {100 + way.x, 50 + way.y}, 1, 0.2);
+        return scroll->contentOffset();
+    };
+    EXPECT_EQ(dragged({40, -22}), (CGPoint{0, 122}));
+    EXPECT_EQ(dragged({40, -18}), (CGPoint{0, 100}));
+    scroll->setContentSize({1000, 100});
+    EXPECT_EQ(dragged({-22, 40}), (CGPoint{122, 0}));
+    EXPECT_EQ(dragged({-18, 40}), (CGPoint{100, 0}));
+}
+
 TEST_F(NSScrollViewTest, AnAnimatedOffsetKeepsTheVelocityOfTheMotionBefore) {
     scroll->setContentOffset({0, 500}, true);
     EXPECT_EQ(scroll->targetOffset().y, 500);
@@ -472,6 +523,25 @@ TEST_F(NSScrollViewTest, ThePointerOpensABarAndAClickOnItsTrackTurnsAPage) {
     pointer(NSEventType::MouseMoved, {50, 95});
     EXPECT_EQ(scroll->subviews().end()[-2]->frame(),
               (CGRect{{0, 100 - NSScroller::kBreadth}, {200, NSScroller::kBreadth}}));
+}
+
+TEST_F(NSScrollViewTest, TwoBarsLeaveTheirCornerFree) {
+    constexpr double breadth = NSScroller::kBreadth;
+    const NSView& across = *scroll->subviews().end()[-2];
+    const NSView& down = *scroll->subviews().back();
+    scroll->setContentSize({1000, 200});
+    scroll->setContentOffset({800, 100}, false);
+    run(0);
+    const double length = std::round((200 - breadth) / 5);
+    EXPECT_EQ(across.frame(), (CGRect{{200 - breadth - length, 100 - breadth}, {length, breadth}}));
+    pointer(NSEventType::MouseMoved, {195, 100 - breadth - 1});
+    EXPECT_EQ(down.frame(), (CGRect{{200 - breadth, 0}, {breadth, 100 - breadth}}));
+    pointer(NSEventType::MouseMoved, {195, 100 - breadth});
+    EXPECT_LT(down.frame().size.height, 50) << "the corner opens none";
+    EXPECT_LT(across.frame().size.width, 50);
+    drag({200 - breadth - 1, 95}, {100, 95}, 4);
+    EXPECT_NEAR(scroll->contentOffset().x, 800 - (99 - breadth) / (200 - breadth - length) * 800,
+                1e-9);
 }
 
 TEST_F(NSScrollViewTest, ScrollingPaintsOnlyWhatAppears) {

@@ -262,3 +262,25 @@ TEST_F(NSTextFieldTest, ShowsEachOfItsStates) {
     // An idle field costs nothing.
     EXPECT_FALSE(window.needsDisplay());
 }
+
+TEST_F(NSTextFieldTest, TheCaretIsShownWhereTypingInserts) {
+    const auto field = add(Kind::Line, "     ");
+    const struct {
+        bool isFocused, isEditable;
+        Range selection;
+        bool isShown;
+    } cases[] = {{true, true, {2, 2}, true},   {true, true, {2, 4}, false},
+                 {true, true, {4, 2}, false},  {true, false, {2, 2}, false},
+                 {false, true, {2, 2}, false}, {false, true, {2, 4}, false}};
+    for (const auto& each : cases) {
+        window.makeFirstResponder(each.isFocused ? field.get() : nullptr);
+        field->setEditable(each.isEditable);
+        field->setSelection(each.selection.first, each.selection.second);
+        // Spaces have no ink, and the selection has another color.
+        const auto shown = pixels();
+        EXPECT_EQ(std::ranges::count(shown, 0xFF000000U) > 0, each.isShown);
+        EXPECT_EQ(
+            std::ranges::count(shown, 0U) < 300 * 100,
+            each.isShown || (each.isFocused && each.selection.first != each.selection.second));
+    }
+}
