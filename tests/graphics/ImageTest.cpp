@@ -13,6 +13,8 @@
 #include "platform/dispatch/dispatch.h"
 #include "platform/foundation/NSData.h"
 #include "tests/graphics/painted.h"
+#include "tests/support/TemporaryFolder.h"
+#include "tests/urlsession/TestServer.h"
 
 namespace orvane::display::graphics {
 namespace {
@@ -161,6 +163,46 @@ TEST_F(ImageTest, LoadsWhatWasRequestedLast) {
     }
     EXPECT_EQ(image_->getState(), ImageState::Failed);
     EXPECT_TRUE(isEmpty());
+}
+
+// What a server allows to keep is asked for again when it is too old, and shown if nobody answers.
+TEST_F(ImageTest, KeepsPicturesOfServers) {
+    const tests::TemporaryFolder folder;
+    setenv("XDG_CACHE_HOME", folder.path().c_str(), 1);
+    string log;
+    auto server = std::make_unique<TestServer>(
+        [&](const TestServer::Request& request, TestServer::Connection& connection) {
+            const string tag = request.header("If-None-Match");
+            log += request.target + " " + tag;
+            if (tag.empty()) {
+                connection.answer(200, png_, "ETag: 1\r\nCache-Control: no-cache\r\n");
+            } else {
+                connection.answer(304, "", "Cache-Control: max-age=60\r\n");
+            }
+        });
+    const auto load = [&](const string& address) {
+        image_ = DisplayFactory::createImage();
+        image_->load(address);
+        while (image_->getState() == ImageState::Pending) {
+            platform::drainMainQueue(std::chrono::milliseconds(100));
+        }
+        EXPECT_EQ(isEmpty(), image_->getState() != ImageState::Loaded);
+        return std::exchange(log, {}) + (isEmpty() ? " failed" : " loaded");
+    };
+    const string address = server->url("/picture");
+    const string stale = server->url("/stale?a=%C3%A9%2b1+2&b=%&c#part");
+    EXPECT_EQ(load(address), "/picture  loaded");
+    EXPECT_EQ(load(address), "/picture 1 loaded");
+    EXPECT_EQ(load(address), " loaded") << "it is fresh";
+    EXPECT_EQ(load(stale), "/stale?a=%C3%A9%2B1+2&b=%25&c  loaded");
+    const string unknown = server->url("/unknown");
+    server.reset();
+    testing::internal::CaptureStderr();
+    EXPECT_EQ(load(stale), " loaded");
+    EXPECT_EQ(load(unknown), " failed");
+    const string lines = testing::internal::GetCapturedStderr();
+    EXPECT_EQ(std::ranges::count(lines, '\n'), 2) << lines;
+    unsetenv("XDG_CACHE_HOME");
 }
 
 TEST(QuartzUtilsTest, DecodesBase64FromAnOffset) {
