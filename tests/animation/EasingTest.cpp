@@ -63,6 +63,7 @@ TEST(Spring, FollowsItsEquationOfMotion) {
                  {{1, 100, 60, -2}, 8},
                  {Spring::withBounce(0.5, 0), 1},
                  {Spring::withBounce(0.5, 0.6), 2},
+                 {Spring::withBounce(0, 0), 1},  // lasts half a second
                  {{1, 100, -5, 0}, 60},
                  {{-1, 0, 2, 0}, 10},
                  {{1, 1, infinity, 0}, 60}};

@@ -65,12 +65,29 @@ TEST_F(DisplayTest, ListenersGetTheSizeAndTheWindowDeterminesTheScale) {
     EXPECT_EQ(display_->getScaleFactor(), 1);
 }
 
+TEST_F(DisplayTest, AWindowThatTheApplicationKeepsIsNoneAfterTheDisplay) {
+    const auto window = display_->getWindow();
+    EXPECT_TRUE(window->setTitle("shown"));
+    EXPECT_EQ(window_.windowHost().title(), "shown");
+    window_.setContentView(nullptr);
+    EXPECT_FALSE(window->setTitle("without a window"));
+    display_->setFocus(rect(0, 0, 1, 1, 0));
+    window_.setContentView(view_);
+    EXPECT_TRUE(window->setTitle("shown again"));
+    Display::reset();
+    display_ = Display::instance();
+    EXPECT_FALSE(window->setTitle("after the display"));
+    EXPECT_EQ(window_.windowHost().title(), "shown again");
+}
+
 TEST_F(DisplayTest, AScrollContainerClipsItsChildrenToItsBounds) {
     const auto group = DisplayFactory::createContainer();
     const auto scroll =
         DisplayFactory::createScrollContainer(graphics::ScrollContainer::Type::Vertical, true);
     EXPECT_TRUE(scroll->ownsLayer());
-    EXPECT_TRUE(DisplayFactory::createClipContainer(true)->ownsLayer());
+    const auto clip = DisplayFactory::createClipContainer(true);
+    EXPECT_TRUE(clip->ownsLayer());
+    EXPECT_FALSE(clip->as<graphics::ScrollContainer>()->isPaging());
     scroll->setBounds({40, 30, 50, 40});
     scroll->add(rect(0, 0, 200, 150, 0xFF0000FF));
     group->add(scroll);
@@ -166,6 +183,8 @@ TEST_F(DisplayTest, AnInputTextReportsWhatTheUserDoes) {
     EXPECT_EQ(input->getMaximumLength(), 6);
     EXPECT_EQ(input->getSelection().anchor, 2U);
     EXPECT_EQ(input->getSelection().caret, 6U);
+    input->setMaximumLength(0);
+    EXPECT_EQ(input->getMaximumLength(), 0) << "no limit";
 }
 
 TEST_F(DisplayTest, TheFontOfAnInputTextFollowsItsScale) {

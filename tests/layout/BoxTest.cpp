@@ -190,8 +190,8 @@ TEST_F(BoxTest, MeasuresItsNaturalSize) {
     EXPECT_EQ(row->measure(500), (geometry::Size<double>{75, 75})) << "it does not grow";
     column->add(makeRect(50, 5));
     EXPECT_EQ(row->measure(500), (geometry::Size<double>{85, 85}));
-    row->setStyle({.gap = 5, .wraps = true, .lineGap = 1});
-    EXPECT_EQ(row->measure(60), (geometry::Size<double>{50, 76}));
+    row->setStyle({.gap = 5, .padding = Insets::all(10), .wraps = true, .lineGap = 1});
+    EXPECT_EQ(row->measure(80), (geometry::Size<double>{70, 96}));
     EXPECT_EQ(makeBox({.padding = {1, 2, 3, 4}})->measure(), (geometry::Size<double>{4, 6}));
 }
 
