@@ -48,7 +48,7 @@ private:
     void add() {
         const auto into = groups_[below(static_cast<unsigned>(groups_.size()))];
         std::shared_ptr<DisplayObject> object;
-        const unsigned kind = below(5);
+        const unsigned kind = below(6);
         if (kind < 2) {
             const auto clip = DisplayFactory::createClipContainer(false);
             clip->setBounds(anyBounds());
@@ -84,7 +84,9 @@ private:
             case 1:
                 return object->translate(dx, 5);
             case 2:
-                return object->setVisible(!object->isVisible());
+                // Below a hidden group there is nothing to compare.
+                return object->setVisible(!object->isVisible() ||
+                                          (object->asContainer() != nullptr && below(4) != 0));
             case 3:
                 if (const auto clip = object->as<graphics::ClipContainer>()) {
                     clip->setBounds(bounds);
