@@ -101,6 +101,13 @@ TEST_F(RuntimeTest, DeletingRunsDueTasksAndDropsTheOthers) {
     EXPECT_EQ(token.use_count(), 1);
 }
 
+TEST_F(RuntimeTest, StopsOnceAndNotFromATask) {
+    Runtime* const runtime = Runtime::GetInstance();
+    inTask([&] { runtime->stop(); });
+    runtime->stop();
+    EXPECT_NO_THROW(runtime->stop());
+}
+
 TEST_F(RuntimeTest, ATaskCannotDeleteTheInstance) {
     Runtime* const before = Runtime::GetInstance();
     inTask([] { Runtime::DeleteInstance(); });
