@@ -188,9 +188,25 @@ TEST_F(NSTextFieldTest, ThePointerPlacesTheCaretAndSelects) {
     window.sendEvent({NSEventType::LeftMouseDragged, {-50, 300}, 7.1});
     window.sendEvent({NSEventType::LeftMouseUp, {-50, 300}, 7.2});
     EXPECT_EQ(selectionOf(*field), (Range{13, 0}));
+    // A word stays selected while the pointer adds to it.
+    click(128, 40, 9);
+    window.sendEvent({NSEventType::LeftMouseDown, {128, 40}, 9.1});
+    EXPECT_EQ(selectionOf(*field), (Range{8, 13}));
+    for (const auto& [x, selection] : {std::pair{12, Range{13, 0}}, {200, {8, 13}}}) {
+        window.sendEvent({NSEventType::LeftMouseDragged, {x + 0.0, 40}, 9.2});
+        EXPECT_EQ(selectionOf(*field), selection);
+    }
+    window.sendEvent({NSEventType::LeftMouseUp, {200, 40}, 9.3});
+    click(12, 40, 11);
+    window.sendEvent({NSEventType::LeftMouseDown, {12, 40}, 11.1});
+    window.sendEvent({NSEventType::LeftMouseDragged, {200, 40}, 11.2});
+    EXPECT_EQ(selectionOf(*field), (Range{0, 13}));
+    window.sendEvent({NSEventType::LeftMouseDragged, {12, 40}, 11.3});
+    EXPECT_EQ(selectionOf(*field), (Range{0, 3}));
+    window.sendEvent({NSEventType::LeftMouseUp, {12, 40}, 11.4});
     field->setEnabled(false);
-    click(60, 40, 9);
-    EXPECT_EQ(selectionOf(*field), (Range{13, 0}));
+    click(60, 40, 13);
+    EXPECT_EQ(selectionOf(*field), (Range{0, 3}));
 }
 
 TEST_F(NSTextFieldTest, TheCaretStaysInViewAndTheTextDoesNotLeaveTheBounds) {
@@ -282,5 +298,15 @@ TEST_F(NSTextFieldTest, TheCaretIsShownWhereTypingInserts) {
         EXPECT_EQ(
             std::ranges::count(shown, 0U) < 300 * 100,
             each.isShown || (each.isFocused && each.selection.first != each.selection.second));
+    }
+    field->setHidden(true);
+    for (const Kind kind : {Kind::Line, Kind::Multiline}) {
+        const auto other = add(kind, " ");
+        window.makeFirstResponder(other.get());
+        other->setSelection(0, 0);
+        const auto shown = pixels();
+        const auto first = std::ranges::find(shown, 0xFF000000U) - shown.begin();
+        EXPECT_EQ(first % 300, 10) << "at the left edge of the field";
+        other->setHidden(true);
     }
 }
