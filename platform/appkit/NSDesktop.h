@@ -16,6 +16,8 @@ struct NSFilePanel {
     struct Filter {
         std::string name;
         std::vector<std::string> patterns;
+
+        friend bool operator==(const Filter&, const Filter&) = default;
     };
 
     std::string title;   // empty: the desktop's own
@@ -24,6 +26,8 @@ struct NSFilePanel {
     std::vector<Filter> filters;
     bool choosesFolders = false;
     bool choosesSeveral = false;
+
+    friend bool operator==(const NSFilePanel&, const NSFilePanel&) = default;
 };
 
 // A message that the desktop shows outside the window.

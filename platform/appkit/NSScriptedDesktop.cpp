@@ -41,6 +41,7 @@ void NSScriptedDesktop::pastePicture(std::function<void(std::string)> completion
 }
 
 std::vector<std::string> NSScriptedDesktop::takeAnswer(const NSFilePanel& panel) {
+    panels_.push_back(panel);
     if (answers_.empty()) {
         NSLog("The dialog '%s' is cancelled: the script has no answer for it", panel.title.c_str());
         return {};

@@ -41,6 +41,8 @@ public:
     // ---- what the application has done ----
     // The oldest first.
     const std::vector<std::string>& openedURLs() const { return openedURLs_; }
+    // The dialogs for files that were shown, the oldest first.
+    const std::vector<NSFilePanel>& panels() const { return panels_; }
     // What is shown, the oldest first.
     std::vector<NSUserNotification> notifications() const;
 
@@ -50,10 +52,12 @@ private:
         std::function<void()> pressed;
     };
 
+    // Records the dialog as shown.
     std::vector<std::string> takeAnswer(const NSFilePanel& panel);
 
     std::deque<std::vector<std::string>> answers_;
     std::vector<std::string> openedURLs_;
+    std::vector<NSFilePanel> panels_;
     std::vector<Shown> shown_;
     NSAppearance appearance_;
 };

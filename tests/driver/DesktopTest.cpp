@@ -99,15 +99,23 @@ TEST_F(DesktopTest, AnswersComeAfterTheCallAndEndInTheLogIfTheyThrow) {
     pasteText(note);
     driver_.desktop().answerPanel({"/one", "/two"});
     driver_.desktop().answerPanel({"/three", "/four"});
-    showOpenDialog({.title = "Open", .isForSeveral = true},
+    const std::vector<FileFilter> filters{{"Pictures", {"*.png", "*.jpg"}}};
+    showOpenDialog({.title = "Open", .folder = "/in", .filters = filters, .isForSeveral = true},
                    [&](const auto& paths) { note(std::to_string(paths.size())); });
-    showSaveDialog({.name = "list.txt"}, note);
-    showOpenDialog({}, [&](const auto& paths) { note(paths.empty() ? "cancelled" : paths[0]); });
+    showSaveDialog({.title = "Save", .folder = "/out", .name = "a.png", .filters = filters}, note);
+    showOpenDialog({.isForFolders = true},
+                   [&](const auto& paths) { note(paths.empty() ? "cancelled" : paths[0]); });
     openUrl("https://example.org", [&](bool isOpen) { note(isOpen ? "open" : "not open"); });
     EXPECT_TRUE(log_.empty());
     driver_.step(0);
     EXPECT_EQ(log_, (std::vector<std::string>{"copied", picture, "", "2", "/three", "cancelled",
                                               "open"}));
+    using orvane::platform::NSFilePanel;
+    const std::vector<NSFilePanel::Filter> shown{{"Pictures", {"*.png", "*.jpg"}}};
+    EXPECT_EQ(driver_.desktop().panels(),
+              (std::vector<NSFilePanel>{{"Open", "/in", "", shown, false, true},
+                                        {"Save", "/out", "a.png", shown, false, false},
+                                        {"", "", "", {}, true, false}}));
     EXPECT_EQ(driver_.desktop().openedURLs(), std::vector<std::string>{"https://example.org"});
 }
 
