@@ -150,9 +150,10 @@ TEST_F(NSScrollViewTest, AWheelGlidesByWholeNotches) {
     run(2);
     EXPECT_FALSE(window.isAnimating());
     scroll->setContentSize({1000, 1000});
+    scroll->setContentOffset({0, 500}, false);
     wheel({0, 48}, NSEventPhase::None, kNSEventModifierShift);
     run(1);
-    EXPECT_EQ(scroll->contentOffset(), (CGPoint{48, 900}));
+    EXPECT_EQ(scroll->contentOffset(), (CGPoint{48, 500}));
 }
 
 TEST_F(NSScrollViewTest, ContentFollowsFingersAndKeepsTheirVelocity) {
@@ -414,6 +415,10 @@ TEST_F(NSScrollViewTest, AnAnimatedOffsetKeepsTheVelocityOfTheMotionBefore) {
     run(2);
     EXPECT_EQ(y(), 900);
     EXPECT_EQ(log.take(), "begin end ");
+    scroll->setContentSize({1000, 1000});
+    scroll->setContentOffset({300, 700}, true);
+    run(2);
+    EXPECT_EQ(scroll->contentOffset(), (CGPoint{300, 700}));
 }
 
 TEST_F(NSScrollViewTest, ARectangleIsMadeVisibleInAllScrollViews) {
