@@ -126,5 +126,17 @@ TEST_F(CaptureView, ForgetsASessionThatIsReplaced) {
     EXPECT_NE(pixel(22, 22), kRed);
 }
 
+TEST_F(CaptureView, MayBeDestroyedByAnotherListenerOfItsPictures) {
+    const auto session = service.start({});
+    notification::Listeners listeners;
+    listeners.add<services::CameraFrameEvent>(*session, [&](const auto&) {
+        display_->removeAll();
+        view.reset();
+    });
+    view->setSession(session);
+    camera.frame(frame(100, 100));
+    EXPECT_EQ(pixel(22, 22), 0U);
+}
+
 }  // namespace
 }  // namespace orvane::display

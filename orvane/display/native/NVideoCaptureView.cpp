@@ -41,11 +41,15 @@ void NVideoCaptureView::setSession(std::shared_ptr<services::CameraSession> sess
     view().setImage(nullptr);
     session_ = std::move(session);
     if (session_) {
+        // Another listener of the same event may destroy this object.
         listeners_.add<services::CameraFrameEvent>(
-            *session_, [this](const services::CameraFrameEvent& event) {
+            *session_,
+            [weak = std::weak_ptr(getObjectHandler())](const services::CameraFrameEvent& event) {
                 const services::CameraFrame& frame = event.frame;
-                view().setImage(
-                    platform::CGImage::createTransient(frame.width, frame.height, frame.pixels));
+                if (const auto view = std::static_pointer_cast<NSCaptureView>(weak.lock())) {
+                    view->setImage(platform::CGImage::createTransient(frame.width, frame.height,
+                                                                      frame.pixels));
+                }
             });
     }
 }
