@@ -18,6 +18,8 @@ namespace {
 constexpr std::size_t kMostLogged = 200;       // bytes of an address
 constexpr std::size_t kMostMessage = 1 << 20;  // bytes of JSON
 
+constexpr CGSize kDefaultSize{800, 600};
+
 NSWebPage::CreateEngine& engineSource() {
     static NSWebPage::CreateEngine source;
     return source;
@@ -103,6 +105,15 @@ bool NSWebPage::setDataFolder(const std::string& path) {
         dataFolder_ = path;
     }
     return !engine_;
+}
+
+CGSize NSWebPage::pageSize() const {
+    for (const CGSize size : {bounds().size, wantedSize_}) {
+        if (size.width >= 1 && size.height >= 1) {
+            return size;
+        }
+    }
+    return kDefaultSize;
 }
 
 void NSWebPage::setZoom(double zoom) {

@@ -53,6 +53,10 @@ public:
     // empty. Returns false if the engine exists already.
     bool setDataFolder(const std::string& path);
     const std::string& dataFolder() const { return dataFolder_; }
+    // Sets how large the page is while the control has no size, in points.
+    void setWantedSize(CGSize size) { wantedSize_ = size; }
+    // The size of the page: that of the control, or the wanted one, or 800 x 600.
+    CGSize pageSize() const;
     // Positive and finite.
     void setZoom(double zoom);
     double zoom() const { return zoom_; }
@@ -99,6 +103,7 @@ private:
     NSWebState state_;
     std::string dataFolder_;
     std::set<std::filesystem::path> fileFolders_;
+    CGSize wantedSize_;
     double zoom_ = 1;
     std::set<std::string> messageHandlers_;
 };

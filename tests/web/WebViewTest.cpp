@@ -192,8 +192,8 @@ TEST_F(WebView, LoadsRunsAndIsPicturedWithoutAWindow) {
     ASSERT_TRUE(desktop::runUntil([&] { return !png.empty(); }));
     const auto image = display::DisplayFactory::createImage();
     image->setContent(png);
-    EXPECT_EQ(image->getBounds().width, 800);  // the bounds are those of a view, which is not there
-    EXPECT_EQ(run("[document.title, innerWidth]").json, R"(["Halves",400])");
+    EXPECT_EQ(image->getBounds().width, 200);
+    EXPECT_EQ(run("[document.title, innerWidth]").json, R"(["Halves",100])");
     // Its page survives the window.
     run("var kept = 7");
     show();

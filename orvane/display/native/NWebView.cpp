@@ -152,11 +152,19 @@ void NWebView::load(const std::string& address, const std::string& fault) {
     });
 }
 
+// A page that is in no window has the object's size, too.
+void NWebView::wantSize() {
+    const geometry::Rect<double> bounds = getBounds();
+    page().setWantedSize({bounds.width, bounds.height});
+}
+
 void NWebView::load(const std::string& address) {
+    wantSize();
     load(address, page().load(address));
 }
 
 void NWebView::loadHtml(const std::string& html, const std::string& base) {
+    wantSize();
     load(base, page().loadHtml(html, base));
 }
 

@@ -189,6 +189,7 @@ private:
     struct State;
 
     platform::NSWebPage& page() const;
+    void wantSize();
     template <typename Event>
     void report(const Event& event);
     Call begin(services::FailureCallback failed,

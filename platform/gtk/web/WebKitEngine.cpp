@@ -20,8 +20,6 @@ namespace orvane::platform {
 namespace {
 
 constexpr std::size_t kMostTitle = 1000;  // bytes
-// Of a page whose control has no size yet.
-constexpr CGSize kFirstSize{800, 600};
 
 std::string textOf(const char* text) {
     return text != nullptr ? text : "";
@@ -240,14 +238,14 @@ void WebKitEngine::decide(WebKitPolicyDecision* decision, WebKitPolicyDecisionTy
 
 // ---- loads ----
 
+// Lays the view out where no window does it.
 void WebKitEngine::giveSize() {
     auto* const widget = GTK_WIDGET(view_);
-    if (gtk_widget_get_parent(widget) == nullptr && gtk_widget_get_width(widget) == 0) {
-        CGSize size = page_.bounds().size;
-        if (!(size.width >= 1 && size.height >= 1)) {
-            size = kFirstSize;
-        }
-        gtk_widget_allocate(widget, toExtent(size.width), toExtent(size.height), -1, nullptr);
+    const int width = toExtent(page_.pageSize().width);
+    const int height = toExtent(page_.pageSize().height);
+    if (gtk_widget_get_parent(widget) == nullptr &&
+        (gtk_widget_get_width(widget) != width || gtk_widget_get_height(widget) != height)) {
+        gtk_widget_allocate(widget, width, height, -1, nullptr);
     }
 }
 
