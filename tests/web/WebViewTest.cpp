@@ -71,6 +71,14 @@ protected:
         listeners_.add<NWebView::CrashEvent>(*view_, [this](const auto&) { log_ += "crash "; });
     }
 
+    void SetUp() override {
+        static const bool hasSandbox =
+            std::system("bwrap --unshare-all --ro-bind / / --dev /dev --proc /proc true") == 0;
+        if (!hasSandbox && std::getenv("ORVANE_TEST_WITHOUT_ENGINE") == nullptr) {
+            GTEST_SKIP() << "this machine forbids the sandbox of the pages' processes";
+        }
+    }
+
     void show() {
         display::Display::instance()->add(view_);
         window_.show();
