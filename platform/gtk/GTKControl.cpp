@@ -12,6 +12,7 @@
 #include "platform/foundation/LibraryFunctions.h"
 #include "platform/foundation/NSLog.h"
 #include "platform/foundation/runtimeLibrary.h"
+#include "platform/gtk/GTKRenderer.h"
 #include "platform/gtk/GTKTextField.h"
 #include "platform/gtk/GTKWrappers.h"
 
@@ -98,6 +99,10 @@ bool GTKControl::isRegistered(const NSView& view) {
 
 bool GTKControl::isKindRegistered(std::string_view kind) {
     return find(kind) != nullptr;
+}
+
+bool GTKControl::hasHardwareGL() {
+    return platform::hasHardwareGL(*gdk_display_get_default());
 }
 
 std::unique_ptr<GTKControl> GTKControl::create(NSView& view) {

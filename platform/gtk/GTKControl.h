@@ -50,6 +50,9 @@ public:
     static bool isRegistered(const NSView& view);
     // Whether a kind has widgets. Opens the library that has them, if there is one.
     static bool isKindRegistered(std::string_view kind);
+    // Whether a GPU executes GL for the program's windows. Where a software rasterizer would, or
+    // nothing, widgets that could use GL should not.
+    static bool hasHardwareGL();
     // Creates the widget for a view, which must outlive it. Returns null for a view that is not a
     // control, and for a control of a kind without widgets.
     static std::unique_ptr<GTKControl> create(NSView& view);

@@ -2,8 +2,6 @@
 
 #include <gdk/gdk.h>
 
-#include "orvane/commons/Export.h"
-
 namespace Gtk {
 class Widget;
 }
@@ -15,7 +13,7 @@ enum class GTKRendererKind { Processor, GPU };
 
 // Whether a GPU executes GL on a display. The first call may create a context. False if there is no
 // GL, or a software rasterizer.
-ORVANE_EXPORT bool hasHardwareGL(GdkDisplay& display);
+bool hasHardwareGL(GdkDisplay& display);
 
 // Returns the renderer of the window that a realized widget is in.
 GTKRendererKind rendererKind(Gtk::Widget& widget);

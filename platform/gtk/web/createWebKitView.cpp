@@ -4,7 +4,7 @@
 
 #include <map>
 
-#include "platform/gtk/GTKRenderer.h"
+#include "platform/gtk/GTKControl.h"
 
 namespace orvane::platform {
 
@@ -36,7 +36,7 @@ WebKitSettings* createSettings() {
     webkit_settings_set_enable_encrypted_media(settings, FALSE);
     webkit_settings_set_media_playback_requires_user_gesture(settings, TRUE);
     // With a rasterizer for GL, WebKit leaves old pictures on screen and loses presses.
-    if (!hasHardwareGL(*gdk_display_get_default())) {
+    if (!GTKControl::hasHardwareGL()) {
         webkit_settings_set_hardware_acceleration_policy(settings,
                                                          WEBKIT_HARDWARE_ACCELERATION_POLICY_NEVER);
         webkit_settings_set_enable_webgl(settings, FALSE);
