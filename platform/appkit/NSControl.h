@@ -17,6 +17,9 @@ public:
     // The name under which a window finds the widget for the control, for example with
     // GTKControl::registerKind. Must be constant; the text must outlive the control.
     virtual std::string_view controlKind() const = 0;
+    // Whether the control gets the keys that its widget has not handled. False for a control whose
+    // widget does everything that the control does without one. Must be constant.
+    virtual bool takesKeysOfWidget() const { return false; }
     bool paints() const override { return true; }
     bool isFlipped() const override { return true; }
 

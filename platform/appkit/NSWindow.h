@@ -166,7 +166,8 @@ protected:
     virtual void didChangeCursor();
 
     // Delivers a key that the widget of the first responder has refused: to its superviews only if
-    // the window shows it natively, otherwise like sendEvent. Returns whether a view handled it.
+    // the window shows it natively (but see NSControl::takesKeysOfWidget), otherwise like
+    // sendEvent. Returns whether a view handled it.
     bool sendUnhandledKey(const NSEvent& event);
 
     // Must be called when backingScaleFactor() or contentSize() changed. Adapts the backing stores;

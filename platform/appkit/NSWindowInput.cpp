@@ -1,5 +1,6 @@
 #include "platform/appkit/NSWindowInput.h"
 
+#include "platform/appkit/NSControl.h"
 #include "platform/appkit/NSDrop.h"
 #include "platform/appkit/NSEvent.h"
 #include "platform/appkit/NSView.h"
@@ -127,7 +128,10 @@ bool NSWindowInput::sendUnhandledKey(const NSEvent& event) {
     if (first == nullptr) {
         return NSResponders::sendKey(contentView_.get(), event);
     }
-    return NSResponders::sendKey(window_.showsNatively(*first) ? first->superview() : first, event);
+    const auto* const control = dynamic_cast<const NSControl*>(first);
+    const bool isWidgets =
+        window_.showsNatively(*first) && (control == nullptr || !control->takesKeysOfWidget());
+    return NSResponders::sendKey(isWidgets ? first->superview() : first, event);
 }
 
 void NSWindowInput::takeKeyboardFromHiddenView() {

@@ -22,8 +22,6 @@ using Place = display::geometry::Point<double>;
 
 namespace {
 
-// Where there is no tile.
-constexpr CGColor kGround{0.9, 0.915, 0.925, 1};
 // How much a notch of the wheel zooms, and a point of the fingers' way on a touchpad.
 constexpr double kNotchLevels = 0.5;
 constexpr double kFingerLevels = 0.01;

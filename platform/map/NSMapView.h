@@ -8,6 +8,7 @@
 
 #include "orvane/display/geometry/Coordinate.h"
 #include "platform/appkit/NSControl.h"
+#include "platform/coregraphics/CGColor.h"
 #include "platform/map/NSMapCamera.h"
 #include "platform/map/NSMapTiles.h"
 
@@ -32,6 +33,8 @@ public:
     using Coordinate = display::geometry::Coordinate;
 
     static constexpr std::string_view kKind = "Map";
+    // The color where there is no tile.
+    static constexpr CGColor kGround{230.0 / 255, 234.0 / 255, 236.0 / 255, 1};
 
     // The steps of a movement. Every Began is followed by an Ended.
     enum class Phase {
@@ -53,6 +56,7 @@ public:
     ~NSMapView() override;
 
     std::string_view controlKind() const override { return kKind; }
+    bool takesKeysOfWidget() const override { return true; }
     // Replaces all handlers.
     void setHandlers(Handlers handlers) { handlers_ = std::move(handlers); }
     // Puts a view in front of the map and behind the attribution. It has the size of the map.

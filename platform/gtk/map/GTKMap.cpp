@@ -9,21 +9,43 @@
 
 namespace orvane::platform {
 
-GTKMap::GTKMap(NSMapView& view) : view_(view), map_(shumate_map_new()) {
+GTKMap::Ground::Ground(GtkWidget* map) : Glib::ObjectBase("OrvaneMap"), map_(map) {
+    gtk_widget_set_parent(map_, gobj());
+    set_focusable(true);
+    set_overflow(Gtk::Overflow::HIDDEN);
+}
+
+GTKMap::Ground::~Ground() {
+    gtk_widget_unparent(map_);
+}
+
+void GTKMap::Ground::measure_vfunc(Gtk::Orientation, int, int& minimum, int& natural,
+                                   int& minimumBaseline, int& naturalBaseline) const {
+    minimum = natural = 0;
+    minimumBaseline = naturalBaseline = -1;
+}
+
+void GTKMap::Ground::size_allocate_vfunc(int width, int height, int) {
+    gtk_widget_allocate(map_, width, height, -1, nullptr);
+}
+
+void GTKMap::Ground::snapshot_vfunc(const Glib::RefPtr<Gtk::Snapshot>& snapshot) {
+    constexpr CGColor kColor = NSMapView::kGround;
+    const GdkRGBA color = {static_cast<float>(kColor.red), static_cast<float>(kColor.green),
+                           static_cast<float>(kColor.blue), 1};
+    const graphene_rect_t bounds = {
+        {0, 0}, {static_cast<float>(get_width()), static_cast<float>(get_height())}};
+    gtk_snapshot_append_color(snapshot->gobj(), &color, &bounds);
+    gtk_widget_snapshot_child(gobj(), map_, snapshot->gobj());
+}
+
+GTKMap::GTKMap(NSMapView& view) : view_(view), map_(shumate_map_new()), ground_(GTK_WIDGET(map_)) {
     ShumateViewport* const viewport = shumate_map_get_viewport(map_);
     // The control has the limits.
     shumate_viewport_set_min_zoom_level(viewport, 0);
     shumate_viewport_set_max_zoom_level(viewport, NSMapTiles::kMostZoom + 1);
-    GtkWidget* const widget = GTK_WIDGET(map_);
-    gtk_widget_set_hexpand(widget, TRUE);
-    gtk_widget_set_vexpand(widget, TRUE);
-    gtk_widget_set_focusable(widget, FALSE);
-    gtk_widget_set_can_focus(widget, FALSE);
-    gtk_widget_set_can_target(widget, FALSE);
-    gtk_box_append(box_.gobj(), widget);
-    // The box has the keyboard; it leaves all keys to the control.
-    box_.set_focusable(true);
-    box_.set_overflow(Gtk::Overflow::HIDDEN);
+    gtk_widget_set_can_focus(GTK_WIDGET(map_), FALSE);
+    gtk_widget_set_can_target(GTK_WIDGET(map_), FALSE);
 }
 
 GTKMap::~GTKMap() = default;
@@ -39,8 +61,8 @@ void GTKMap::stateDidChange() {
     shumate_location_set_location(SHUMATE_LOCATION(viewport), center.latitude, center.longitude);
     if (label_ != view_.accessibilityLabel()) {
         label_ = view_.accessibilityLabel();
-        gtk_accessible_update_property(GTK_ACCESSIBLE(box_.gobj()), GTK_ACCESSIBLE_PROPERTY_LABEL,
-                                       label_.c_str(), -1);
+        gtk_accessible_update_property(GTK_ACCESSIBLE(ground_.gobj()),
+                                       GTK_ACCESSIBLE_PROPERTY_LABEL, label_.c_str(), -1);
     }
 }
 

@@ -4,8 +4,8 @@
 
 #include <utility>
 
-#include "platform/coregraphics/CGImage.h"
 #include "platform/gtk/map/TileLoader.h"
+#include "platform/gtk/map/TilePaintable.h"
 
 namespace orvane::platform {
 
@@ -24,21 +24,6 @@ struct TileSource {
 };
 
 GObjectClass* parentClass = nullptr;
-
-// The texture shares the pixels.
-GdkTexture* textureOf(const std::shared_ptr<const CGImage>& image) {
-    const auto pixels = image->pixels();
-    using Owner = std::shared_ptr<const CGImage>;
-    GBytes* const bytes = g_bytes_new_with_free_func(
-        pixels.data(), pixels.size_bytes(),
-        [](gpointer owner) { delete static_cast<Owner*>(owner); }, new Owner(image));
-    // Words of premultiplied alpha, red, green and blue.
-    GdkTexture* const texture =
-        gdk_memory_texture_new(image->width(), image->height(), GDK_MEMORY_DEFAULT, bytes,
-                               static_cast<gsize>(image->width()) * sizeof(std::uint32_t));
-    g_bytes_unref(bytes);
-    return texture;
-}
 
 void fillTile(ShumateMapSource* source, ShumateTile* tile, GCancellable* cancellable,
               GAsyncReadyCallback callback, gpointer userData) {
@@ -60,9 +45,9 @@ void fillTile(ShumateMapSource* source, ShumateTile* tile, GCancellable* cancell
             return;
         }
         if (result.image) {
-            GdkTexture* const texture = textureOf(result.image);
-            shumate_tile_set_paintable(filled, GDK_PAINTABLE(texture));
-            g_object_unref(texture);
+            GdkPaintable* const paintable = createTilePaintable(result.image);
+            shumate_tile_set_paintable(filled, paintable);
+            g_object_unref(paintable);
         }
         shumate_tile_set_state(filled, SHUMATE_STATE_DONE);
         if (!result.failure.empty()) {
