@@ -1,8 +1,10 @@
 #pragma once
 
+#include <cstddef>
 #include <memory>
 #include <span>
 #include <string>
+#include <tuple>
 
 #include "orvane/commons/Export.h"
 
@@ -16,7 +18,9 @@ struct NSMapTile {
     int x = 0;
     int y = 0;
 
-    friend auto operator<=>(const NSMapTile&, const NSMapTile&) = default;
+    friend constexpr bool operator<(const NSMapTile& a, const NSMapTile& b) {
+        return std::tie(a.zoom, a.x, a.y) < std::tie(b.zoom, b.x, b.y);
+    }
 };
 
 // A tile has no more bytes, and its picture no longer side in pixels.

@@ -88,7 +88,7 @@ void UIMapControl::init() {
     add(markerGroup_);
     const std::weak_ptr<DisplayObject> weak = shared_from_this();
     // Runs a function of this object, if it still exists.
-    const auto guarded = [this, weak](const auto& function) {
+    const auto guarded = [weak](const auto& function) {
         if (const auto self = weak.lock()) {
             commons::guardedCall("exception of a listener for a map", function);
         }
