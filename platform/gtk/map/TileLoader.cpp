@@ -2,14 +2,20 @@
 
 #include <filesystem>
 #include <system_error>
+#include <utility>
 
 #include "platform/dispatch/dispatch.h"
 #include "platform/gtk/map/MBTilesFile.h"
-#include "platform/gtk/map/ServerLoader.h"
+#include "platform/gtk/map/readFromServer.h"
 
 namespace orvane::platform {
 
 namespace {
+
+// Pictures are decoded one at a time, while another one is read.
+constexpr std::size_t kMostFiles = 2;
+// As many requests to one server at a time as web browsers send.
+constexpr std::size_t kMostRequests = 6;
 
 constexpr const char* kDamaged = "a tile is no picture in PNG, JPEG or WebP, or is too large";
 
@@ -17,53 +23,69 @@ TileLoader::Result resultOf(const NSMapTilePicture& picture) {
     return {picture.image, picture.isDamaged ? kDamaged : ""};
 }
 
-// Loads tiles with a function that blocks, and is called on background threads.
-class BlockingLoader final : public TileLoader {
-public:
-    using Read = std::function<Result(const NSMapTile& tile)>;
+TileLoader::Read readFromFolder(const std::string& folder) {
+    return [folder](const NSMapTile& tile, const TileLoader::Done& done) {
+        std::error_code error;
+        if (std::filesystem::is_directory(folder, error)) {
+            done(resultOf(readTileFile(folder, tile)));
+        } else {
+            done({nullptr, "there is no such folder"});
+        }
+    };
+}
 
-    explicit BlockingLoader(Read read) : read_(std::move(read)) {}
-
-    void load(const NSMapTile& tile, std::function<bool()>, Done done) override {
-        dispatchBackgroundAsync([read = read_, tile, done = std::move(done)] {
-            dispatchMainAsync([done, result = read(tile)] { done(result); });
-        });
-    }
-
-private:
-    Read read_;
-};
+TileLoader::Read readFromDatabase(const std::string& path) {
+    return [file = std::make_shared<MBTilesFile>(path)](const NSMapTile& tile,
+                                                        const TileLoader::Done& done) {
+        const MBTilesFile::Tile found = file->read(tile);
+        if (!found.failure.empty() || found.bytes.empty()) {
+            done({nullptr, found.failure});
+        } else {
+            const auto image = decodeTile(found.bytes);
+            done(resultOf({image, !image}));
+        }
+    };
+}
 
 }  // namespace
 
 std::shared_ptr<TileLoader> TileLoader::create(const NSMapTiles& tiles) {
     switch (tiles.kind) {
         case NSMapTiles::Kind::None:
-            return nullptr;
-        case NSMapTiles::Kind::Server:
-            return std::make_shared<ServerLoader>(tiles);
-        case NSMapTiles::Kind::Folder:
-            return std::make_shared<BlockingLoader>(
-                [folder = tiles.location](const NSMapTile& tile) {
-                    std::error_code error;
-                    if (!std::filesystem::is_directory(folder, error)) {
-                        return Result{nullptr, "there is no such folder"};
-                    }
-                    return resultOf(readTileFile(folder, tile));
-                });
-        case NSMapTiles::Kind::MBTiles:
             break;
+        case NSMapTiles::Kind::Server:
+            return std::make_shared<TileLoader>(readFromServer(tiles), kMostRequests);
+        case NSMapTiles::Kind::Folder:
+            return std::make_shared<TileLoader>(readFromFolder(tiles.location), kMostFiles);
+        case NSMapTiles::Kind::MBTiles:
+            return std::make_shared<TileLoader>(readFromDatabase(tiles.location), kMostFiles);
     }
-    // Opened by the first tile, in the background.
-    return std::make_shared<BlockingLoader>(
-        [file = std::make_shared<MBTilesFile>(tiles.location)](const NSMapTile& tile) {
-            const MBTilesFile::Tile found = file->read(tile);
-            if (!found.failure.empty() || found.bytes.empty()) {
-                return Result{nullptr, found.failure};
-            }
-            auto image = decodeTile(found.bytes);
-            return resultOf({image, !image});
+    return nullptr;
+}
+
+void TileLoader::load(const NSMapTile& tile, std::function<bool()> isWanted, Done done) {
+    waiting_.push_back({tile, std::move(isWanted), std::move(done)});
+    dispatchMainAsync([self = shared_from_this()] { self->loadNext(); });
+}
+
+void TileLoader::loadNext() {
+    while (running_ < mostAtATime_ && !waiting_.empty()) {
+        const Waiting next = std::move(waiting_.front());
+        waiting_.pop_front();
+        next.isWanted() ? begin(next) : next.done({});
+    }
+}
+
+void TileLoader::begin(const Waiting& next) {
+    ++running_;
+    const Done finish = [self = shared_from_this(), done = next.done](const Result& result) {
+        dispatchMainAsync([self, done, result] {
+            --self->running_;
+            self->loadNext();
+            done(result);
         });
+    };
+    dispatchBackgroundAsync([read = read_, tile = next.tile, finish] { read(tile, finish); });
 }
 
 }  // namespace orvane::platform
