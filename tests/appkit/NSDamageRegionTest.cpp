@@ -84,6 +84,15 @@ TEST(NSDamageRegion, CoversAllThatWasAddedAndLittleElse) {
     }
 }
 
+TEST(NSDamageRegion, WhatJoinsTwoRectanglesMergesAllThree) {
+    const NSBackingRect first{0, 0, 10, 10};
+    const NSBackingRect second{22, 0, 30, 30};
+    const NSBackingRect bounds{0, 0, 99, 99};
+    EXPECT_EQ(merged({first, second}, bounds).size(), 2U);
+    EXPECT_EQ(merged({first, second, {10, 20, 28, 30}}, bounds),
+              (std::vector<NSBackingRect>{{0, 0, 30, 30}}));
+}
+
 TEST(NSDamageRegion, DamageEverywhereBecomesFewRectangles) {
     const NSBackingRect screen{0, 0, 1920, 1080};
     EXPECT_LE(merged(anyRects(10000, screen, 40), screen).size(), 4U);

@@ -456,6 +456,17 @@ TEST_F(NSScrollViewTest, ContentThatChangesWhileItMovesKeepsThePlace) {
     run(frame);
     EXPECT_EQ(y(), 50);
     EXPECT_FALSE(scroll->isScrolling());
+    // On its way to a place that is no longer there, it goes on from where it is.
+    scroll->setContentSize({200, 1000});
+    scroll->setContentOffset({}, false);
+    scroll->setContentOffset({0, 900}, true);
+    run(0.1);
+    const double onItsWay = y();
+    scroll->setContentSize({200, 800});
+    run(frame);
+    EXPECT_NEAR(y(), onItsWay, 100);
+    run(2);
+    EXPECT_EQ(y(), 700);
 }
 
 TEST_F(NSScrollViewTest, BadNumbersAreRefusedWithOneLine) {
@@ -571,7 +582,9 @@ TEST_F(NSScrollViewTest, AViewThatLeavesTheWindowComesToRest) {
     pointer(NSEventType::LeftMouseDown, {100, 90});
     pointer(NSEventType::LeftMouseDragged, {100, 50});
     EXPECT_TRUE(scroll->isScrolling());
+    EXPECT_NE(scroll->documentView()->backingStore(), nullptr);
     scroll->removeFromSuperviewWithoutNeedingDisplay();
+    EXPECT_EQ(scroll->documentView()->backingStore(), nullptr) << "pixels that nobody sees";
     EXPECT_FALSE(scroll->isScrolling());
     pointer(NSEventType::LeftMouseUp, {100, 10});
     EXPECT_EQ(log.take(), "begin end ");

@@ -304,9 +304,13 @@ TEST_F(NSTextFieldTest, TheCaretIsShownWhereTypingInserts) {
         const auto other = add(kind, " ");
         window.makeFirstResponder(other.get());
         other->setSelection(0, 0);
-        const auto shown = pixels();
-        const auto first = std::ranges::find(shown, 0xFF000000U) - shown.begin();
-        EXPECT_EQ(first % 300, 10) << "at the left edge of the field";
+        const auto withCaret = pixels();
+        const auto caret = std::ranges::find(withCaret, 0xFF000000U) - withCaret.begin();
+        EXPECT_EQ(caret % 300, 10) << "at the left edge of the field";
+        other->setSelection(0, 1);
+        const auto selected = pixels();
+        const auto first = std::ranges::find_if(selected, [](auto pixel) { return pixel != 0; });
+        EXPECT_EQ((first - selected.begin()) % 300, 10);
         other->setHidden(true);
     }
 }
