@@ -5,7 +5,10 @@
 
 #include <memory>
 #include <string>
+#include <utility>
+#include <vector>
 
+#include "orvane/embedding/Accessibility.h"
 #include "orvane/orvane.h"
 #include "platform/dispatch/dispatch.h"
 #include "platform/offscreen/OffscreenWindow.h"
@@ -49,6 +52,42 @@ TEST(Session, EndsWhileATaskWaitsForAnAnswerAndThenForTheMainThread) {
     EXPECT_FALSE(isAnswered);
     EXPECT_TRUE(ranOnMainThread);
     EXPECT_EQ(window.contentView(), nullptr);
+}
+
+TEST(Accessibility, DescribesWhatIsShown) {
+    using namespace orvane::display;
+    using Role = orvane::platform::NSAccessibilityRole;
+    const TemporaryUser user;
+    OffscreenWindow window({80, 60}, 1);
+    const Session session(window, "/nowhere");
+    EXPECT_EQ(orvane::system::getResourceDirectory(), "/nowhere") << "unless the host has another";
+    const auto add = [](const std::shared_ptr<DisplayObject>& object, const std::string& label) {
+        Display::instance()->add(object);
+        if (!label.empty()) {
+            object->getOrCreateAccessibilityElement()->setLabel(label);
+        }
+    };
+    const auto text = DisplayFactory::createText(false);
+    text->setContent("content");
+    const auto button = DisplayFactory::createContainer();
+    const auto inButton = DisplayFactory::createText(false);
+    inButton->setContent("Press");
+    button->add(inButton);
+    button->getOrCreateAccessibilityElement()->setRole(AccessibilityRole::Button);
+    add(text, "");
+    add(button, "");
+    add(DisplayFactory::createRect(), "picture");
+    add(DisplayFactory::createRect(), "");
+    add(DisplayFactory::createContainer(), "group");
+    std::vector<std::pair<Role, std::string>> shown;
+    for (const auto& element : orvane::embedding::Accessibility(*Display::instance()).elements()) {
+        shown.emplace_back(element.role, element.label);
+    }
+    EXPECT_EQ(shown, (std::vector<std::pair<Role, std::string>>{{Role::Text, "content"},
+                                                                {Role::Button, "Press"},
+                                                                {Role::Image, "picture"},
+                                                                {Role::Group, "group"}}));
+    Display::instance()->removeAll();
 }
 
 }  // namespace

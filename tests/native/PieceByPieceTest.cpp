@@ -154,7 +154,9 @@ protected:
         } else if (oneIn(2)) {
             drawable->setBlur(oneIn(3) ? 0 : any(0, 12));
         } else {
-            drawable->setShadow({any(-9, 9), any(-9, 9), any(0, 15), anyColor()});
+            const Shadow shadow{any(-9, 9), any(-9, 9), any(0, 15), anyColor()};
+            drawable->setShadow(shadow);
+            EXPECT_EQ(drawable->getShadow(), shadow);
         }
     }
 
