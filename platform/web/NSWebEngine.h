@@ -46,8 +46,8 @@ struct NSWebScriptResult {
 };
 
 // Loads and runs a page. It is that of the desktop's library; the page owns it. What it reports, it
-// reports to the page (NSWebPage), and never during a call. Callbacks are called once, unless the
-// engine is destroyed before. Main thread only.
+// reports to the page (NSWebPage); only changes of the state may come during a call. Callbacks are
+// called once, unless the engine is destroyed before. Main thread only.
 class ORVANE_EXPORT NSWebEngine {
 public:
     NSWebEngine() = default;

@@ -32,7 +32,7 @@ public:
             loadChanged;
         // A message of the page for one of the handlers that were added, as JSON.
         std::function<void(const std::string& name, const std::string& json)> messageReceived;
-        // The process that ran the page has ended by itself.
+        // The process that ran the page has ended unexpectedly.
         std::function<void(const std::string& message)> processEnded;
     };
     using CreateEngine = std::function<std::unique_ptr<NSWebEngine>(NSWebPage& page)>;

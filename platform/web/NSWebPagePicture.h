@@ -7,7 +7,7 @@ namespace orvane::platform {
 class CGContext;
 struct NSWebState;
 
-// Paints what stands for a page where the desktop cannot show it: a sheet with a globe, the title
+// Paints the likeness of a page, where the desktop cannot show it: a sheet with a globe, the title
 // and the address.
 void drawWebPage(CGContext& canvas, const CGRect& bounds, const NSWebState& state);
 

@@ -42,6 +42,7 @@ struct NWebView::State {
     std::map<std::string, std::function<void(const Message&)>> messageHandlers = {};
     std::vector<std::weak_ptr<services::ServiceCall>> calls = {};  // some may be over
     Call search = {};
+    bool isChangePending = false;  // a ChangeEvent follows
 };
 
 class NWebView::Layer final : public NativeLayer {
@@ -84,9 +85,17 @@ void NWebView::init() {
         std::weak_ptr<NWebView>(std::dynamic_pointer_cast<NWebView>(shared_from_this()));
     NSWebPage::Handlers handlers;
     handlers.stateChanged = [weak] {
-        if (const auto self = weak.lock()) {
-            self->report(ChangeEvent());
+        // Some changes happen during a call.
+        const auto self = weak.lock();
+        if (!self || std::exchange(self->state_->isChangePending, true)) {
+            return;
         }
+        platform::dispatchMainAsync([weak] {
+            if (const auto changed = weak.lock()) {
+                changed->state_->isChangePending = false;
+                changed->report(ChangeEvent());
+            }
+        });
     };
     handlers.loadChanged = [weak](platform::NSWebLoadPhase phase, const std::string& address,
                                   const std::string& message) {

@@ -40,8 +40,8 @@ class ORVANE_EXPORT NWebView : public virtual graphics::SizedObject<DisplayObjec
                                public virtual NativeObject {
 public:
     // One of the properties of the page has changed: title, address, progress, whether it is
-    // loading, or whether there is a page before or after it. The title often follows the end of
-    // the load.
+    // loading, or whether there is a page before or after it. Several changes may have one event.
+    // The title often follows the end of the load.
     struct ChangeEvent {
         using listener_type = notification::Listener<DisplayObject, ChangeEvent, void>;
     };
@@ -63,7 +63,7 @@ public:
         // Why the load has failed.
         std::optional<services::ServiceFailure> failure = {};
     };
-    // The process that ran the page has ended by itself; reload() starts another one.
+    // The process that ran the page has ended unexpectedly; reload() starts another one.
     struct CrashEvent {
         using listener_type = notification::Listener<DisplayObject, CrashEvent, void>;
 

@@ -54,7 +54,7 @@ private:
     bool allows(WebKitNavigationAction* action, bool opensWindow);
     void found(std::size_t count);
 
-    // Whatever calls the page may destroy the engine, and returns then.
+    // A call of the page may destroy the engine. What calls it does not go on afterwards.
     NSWebPage& page_;
     WebKitWebView* view_;
     GCancellable* cancellable_ = g_cancellable_new();
