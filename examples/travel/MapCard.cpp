@@ -118,8 +118,12 @@ void MapCard::showPosition(const Position& position) {
 }
 
 void MapCard::showContacts(const std::vector<Contact>& contacts) {
+    const auto user = map_->getMarker(user_);
     pins_.clear();
     map_->clearMarkers();
+    if (user) {
+        map_->setMarker(user_, *user);
+    }
     map_->removePath(way_);
     std::vector<Coordinate> places;
     for (const Contact& contact : contacts) {
