@@ -86,8 +86,14 @@ protected:
             request, [this] { isRecorded = true; },
             [this](const ServiceFailure& given) { failure = given; });
     }
-    // Returns once the session has sent some more pictures.
+    // Returns once the session has sent some more pictures to a recording that was asked for. What
+    // is asked of cameras is done in order, so the recording has begun when a later session has
+    // failed.
     void receivePictures() {
+        bool hasFailed = false;
+        const auto other = service->start({.camera = "none"}, {},
+                                          [&](const ServiceFailure&) { hasFailed = true; });
+        waitFor([&] { return hasFailed; });
         int count = 0;
         notification::Listeners listeners;
         listeners.add<CameraFrameEvent>(*session, [&](const auto&) { ++count; });
