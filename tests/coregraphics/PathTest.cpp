@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <array>
 #include <cmath>
 
 #include "platform/coregraphics/CGRecordingContext.h"
@@ -23,6 +25,34 @@ TEST(Path, BoundingBoxIgnoresControlPoints) {
     EXPECT_EQ(path.getPathBoundingBox(), std::nullopt);
     EXPECT_EQ(rectPath(NAN, 0, 1, 1).getPathBoundingBox(), std::nullopt);
     EXPECT_EQ(rectPath(4, 6, -3, -4).getPathBoundingBox(), (CGRect{{1, 2}, {3, 4}}));
+}
+
+TEST(Path, TheBoundingBoxOfACurveIsThatOfItsPoints) {
+    const std::array<double, 4> x{3, -20, 60, 12};
+    const std::array<double, 4> y{7, 90, -50, 11};
+    const auto at = [](double t, std::array<double, 4> p) {
+        for (std::size_t count = 3; count > 0; --count) {
+            for (std::size_t i = 0; i < count; ++i) {
+                p[i] = std::lerp(p[i], p[i + 1], t);
+            }
+        }
+        return p[0];
+    };
+    CGPoint least{INFINITY, INFINITY};
+    CGPoint most{-INFINITY, -INFINITY};
+    for (int i = 0; i <= 10000; ++i) {
+        const CGPoint point{at(i / 1e4, x), at(i / 1e4, y)};
+        least = {std::min(least.x, point.x), std::min(least.y, point.y)};
+        most = {std::max(most.x, point.x), std::max(most.y, point.y)};
+    }
+    CGPath path;
+    path.moveToPoint(x[0], y[0]);
+    path.addCurveToPoint(x[1], y[1], x[2], y[2], x[3], y[3]);
+    const CGRect box = path.getPathBoundingBox().value();
+    EXPECT_NEAR(box.origin.x, least.x, 1e-5);
+    EXPECT_NEAR(box.origin.y, least.y, 1e-5);
+    EXPECT_NEAR(box.size.width, most.x - least.x, 1e-5);
+    EXPECT_NEAR(box.size.height, most.y - least.y, 1e-5);
 }
 
 TEST(Path, ContinuesSubpathsLikeTheInterface) {
