@@ -15,9 +15,9 @@ graphene_rect_t toPoints(const NSBackingRect& rect, double pixelsPerPoint) {
             {static_cast<float>(points.size.width), static_cast<float>(points.size.height)}};
 }
 
-void appendNode(const GskRenderNodePointer& node, const Glib::RefPtr<Gtk::Snapshot>& snapshot) {
+void appendNode(const GskRenderNodePointer& node, GtkSnapshot* snapshot) {
     if (node) {
-        gtk_snapshot_append_node(snapshot->gobj(), node.get());
+        gtk_snapshot_append_node(snapshot, node.get());
     }
 }
 
@@ -72,7 +72,7 @@ void GTKPicture::show(std::shared_ptr<const std::uint32_t[]> pixels, const NSBac
     cairo_destroy(canvas);
 }
 
-void GTKPicture::append(const Glib::RefPtr<Gtk::Snapshot>& snapshot) const {
+void GTKPicture::append(GtkSnapshot* snapshot) const {
     appendNode(node_, snapshot);
 }
 
@@ -98,7 +98,7 @@ void GTKDamage::set(std::span<const NSBackingRect> rects, double pixelsPerPoint)
     node_ = wrap(groups);
 }
 
-void GTKDamage::append(const Glib::RefPtr<Gtk::Snapshot>& snapshot) const {
+void GTKDamage::append(GtkSnapshot* snapshot) const {
     appendNode(node_, snapshot);
 }
 

@@ -34,7 +34,7 @@ public:
     // unit of GTK's coordinates.
     void show(std::shared_ptr<const std::uint32_t[]> pixels, const NSBackingRect& area,
               bool isOpaque, double pixelsPerPoint);
-    void append(const Glib::RefPtr<Gtk::Snapshot>& snapshot) const;
+    void append(GtkSnapshot* snapshot) const;
 
 private:
     std::shared_ptr<const std::uint32_t[]> pixels_;
@@ -50,7 +50,7 @@ class GTKDamage {
 public:
     // Replaces the damage of the last frame. The rectangles are in pixels of the window.
     void set(std::span<const NSBackingRect> rects, double pixelsPerPoint);
-    void append(const Glib::RefPtr<Gtk::Snapshot>& snapshot) const;
+    void append(GtkSnapshot* snapshot) const;
 
 private:
     GskRenderNodePointer node_;

@@ -34,7 +34,9 @@ graphene_rect_t toGraphene(const CGRect& rect) {
 GTKPicturePresentation::GTKPicturePresentation(GTKRoot& root)
     : root_(root), shield_(std::make_unique<GTKShield>(root, [this](CGPoint point) {
           return routePointer(point);
-      })) {}
+      })) {
+    clipControls();
+}
 
 GTKPicturePresentation::~GTKPicturePresentation() {
     for (const auto& [view, control] : controls_) {
@@ -52,12 +54,23 @@ void GTKPicturePresentation::setControl(NSView& view, GTKControl* control) {
         found->second.realization->widget().unparent();
         controls_.erase(found);
         root_.queue_draw();
+        clipControls();
     }
     if (control != nullptr) {
         // In front of all widgets but the shield. GTK asks the last child first who takes the
         // pointer.
         gtk_widget_insert_before(control->widget().gobj(), root_.gobj(), shield_->gobj());
         controls_.emplace(&view, Control{control, {}, {}});
+        clipControls();
+    }
+}
+
+// The pictures end at the root's edges; only widgets can reach beyond them. A clip costs time in
+// every frame.
+void GTKPicturePresentation::clipControls() {
+    const auto overflow = controls_.empty() ? Gtk::Overflow::VISIBLE : Gtk::Overflow::HIDDEN;
+    if (root_.get_overflow() != overflow) {
+        root_.set_overflow(overflow);
     }
 }
 
@@ -182,8 +195,7 @@ void GTKPicturePresentation::allocateControl(const Control& control) const {
     }
 }
 
-void GTKPicturePresentation::snapshotControl(const Control& control,
-                                             const Glib::RefPtr<Gtk::Snapshot>& snapshot) const {
+void GTKPicturePresentation::snapshotControl(const Control& control, GtkSnapshot* snapshot) const {
     const OffscreenCompositor::NativePlace& place = control.place;
     const double pointsPerPixel = 1 / compositor_.scale();
     const auto toRoot = [&](const OffscreenClip& mask) {
@@ -197,7 +209,7 @@ void GTKPicturePresentation::snapshotControl(const Control& control,
     const bool isCut = place.visible != compositor_.bounds();
     if (isCut) {
         const graphene_rect_t visible = toGraphene(place.visible.toPoints(compositor_.scale()));
-        snapshot->push_clip(&visible);
+        gtk_snapshot_push_clip(snapshot, &visible);
     }
     for (const OffscreenClip& mask : place.masks) {
         const GskRoundedRect inside =
@@ -205,30 +217,31 @@ void GTKPicturePresentation::snapshotControl(const Control& control,
         GskTransform* const transform = toGskTransform(toRoot(mask));
         GskTransform* const inverse = gsk_transform_invert(gsk_transform_ref(transform));
         // Only the clip is under the transform.
-        snapshot->save();
-        gtk_snapshot_transform(snapshot->gobj(), transform);
-        gtk_snapshot_push_rounded_clip(snapshot->gobj(), &inside);
-        gtk_snapshot_transform(snapshot->gobj(), inverse);
+        gtk_snapshot_save(snapshot);
+        gtk_snapshot_transform(snapshot, transform);
+        gtk_snapshot_push_rounded_clip(snapshot, &inside);
+        gtk_snapshot_transform(snapshot, inverse);
         gsk_transform_unref(inverse);
         gsk_transform_unref(transform);
     }
     if (place.opacity < 1) {
-        snapshot->push_opacity(place.opacity);
+        gtk_snapshot_push_opacity(snapshot, place.opacity);
     }
-    root_.snapshot_child(control.realization->widget(), snapshot);
+    gtk_widget_snapshot_child(root_.Gtk::Widget::gobj(), control.realization->widget().gobj(),
+                              snapshot);
     if (place.opacity < 1) {
-        snapshot->pop();
+        gtk_snapshot_pop(snapshot);
     }
     for (std::size_t i = 0; i < place.masks.size(); ++i) {
-        snapshot->pop();
-        snapshot->restore();
+        gtk_snapshot_pop(snapshot);
+        gtk_snapshot_restore(snapshot);
     }
     if (isCut) {
-        snapshot->pop();
+        gtk_snapshot_pop(snapshot);
     }
 }
 
-void GTKPicturePresentation::snapshot(const Glib::RefPtr<Gtk::Snapshot>& snapshot) {
+void GTKPicturePresentation::snapshot(GtkSnapshot* snapshot) {
     // In drawing order.
     std::vector<const Control*> controls;
     for (const auto& [view, control] : controls_) {
@@ -241,7 +254,7 @@ void GTKPicturePresentation::snapshot(const Glib::RefPtr<Gtk::Snapshot>& snapsho
             {0, 0}, {static_cast<float>(area.size.width), static_cast<float>(area.size.height)}};
         const GdkRGBA rgba = {static_cast<float>(color->red), static_cast<float>(color->green),
                               static_cast<float>(color->blue), 1};
-        gtk_snapshot_append_color(snapshot->gobj(), &rgba, &bounds);
+        gtk_snapshot_append_color(snapshot, &rgba, &bounds);
     }
     std::size_t next = 0;
     for (std::size_t i = 0; i < pictures_.size(); ++i) {

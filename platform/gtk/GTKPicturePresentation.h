@@ -33,7 +33,7 @@ public:
     void present(NSView* contentView, double time) override;
     void resize(CGSize size, double scale) override;
     void allocate() override;
-    void snapshot(const Glib::RefPtr<Gtk::Snapshot>& snapshot) override;
+    void snapshot(GtkSnapshot* snapshot) override;
 
 private:
     struct Control {
@@ -42,12 +42,13 @@ private:
         OffscreenCompositor::NativePlace place;
     };
 
+    void clipControls();
     void takeControls();
     // Returns whether a painted view gets the pointer at a point. If a control does, makes it the
     // only one that can: GTK asks them in the order in which they were added, and knows no clips.
     bool routePointer(CGPoint point) const;
     void allocateControl(const Control& control) const;
-    void snapshotControl(const Control& control, const Glib::RefPtr<Gtk::Snapshot>& snapshot) const;
+    void snapshotControl(const Control& control, GtkSnapshot* snapshot) const;
 
     GTKRoot& root_;
     OffscreenCompositor compositor_{OffscreenCompositor::Backdrop::LeftToWindow};

@@ -44,7 +44,7 @@ public:
     // Lays out the widgets in the root.
     virtual void allocate() = 0;
     // Draws in the coordinates of the root.
-    virtual void snapshot(const Glib::RefPtr<Gtk::Snapshot>& snapshot) = 0;
+    virtual void snapshot(GtkSnapshot* snapshot) = 0;
 
     // Creates the presentation that suits a renderer. The root is borrowed.
     static std::unique_ptr<GTKPresentation> create(GTKRendererKind kind, GTKRoot& root);

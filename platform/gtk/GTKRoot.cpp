@@ -19,6 +19,16 @@
 
 namespace orvane::platform {
 
+namespace {
+
+// The key under which a widget holds the GTKRoot that it belongs to.
+GQuark rootKey() {
+    static const GQuark key = g_quark_from_static_string("orvane-root");
+    return key;
+}
+
+}  // namespace
+
 GTKRoot::GTKRoot(CGSize size, std::optional<double> scale, Delegate delegate)
     : Glib::ObjectBase("OrvaneRoot"),
       wanted_(size),
@@ -57,16 +67,27 @@ GTKRoot::GTKRoot(CGSize size, std::optional<double> scale, Delegate delegate)
     });
     add_controller(drag_);
     connectKeys();
-    // gtkmm has no virtual function for it. The class is this one's own.
-    GTK_WIDGET_GET_CLASS(Gtk::Widget::gobj())->focus = [](GtkWidget* widget,
-                                                          GtkDirectionType direction) -> gboolean {
-        return dynamic_cast<GTKRoot*>(Glib::wrap(widget))->focus(direction) ? TRUE : FALSE;
+    // The class is this one's own. gtkmm has no virtual function for the focus, and one for the
+    // snapshot that creates a wrapper for every frame.
+    GtkWidgetClass* const type = GTK_WIDGET_GET_CLASS(Gtk::Widget::gobj());
+    g_object_set_qdata(Glib::ObjectBase::gobj(), rootKey(), this);
+    type->snapshot = [](GtkWidget* widget, GtkSnapshot* snapshot) {
+        const auto* const root =
+            static_cast<GTKRoot*>(g_object_get_qdata(G_OBJECT(widget), rootKey()));
+        if (root != nullptr && root->presentation_ != nullptr) {
+            root->presentation_->snapshot(snapshot);
+        }
+    };
+    type->focus = [](GtkWidget* widget, GtkDirectionType direction) -> gboolean {
+        auto* const root = static_cast<GTKRoot*>(g_object_get_qdata(G_OBJECT(widget), rootKey()));
+        return root != nullptr && root->focus(direction) ? TRUE : FALSE;
     };
     property_scale_factor().signal_changed().connect([this] { delegate_.resized(); });
 }
 
 GTKRoot::~GTKRoot() {
     focusMoved_.disconnect();
+    g_object_set_qdata(Glib::ObjectBase::gobj(), rootKey(), nullptr);
 }
 
 // The controller sees the keys that the focused control has not handled.
@@ -161,12 +182,6 @@ void GTKRoot::size_allocate_vfunc(int width, int height, int) {
     }
     if (accessibility_ != nullptr) {
         accessibility_->allocate();
-    }
-}
-
-void GTKRoot::snapshot_vfunc(const Glib::RefPtr<Gtk::Snapshot>& snapshot) {
-    if (presentation_ != nullptr) {
-        presentation_->snapshot(snapshot);
     }
 }
 

@@ -65,7 +65,6 @@ protected:
     void measure_vfunc(Gtk::Orientation orientation, int forSize, int& minimum, int& natural,
                        int& minimumBaseline, int& naturalBaseline) const override;
     void size_allocate_vfunc(int width, int height, int baseline) override;
-    void snapshot_vfunc(const Glib::RefPtr<Gtk::Snapshot>& snapshot) override;
     void on_realize() override;
     void on_unrealize() override;
 

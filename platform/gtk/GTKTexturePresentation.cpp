@@ -61,7 +61,7 @@ void GTKTexturePresentation::allocate() {
     }
 }
 
-void GTKTexturePresentation::snapshot(const Glib::RefPtr<Gtk::Snapshot>& snapshot) {
+void GTKTexturePresentation::snapshot(GtkSnapshot* snapshot) {
     GTKView::snapshotChildren(root_, snapshot);
 }
 

@@ -18,7 +18,7 @@ public:
     void paint(NSView& view, std::span<const NSBackingRect> rects) override;
     void resize(CGSize size, double scale) override;
     void allocate() override;
-    void snapshot(const Glib::RefPtr<Gtk::Snapshot>& snapshot) override;
+    void snapshot(GtkSnapshot* snapshot) override;
 
 private:
     GTKRoot& root_;

@@ -118,12 +118,12 @@ void GTKTiles::dropOutside(const NSBackingRect& area) {
     std::erase_if(tiles_, [&](const auto& entry) { return !entry.second.rect.intersects(area); });
 }
 
-void GTKTiles::append(const Glib::RefPtr<Gtk::Snapshot>& snapshot) const {
+void GTKTiles::append(GtkSnapshot* snapshot) const {
     for (const auto& [place, tile] : tiles_) {
         const auto points = [this](int pixels) { return static_cast<float>(pixels / scale_); };
         const graphene_rect_t bounds = {{points(tile.rect.left), points(tile.rect.top)},
                                         {points(tile.rect.width()), points(tile.rect.height())}};
-        snapshot->append_texture(tile.texture, &bounds);
+        gtk_snapshot_append_texture(snapshot, tile.texture->gobj(), &bounds);
     }
 }
 

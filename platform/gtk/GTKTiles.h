@@ -25,7 +25,7 @@ public:
     void update(const NSBackingStore* store, std::span<const NSBackingRect> rects);
 
     // Appends the textures, in the coordinates of the view, in points.
-    void append(const Glib::RefPtr<Gtk::Snapshot>& snapshot) const;
+    void append(GtkSnapshot* snapshot) const;
 
 private:
     struct Tile {

@@ -15,6 +15,14 @@
 
 namespace orvane::platform {
 
+namespace {
+
+void appendChild(Gtk::Widget& parent, Gtk::Widget& child, GtkSnapshot* snapshot) {
+    gtk_widget_snapshot_child(parent.gobj(), child.gobj(), snapshot);
+}
+
+}  // namespace
+
 GTKView::GTKView() : Glib::ObjectBase("OrvaneView") {
     makePlainGroup(*this);
 }
@@ -253,16 +261,16 @@ void GTKView::snapshot_vfunc(const Glib::RefPtr<Gtk::Snapshot>& snapshot) {
                                          component(background_.blue), component(background_.alpha)),
                                &bounds);
     }
-    tiles_.append(snapshot);
-    snapshotChildren(*this, snapshot);
+    tiles_.append(snapshot->gobj());
+    snapshotChildren(*this, snapshot->gobj());
 }
 
-void GTKView::snapshotChildren(Gtk::Widget& parent, const Glib::RefPtr<Gtk::Snapshot>& snapshot) {
+void GTKView::snapshotChildren(Gtk::Widget& parent, GtkSnapshot* snapshot) {
     for (Gtk::Widget* child = parent.get_first_child(); child != nullptr;
          child = child->get_next_sibling()) {
         GTKView* const view = in(*child);
         if (view == nullptr) {
-            parent.snapshot_child(*child, snapshot);  // a control's own, behind the views
+            appendChild(parent, *child, snapshot);  // a control's own, behind the views
         } else if (view->fadesFrom_ != nullptr && view->fadesInto_ == nullptr) {
             snapshotFade(parent, *view, snapshot);
         } else if (view->fadesInto_ == nullptr) {
@@ -272,18 +280,17 @@ void GTKView::snapshotChildren(Gtk::Widget& parent, const Glib::RefPtr<Gtk::Snap
 }
 
 void GTKView::snapshotGroup(Gtk::Widget& parent, GTKView& view, double opacity,
-                            const Glib::RefPtr<Gtk::Snapshot>& snapshot) {
+                            GtkSnapshot* snapshot) {
     if (opacity >= 1) {
-        parent.snapshot_child(view.outermost(), snapshot);
+        appendChild(parent, view.outermost(), snapshot);
     } else if (opacity > 0) {
-        snapshot->push_opacity(opacity);
-        parent.snapshot_child(view.outermost(), snapshot);
-        snapshot->pop();
+        gtk_snapshot_push_opacity(snapshot, opacity);
+        appendChild(parent, view.outermost(), snapshot);
+        gtk_snapshot_pop(snapshot);
     }
 }
 
-void GTKView::snapshotFade(Gtk::Widget& parent, GTKView& topmost,
-                           const Glib::RefPtr<Gtk::Snapshot>& snapshot) {
+void GTKView::snapshotFade(Gtk::Widget& parent, GTKView& topmost, GtkSnapshot* snapshot) {
     // The opacity of each view is its share. GTK mixes two pictures with shares that add up to 1:
     // the topmost view with the mixture of those below, and so on. The sum of all shares is the
     // opacity of the whole.
@@ -294,24 +301,24 @@ void GTKView::snapshotFade(Gtk::Widget& parent, GTKView& topmost,
     if (sum <= 0) {
         return;
     }
-    snapshot->push_opacity(std::min(sum, 1.0));
+    gtk_snapshot_push_opacity(snapshot, std::min(sum, 1.0));
     std::vector<GTKView*> mixed;
     for (GTKView* view = &topmost; view != nullptr; view = view->fadesFrom_) {
         if (view->opacity_ >= sum || view->fadesFrom_ == nullptr) {
-            parent.snapshot_child(view->outermost(), snapshot);  // there is nothing below
+            appendChild(parent, view->outermost(), snapshot);  // there is nothing below
             break;
         }
-        snapshot->push_cross_fade(view->opacity_ / sum);
+        gtk_snapshot_push_cross_fade(snapshot, view->opacity_ / sum);
         sum -= view->opacity_;
         mixed.push_back(view);
     }
     // The first picture of each mixture is complete; the second one is the view itself.
     for (std::size_t i = mixed.size(); i-- > 0;) {
-        snapshot->pop();
-        parent.snapshot_child(mixed[i]->outermost(), snapshot);
-        snapshot->pop();
+        gtk_snapshot_pop(snapshot);
+        appendChild(parent, mixed[i]->outermost(), snapshot);
+        gtk_snapshot_pop(snapshot);
     }
-    snapshot->pop();
+    gtk_snapshot_pop(snapshot);
 }
 
 void GTKView::linkFade(GTKView* from) {

@@ -54,7 +54,7 @@ public:
     // Gives a widget that only contains others a role and an empty name.
     static void makePlainGroup(Gtk::Widget& widget);
     // Draws the widgets in `parent`, each as a group with its opacity.
-    static void snapshotChildren(Gtk::Widget& parent, const Glib::RefPtr<Gtk::Snapshot>& snapshot);
+    static void snapshotChildren(Gtk::Widget& parent, GtkSnapshot* snapshot);
 
 protected:
     void measure_vfunc(Gtk::Orientation orientation, int forSize, int& minimum, int& natural,
@@ -71,10 +71,9 @@ private:
     std::optional<CGAffineTransform> allocateClips();
     void layParentOut();
     static void snapshotGroup(Gtk::Widget& parent, GTKView& view, double opacity,
-                              const Glib::RefPtr<Gtk::Snapshot>& snapshot);
+                              GtkSnapshot* snapshot);
     // Draws a view together with the views that it replaces in a cross-fade.
-    static void snapshotFade(Gtk::Widget& parent, GTKView& topmost,
-                             const Glib::RefPtr<Gtk::Snapshot>& snapshot);
+    static void snapshotFade(Gtk::Widget& parent, GTKView& topmost, GtkSnapshot* snapshot);
     // Records which sibling the view replaces in a cross-fade; null for none.
     void linkFade(GTKView* from);
 
