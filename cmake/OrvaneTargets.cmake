@@ -51,6 +51,8 @@ target_sources(orvane PRIVATE $<TARGET_OBJECTS:orvane_model> $<TARGET_OBJECTS:or
 set_target_properties(orvane PROPERTIES VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR}
                                         LINKER_LANGUAGE CXX)
 target_link_libraries(orvane PRIVATE orvane_options)
+# Nothing replaces a function of the library from outside: its own calls need no detour.
+target_link_options(orvane PRIVATE LINKER:-Bsymbolic-functions)
 # A folder of their own: "platform" is a common name.
 set(orvane_include_dir ${CMAKE_INSTALL_INCLUDEDIR}/orvane-${PROJECT_VERSION_MAJOR})
 target_include_directories(orvane INTERFACE
