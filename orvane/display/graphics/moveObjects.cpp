@@ -52,7 +52,7 @@ void moveObjects(Animatable& target, const Matrix& change) {
     const geometry::Point<double> origin = layer->getLayerFrame().position();
     const Matrix onScreen =
         translation(origin.x, origin.y) * change * translation(-origin.x, -origin.y);
-    const ValidationLock lock(layer->as<DisplayLayer>());
+    const ValidationLock lock(commons::sharedFrom(*layer));
     if (!layer->isFake()) {
         moveObjectsOf(*layer, onScreen);
         return;

@@ -78,7 +78,7 @@ std::shared_ptr<DisplayLayer> BitmapLayer::splitChildren(const ContainerObject& 
     if (!LayerPlacement::hasLayers(container)) {
         return nullptr;
     }
-    const std::shared_ptr<DisplayLayer> self = as<DisplayLayer>();
+    const std::shared_ptr<DisplayLayer> self = commons::sharedFrom<DisplayLayer>(*this);
     LayerPlacement::NearestBelow below(self);
     for (std::size_t i = 0; i < container.getChildren().size(); ++i) {
         const std::shared_ptr<DisplayObject> child = container.getChildren()[i];
@@ -111,7 +111,7 @@ void BitmapLayer::resolveOverlapping(const std::shared_ptr<DisplayLayer>& neares
         fresh = createLayer<BitmapLayer>();
         last = fresh;
     }
-    if (object->getLayer() == as<DisplayLayer>()) {
+    if (object->getLayer() == commons::sharedFrom<DisplayLayer>(*this)) {
         removeObject(object);
     } else {
         // The object is inside a listed container and has no layer.

@@ -72,7 +72,7 @@ void NScrollContainerLayer::updateExtents() {
 }
 
 void NScrollContainerLayer::validateLayer() {
-    const std::shared_ptr<DisplayLayer> self = as<DisplayLayer>();
+    const std::shared_ptr<DisplayLayer> self = commons::sharedFrom<DisplayLayer>(*this);
     // The children of a hidden container have no extent; the content keeps its own.
     if (scrollView_ && !isHidden()) {
         dispatch_ui([this] { updateExtents(); });
@@ -114,21 +114,21 @@ bool NScrollContainerLayer::scrollViewMayTakeKeyboard(platform::NSScrollView&,
 }
 
 void NScrollContainerLayer::scrollViewWillBeginScrolling(platform::NSScrollView&) {
-    const std::shared_ptr<DisplayLayer> self = as<DisplayLayer>();
+    const std::shared_ptr<DisplayLayer> self = commons::sharedFrom<DisplayLayer>(*this);
     if (observer_ != nullptr) {
         observer_->didBeginScrolling();
     }
 }
 
 void NScrollContainerLayer::scrollViewDidScroll(platform::NSScrollView&) {
-    const std::shared_ptr<DisplayLayer> self = as<DisplayLayer>();
+    const std::shared_ptr<DisplayLayer> self = commons::sharedFrom<DisplayLayer>(*this);
     if (observer_ != nullptr) {
         observer_->didScroll();
     }
 }
 
 void NScrollContainerLayer::scrollViewDidEndScrolling(platform::NSScrollView&) {
-    const std::shared_ptr<DisplayLayer> self = as<DisplayLayer>();
+    const std::shared_ptr<DisplayLayer> self = commons::sharedFrom<DisplayLayer>(*this);
     if (observer_ != nullptr) {
         observer_->didEndScrolling();
     }

@@ -59,7 +59,8 @@ std::shared_ptr<NSView> NativeLayer::getSuperlayerHandler() const {
 
 void NativeLayer::validateLayer() {
     if (const std::shared_ptr<NSView> view = getLayerHandler()) {
-        const std::shared_ptr<NativeLayer> self = as<NativeLayer>();  // callbacks may remove it
+        const std::shared_ptr<NativeLayer> self =
+            commons::sharedFrom(*this);  // callbacks may remove it
         dispatch_ui([&] { placeHandler(*view); });
     }
 }
@@ -228,24 +229,24 @@ TouchEventListenerState NativeLayer::touchBegan(const Point& point) {
         return TouchEventListenerState::Failed;
     }
     // Held here and in the functions below: a listener may remove the last object from this layer.
-    const std::shared_ptr<NativeLayer> self = as<NativeLayer>();
+    const std::shared_ptr<NativeLayer> self = commons::sharedFrom(*this);
     return eventHandler_.touchBegan(first, convertPointFromLayerHandler(point));
 }
 
 TouchEventListenerState NativeLayer::touchMoved(const Point& point) {
-    const std::shared_ptr<NativeLayer> self = as<NativeLayer>();
+    const std::shared_ptr<NativeLayer> self = commons::sharedFrom(*this);
     return touchDisabled_ ? TouchEventListenerState::Failed
                           : eventHandler_.touchMoved(convertPointFromLayerHandler(point));
 }
 
 TouchEventListenerState NativeLayer::touchEnded(const Point& point) {
-    const std::shared_ptr<NativeLayer> self = as<NativeLayer>();
+    const std::shared_ptr<NativeLayer> self = commons::sharedFrom(*this);
     return touchDisabled_ ? TouchEventListenerState::Failed
                           : eventHandler_.touchEnded(convertPointFromLayerHandler(point));
 }
 
 TouchEventListenerState NativeLayer::touchCancelled(const Point& point) {
-    const std::shared_ptr<NativeLayer> self = as<NativeLayer>();
+    const std::shared_ptr<NativeLayer> self = commons::sharedFrom(*this);
     return touchDisabled_ ? TouchEventListenerState::Failed
                           : eventHandler_.touchCancelled(convertPointFromLayerHandler(point));
 }
@@ -253,18 +254,18 @@ TouchEventListenerState NativeLayer::touchCancelled(const Point& point) {
 void NativeLayer::setTouchDisabled(bool disabled) {
     touchDisabled_ = disabled;
     if (disabled) {
-        const std::shared_ptr<NativeLayer> self = as<NativeLayer>();
+        const std::shared_ptr<NativeLayer> self = commons::sharedFrom(*this);
         eventHandler_.cancelGesture();
     }
 }
 
 void NativeLayer::invokeTouchHandlerAction() {
-    const std::shared_ptr<NativeLayer> self = as<NativeLayer>();
+    const std::shared_ptr<NativeLayer> self = commons::sharedFrom(*this);
     eventHandler_.invokeActiveListenerAction();
 }
 
 void NativeLayer::releaseTouch() {
-    const std::shared_ptr<NativeLayer> self = as<NativeLayer>();
+    const std::shared_ptr<NativeLayer> self = commons::sharedFrom(*this);
     eventHandler_.releaseGesture();
 }
 

@@ -208,7 +208,7 @@ void DisplayLayer::addObject(const std::shared_ptr<DisplayObject>& object) {
         commons::reportMisuse("DisplayLayer::addObject", "nothing is added: there is no object");
         return;
     }
-    const std::shared_ptr<DisplayLayer> self = as<DisplayLayer>();
+    const std::shared_ptr<DisplayLayer> self = commons::sharedFrom<DisplayLayer>(*this);
     if (const std::shared_ptr<DisplayLayer> former = object->getLayer()) {
         if (former == self) {
             return;
@@ -264,7 +264,7 @@ void DisplayLayer::removeObject(const std::shared_ptr<DisplayObject>& object) {
 }
 
 void DisplayLayer::clearObjects() {
-    const ValidationLock lock(as<DisplayLayer>());
+    const ValidationLock lock(commons::sharedFrom<DisplayLayer>(*this));
     while (!objects_.empty()) {
         if (const std::shared_ptr<DisplayObject> first = objects_.front().lock()) {
             removeObject(first);

@@ -295,7 +295,7 @@ void LayerPlacement::link(const std::shared_ptr<DisplayObject>& object, DisplayL
     if (layers.empty()) {
         return;
     }
-    const Layer self = layer.as<DisplayLayer>();
+    const Layer self = commons::sharedFrom(layer);
     Layer place;
     for (std::shared_ptr<DisplayObject> sibling = object->next(); sibling;
          sibling = sibling->next()) {
