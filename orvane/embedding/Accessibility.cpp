@@ -127,6 +127,13 @@ platform::NSControl* controlOf(const DisplayObject& object) {
                              : nullptr;
 }
 
+// Returns the children, without those of objects in which there is nothing to find: of 100,000
+// shapes, for example.
+const display::ContainerObject::Children& childrenToSearch(const DisplayObject& object) {
+    static const display::ContainerObject::Children none;
+    return object.leadsToAccessible() ? childrenOf(object) : none;
+}
+
 }  // namespace
 
 std::vector<NSAccessibilityElement> Accessibility::elements() {
@@ -134,7 +141,7 @@ std::vector<NSAccessibilityElement> Accessibility::elements() {
     const std::shared_ptr<DisplayObject> focus = display_.getFocus();
     // For each depth, the element that contains the objects there; none if they are not exposed.
     std::vector<std::optional<std::uint64_t>> containers{0};
-    preOrder(display_.getObjects(), childrenOf, [&](DisplayObject& object, int depth) {
+    preOrder(display_.getObjects(), childrenToSearch, [&](DisplayObject& object, int depth) {
         const auto level = static_cast<std::size_t>(depth);
         containers.resize(level);
         const std::optional<std::uint64_t> container = containers.back();

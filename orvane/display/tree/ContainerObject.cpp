@@ -115,7 +115,7 @@ void ContainerObject::invalidate(bool mark) {
     const ValidationLock lock(layer);  // a whole subtree costs one layer update
     if (layer) {
         if (mark) {
-            layer->markDirty(shared_from_this());
+            layer->markDirty(commons::sharedFrom<DisplayObject>(*this));
         } else {
             layer->setDirty();
         }
@@ -183,6 +183,9 @@ auto ContainerObject::store(Position position, const std::shared_ptr<DisplayObje
     const Position stored =
         DisplayContainer<DisplayObject, ContainerObject>::store(position, element);
     changeLayeredCount(static_cast<std::ptrdiff_t>(element->layeredCount_));
+    if (element->leadsToAccessible_) {
+        leadToAccessible();
+    }
     LayerPlacement::indicesChanged(*this, element->getIndex());
     if (childFrames_) {
         childFrames_->add(*element);

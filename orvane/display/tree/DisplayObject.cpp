@@ -231,7 +231,7 @@ void DisplayObject::invalidate(bool mark) {
         return;
     }
     if (mark) {
-        layer->markDirty(shared_from_this());
+        layer->markDirty(commons::sharedFrom(*this));
     } else {
         layer->setDirty();
     }
@@ -331,7 +331,7 @@ void DisplayObject::ownLayer() {
 
 void DisplayObject::removeFromLayer() {
     if (const std::shared_ptr<DisplayLayer> layer = getLayer()) {
-        layer->removeObject(shared_from_this());
+        layer->removeObject(commons::sharedFrom(*this));
     }
 }
 
@@ -352,7 +352,7 @@ std::shared_ptr<DisplayLayer> DisplayObject::extractIntoLayer(
         return nullptr;
     }
     const std::shared_ptr<DisplayLayer> result = layer ? layer : createBitmapLayer();
-    const std::shared_ptr<DisplayObject> self = shared_from_this();
+    const std::shared_ptr<DisplayObject> self = commons::sharedFrom(*this);
     if (!parent) {
         result->addObject(self);
         ownLayer();
@@ -397,8 +397,16 @@ std::shared_ptr<AccessibilityElement> DisplayObject::getAccessibilityElement() c
 std::shared_ptr<AccessibilityElement> DisplayObject::getOrCreateAccessibilityElement() {
     if (!accessibilityElement_) {
         accessibilityElement_ = std::make_shared<AccessibilityElement>();
+        leadToAccessible();
     }
     return accessibilityElement_;
+}
+
+void DisplayObject::leadToAccessible() {
+    for (DisplayObject* node = this; node != nullptr && !node->leadsToAccessible_;
+         node = node->parentOrNull()) {
+        node->leadsToAccessible_ = true;
+    }
 }
 
 }  // namespace orvane::display

@@ -189,6 +189,9 @@ public:
     // Whether assistive technology may find this object: true for every text and control, and for
     // what has an accessibility element.
     bool mayBeAccessible() const { return accessibleKind_ || accessibilityElement_ != nullptr; }
+    // Whether assistive technology may find this object or one in it. It stays true when the last
+    // such object has left.
+    bool leadsToAccessible() const { return leadsToAccessible_; }
 
 protected:
     // Computes the frame that getFrame caches.
@@ -202,7 +205,7 @@ protected:
     // touch their ink. Containers then omit the call.
     void setCulledByFrame() { culledByFrame_ = true; }
     // Called in the constructors of kinds that assistive technology finds without being told.
-    void setAccessibleKind() { accessibleKind_ = true; }
+    void setAccessibleKind() { accessibleKind_ = leadsToAccessible_ = true; }
 
     // Null for an object that never had an effect.
     Effects* effects() const { return effects_.get(); }
@@ -257,6 +260,8 @@ private:
                           frame.width + 2 * double{margin.x}, frame.height + 2 * double{margin.y});
     }
 
+    // Sets leadsToAccessible_ of this object and its ancestors.
+    void leadToAccessible();
     // Adds `change` to layeredCount_ of this object and its ancestors.
     void changeLayeredCount(std::ptrdiff_t change);
 
@@ -272,6 +277,7 @@ private:
     bool frameKnownBelow_ = false;  // a frame of the subtree, this one included, may be known
     bool culledByFrame_ = false;
     bool accessibleKind_ = false;
+    bool leadsToAccessible_ = false;  // true for the parent of every object for which it is true
     Cursor cursor_ = Cursor::Inherit;
     bool layered_ = false;          // setLayer has set a layer
     std::size_t layeredCount_ = 0;  // of the objects in this subtree, this one included
