@@ -6,8 +6,8 @@
 #include <utility>
 
 #include "platform/appkit/NSCursor.h"
+#include "platform/gtk/GTKEventClock.h"
 #include "platform/gtk/toModifierFlags.h"
-#include "platform/quartzcore/CAMediaTime.h"
 
 namespace orvane::platform {
 
@@ -80,7 +80,7 @@ void GTKPointer::send(NSEventType type, double x, double y, GtkEventController* 
     NSEvent event;
     event.type = type;
     event.locationInWindow = {x, y};
-    event.timestamp = CACurrentMediaTime();
+    event.timestamp = GTKEventClock::mediaTime(source);
     event.modifierFlags = toModifierFlags(gtk_event_controller_get_current_event_state(source));
     event.buttonNumber = button;
     send_(event);

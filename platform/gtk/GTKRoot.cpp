@@ -11,11 +11,11 @@
 #include <utility>
 
 #include "platform/gtk/GTKAccessibility.h"
+#include "platform/gtk/GTKEventClock.h"
 #include "platform/gtk/GTKPresentation.h"
 #include "platform/gtk/GTKView.h"
 #include "platform/gtk/toExtent.h"
 #include "platform/gtk/toModifierFlags.h"
-#include "platform/quartzcore/CAMediaTime.h"
 
 namespace orvane::platform {
 
@@ -106,7 +106,7 @@ void GTKRoot::connectKeys() {
 bool GTKRoot::sendKey(NSEventType type, guint keycode, Gdk::ModifierType state) {
     NSEvent event;
     event.type = type;
-    event.timestamp = CACurrentMediaTime();
+    event.timestamp = GTKEventClock::mediaTime(GTK_EVENT_CONTROLLER(keys_->gobj()));
     event.modifierFlags = toModifierFlags(static_cast<GdkModifierType>(state));
     // The symbol with Shift is in the text, the symbol without Shift is the key's name.
     const auto symbol = [&](Gdk::ModifierType with) {
@@ -157,9 +157,10 @@ double GTKRoot::pixelsPerPoint() const {
 }
 
 void GTKRoot::send(NSEventType type, double x, double y) {
-    const GdkModifierType state =
-        gtk_event_controller_get_current_event_state(GTK_EVENT_CONTROLLER(drag_->gobj()));
-    delegate_.pointerMoved({type, {x, y}, CACurrentMediaTime(), toModifierFlags(state)});
+    GtkEventController* const controller = GTK_EVENT_CONTROLLER(drag_->gobj());
+    const GdkModifierType state = gtk_event_controller_get_current_event_state(controller);
+    delegate_.pointerMoved(
+        {type, {x, y}, GTKEventClock::mediaTime(controller), toModifierFlags(state)});
 }
 
 void GTKRoot::measure_vfunc(Gtk::Orientation orientation, int, int& minimum, int& natural,

@@ -4,8 +4,8 @@
 
 #include <utility>
 
+#include "platform/gtk/GTKEventClock.h"
 #include "platform/gtk/toModifierFlags.h"
-#include "platform/quartzcore/CAMediaTime.h"
 
 namespace orvane::platform {
 
@@ -45,8 +45,8 @@ GTKScroll::~GTKScroll() {
 NSEvent GTKScroll::makeEvent() const {
     NSEvent event;
     event.type = NSEventType::ScrollWheel;
-    event.timestamp = CACurrentMediaTime();
     GtkEventController* const controller = GTK_EVENT_CONTROLLER(controller_->gobj());
+    event.timestamp = GTKEventClock::mediaTime(controller);
     event.modifierFlags = toModifierFlags(gtk_event_controller_get_current_event_state(controller));
     event.locationInWindow = pointer_;
     return event;

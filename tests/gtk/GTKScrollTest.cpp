@@ -100,6 +100,23 @@ TEST_F(GTKScroll, ByDrag) {
     expectSamePictures();
 }
 
+// The window gets all of a drag at once, as in a program that is busy.
+TEST_F(GTKScroll, GlidesAsFastAsThePointerMoved) {
+    const auto glide = [this](const char* pause) {
+        std::string drag = "mousemove 200 320 mousedown 1";
+        for (int y = 310; y >= 220; y -= 10) {
+            drag += " sleep " + std::string(pause) + " mousemove 200 " + std::to_string(y);
+        }
+        shown_.scroll->setContentOffset({}, false);
+        desktop::xdotool(drag + " mouseup 1");
+        EXPECT_TRUE(desktop::runUntil(
+            [this] { return offset().y >= 100 && !shown_.scroll->isScrolling(); }));
+        return offset().y - 100;
+    };
+    const double slow = glide("0.03");
+    EXPECT_GT(glide("0.006"), 2 * slow);
+}
+
 TEST_F(GTKScroll, ByKeys) {
     desktop::xdotool("click 1 key Page_Down key Down key Right");
     ASSERT_TRUE(reaches({48, 300 * 0.875 + 48}));
