@@ -13,7 +13,6 @@ namespace orvane::tests {
 namespace {
 
 using platform::CGPoint;
-using platform::CGSize;
 using platform::NSScrollView;
 using platform::NSView;
 
