@@ -32,7 +32,7 @@ ORVANE_EXPORT void fetchCached(const std::shared_ptr<ResponseCache>& cache,
                                const std::string& address,
                                std::function<void(const Fetched& fetched)> done);
 
-// Returns a part of an address with "%20" and "+" as the characters that they stand for.
+// Decodes a part of an address: "%" with two hexadecimal digits becomes that byte, "+" a space.
 std::string percentDecoded(const std::string& text);
 
 }  // namespace orvane::network

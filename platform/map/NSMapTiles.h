@@ -10,7 +10,7 @@ struct NSMapTiles {
         None,
         Server,   // an http or https address with "{z}", "{x}" and "{y}"
         Folder,   // a folder with files named zoom/x/y and .png, .jpg or .webp
-        MBTiles,  // a file of SQLite as of the MBTiles specification, with pictures
+        MBTiles,  // a file in the format MBTiles, with pictures
     };
     static constexpr int kMostZoom = 24;
 

@@ -11,8 +11,8 @@ namespace orvane::platform {
 
 namespace {
 
-// The library's own sources for pictures decode whatever a server sends, know no other folder for
-// their cache, and do not tell that a server is away.
+// A source of tiles of our own. Those of libshumate decode pictures of any size, cannot use another
+// cache folder, and do not report that a server is away.
 struct TileSource {
     struct State {
         std::shared_ptr<TileLoader> loader;
