@@ -4,12 +4,10 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <chrono>
 #include <cstdlib>
 #include <fstream>
 #include <iterator>
 #include <optional>
-#include <source_location>
 #include <string>
 #include <vector>
 
@@ -20,6 +18,7 @@
 #include "platform/offscreen/OffscreenWindow.h"
 #include "tests/capture/TestCameras.h"
 #include "tests/support/TemporaryFolder.h"
+#include "tests/support/waitFor.h"
 
 // The desktop's cameras, with devices that the test connects.
 namespace orvane::tests {
@@ -28,19 +27,6 @@ namespace {
 using namespace services;
 using cameras::Kind;
 using Reason = ServiceFailure::Reason;
-
-// Runs the main loop until the condition is true; fails after some seconds.
-template <typename Condition>
-void waitFor(const Condition& condition,
-             std::source_location place = std::source_location::current()) {
-    const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(30);
-    while (!condition()) {
-        ASSERT_LT(std::chrono::steady_clock::now(), deadline) << "line " << place.line();
-        if (g_main_context_iteration(nullptr, FALSE) == FALSE) {
-            g_usleep(1000);
-        }
-    }
-}
 
 // Red, as it is after conversions and compression.
 bool isRed(std::uint32_t pixel) {

@@ -1,33 +1,20 @@
 #include <gtest/gtest.h>
 #include <libebook/libebook.h>
 
-#include <chrono>
 #include <cstdlib>
 #include <memory>
 #include <optional>
-#include <source_location>
 #include <string>
 
 #include "orvane/notification/Listeners.h"
 #include "orvane/services/ContactsService.h"
+#include "tests/support/waitFor.h"
 
 // The desktop's address book, in a session of its own (with-session).
 namespace {
 
 using namespace orvane::services;
-
-// Runs the main loop until the condition is true; fails after some seconds.
-template <typename Condition>
-void waitFor(const Condition& condition,
-             std::source_location place = std::source_location::current()) {
-    const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(30);
-    while (!condition()) {
-        ASSERT_LT(std::chrono::steady_clock::now(), deadline) << "line " << place.line();
-        if (g_main_context_iteration(nullptr, FALSE) == FALSE) {
-            g_usleep(1000);
-        }
-    }
-}
+using orvane::tests::waitFor;
 
 void logFailure(const ServiceFailure& failure) {
     ADD_FAILURE() << failure.message;
