@@ -99,3 +99,17 @@ function(orvane_limit_exports library)
     set_target_properties(${library} PROPERTIES LINK_DEPENDS ${map})
     target_link_options(${library} PRIVATE LINKER:--version-script=${map})
 endfunction()
+
+# orvane_add_opened_library(<name> SOURCES <source>... [LIBRARIES <library>...]): the target orvane_<name>,
+# which is liborvane-<name>.so. Nothing links it: the runtime opens it when it is needed first. It
+# exports what exports.map in the current folder names.
+function(orvane_add_opened_library name)
+    cmake_parse_arguments(OPENED "" "" "SOURCES;LIBRARIES" ${ARGN})
+    set(exports ${CMAKE_CURRENT_SOURCE_DIR}/exports.map)
+    add_library(orvane_${name} SHARED ${OPENED_SOURCES})
+    set_target_properties(orvane_${name} PROPERTIES
+        OUTPUT_NAME orvane-${name} LINK_DEPENDS ${exports}
+        VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR})
+    target_link_libraries(orvane_${name} PRIVATE orvane::orvane orvane_options ${OPENED_LIBRARIES})
+    target_link_options(orvane_${name} PRIVATE LINKER:--version-script=${exports})
+endfunction()
