@@ -56,9 +56,12 @@ PixelRect AlignedBox::covered() const {
 AlignedBox::Runs AlignedBox::runsOf(const Interval& box, const Interval* hole, int first, int end) {
     int cuts[8];
     int count = 0;
+    // The edges come in ascending order, but several may be in the same pixel.
     const auto cutAround = [&](std::int64_t edge) {
-        cuts[count++] = floorPixel(edge);
-        cuts[count++] = ceilPixel(edge);
+        for (const int cut : {floorPixel(edge), ceilPixel(edge)}) {
+            cuts[count] = count > 0 ? std::max(cut, cuts[count - 1]) : cut;
+            ++count;
+        }
     };
     cutAround(box.from);
     if (hole != nullptr) {
@@ -66,8 +69,6 @@ AlignedBox::Runs AlignedBox::runsOf(const Interval& box, const Interval* hole, i
         cutAround(hole->to);
     }
     cutAround(box.to);
-    // The hole lies within the box, but their edges may be in the same pixel.
-    std::sort(cuts, cuts + count);
 
     const auto overlap = [](const Interval& interval, int from, int to) {
         const std::int64_t taken =
