@@ -82,7 +82,11 @@ GTKRoot::GTKRoot(CGSize size, std::optional<double> scale, Delegate delegate)
         auto* const root = static_cast<GTKRoot*>(g_object_get_qdata(G_OBJECT(widget), rootKey()));
         return root != nullptr && root->focus(direction) ? TRUE : FALSE;
     };
-    property_scale_factor().signal_changed().connect([this] { delegate_.resized(); });
+    desktopScale_ = get_scale_factor();
+    property_scale_factor().signal_changed().connect([this] {
+        desktopScale_ = get_scale_factor();
+        delegate_.resized();
+    });
 }
 
 GTKRoot::~GTKRoot() {
@@ -153,7 +157,7 @@ void GTKRoot::setPresentation(GTKPresentation* presentation) {
 }
 
 double GTKRoot::pixelsPerPoint() const {
-    return scale_.value_or(get_scale_factor());
+    return scale_.value_or(desktopScale_);
 }
 
 void GTKRoot::send(NSEventType type, double x, double y) {
@@ -193,25 +197,42 @@ void GTKRoot::on_realize() {
             [this, toplevel] { delegate_.focusMoved(gtk_window_get_focus(toplevel->gobj())); });
     }
     clock_ = get_frame_clock();
-    clockTicked_ = clock_->signal_update().connect([this] {
-        if (std::exchange(isFrameRequested_, false)) {
-            delegate_.frameBegan(static_cast<double>(clock_->get_frame_time()) * 1e-6);
-        }
-    });
+    // gtkmm has no signals for the beginning and the end of a frame.
+    frameBegan_ =
+        g_signal_connect_swapped(clock_->gobj(), "before-paint",
+                                 G_CALLBACK(+[](GTKRoot* self) { self->beginFrame(); }), this);
+    frameEnded_ = g_signal_connect_swapped(
+        clock_->gobj(), "after-paint", G_CALLBACK(+[](GTKRoot* self) { self->endFrame(); }), this);
+    desktopScale_ = get_scale_factor();
     if (isFrameRequested_) {
-        clock_->request_phase(Gdk::FrameClock::Phase::UPDATE);
+        clock_->request_phase(Gdk::FrameClock::Phase::PAINT);
     }
     delegate_.realized();
 }
 
+// The paint phase and not the update phase, which makes GTK check the style of its widgets.
 void GTKRoot::requestFrame() {
     if (!std::exchange(isFrameRequested_, true) && clock_) {
-        clock_->request_phase(Gdk::FrameClock::Phase::UPDATE);
+        clock_->request_phase(Gdk::FrameClock::Phase::PAINT);
+    }
+}
+
+void GTKRoot::beginFrame() {
+    if (std::exchange(isFrameRequested_, false)) {
+        delegate_.frameBegan(static_cast<double>(clock_->get_frame_time()) * 1e-6);
+    }
+}
+
+// GTK has taken a request that was made during the frame as one for this frame.
+void GTKRoot::endFrame() {
+    if (isFrameRequested_) {
+        clock_->request_phase(Gdk::FrameClock::Phase::PAINT);
     }
 }
 
 void GTKRoot::on_unrealize() {
-    clockTicked_.disconnect();
+    g_clear_signal_handler(&frameBegan_, clock_->gobj());
+    g_clear_signal_handler(&frameEnded_, clock_->gobj());
     clock_.reset();
     focusMoved_.disconnect();
     Gtk::Widget::on_unrealize();

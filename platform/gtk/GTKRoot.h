@@ -71,6 +71,8 @@ protected:
 private:
     void send(NSEventType type, double x, double y);
     void connectKeys();
+    void beginFrame();
+    void endFrame();
     bool hasFocusInside();
     // GTK looks for the next widget that can have the focus.
     bool focus(GtkDirectionType direction);
@@ -79,6 +81,7 @@ private:
     CGSize wanted_;
     CGSize size_;
     std::optional<double> scale_;
+    int desktopScale_ = 1;  // GTK's own answer climbs to the toplevel window
     Delegate delegate_;
     GTKPresentation* presentation_ = nullptr;
     Glib::RefPtr<Gtk::GestureDrag> drag_;
@@ -86,7 +89,8 @@ private:
     guint heldKey_ = 0;  // the hardware code of the last key that was pressed; 0 for none
     sigc::connection focusMoved_;
     Glib::RefPtr<Gdk::FrameClock> clock_;  // null until the root is realized
-    sigc::connection clockTicked_;
+    gulong frameBegan_ = 0;                // the handlers of the clock's signals
+    gulong frameEnded_ = 0;
     bool isFrameRequested_ = false;
     bool isCancelled_ = false;  // the drag that is about to end
     GTKAccessibility* accessibility_ = nullptr;
