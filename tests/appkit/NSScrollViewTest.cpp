@@ -300,14 +300,17 @@ TEST_F(NSScrollViewTest, ScrollViewsPassOnWhatTheyCannotUse) {
 
 TEST_F(NSScrollViewTest, AGestureKeepsItsAxisAndItsViews) {
     scroll->setContentSize({1000, 1000});
-    wheel({}, NSEventPhase::Began);
-    wheel({1, 6}, NSEventPhase::Changed);
-    wheel({2, 5}, NSEventPhase::Changed);
-    wheel({9, 6}, NSEventPhase::Changed);
-    EXPECT_EQ(scroll->contentOffset(), (CGPoint{0, 17}));
-    wheel({}, NSEventPhase::Ended);
+    for (const bool isAcross : {false, true}) {
+        wheel({}, NSEventPhase::Began);
+        for (const auto& [across, along] : {CGPoint{1, 6}, {2, 5}, {9, 6}}) {
+            wheel(isAcross ? CGPoint{along, across} : CGPoint{across, along},
+                  NSEventPhase::Changed);
+        }
+        EXPECT_EQ(scroll->contentOffset(), (isAcross ? CGPoint{17, 0} : CGPoint{0, 17}));
+        wheel({}, NSEventPhase::Ended);
+        scroll->setContentOffset({}, false);
+    }
     // A list that comes to be under the pointer does not take a turning wheel over.
-    scroll->setContentOffset({}, false);
     auto inner = addInner({200, 500});
     inner->setFrame({{0, 60}, {200, 100}});
     for (int i = 0; i < 4; ++i) {

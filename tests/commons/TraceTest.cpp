@@ -26,6 +26,7 @@ std::string read(const std::string& path) {
 TEST(Trace, WritesTheEventsThatBeganWhileItRan) {
     const orvane::tests::TemporaryFolder folder;
     const std::string path = folder.path() / "trace.json";
+    EXPECT_FALSE(Trace::isRunning());
     std::uint64_t interval = Trace::begin("request", "too early");
     EXPECT_EQ(interval, 0U);
     Trace::end("request", interval);

@@ -28,7 +28,7 @@ TEST_F(DisplayTest, TheLastAddedObjectIsOnTopUntilItIsRemoved) {
     EXPECT_EQ(pixel(180, 50), 0U);
     EXPECT_EQ(control->getLayer()->getDisplay(), display_) << "every sublayer gets the display";
     EXPECT_TRUE(display_->remove(group));
-    EXPECT_FALSE(display_->remove(group));
+    EXPECT_FALSE(display_->remove(nullptr));
     EXPECT_FALSE(display_->remove(rect(0, 0, 1, 1, 0)));
     EXPECT_EQ(control->getLayer()->getDisplay(), nullptr);
     EXPECT_EQ(pixel(75, 50), shown(0xFF0000));

@@ -79,15 +79,55 @@ TEST(Accessibility, DescribesWhatIsShown) {
     add(DisplayFactory::createRect(), "picture");
     add(DisplayFactory::createRect(), "");
     add(DisplayFactory::createContainer(), "group");
+    const auto slider = DisplayFactory::createRect();
+    slider->set(5, 6, 7, 8);
+    add(slider, "volume");
+    AccessibilityElement& described = *slider->getOrCreateAccessibilityElement();
+    described.setRole(AccessibilityRole::Slider);
+    described.setDescription("of the music");
+    described.setValue("a fifth");
+    described.setRange({{1, 6, 2}});
+    described.setChecked(true);
+    described.setSelected(false);
+    described.setExpanded(true);
+    described.setEnabled(false);
+    described.setAction(AccessibilityAction::Increment, [] {});
+    const auto elements = orvane::embedding::Accessibility(*Display::instance()).elements();
     std::vector<std::pair<Role, std::string>> shown;
-    for (const auto& element : orvane::embedding::Accessibility(*Display::instance()).elements()) {
+    for (const auto& element : elements) {
         shown.emplace_back(element.role, element.label);
     }
     EXPECT_EQ(shown, (std::vector<std::pair<Role, std::string>>{{Role::Text, "content"},
                                                                 {Role::Button, "Press"},
                                                                 {Role::Image, "picture"},
-                                                                {Role::Group, "group"}}));
+                                                                {Role::Group, "group"},
+                                                                {Role::Slider, "volume"}}));
+    EXPECT_EQ(elements.back(), (orvane::platform::NSAccessibilityElement{
+                                   slider->getId() + 1,
+                                   0,
+                                   Role::Slider,
+                                   {{5, 6}, {7, 8}},
+                                   "volume",
+                                   "of the music",
+                                   "a fifth",
+                                   1,
+                                   6,
+                                   2,
+                                   true,
+                                   false,
+                                   true,
+                                   false,
+                                   false,
+                                   false,
+                                   orvane::platform::kNSAccessibilityIncrement}));
     Display::instance()->removeAll();
+}
+
+TEST(SessionResources, AreThoseOfTheHost) {
+    const TemporaryUser user;
+    OffscreenWindow window({80, 60}, 1);
+    const Session session(window, "/nowhere", "/resources");
+    EXPECT_EQ(orvane::system::getResourceDirectory(), "/resources");
 }
 
 }  // namespace

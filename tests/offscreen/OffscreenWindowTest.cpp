@@ -61,7 +61,9 @@ public:
                   below(2) == 0 ? CGColor{} : color());
         clip->setClipsToBounds(true);
         if (below(3) == 0) {
-            clip->setClips({{frame(), CGAffineTransform::makeRotation(below(6))}});
+            clip->setClips({below(2) == 0
+                                ? NSViewClip{frame(), CGAffineTransform::makeRotation(below(6))}
+                                : NSViewClip{{{10, 4}, {280, 190}}, {}}});
         }
         document_ = std::make_shared<PaintedView>(CGRect{{0, 0}, {900, 1200}}, color());
         clip->addSubview(document_);
@@ -218,7 +220,7 @@ TEST(OffscreenWindow, PixelsThatAreScrolledEqualComposedOnes) {
             }
         }
     }
-    EXPECT_GT(moves, 300) << "the pixels were copied";
+    EXPECT_GE(moves, 453) << "pixels were copied";
 }
 
 TEST(OffscreenWindow, ComposesOnlyWhatChanged) {
@@ -278,6 +280,8 @@ TEST(OffscreenWindow, AClipHoldsForAllThatIsInside) {
     EXPECT_EQ(shown(), (Counts{25, 25}));
     outer->layer()->setTransform(CATransform3D::makeTranslation(-5, 0, 0));
     EXPECT_EQ(shown(), (Counts{50, 50})) << "the clip does not move with the view";
+    outer->setClips({{{{5, 10}, {10, 10}}, {}, 5}});
+    EXPECT_EQ(shown(), (Counts{39.5, 39})) << "a circle";
     outer->setClips({{{{0, 0}, {9.5, 30}}, {}}});
     EXPECT_EQ(shown(), (Counts{22.5, 22.5})) << "half a pixel";
     outer->layer()->setOpacity(0.5);
@@ -313,6 +317,12 @@ TEST(OffscreenWindow, WhatIsClippedAwayIsNotPainted) {
     view->setFrame({{-2000, -2000}, {5000, 5000}});
     window.display();
     EXPECT_EQ(view->backingStore()->area(), (NSBackingRect{1536, 1536, 2560, 2560}));
+    // A view that has not many more pixels than the window is stored whole.
+    window.setContentSize({600, 600});
+    window.setBackingScaleFactor(2);
+    view->setFrame({{0, 0}, {840, 840}});
+    window.display();
+    EXPECT_EQ(view->backingStore()->area(), (NSBackingRect{0, 0, 1680, 1680}));
 }
 
 TEST(OffscreenWindow, AViewWhoseTransformHasNoInverseIsNotDrawn) {

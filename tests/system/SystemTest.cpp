@@ -28,7 +28,9 @@ TEST(System, ASecondStartKeepsTheFolders) {
     const fs::path base = user.data() / "Orvane/AppData";
     system::initSystem();
     std::ofstream(base / "caches/kept") << "kept";
+    testing::internal::CaptureStdout();
     system::initSystem();
+    EXPECT_EQ(testing::internal::GetCapturedStdout(), "");
     EXPECT_TRUE(fs::exists(base / "caches/kept"));
     EXPECT_TRUE(fs::is_directory(base / "tmp"));
     EXPECT_EQ(system::getBasePath(), base);
