@@ -1,7 +1,5 @@
 #include "platform/appkit/NSVelocityTracker.h"
 
-#include <algorithm>
-
 namespace orvane::platform {
 
 namespace {
@@ -14,10 +12,6 @@ constexpr double kSampleLength = 0.007;
 }  // namespace
 
 void NSVelocityTracker::add(CGPoint delta, double time) {
-    if (count_ == 1 && time - samples_[0].time < kSampleLength) {
-        samples_[0].time = time;  // the time that this way took is not known
-        return;
-    }
     if (count_ > 1 && time - samples_[(count_ - 2) % kSamples].time < kSampleLength) {
         Sample& last = samples_[(count_ - 1) % kSamples];
         last = {time, {last.delta.x + delta.x, last.delta.y + delta.y}};
@@ -44,7 +38,10 @@ CGPoint NSVelocityTracker::velocity(double time) const {
         way.y += samples_[i % kSamples].delta.y;
         start = before.time;
     }
-    const double seconds = std::max(end - start, kSampleLength);
+    const double seconds = end - start;
+    if (seconds < kSampleLength) {
+        return {};  // the time that so short a way took is not known
+    }
     return {way.x / seconds, way.y / seconds};
 }
 

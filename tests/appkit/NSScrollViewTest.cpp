@@ -1,4 +1,5 @@
 #include "platform/appkit/NSScrollView.h"
+#include "platform/appkit/NSVelocityTracker.h"
 
 #include <gtest/gtest.h>
 
@@ -322,6 +323,20 @@ TEST_F(NSScrollViewTest, AGestureKeepsItsAxisAndItsViews) {
     wheel({0, 20});
     run(1);
     EXPECT_EQ(inner->contentOffset().y, 20);
+}
+
+TEST(NSVelocityTracker, TheVelocityDoesNotDependOnTheRateOfEvents) {
+    for (const double interval : {0.001, 0.004, 0.008, 0.02}) {
+        NSVelocityTracker tracker;
+        double time = 5;
+        for (; time < 5.5; time += interval) {
+            const double speed = time < 5.3 ? -900 : 300;  // what is long ago does not count
+            tracker.add({speed * interval, 10 * interval}, time);
+        }
+        EXPECT_NEAR(tracker.velocity(time).x, 300, 1e-6) << interval;
+        EXPECT_NEAR(tracker.velocity(time).y, 10, 1e-6) << interval;
+        EXPECT_EQ(tracker.velocity(time + 0.1), CGPoint{}) << "after a rest";
+    }
 }
 
 TEST_F(NSScrollViewTest, PagesSnap) {
