@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include "orvane/display/graphics/ConicGradient.h"
+#include "orvane/display/graphics/RadialGradient.h"
 #include "orvane/orvane.h"
 #include "platform/coregraphics/CGImage.h"
 #include "platform/raster/CGBitmapContext.h"
@@ -167,6 +169,102 @@ TEST_F(GoldenTest, Images) {
     window->add(clipped);
     scene_->add(window);
     compareWithGolden("images", 360, 220);
+}
+
+// Every kind of stroke, gradient and effect, upright and turned.
+TEST_F(GoldenTest, ShapesAndEffects) {
+    const auto colored = [](auto gradient) {
+        for (const unsigned argb : {0xFFF2C14EU, 0xFF19A7A0U, 0x602F6FDEU}) {
+            gradient.addColor(argb);
+        }
+        return gradient;
+    };
+    for (const bool isTurned : {false, true}) {
+        const auto all = DisplayFactory::createContainer();
+        scene_->add(all);
+        if (isTurned) {
+            all->setMatrix(0.85F, -0.25F, 40, 0.25F, 0.85F, 120);
+        }
+        float x = 10;
+        const auto add = [&](const std::shared_ptr<DisplayObject>& object, float y) {
+            object->translate(std::exchange(x, x + 56), y);
+            all->add(object);
+            return object;
+        };
+        const auto box = [](float left, float top, unsigned argb) {
+            const auto result = DisplayFactory::createRect();
+            result->set(left, top, 30, 22);
+            result->setFillColor(argb);
+            return result;
+        };
+        const auto rounded = box(0, 0, 0);
+        rounded->setRx(9);
+        rounded->setRy(5);
+        graphics::LinearGradient linear = colored(graphics::LinearGradient());
+        linear.set({0}, {0.2F}, {1}, {0.8F});
+        linear.setUserSpace(false);
+        rounded->setFillColor(linear);
+        rounded->setStrokeColor(0xFF402060);
+        rounded->setStrokeWidth(4);
+        rounded->setStrokeDashArray({7, 3});
+        rounded->setStrokeDashOffset(2);
+        add(rounded, 12);
+        const auto corners = DisplayFactory::createPolyline();
+        corners->set({0, 30, 20, 0, 40, 30, 40, 12}, false);
+        corners->setStrokeColor(0x80C02020);
+        corners->setStrokeWidth(7);
+        add(corners, 10);
+        const auto ring = DisplayFactory::createCircle();
+        ring->set(0, 0, 18);
+        graphics::RadialGradient fill = colored(graphics::RadialGradient());
+        fill.setFocus(0.3, 0.3);
+        ring->setFillGradient(fill);
+        ring->setStrokeGradient(colored(graphics::ConicGradient()));
+        ring->setStrokeWidth(6);
+        add(ring, 6);
+        const auto curve = DisplayFactory::createPath();
+        curve->start();
+        curve->move(0, 20, false);
+        curve->cubicCurve(40, 5, 10, -30, 30, 60, false);
+        curve->quadCurve(20, 35, 45, 35, false);
+        curve->arc(14, 32, 9, 5, 20, 0, 230);
+        curve->close();
+        curve->finish();
+        curve->setFillColor(0xFF2F6FDE);
+        linear.set({0}, {0}, {30}, {10});
+        linear.setUserSpace(true);
+        curve->setStrokeGradient(linear);
+        curve->setStrokeWidth(3);
+        add(curve, 8);
+        const auto line = DisplayFactory::createLine();
+        line->set(0, 0, 44, 30);
+        line->setStrokeColor(0xFF000000);
+        line->setStrokeWidth(5);
+        line->setStrokeDashArray({1, 6, 9, 6});
+        add(line, 10);
+        const auto clip = DisplayFactory::createRoundedClipContainer(14);
+        clip->setBounds({x, 4, 40, 36});
+        clip->add(box(x - 6, 2, 0xFF803080));
+        clip->add(box(x + 20, 24, 0xC030A0A0));
+        all->add(clip);
+        x = 10;
+        const auto group = [&] {
+            const auto result = DisplayFactory::createContainer();
+            result->add(box(0, 0, 0xFF2060C0));
+            result->add(box(12, 12, 0xFFC06020));
+            add(result, 60);
+            return result;
+        };
+        group()->setOpacity(0.5);
+        group()->setBlur(3);
+        group()->setShadow({3, 5, 6, 0xC0000000});
+        group()->setShadow({-6, 2, 0, 0x80F2545B});
+        const auto faint = group();
+        faint->setOpacity(0.7);
+        faint->setBlur(1);
+        faint->setShadow({0, 6, 3, 0xFF19A7A0});
+    }
+    compareWithGolden("shapes", 360, 300);
 }
 
 }  // namespace
