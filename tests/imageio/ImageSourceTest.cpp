@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <string>
 #include <tuple>
 #include <utility>
@@ -43,31 +44,37 @@ TEST(ImageSource, WebPIsPremultiplied) {
                                           kTranslucent, kTranslucent}));
 }
 
-// The second frame is taken back before the third one, which has a transparent color. The file
-// plays once.
+// The third frame has a transparent color. The file plays once.
 TEST(ImageSource, FramesOfAGIFAreDrawnOnWhatTheOnesBeforeLeave) {
-    const auto source = CGImageSource::create(*file("gif/frames.gif"));
-    ASSERT_TRUE(source);
-    std::vector<std::uint32_t> expected(16, kRed);
-    EXPECT_EQ(pixelsOf(*source), expected);
-    EXPECT_EQ(source->delay(), 0.5);
+    const auto provider = file("gif/frames.gif");
+    std::string bytes(provider->bytes().begin(), provider->bytes().end());
+    const std::pair<char, std::uint32_t> disposals[] = {
+        {'\x04', kGreen}, {'\x08', 0}, {'\x0C', kRed}};
+    for (const auto& [disposal, left] : disposals) {
+        bytes[0x35] = disposal;  // of the second frame
+        const auto source = sourceOf(bytes);
+        ASSERT_TRUE(source);
+        std::vector<std::uint32_t> expected(16, kRed);
+        EXPECT_EQ(pixelsOf(*source), expected);
+        EXPECT_EQ(source->delay(), 0.5);
 
-    source->advance();
-    auto second = expected;
-    for (const std::size_t at : {5U, 6U, 9U, 10U}) {
-        second[at] = kGreen;
+        source->advance();
+        for (const std::size_t at : {5U, 6U, 9U, 10U}) {
+            expected[at] = kGreen;
+        }
+        EXPECT_EQ(pixelsOf(*source), expected);
+        EXPECT_EQ(source->delay(), 0.2);
+
+        source->advance();
+        std::ranges::replace(expected, kGreen, left);
+        expected[1] = expected[2] = kBlue;
+        EXPECT_EQ(pixelsOf(*source), expected);
+        EXPECT_EQ(source->delay(), 0.1) << "a delay that is too short to be meant";
+
+        source->advance();
+        EXPECT_EQ(pixelsOf(*source), expected);
+        EXPECT_FALSE(source->delay());
     }
-    EXPECT_EQ(pixelsOf(*source), second);
-    EXPECT_EQ(source->delay(), 0.2);
-
-    source->advance();
-    expected[1] = expected[2] = kBlue;
-    EXPECT_EQ(pixelsOf(*source), expected);
-    EXPECT_EQ(source->delay(), 0.1) << "a delay that is too short to be meant";
-
-    source->advance();
-    EXPECT_EQ(pixelsOf(*source), expected);
-    EXPECT_FALSE(source->delay());
 }
 
 TEST(ImageSource, ADrawingIsRenderedForTheScale) {
