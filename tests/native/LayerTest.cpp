@@ -93,12 +93,16 @@ TEST_F(NativeLayerTest, ControlsKeepTheirPlacesWhenWhatIsAroundThemChanges) {
     const auto group = DisplayFactory::createContainer();
     const auto control = ColorControl::create({30, 40, 20, 10});
     const auto background = rect(0, 0, 100, 100, 0xFFFF0000);
+    const auto clip = DisplayFactory::createClipContainer(false);
+    clip->setBounds({25, 35, 20, 30});
     group->add(background);
-    group->add(control);
+    group->add(clip);
+    clip->add(control);
     root_->add(group);
     EXPECT_EQ(pixel(35, 45), 0x00FF00U);
     background->setTranslate(20, 20);
     EXPECT_EQ(pixel(35, 45), 0x00FF00U) << "after the background has moved";
+    EXPECT_EQ(pixel(47, 45), shown(0xFF0000));
     root_->remove(group);
     EXPECT_EQ(pixel(35, 45), 0U);
     root_->add(group);

@@ -94,6 +94,8 @@ protected:
             const std::shared_ptr<DisplayObject> object = list_->getRow(row);
             if (top < offset + 100 && bottom > offset) {
                 ASSERT_TRUE(object) << when << ", row " << row;
+                const double shown = std::min(bottom, offset + 100) - std::max(top, offset);
+                ASSERT_TRUE(shown < 1 || !object->getFrameOnScreen().isEmpty()) << when;
             }
             if (object) {
                 ++inView;
@@ -214,6 +216,7 @@ TEST_F(ListContainerTest, AMillionRowsCostAsMuchAsThoseInView) {
     run(2);
     EXPECT_EQ(list_->getContentOffset().y, 30.0 * 500000);
     EXPECT_EQ(pixel(100, 31), shown(items_[500000].rgb));
+    check("in the middle");
     // All of them leave while the list is in motion.
     fling(4000);
     run(0.1);
