@@ -57,11 +57,12 @@ void NSTextFieldPicture::scrollToCaret() {
     const CGSize size = field_.bounds().size;
     const CGRect caret = layout_->caretAt(field_.caret());
     const CGSize text = layout_->size();
-    // Along an axis: as far as necessary, and no farther than the text goes.
+    // Along an axis: as far as necessary, and no farther than the text goes. By whole points, so
+    // that the caret is not blurred.
     const auto scroll = [](double from, double to, double room, double extent, double& offset) {
-        offset = std::max(offset, to - room);
-        offset = std::min(offset, from);
-        offset = std::clamp(offset, 0.0, std::max(extent - room, 0.0));
+        offset = std::max(offset, std::ceil(to - room));
+        offset = std::min(offset, std::floor(from));
+        offset = std::clamp(offset, 0.0, std::max(std::ceil(extent - room), 0.0));
     };
     if (field_.kind() == NSTextField::Kind::Multiline) {
         scrolled_.x = 0;

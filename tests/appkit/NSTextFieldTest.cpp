@@ -218,6 +218,7 @@ TEST_F(NSTextFieldTest, TheCaretStaysInViewAndTheTextDoesNotLeaveTheBounds) {
     EXPECT_NE(atEnd, atBeginning);
     // The caret is the only ink of its kind: black from top to bottom of the line, at the left.
     EXPECT_EQ(atBeginning[40 * 300 + 10], 0xFF000000U);
+    EXPECT_EQ(atEnd[40 * 300 + 129], 0xFF000000U) << "at the right";
     for (std::size_t i = 0; i < atEnd.size(); ++i) {
         const std::size_t x = i % 300;
         const std::size_t y = i / 300;
