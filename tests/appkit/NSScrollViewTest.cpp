@@ -330,7 +330,7 @@ TEST(NSVelocityTracker, TheVelocityDoesNotDependOnTheRateOfEvents) {
         NSVelocityTracker tracker;
         double time = 5;
         for (; time < 5.5; time += interval) {
-            const double speed = time < 5.3 ? -900 : 300;  // what is long ago does not count
+            const double speed = time < 5.38 ? -900 : 300;  // what is long ago does not count
             tracker.add({speed * interval, 10 * interval}, time);
         }
         EXPECT_NEAR(tracker.velocity(time).x, 300, 1e-6) << interval;

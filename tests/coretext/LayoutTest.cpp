@@ -71,6 +71,7 @@ TEST_F(LayoutTest, FindsTheCharacterUnderAPoint) {
     EXPECT_EQ(hebrew->stringIndexForPosition(-50), 4u);
     const CFMutableAttributedString empty;
     EXPECT_EQ(CTLine::createWithAttributedString(empty)->stringIndexForPosition(0), std::nullopt);
+    EXPECT_EQ(CTLine::createForPainting(styled("abc"))->stringIndexForPosition(0), std::nullopt);
     // Lam and alef share one glyph.
     const auto ligature = CTLine::createWithAttributedString(styled("\u0644\u0627"));
     const double shared = ligature->typographicBounds().width;

@@ -145,6 +145,10 @@ TEST_F(ClipTest, CutsControlsOffForTheEyeAndForThePointer) {
     EXPECT_EQ(pixel(55, 45), 0U);
     EXPECT_EQ(view_->hitTest({45, 45}), viewOf(control).get());
     EXPECT_NE(view_->hitTest({55, 45}), viewOf(control).get());
+    clip_->as<graphics::ClipContainer>()->setCornerRadius(25);
+    EXPECT_EQ(pixel(45, 45), 0U);
+    EXPECT_EQ(pixel(40, 40), 0x00FF00U);
+    clip_->as<graphics::ClipContainer>()->setCornerRadius(0);
     root_->store(root_->getChildren().begin(), rect(-20, -20, 5, 5, 0xFFFF0000));
     EXPECT_EQ(pixel(45, 45), 0x00FF00U) << "when the origin of the layer around it has moved";
     EXPECT_EQ(pixel(55, 45), 0U);

@@ -60,4 +60,9 @@ TEST(CATransform3D, IsInterpolatedByComponents) {
 TEST(CATransform3D, ATransformWithoutComponentsKeepsItsRotation) {
     const CATransform3D flat = affine({0, 0, 0, 0, 1, 1});
     EXPECT_EQ(flat.withRotation(1), flat);
+    for (const std::size_t i : {2U, 3U, 6U, 7U, 8U, 9U, 10U, 11U, 15U}) {
+        CATransform3D inSpace;
+        inSpace.m[i / 4][i % 4] += 0.5;
+        EXPECT_EQ(inSpace.withRotation(1), inSpace) << i;
+    }
 }
