@@ -140,12 +140,15 @@ protected:
 
 TEST_F(ClipTest, CutsControlsOffForTheEyeAndForThePointer) {
     const auto control = ColorControl::create({20, 20, 60, 60});
+    clip_->add(rect(0, 0, 9, 9, 0xFFFF0000));
     clip_->add(control);
     EXPECT_EQ(pixel(45, 45), 0x00FF00U);
     EXPECT_EQ(pixel(55, 45), 0U);
     EXPECT_EQ(view_->hitTest({45, 45}), viewOf(control).get());
     EXPECT_NE(view_->hitTest({55, 45}), viewOf(control).get());
+    EXPECT_EQ(pixel(3, 3), shown(0xFF0000));
     clip_->as<graphics::ClipContainer>()->setCornerRadius(25);
+    EXPECT_EQ(pixel(3, 3), 0U);
     EXPECT_EQ(pixel(45, 45), 0U);
     EXPECT_EQ(pixel(40, 40), 0x00FF00U);
     clip_->as<graphics::ClipContainer>()->setCornerRadius(0);
