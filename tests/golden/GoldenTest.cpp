@@ -42,13 +42,6 @@ protected:
         return object;
     }
 
-    void image(const std::string& file, float x, float y, float scale = 1) {
-        const auto object = DisplayFactory::createImage();
-        object->setPath(std::string(ORVANE_TEST_CORPUS) + "/" + file);
-        object->setMatrix(scale, 0, x, 0, scale, y);
-        scene_->add(object);
-    }
-
     static Segment segment(const std::string& content, int decoration = 0) {
         Segment result;
         result.font = "DejaVu Sans";
@@ -143,41 +136,33 @@ TEST_F(GoldenTest, WrappedAndAttributedText) {
     compareWithGolden("wrapped", 360, 310);
 }
 
-TEST_F(GoldenTest, Images) {
-    float x = 4;
-    for (const char* const file :
-         {"png/gray1.png", "png/rgba8.png", "png/palette4.png", "jpeg/baseline.jpg",
-          "jpeg/progressive.jpg", "jpeg/gray.jpg", "jpeg/cmyk.jpg"}) {
-        image(file, x, 4);
-        image(file, x, 44, 2.5F);
-        x += 50;
-    }
-    std::string raw;
-    for (int i = 0; i < 40 * 30; ++i) {
-        raw += {static_cast<char>(i % 40 * 6), static_cast<char>(i / 40 * 8), '\x60',
-                static_cast<char>(i % 40 * 6)};
-    }
-    const auto pixels = DisplayFactory::createImage();
-    pixels->setRawData(raw, 40, 40);  // a quarter of it is missing
-    pixels->setMatrix(1.6F, 0.6F, 40, -0.6F, 1.6F, 150);
-    scene_->add(pixels);
-    const auto window = DisplayFactory::createClipContainer(false);
-    window->setBounds({200, 140, 60, 50});
-    const auto clipped = DisplayFactory::createImage();
-    clipped->setRawData(raw, 40, 30);
-    clipped->setMatrix(3, 0, 190, 0, 3, 120);
-    window->add(clipped);
-    scene_->add(window);
-    compareWithGolden("images", 360, 220);
-}
-
-// Every kind of stroke, gradient and effect, upright and turned.
+// Every kind of stroke, gradient, picture and effect, upright and turned.
 TEST_F(GoldenTest, ShapesAndEffects) {
     const auto colored = [](auto gradient) {
         for (const unsigned argb : {0xFFF2C14EU, 0xFF19A7A0U, 0x602F6FDEU}) {
             gradient.addColor(argb);
         }
         return gradient;
+    };
+    auto linear = colored(graphics::LinearGradient());
+    auto radial = colored(graphics::RadialGradient());
+    radial.setFocus(0.3, 0.3);
+    const auto box = [](float left, float top, unsigned argb) {
+        const auto result = DisplayFactory::createRect();
+        result->set(left, top, 30, 22);
+        result->setFillColor(argb);
+        return result;
+    };
+    std::string bytes;
+    for (int i = 0; i < 40 * 30; ++i) {
+        bytes += {static_cast<char>(i % 40 * 6), static_cast<char>(i / 40 * 8), '\x60',
+                  static_cast<char>(i % 40 * 6)};
+    }
+    const auto picture = [&bytes](int rows, float scale, float left, float top) {
+        const auto result = DisplayFactory::createImage();
+        result->setRawData(bytes, 40, rows);
+        result->setMatrix(scale, 0, left, 0, scale, top);
+        return result;
     };
     for (const bool isTurned : {false, true}) {
         const auto all = DisplayFactory::createContainer();
@@ -186,43 +171,30 @@ TEST_F(GoldenTest, ShapesAndEffects) {
             all->setMatrix(0.85F, -0.25F, 40, 0.25F, 0.85F, 120);
         }
         float x = 10;
-        const auto add = [&](const std::shared_ptr<DisplayObject>& object, float y) {
+        const auto add = [&](const auto& object, float y) {
             object->translate(std::exchange(x, x + 56), y);
             all->add(object);
             return object;
         };
-        const auto box = [](float left, float top, unsigned argb) {
-            const auto result = DisplayFactory::createRect();
-            result->set(left, top, 30, 22);
-            result->setFillColor(argb);
-            return result;
+        const auto stroke = [&](const auto& shape, float width, const std::vector<float>& dash) {
+            shape->setStrokeColor(0xC0402060);
+            shape->setStrokeWidth(width);
+            shape->setStrokeDashArray(dash);
+            return add(shape, 10);
         };
-        const auto rounded = box(0, 0, 0);
+        const auto rounded = stroke(box(0, 0, 0), 4, {7, 3});
+        rounded->setStrokeDashOffset(2);
         rounded->setRx(9);
         rounded->setRy(5);
-        graphics::LinearGradient linear = colored(graphics::LinearGradient());
         linear.set({0}, {0.2F}, {1}, {0.8F});
         linear.setUserSpace(false);
         rounded->setFillColor(linear);
-        rounded->setStrokeColor(0xFF402060);
-        rounded->setStrokeWidth(4);
-        rounded->setStrokeDashArray({7, 3});
-        rounded->setStrokeDashOffset(2);
-        add(rounded, 12);
-        const auto corners = DisplayFactory::createPolyline();
-        corners->set({0, 30, 20, 0, 40, 30, 40, 12}, false);
-        corners->setStrokeColor(0x80C02020);
-        corners->setStrokeWidth(7);
-        add(corners, 10);
-        const auto ring = DisplayFactory::createCircle();
+        stroke(DisplayFactory::createPolyline(), 7, {})->set({0, 30, 20, 0, 40, 30, 40, 12}, false);
+        const auto ring = stroke(DisplayFactory::createCircle(), 6, {});
         ring->set(0, 0, 18);
-        graphics::RadialGradient fill = colored(graphics::RadialGradient());
-        fill.setFocus(0.3, 0.3);
-        ring->setFillGradient(fill);
+        ring->setFillGradient(radial);
         ring->setStrokeGradient(colored(graphics::ConicGradient()));
-        ring->setStrokeWidth(6);
-        add(ring, 6);
-        const auto curve = DisplayFactory::createPath();
+        const auto curve = stroke(DisplayFactory::createPath(), 3, {});
         curve->start();
         curve->move(0, 20, false);
         curve->cubicCurve(40, 5, 10, -30, 30, 60, false);
@@ -234,26 +206,19 @@ TEST_F(GoldenTest, ShapesAndEffects) {
         linear.set({0}, {0}, {30}, {10});
         linear.setUserSpace(true);
         curve->setStrokeGradient(linear);
-        curve->setStrokeWidth(3);
-        add(curve, 8);
-        const auto line = DisplayFactory::createLine();
-        line->set(0, 0, 44, 30);
-        line->setStrokeColor(0xFF000000);
-        line->setStrokeWidth(5);
-        line->setStrokeDashArray({1, 6, 9, 6});
-        add(line, 10);
+        stroke(DisplayFactory::createLine(), 5, {1, 6, 9, 6})->set(0, 0, 44, 30);
         const auto clip = DisplayFactory::createRoundedClipContainer(14);
         clip->setBounds({x, 4, 40, 36});
         clip->add(box(x - 6, 2, 0xFF803080));
-        clip->add(box(x + 20, 24, 0xC030A0A0));
+        clip->add(picture(30, 3, x + 10, -20));
         all->add(clip);
+        all->add(picture(40, 0.7F, 300, 60));  // a quarter of it is missing
         x = 10;
         const auto group = [&] {
             const auto result = DisplayFactory::createContainer();
             result->add(box(0, 0, 0xFF2060C0));
             result->add(box(12, 12, 0xFFC06020));
-            add(result, 60);
-            return result;
+            return add(result, 60);
         };
         group()->setOpacity(0.5);
         group()->setBlur(3);
