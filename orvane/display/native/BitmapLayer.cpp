@@ -1,5 +1,7 @@
 #include "orvane/display/native/BitmapLayer.h"
 
+#include <unordered_set>
+
 #include "orvane/display/native/BitmapView.h"
 #include "orvane/display/native/CurrentCanvas.h"
 #include "orvane/display/native/clipGuest.h"
@@ -61,12 +63,26 @@ void BitmapLayer::validateRenderingTree() {
         return;  // without a sublayer no object is above one
     }
     const Objects objects = getObjects();  // the split removes objects from the list
+    const std::shared_ptr<DisplayLayer> self = commons::sharedFrom<DisplayLayer>(*this);
+    std::unordered_set<const DisplayObject*> examined;
     for (const std::weak_ptr<DisplayObject>& entry : objects) {
         const std::shared_ptr<DisplayObject> object = entry.lock();
         if (!object) {
             continue;
         }
-        if (const auto nearest = object->findNearestSublayer(SearchDirection::Backward, false)) {
+        // The search need not pass a sibling for which it has found nothing.
+        const std::shared_ptr<DisplayObject> before = object->prev();
+        const bool isExamined = examined.contains(before.get());
+        examined.insert(object.get());
+        std::shared_ptr<DisplayLayer> nearest;
+        if (isExamined) {
+            LayerPlacement::NearestBelow below(self);
+            below.pass(*before);
+            nearest = below.of(*object);
+        } else {
+            nearest = object->findNearestSublayer(SearchDirection::Backward, false);
+        }
+        if (nearest) {
             resolveOverlapping(nearest, object);
         } else if (const ContainerObject* const container = object->asContainer()) {
             splitChildren(*container);
@@ -80,7 +96,8 @@ std::shared_ptr<DisplayLayer> BitmapLayer::splitChildren(const ContainerObject& 
     }
     const std::shared_ptr<DisplayLayer> self = commons::sharedFrom<DisplayLayer>(*this);
     LayerPlacement::NearestBelow below(self);
-    for (std::size_t i = 0; i < container.getChildren().size(); ++i) {
+    for (std::size_t i = LayerPlacement::firstLayeredChild(container);
+         i < container.getChildren().size(); ++i) {
         const std::shared_ptr<DisplayObject> child = container.getChildren()[i];
         const std::shared_ptr<DisplayLayer> childLayer = child->getLayer();
         const ContainerObject* const nested = child->asContainer();

@@ -1,5 +1,6 @@
 #include "orvane/display/tree/ContainerObject.h"
 
+#include <algorithm>
 #include <utility>
 #include <vector>
 
@@ -127,6 +128,7 @@ void ContainerObject::invalidate(bool mark) {
 
 void ContainerObject::clear() {
     const ValidationLock lock(getAscendingLayer());
+    plainChildren_ = 0;  // the base erases each child as if it were the only one
     DisplayContainer<DisplayObject, ContainerObject>::clear();
 }
 
@@ -182,7 +184,12 @@ auto ContainerObject::store(Position position, const std::shared_ptr<DisplayObje
 
     const Position stored =
         DisplayContainer<DisplayObject, ContainerObject>::store(position, element);
-    changeLayeredCount(static_cast<std::ptrdiff_t>(element->layeredCount_));
+    if (element->getIndex() <= plainChildren_) {
+        ++plainChildren_;
+    }
+    if (element->hasLayers()) {
+        countLayeredChild(*element, true);
+    }
     if (element->leadsToAccessible_) {
         leadToAccessible();
     }
@@ -215,12 +222,46 @@ auto ContainerObject::erase(Position position) -> Position {
     if (childFrames_) {
         childFrames_->remove(*element);
     }
-    changeLayeredCount(-static_cast<std::ptrdiff_t>(element->layeredCount_));
+    if (element->hasLayers()) {
+        countLayeredChild(*element, false);
+    }
+    if (element->getIndex() < plainChildren_) {
+        --plainChildren_;
+    }
     PaintScope::keep(element);
     // Found again: what runs above may have changed the children.
     const Position next = DisplayContainer<DisplayObject, ContainerObject>::erase(find(element));
     LayerPlacement::indicesChanged(*this, static_cast<std::uint64_t>(next - children().begin()));
     return next;
+}
+
+void ContainerObject::countLayeredChild(const DisplayObject& child, bool layered) {
+    const DisplayObject* node = &child;
+    for (ContainerObject* container = this; container != nullptr;
+         container = container->parentOrNull()) {
+        const bool hadLayers = container->hasLayers();
+        if (layered) {
+            ++container->layeredChildren_;
+            container->plainChildren_ =
+                std::min<std::size_t>(container->plainChildren_, node->getIndex());
+        } else {
+            --container->layeredChildren_;
+        }
+        if (container->hasLayers() == hadLayers) {
+            return;
+        }
+        node = container;
+    }
+}
+
+std::size_t ContainerObject::firstLayeredChild() const {
+    if (layeredChildren_ == 0) {
+        return children().size();
+    }
+    while (plainChildren_ < children().size() && !children()[plainChildren_]->hasLayers()) {
+        ++plainChildren_;
+    }
+    return plainChildren_;
 }
 
 // The index at which a walk over the children continues. `before` is the last child visited that

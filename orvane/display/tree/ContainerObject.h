@@ -95,6 +95,7 @@ protected:
     }
 
 private:
+    friend class DisplayObject;
     friend class FrameCache;
     friend class LayerPlacement;
 
@@ -102,8 +103,16 @@ private:
     // Returns `position`, adjusted to the removal.
     Position takeFromFormerParent(Position position, const std::shared_ptr<DisplayObject>& element);
     std::size_t indexAfter(const DisplayObject* before) const;
+    // A child has got the first layer of its subtree, or has lost the last one. The containers
+    // around this one are informed as far as the same is true for them.
+    void countLayeredChild(const DisplayObject& child, bool layered);
+    // The index of the first child with a layer in its subtree; the number of children if there is
+    // none. Constant time on average.
+    std::size_t firstLayeredChild() const;
     void validateChild(DisplayObject& child, const Rect& rect);
 
+    std::size_t layeredChildren_ = 0;        // the number of children that have layers
+    mutable std::size_t plainChildren_ = 0;  // so many of the first children have none
     bool clipsChildren_ = false;
     bool scrolls_ = false;
     geometry::Point<double> scrollOffset_;

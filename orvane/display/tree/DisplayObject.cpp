@@ -150,7 +150,7 @@ void DisplayObject::setOpacity(double opacity) {
     }
     Effects& effects = requireEffects();
     effects.opacity = limited;
-    if (limited < 1 && layeredCount_ > (layered_ ? 1U : 0U) && !ownsLayer()) {
+    if (limited < 1 && container_ != nullptr && container_->layeredChildren_ != 0 && !ownsLayer()) {
         extractIntoLayer(nullptr);
     }
     // The picture is drawn with the opacity, and does not contain it.
@@ -304,20 +304,23 @@ void DisplayObject::setLayer(const std::shared_ptr<DisplayLayer>& layer) {
     const std::shared_ptr<DisplayLayer> left = ownsLayer() ? std::move(ownedLayer_) : nullptr;
     layer_ = layer;
     if (const bool layered = layer != nullptr; layered != layered_) {
+        const bool hadLayers = hasLayers();
         layered_ = layered;
-        changeLayeredCount(layered ? 1 : -1);
+        ContainerObject* const parent = parentOrNull();
+        if (parent != nullptr && hasLayers() != hadLayers) {
+            parent->countLayeredChild(*this, layered);
+        }
+        // A picture of a container contains what has no layer of its own.
+        for (DisplayObject* node = this; node != nullptr; node = node->parentOrNull()) {
+            if (node->effects_) {
+                node->effects_->changed();
+            }
+        }
     }
 }
 
-void DisplayObject::changeLayeredCount(std::ptrdiff_t change) {
-    for (DisplayObject* node = this; node != nullptr && change != 0; node = node->parentOrNull()) {
-        node->layeredCount_ =
-            static_cast<std::size_t>(static_cast<std::ptrdiff_t>(node->layeredCount_) + change);
-        // A picture of the node contains what has no layer of its own.
-        if (node->effects_) {
-            node->effects_->changed();
-        }
-    }
+bool DisplayObject::hasLayers() const {
+    return layered_ || (container_ != nullptr && container_->layeredChildren_ != 0);
 }
 
 bool DisplayObject::ownsLayer() const {

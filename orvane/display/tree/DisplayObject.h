@@ -262,8 +262,8 @@ private:
 
     // Sets leadsToAccessible_ of this object and its ancestors.
     void leadToAccessible();
-    // Adds `change` to layeredCount_ of this object and its ancestors.
-    void changeLayeredCount(std::ptrdiff_t change);
+    // Whether this object or one in it is on a layer of its own.
+    bool hasLayers() const;
 
     Effects& requireEffects();
     void widenInkByEffects();
@@ -279,9 +279,8 @@ private:
     bool accessibleKind_ = false;
     bool leadsToAccessible_ = false;  // true for the parent of every object for which it is true
     Cursor cursor_ = Cursor::Inherit;
-    bool layered_ = false;          // setLayer has set a layer
-    std::size_t layeredCount_ = 0;  // of the objects in this subtree, this one included
-    std::uint32_t frameSlot_ = 0;   // the parent's ChildFrames entry
+    bool layered_ = false;         // setLayer has set a layer
+    std::uint32_t frameSlot_ = 0;  // the parent's ChildFrames entry
     ContainerObject* container_ = nullptr;
     std::weak_ptr<DisplayLayer> layer_;
     std::shared_ptr<DisplayLayer> ownedLayer_;

@@ -33,7 +33,7 @@ std::shared_ptr<DisplayObject> firstObjectOf(const DisplayLayer& layer) {
 
 LayerList LayerPlacement::layersOf(const ContainerObject& container) {
     LayerList result;
-    if (container.layeredCount_ != 0) {
+    if (hasLayers(container)) {
         appendLayers(container, container.getAscendingLayer(), result);
     }
     // A sublayer that several children share is listed once.
@@ -42,23 +42,46 @@ LayerList LayerPlacement::layersOf(const ContainerObject& container) {
 }
 
 bool LayerPlacement::hasLayers(const ContainerObject& container) {
-    return container.layeredCount_ != 0;
+    return container.layeredChildren_ != 0;
+}
+
+std::size_t LayerPlacement::firstLayeredChild(const ContainerObject& container) {
+    return container.firstLayeredChild();
 }
 
 void LayerPlacement::appendLayers(const ContainerObject& container, const Layer& ascending,
                                   LayerList& result) {
-    for (const std::shared_ptr<DisplayObject>& child : container.getChildren()) {
-        if (child->layeredCount_ == 0) {
-            continue;
-        }
-        if (const Layer layer = child->getLayer()) {
+    const auto& children = container.getChildren();
+    for (std::size_t i = container.firstLayeredChild(); i < children.size(); ++i) {
+        const DisplayObject& child = *children[i];
+        if (const Layer layer = child.getLayer()) {
             if (Layer branch = branchUnder(ascending, layer)) {
                 result.push_back(std::move(branch));
             }
-        } else if (const ContainerObject* const nested = child->asContainer()) {
+        } else if (const ContainerObject* const nested = child.asContainer()) {
             appendLayers(*nested, ascending, result);
         }
     }
+}
+
+auto LayerPlacement::outermostLayer(const ContainerObject& container, const Layer& ascending,
+                                    SearchDirection direction) -> Layer {
+    const auto& children = container.getChildren();
+    const std::size_t first = container.firstLayeredChild();
+    for (std::size_t n = 0; n < children.size() - first; ++n) {
+        const bool isBackward = direction == SearchDirection::Backward;
+        const DisplayObject& child = *children[isBackward ? children.size() - 1 - n : first + n];
+        Layer branch;
+        if (const Layer layer = child.getLayer()) {
+            branch = branchUnder(ascending, layer);
+        } else if (const ContainerObject* const nested = child.asContainer()) {
+            branch = outermostLayer(*nested, ascending, direction);
+        }
+        if (branch) {
+            return branch;
+        }
+    }
+    return nullptr;
 }
 
 // The layer that represents `layer` under `ascending`: itself, or the wrapper around it. Null when
@@ -84,16 +107,9 @@ std::optional<LayerPlacement::Layer> LayerPlacement::answerAt(const DisplayObjec
     if (siblingLayer != searchedFor) {
         return siblingLayer ? siblingLayer->findChildOf(drawnOn) : nullptr;
     }
-    LayerList layers;
-    if (!siblingLayer) {
-        layers = sibling.getDescendingLayers();
-    } else if (const ContainerObject* const container = sibling.asContainer()) {
-        layers = container->getLayersFromSubtree();
-    }
-    if (layers.empty()) {
-        return std::nullopt;
-    }
-    return direction == SearchDirection::Backward ? layers.back() : layers.front();
+    const ContainerObject* const container = sibling.asContainer();
+    Layer answer = container != nullptr ? outermostLayer(*container, drawnOn, direction) : nullptr;
+    return answer ? std::optional(std::move(answer)) : std::nullopt;
 }
 
 LayerPlacement::Layer LayerPlacement::nearestSublayer(const DisplayObject& object,
@@ -108,9 +124,16 @@ LayerPlacement::Layer LayerPlacement::nearestSublayer(const DisplayObject& objec
     // Requested again only where it changes: each request climbs the tree.
     Layer ofParent = own ? parent->getAscendingLayer() : drawnOn;
     while (true) {
-        for (std::shared_ptr<DisplayObject> sibling = current->getSibling(direction); sibling;
-             sibling = sibling->getSibling(direction)) {
-            if (std::optional<Layer> answer = answerAt(*sibling, own, drawnOn, direction)) {
+        const auto& siblings = parent->getChildren();
+        // For an object without a layer, siblings without layers have no answer.
+        const auto first = static_cast<std::ptrdiff_t>(own ? 0 : parent->firstLayeredChild());
+        const auto end = static_cast<std::ptrdiff_t>(siblings.size());
+        const bool isBackward = direction == SearchDirection::Backward;
+        const auto index = static_cast<std::ptrdiff_t>(current->getIndex());
+        for (std::ptrdiff_t i = isBackward ? index - 1 : std::max(index + 1, first);
+             i >= first && i < end; i += isBackward ? -1 : 1) {
+            const DisplayObject& sibling = *siblings[static_cast<std::size_t>(i)];
+            if (std::optional<Layer> answer = answerAt(sibling, own, drawnOn, direction)) {
                 return *std::move(answer);
             }
         }
@@ -323,11 +346,9 @@ void LayerPlacement::unlink(const std::shared_ptr<DisplayObject>& element, const
 }
 
 void LayerPlacement::indicesChanged(const ContainerObject& container, std::uint64_t first) {
-    if (container.layeredCount_ == 0) {
-        return;
-    }
     const auto& children = container.getChildren();
-    for (auto i = static_cast<std::size_t>(first); i < children.size(); ++i) {
+    for (std::size_t i = std::max<std::size_t>(first, container.firstLayeredChild());
+         i < children.size(); ++i) {
         if (children[i]->layered_) {
             if (const Layer layer = children[i]->getLayer()) {
                 layer->objectsSorted_ = false;

@@ -50,8 +50,11 @@ public:
     // stay in the layer tree when the container leaves.
     static LayerList layersOf(const ContainerObject& container);
 
-    // False when neither `container` nor anything in it has a layer of its own. Constant time.
+    // False when nothing in `container` has a layer of its own. Constant time.
     static bool hasLayers(const ContainerObject& container);
+    // The index of the first child that has a layer in its subtree, itself included; the number of
+    // children if there is none. Constant time on average.
+    static std::size_t firstLayeredChild(const ContainerObject& container);
 
     // See DisplayObject::findNearestSublayer.
     static Layer nearestSublayer(const DisplayObject& object, SearchDirection direction,
@@ -116,6 +119,10 @@ public:
 private:
     static void appendLayers(const ContainerObject& container, const Layer& ascending,
                              LayerList& result);
+    // The first of layersOf(container) or, for Backward, the last one; null for none. The container
+    // draws on `ascending`.
+    static Layer outermostLayer(const ContainerObject& container, const Layer& ascending,
+                                SearchDirection direction);
     static std::vector<ContainerObject*> clipsOnTheWay(const DisplayObject& object,
                                                        DisplayLayer& superlayer,
                                                        const ContainerObject* common,
