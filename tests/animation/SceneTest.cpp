@@ -415,6 +415,20 @@ TEST_F(KeepTest, EndsAtTheEndWhenItIsCancelledOrRunAgain) {
     refresh(0);
     EXPECT_EQ(left(), 70);
     EXPECT_EQ(completions_, 2);
+
+    // A run from the callback begins where the one that has ended left the object.
+    animation->setCompletionCallback([&] {
+        animation->stop(StopAt::End);
+        if (++completions_ < 4) {
+            animation->run();
+        }
+    });
+    animation->run();
+    refresh(1);
+    EXPECT_EQ(left(), 90);
+    refresh(1);
+    EXPECT_EQ(left(), 110);
+    EXPECT_EQ(completions_, 4);
 }
 
 TEST_F(KeepTest, ThePaceIsThatOfTheEasingAndTheKeyTimes) {

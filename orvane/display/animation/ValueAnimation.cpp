@@ -126,9 +126,10 @@ void ValueAnimation::stop(StopAt where) {
     handler->layer()->removeAnimationForKey(getKey());
 }
 
-void ValueAnimation::complete(const NSView& handler, const Run& run) {
-    isSettled_ = run.isSettled;
-    if (!run.isSettled && endState_ == EndState::Restore) {
+void ValueAnimation::complete(const NSView& handler, Run& run) {
+    // The callback may stop this animation or run it again, which must not end the run twice.
+    isSettled_ = std::exchange(run.isSettled, true);
+    if (!isSettled_ && endState_ == EndState::Restore) {
         completeAndRemoveKey(handler, shared_from_this());
     } else {
         // The layer has dropped the animation. Another run may have the key by now, and stays.

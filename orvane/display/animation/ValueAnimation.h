@@ -100,7 +100,7 @@ private:
     // One run, from run() until its completion.
     struct Run {
         std::shared_ptr<Animatable> target;
-        bool isSettled = false;  // stop() has decided what remains
+        bool isSettled = false;  // over, or stop() has decided what remains
     };
 
     void setKeyFrames(platform::CAKeyframeAnimation& animation, platform::CALayer& layer) const;
@@ -108,7 +108,7 @@ private:
     std::vector<float> lastKeyFrame() const;
     void placeAnchorPoint(const platform::NSView& handler);
     void restoreNativeLayer();
-    void complete(const platform::NSView& handler, const Run& run);
+    void complete(const platform::NSView& handler, Run& run);
     // Makes the target's object show `keyFrame`, and resets the layer. An empty one changes nothing
     // about the object.
     void keep(Animatable& target, const std::vector<float>& keyFrame) const;
