@@ -37,7 +37,7 @@ struct NSWindow::State {
     NSWindowObserver* observer = nullptr;
 };
 
-NSWindow::NSWindow() : state_(std::make_unique<State>(*this)) {}
+NSWindow::NSWindow() : state_(std::make_shared<State>(*this)) {}
 
 NSWindow::~NSWindow() {
     state_->scheduled = true;  // scheduleDisplay is pure virtual from here on
@@ -240,15 +240,18 @@ void NSWindow::displayIfNeeded(double time) {
 // ---- input ----
 
 bool NSWindow::sendEvent(const NSEvent& event) {
-    return state_->input.sendEvent(event);
+    const std::shared_ptr<State> state = state_;
+    return state->input.sendEvent(event);
 }
 
 bool NSWindow::sendUnhandledKey(const NSEvent& event) {
-    return state_->input.sendUnhandledKey(event);
+    const std::shared_ptr<State> state = state_;
+    return state->input.sendUnhandledKey(event);
 }
 
 bool NSWindow::sendDrop(const NSDrop& drop) {
-    return state_->input.sendDrop(drop);
+    const std::shared_ptr<State> state = state_;
+    return state->input.sendDrop(drop);
 }
 
 NSView* NSWindow::firstResponder() const {

@@ -194,7 +194,8 @@ private:
 
     void setNeedsPass();
 
-    std::unique_ptr<State> state_;
+    // Shared with the functions that deliver input: a handler may destroy the window.
+    std::shared_ptr<State> state_;
 };
 
 }  // namespace orvane::platform

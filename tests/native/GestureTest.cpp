@@ -166,6 +166,18 @@ TEST_F(Gesture, AClaimedGestureIsCancelledWithItsLayer) {
     EXPECT_EQ(listener->received.back().phase, TouchEventPhase::Cancelled);
 }
 
+TEST_F(Gesture, AListenerMayDestroyTheWindow) {
+    auto window = std::make_unique<platform::OffscreenWindow>(platform::CGSize{kWidth, kHeight});
+    window->setContentView(view_);
+    const auto listener = listen(object_, [&](const TouchEvent& event) {
+        window.reset();
+        return claim(event);
+    });
+    window->sendEvent({NSEventType::LeftMouseDown, {60, 60}});
+    ASSERT_EQ(listener->received.size(), 2U);
+    EXPECT_EQ(listener->received.back().phase, TouchEventPhase::Cancelled);
+}
+
 TEST_F(Gesture, AnObjectRaisedInItsGestureKeepsItsView) {
     const auto root = putAboveAControl();
     const auto view = viewOf(object_);
