@@ -1,4 +1,7 @@
+#include <algorithm>
+#include <ctime>
 #include <functional>
+#include <limits>
 #include <stdexcept>
 
 #include "orvane/display/graphics/quartz/QuartzRect.h"
@@ -214,6 +217,32 @@ TEST_F(NativeLayerTest, ALayerThatIsRemovedByTheCallbackOfItsFrameStaysAway) {
     EXPECT_EQ(object->getParent(), nullptr);
 }
 
+TEST_F(NativeLayerTest, AnObjectMayRemoveItselfWithItsLayerWhileItIsPainted) {
+    struct Remover : graphics::quartz::QuartzRect {
+        void doValidate(const R&) override { removeFromParent(); }
+    };
+    struct Layer : BitmapLayer {
+        ~Layer() override { EXPECT_FALSE(*isPainting); }
+        void drawToBuffer(const Rect& rect, void* buffer) override {
+            *isPainting = true;
+            BitmapLayer::drawToBuffer(rect, buffer);
+            *isPainting = false;
+        }
+        bool* isPainting = nullptr;
+    };
+    bool isPainting = false;
+    {
+        const auto remover = std::make_shared<Remover>();
+        remover->set(0, 0, 50, 50);
+        const auto layer = createLayer<Layer>();
+        layer->isPainting = &isPainting;
+        remover->extractIntoLayer(layer);
+        root_->add(remover);
+    }
+    picture();
+    EXPECT_TRUE(root_->getChildren().empty());
+}
+
 TEST_F(NativeLayerTest, ADirtyObjectMayEndAndDoesNotKeepItsLayer) {
     // Its destructor changes another object of the layer.
     struct Last : ContainerObject {
@@ -282,6 +311,85 @@ TEST_F(BitmapLayerTest, EachObjectAfterAControlGetsALayerAboveIt) {
     const auto kept = top_->getLayer();
     root_->remove(control_);
     EXPECT_EQ(top_->getLayer(), kept);
+}
+
+TEST_F(NativeLayerTest, ALayerOfTwoSiblingsMayMoveIntoALaterOne) {
+    for (const bool groupIsExtracted : {false, true}) {
+        const auto first = rect(0, 0, 50, 50, 0xFFFF0000);
+        const auto second = rect(50, 0, 50, 50, 0xFF00FF00);
+        const auto group = DisplayFactory::createContainer();
+        root_->add(first);
+        root_->add(second);
+        root_->add(group);
+        const auto shared = second->extractIntoLayer(nullptr);
+        first->extractIntoLayer(shared);
+        if (groupIsExtracted) {
+            group->extractIntoLayer(nullptr);
+        }
+        group->add(second);  // the layer is inside the group, not below it
+        EXPECT_EQ(group->getAscendingLayer()->getSublayers(), LayerList{shared});
+        EXPECT_EQ(pixel(10, 10), shown(0xFF0000));
+        EXPECT_EQ(pixel(60, 10), shown(0x00FF00));
+        root_->clear();
+    }
+}
+
+// What a change costs next to a control depends on the change, not on the objects around it.
+TEST_F(NativeLayerTest, OneMoreObjectNextToAControlCostsTheSameInALargeContainer) {
+    const auto add = [](const std::shared_ptr<ContainerObject>& into,
+                        const std::shared_ptr<DisplayObject>& before) {
+        into->store(into->find(before), rect(0, 0, 5, 5, 0xFFFF0000));
+    };
+    // The processor time of the fastest of some additions.
+    const auto costOf = [](const std::function<void()>& addition) {
+        std::clock_t best = std::numeric_limits<std::clock_t>::max();
+        for (int i = 0; i < 10; ++i) {
+            const std::clock_t start = std::clock();
+            addition();
+            best = std::min(best, std::clock() - start);
+        }
+        return static_cast<double>(best + 1);
+    };
+    const auto nextToControl = [&](int count) {
+        const auto control = ColorControl::create({0, 0, 20, 20});
+        {
+            const UpdateLock lock(root_);
+            for (int i = 0; i < count; ++i) {
+                add(root_, nullptr);
+            }
+            root_->add(control);
+        }
+        const double cost = costOf([&] {
+            for (int i = 0; i < 5; ++i) {
+                add(root_, control);
+                add(root_, nullptr);
+            }
+        });
+        root_->clear();
+        return cost;
+    };
+    EXPECT_LT(nextToControl(40000), 10 * nextToControl(1000));
+
+    // Objects between two that share a layer join it, and each of them counts for its frame.
+    const auto amongGuests = [&](int count) {
+        const auto first = rect(0, 0, 5, 5, 0xFFFF0000);
+        const auto last = rect(9, 0, 5, 5, 0xFFFF0000);
+        root_->add(first);
+        root_->add(last);
+        first->extractIntoLayer(last->extractIntoLayer(nullptr));
+        {
+            const UpdateLock lock(root_);
+            for (int i = 0; i < count; ++i) {
+                add(root_, last);
+            }
+            root_->store(root_->find(last), ColorControl::create({0, 0, 20, 20}));
+        }
+        const auto control = last->prev();
+        const double cost = costOf([&] { add(root_, control); });
+        root_->clear();
+        return cost;
+    };
+    EXPECT_LT(amongGuests(2000), 30 * amongGuests(250));
 }
 
 TEST_F(NativeLayerTest, AChangeDamagesTheOldAndTheNewArea) {

@@ -1,5 +1,6 @@
 #include "orvane/display/native/BitmapLayer.h"
 
+#include <algorithm>
 #include <unordered_set>
 
 #include "orvane/display/native/BitmapView.h"
@@ -36,6 +37,19 @@ std::shared_ptr<platform::NSView> BitmapLayer::createLayerHandler() {
 }
 
 // ---- the split ----
+
+namespace {
+
+// Whether a sublayer shows something in `object`, and would follow it to another layer. Siblings
+// may share a layer, and one of them may have moved into the next one since.
+bool isInside(const std::shared_ptr<DisplayLayer>& sublayer, const DisplayObject& object) {
+    const ContainerObject* const container = object.asContainer();
+    const LayerList layers =
+        container != nullptr ? LayerPlacement::layersOf(*container) : LayerList();
+    return std::find(layers.begin(), layers.end(), sublayer) != layers.end();
+}
+
+}  // namespace
 
 auto BitmapLayer::store(Position position, const std::shared_ptr<DisplayLayer>& sublayer)
     -> Position {
@@ -82,7 +96,7 @@ void BitmapLayer::validateRenderingTree() {
         } else {
             nearest = object->findNearestSublayer(SearchDirection::Backward, false);
         }
-        if (nearest) {
+        if (nearest && !isInside(nearest, *object)) {
             resolveOverlapping(nearest, object);
         } else if (const ContainerObject* const container = object->asContainer()) {
             splitChildren(*container);
@@ -103,7 +117,8 @@ std::shared_ptr<DisplayLayer> BitmapLayer::splitChildren(const ContainerObject& 
         const ContainerObject* const nested = child->asContainer();
         if (childLayer && childLayer != self) {
             below.pass(*child);
-        } else if (const std::shared_ptr<DisplayLayer> nearest = below.of(*child)) {
+        } else if (const std::shared_ptr<DisplayLayer> nearest = below.of(*child);
+                   nearest && !isInside(nearest, *child)) {
             resolveOverlapping(nearest, child);
             below.pass(*child);
         } else if (nested != nullptr && !childLayer) {

@@ -35,7 +35,9 @@ void BitmapView::drawRect(const platform::CGRect& dirty) {
     const geometry::Rect<double> rect(dirty.origin.x, dirty.origin.y, std::ceil(dirty.size.width),
                                       std::ceil(dirty.size.height));
     const CurrentCanvasScope scope(platform::NSGraphicsContext::currentGraphicsPort());
-    orvaneLayer_->drawToBuffer(rect, nullptr);
+    // Held: an object that owns the layer may be removed while it is painted.
+    const std::shared_ptr<BitmapLayer> layer = commons::sharedFrom(*orvaneLayer_);
+    layer->drawToBuffer(rect, nullptr);
 }
 
 }  // namespace orvane::display::native
