@@ -127,8 +127,7 @@ void MaskRasterizer::draw(const Request& request) {
 
 bool MaskRasterizer::drawPartial(const Request& request) {
     const bool dashed = !request.stroke.dash.empty();
-    OutlineClipper clipper(request.transform, request.width, request.height, request.lineReach,
-                           request.joinReach, dashed);
+    OutlineClipper clipper(request.transform, request.width, request.height, request.reach, dashed);
     request.outline.emit(clipper);
     if (request.coverage != Coverage::Stroke) {
         const std::vector<std::vector<CGPoint>> polygons = clipper.filledPolygons();
@@ -138,9 +137,10 @@ bool MaskRasterizer::drawPartial(const Request& request) {
         cairo_fill(cairo_.get());
         return !polygons.empty();
     }
-    std::vector<OutlineClipper::Run> runs = clipper.strokedRuns(request.pen);
+    const StrokeReach reach(request.pen, request.stroke.width / 2, request.reach);
+    std::vector<OutlineClipper::Run> runs = clipper.strokedRuns(reach);
     if (dashed) {
-        runs = dashedRuns(runs, request.stroke, request.pen);
+        runs = dashedRuns(runs, request.stroke, reach);
     }
     for (const OutlineClipper::Run& run : runs) {
         addLines(cairo_.get(), run.points, run.closed);

@@ -23,10 +23,8 @@ public:
         StrokeStyle stroke;  // already validated
         int width;           // of the mask, at most Mask::kSide
         int height;
-        // The largest distance in pixels between an outline and its stroke, without joins at
-        // corners and with them.
-        double lineReach;
-        double joinReach;
+        // The largest distance in pixels between an outline and its stroke.
+        double reach;
         // Whether the shape extends beyond the mask.
         bool isPartial;
     };

@@ -47,6 +47,10 @@ std::vector<CGPoint> clipped(const std::vector<CGPoint>& polygon, double CGPoint
     return result;
 }
 
+bool isInBox(CGPoint p, CGPoint min, CGPoint max) {
+    return p.x >= min.x && p.x <= max.x && p.y >= min.y && p.y <= max.y;
+}
+
 // Finds the range of t from 0 to 1 for which p + t (q - p) lies inside the box; false if there is
 // none.
 bool clipLine(CGPoint p, CGPoint q, CGPoint min, CGPoint max, double& from, double& to) {
@@ -72,34 +76,26 @@ bool clipLine(CGPoint p, CGPoint q, CGPoint min, CGPoint max, double& from, doub
 }  // namespace
 
 OutlineClipper::OutlineClipper(const CGAffineTransform& transform, double width, double height,
-                               double lineReach, double joinReach, bool exactLengths)
+                               double reach, bool exactLengths)
     : transform_(transform),
-      lineMin_{-lineReach - kMargin, -lineReach - kMargin},
-      lineMax_{width + lineReach + kMargin, height + lineReach + kMargin},
-      min_{-joinReach - kMargin, -joinReach - kMargin},
-      max_{width + joinReach + kMargin, height + joinReach + kMargin},
+      size_{width, height},
+      min_{-reach - kMargin, -reach - kMargin},
+      max_{width + reach + kMargin, height + reach + kMargin},
       exactLengths_(exactLengths) {}
-
-void OutlineClipper::append(CGPoint p, bool isCorner) {
-    Subpath& subpath = subpaths_.back();
-    subpath.points.push_back(p);
-    subpath.corners.push_back(isCorner);
-}
 
 void OutlineClipper::moveTo(CGPoint p) {
     subpaths_.emplace_back();
-    append(transform_.apply(p), true);
+    append(transform_.apply(p));
 }
 
 void OutlineClipper::lineTo(CGPoint p) {
-    append(transform_.apply(p), true);
+    append(transform_.apply(p));
 }
 
 void OutlineClipper::curveTo(CGPoint c1, CGPoint c2, CGPoint p) {
     flatten({subpaths_.back().points.back(), transform_.apply(c1), transform_.apply(c2),
              transform_.apply(p)},
             0);
-    subpaths_.back().corners.back() = true;
 }
 
 void OutlineClipper::close() {
@@ -126,7 +122,7 @@ void OutlineClipper::flatten(const Curve& c, int depth) {
     const bool flat = 0.75 * std::sqrt(dx * dx + dy * dy) <= kTolerance;
     if (flat || depth == (exactLengths_ ? kDeepestExactFlattening : kDeepestFlattening) ||
         (!exactLengths_ && isOutOfSight(c))) {
-        append(c.p3, false);
+        append(c.p3);
         return;
     }
     const CGPoint a = middle(c.p0, c.p1);
@@ -154,49 +150,62 @@ std::vector<std::vector<CGPoint>> OutlineClipper::filledPolygons() {
     return polygons;
 }
 
-std::vector<OutlineClipper::Run> OutlineClipper::strokedRuns(const CGAffineTransform& pen) {
+std::vector<OutlineClipper::Run> OutlineClipper::strokedRuns(const StrokeReach& reach) {
     std::vector<Run> runs;
     for (const Subpath& subpath : subpaths_) {
-        appendRuns(subpath, pen, runs);
+        appendRuns(subpath, reach, runs);
     }
     return runs;
 }
 
-double OutlineClipper::lengthUnder(const CGAffineTransform& pen, CGPoint p, CGPoint q) {
-    const double x = q.x - p.x;
-    const double y = q.y - p.y;
-    const double across = pen.d * x - pen.c * y;
-    const double along = pen.a * y - pen.b * x;
-    return std::sqrt(across * across + along * along) / std::abs(pen.determinant());
+bool OutlineClipper::isJoinVisible(const Subpath& subpath, std::size_t at,
+                                   const StrokeReach& reach) const {
+    const std::size_t count = subpath.lineCount();
+    if (!subpath.closed && (at == 0 || at == count)) {
+        return false;
+    }
+    const CGPoint p = subpath.point(at);
+    if (!isInBox(p, min_, max_)) {
+        return false;
+    }
+    const auto line = [&](std::size_t i) {
+        return reach.line(subpath.point(i), subpath.point(i + 1));
+    };
+    const CGPoint join = reach.ofJoin(line(at + count - 1), line(at));
+    return isInBox(p, {-join.x - kMargin, -join.y - kMargin},
+                   {size_.x + join.x + kMargin, size_.y + join.y + kMargin});
 }
 
-void OutlineClipper::appendRuns(const Subpath& subpath, const CGAffineTransform& pen,
+bool OutlineClipper::keep(const Subpath& subpath, std::size_t line, const StrokeReach& reach,
+                          double& from, double& to) const {
+    const CGPoint p = subpath.point(line);
+    const CGPoint q = subpath.point(line + 1);
+    if (std::max(p.x, q.x) < min_.x || std::min(p.x, q.x) > max_.x || std::max(p.y, q.y) < min_.y ||
+        std::min(p.y, q.y) > max_.y) {
+        return false;
+    }
+    const bool hasJoin =
+        isJoinVisible(subpath, line, reach) || isJoinVisible(subpath, line + 1, reach);
+    const CGPoint strip = reach.ofStrip(reach.line(p, q));
+    if (!clipLine(p, q, {-strip.x - kMargin, -strip.y - kMargin},
+                  {size_.x + strip.x + kMargin, size_.y + strip.y + kMargin}, from, to) &&
+        !hasJoin) {
+        return false;
+    }
+    // Dashed lines are cut as near as possible, because every dash outside the visible part would
+    // cost time.
+    if (exactLengths_) {
+        return !hasJoin || clipLine(p, q, min_, max_, from, to);
+    }
+    return clipLine(p, q, {min_.x - kFarMargin, min_.y - kFarMargin},
+                    {max_.x + kFarMargin, max_.y + kFarMargin}, from, to);
+}
+
+void OutlineClipper::appendRuns(const Subpath& subpath, const StrokeReach& reach,
                                 std::vector<Run>& runs) const {
-    const std::vector<CGPoint>& points = subpath.points;
-    const std::size_t count = subpath.closed ? points.size() : points.size() - 1;
-    const auto segment = [&](std::size_t i) {
-        return std::pair(points[i % points.size()], points[(i + 1) % points.size()]);
-    };
-    const CGPoint farMin{min_.x - kFarMargin, min_.y - kFarMargin};
-    const CGPoint farMax{max_.x + kFarMargin, max_.y + kFarMargin};
-    // A join reaches further than the lines that meet in it.
-    const auto hasVisibleJoin = [&](std::size_t at) {
-        const CGPoint corner = points[at % points.size()];
-        return subpath.corners[at % points.size()] && corner.x >= min_.x && corner.x <= max_.x &&
-               corner.y >= min_.y && corner.y <= max_.y;
-    };
-    // Finds the kept part of a segment; false if none of it is visible. Dashed lines are cut as
-    // near as possible, because every dash outside the visible part would cost time.
-    const auto keep = [&](std::size_t i, double& from, double& to) {
-        const auto [p, q] = segment(i);
-        const bool hasJoin = hasVisibleJoin(i) || hasVisibleJoin(i + 1);
-        if (!clipLine(p, q, lineMin_, lineMax_, from, to) && !hasJoin) {
-            return false;
-        }
-        if (exactLengths_) {
-            return !hasJoin || clipLine(p, q, min_, max_, from, to);
-        }
-        return clipLine(p, q, farMin, farMax, from, to);
+    const std::size_t count = subpath.lineCount();
+    const auto length = [&](std::size_t line) {
+        return exactLengths_ ? reach.distance(subpath.point(line), subpath.point(line + 1)) : 0;
     };
 
     // A closed subpath begins after a segment whose end is not kept, so that the join at its
@@ -204,21 +213,18 @@ void OutlineClipper::appendRuns(const Subpath& subpath, const CGAffineTransform&
     double from, to;
     std::size_t first = 0;
     if (subpath.closed) {
-        while (first < count && keep(first, from, to) && to == 1) {
+        while (first < count && keep(subpath, first, reach, from, to) && to == 1) {
             ++first;
         }
         if (first == count) {
-            runs.push_back({points, true, false, 0});
+            runs.push_back({subpath.points, true, false, 0});
             return;
         }
         first = (first + 1) % count;
     }
     double distance = 0;
-    if (exactLengths_) {
-        for (std::size_t i = 0; i < first; ++i) {
-            const auto [p, q] = segment(i);
-            distance += lengthUnder(pen, p, q);
-        }
+    for (std::size_t i = 0; i < first; ++i) {
+        distance += length(i);
     }
     bool open = false;
     for (std::size_t k = 0; k < count; ++k) {
@@ -228,9 +234,10 @@ void OutlineClipper::appendRuns(const Subpath& subpath, const CGAffineTransform&
         if (restarts) {
             distance = 0;
         }
-        const auto [p, q] = segment(i);
-        const double whole = exactLengths_ ? lengthUnder(pen, p, q) : 0;
-        if (keep(i, from, to)) {
+        const double whole = length(i);
+        if (keep(subpath, i, reach, from, to)) {
+            const CGPoint p = subpath.point(i);
+            const CGPoint q = subpath.point(i + 1);
             if (!open || from > 0 || restarts) {
                 runs.push_back({{between(p, q, from)},
                                 false,

@@ -1,9 +1,11 @@
 #pragma once
 
+#include <cstddef>
 #include <vector>
 
 #include "platform/coregraphics/CGAffineTransform.h"
 #include "platform/coregraphics/CGGeometry.h"
+#include "platform/raster/StrokeReach.h"
 
 namespace orvane::platform {
 
@@ -26,43 +28,46 @@ public:
     };
 
     // `transform` maps the outline to the pixels of the area, which extends from (0, 0) to (width,
-    // height). Strokes keep lines within `lineReach` of it and joins within `joinReach`. With
+    // height). The outline's stroke covers nothing farther than `reach` pixels from it. With
     // `exactLengths`, invisible curves keep their length.
-    OutlineClipper(const CGAffineTransform& transform, double width, double height,
-                   double lineReach, double joinReach, bool exactLengths);
+    OutlineClipper(const CGAffineTransform& transform, double width, double height, double reach,
+                   bool exactLengths);
 
     void moveTo(CGPoint p);
     void lineTo(CGPoint p);
     void curveTo(CGPoint c1, CGPoint c2, CGPoint p);
     void close();
 
-    // Call one of these after the outline was emitted. `pen` maps the unit of distances to pixels.
+    // Call one of these after the outline was emitted. Distances are those of `reach`.
     std::vector<std::vector<CGPoint>> filledPolygons();
-    std::vector<Run> strokedRuns(const CGAffineTransform& pen);
-
-    // The distance of two points in the space that `pen` maps to pixels.
-    static double lengthUnder(const CGAffineTransform& pen, CGPoint p, CGPoint q);
+    std::vector<Run> strokedRuns(const StrokeReach& reach);
 
 private:
     struct Subpath {
         std::vector<CGPoint> points;
-        std::vector<bool> corners;  // whether lines or curves of the outline meet at the point
         bool closed = false;
+
+        std::size_t lineCount() const { return closed ? points.size() : points.size() - 1; }
+        // A point where a line begins or, beyond the last one, where the last line ends.
+        CGPoint point(std::size_t i) const { return points[i % points.size()]; }
     };
     struct Curve {
         CGPoint p0, p1, p2, p3;
     };
 
-    void append(CGPoint p, bool isCorner);
+    void append(CGPoint p) { subpaths_.back().points.push_back(p); }
     bool isOutOfSight(const Curve& curve) const;
     void flatten(const Curve& curve, int depth);
-    void appendRuns(const Subpath& subpath, const CGAffineTransform& pen,
-                    std::vector<Run>& runs) const;
+    // Whether the join of the lines that meet at a point may be visible.
+    bool isJoinVisible(const Subpath& subpath, std::size_t at, const StrokeReach& reach) const;
+    // Finds the part of a line, from 0 to 1, that a run contains; false if there is none.
+    bool keep(const Subpath& subpath, std::size_t line, const StrokeReach& reach, double& from,
+              double& to) const;
+    void appendRuns(const Subpath& subpath, const StrokeReach& reach, std::vector<Run>& runs) const;
 
     CGAffineTransform transform_;
-    CGPoint lineMin_;  // the box of the lines that are kept
-    CGPoint lineMax_;
-    CGPoint min_;  // the box of the joins that are kept
+    CGPoint size_;
+    CGPoint min_;  // the box around all points whose stroke may be visible
     CGPoint max_;
     bool exactLengths_;
     std::vector<Subpath> subpaths_;

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <numbers>
 #include <span>
 #include <utility>
 
@@ -234,10 +233,7 @@ void ShapeCoverage::makeMasked(const std::shared_ptr<const Outline>& outline,
         key.dashPhase = stroke.dashPhase;
         key.opacity = stroke.opacity;
         masked.dash = stroke.dash;
-        masked.joinReach = std::max(reach.x, reach.y);
-        // The joins of the chords of a curve are blunter than right angles.
-        const CGPoint farthestLine = penExtent(pen, stroke.width / 2 * std::numbers::sqrt2);
-        masked.lineReach = std::min(masked.joinReach, std::max(farthestLine.x, farthestLine.y));
+        masked.reach = std::max(reach.x, reach.y);
     }
 
     const CGPoint place = toPixels.apply(origin);
@@ -313,8 +309,8 @@ std::optional<Mask> ShapeCoverage::rasterize(const Masked& masked, const MaskKey
     return MaskCache::forThisThread().rasterizer().rasterize(
         {masked.outline ? *masked.outline : plain, transform, masked.pen, coverage,
          StrokeStyle{key.lineWidth, key.dashPhase, masked.dash, key.opacity},
-         side(masked.right - masked.left), side(masked.bottom - masked.top), masked.lineReach,
-         masked.joinReach, masked.isTiled()});
+         side(masked.right - masked.left), side(masked.bottom - masked.top), masked.reach,
+         masked.isTiled()});
 }
 
 // Calls `visit` with each mask that meets the area, the position of its corner, and the common

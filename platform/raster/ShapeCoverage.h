@@ -52,8 +52,7 @@ private:
         std::int64_t originY;
         // The box of everything covered, in the outline's grid.
         std::int64_t left, top, right, bottom;
-        double lineReach;
-        double joinReach;
+        double reach;  // the largest distance of the stroke from the outline, in pixels
 
         bool isTiled() const { return right - left > Mask::kSide || bottom - top > Mask::kSide; }
     };

@@ -43,7 +43,7 @@ private:
 };
 
 // Appends the painted parts of a run to `parts`. Returns whether the dash is painted at its end.
-bool cut(const Run& run, const StrokeStyle& stroke, const CGAffineTransform& pen,
+bool cut(const Run& run, const StrokeStyle& stroke, const StrokeReach& reach,
          bool continuesLastPart, std::vector<Run>& parts) {
     DashPosition dash(stroke, run.distance);
     const auto begin = [&](CGPoint p) { parts.push_back({{p}, false, false, 0}); };
@@ -54,7 +54,7 @@ bool cut(const Run& run, const StrokeStyle& stroke, const CGAffineTransform& pen
     for (std::size_t i = 0; i < count; ++i) {
         const CGPoint p = run.points[i];
         const CGPoint q = run.points[(i + 1) % run.points.size()];
-        const double whole = OutlineClipper::lengthUnder(pen, p, q);
+        const double whole = reach.distance(p, q);
         if (whole == 0) {
             continue;
         }
@@ -82,14 +82,14 @@ bool cut(const Run& run, const StrokeStyle& stroke, const CGAffineTransform& pen
 }  // namespace
 
 std::vector<Run> dashedRuns(const std::vector<Run>& runs, const StrokeStyle& stroke,
-                            const CGAffineTransform& pen) {
+                            const StrokeReach& reach) {
     std::vector<Run> parts;
     bool endsPainted = false;
     for (const Run& run : runs) {
         const std::size_t first = parts.size();
         const bool beginsPainted = DashPosition(stroke, run.distance).isPainted();
         endsPainted =
-            cut(run, stroke, pen, run.continuesLast && endsPainted && beginsPainted, parts);
+            cut(run, stroke, reach, run.continuesLast && endsPainted && beginsPainted, parts);
         if (!run.closed || !beginsPainted || !endsPainted) {
             continue;
         }
