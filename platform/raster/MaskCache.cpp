@@ -95,18 +95,28 @@ const Mask& MaskCache::insert(MaskKey key, Mask mask) {
     constexpr std::size_t kBookkeeping = 64;  // the nodes of list and table
     std::size_t size =
         sizeof(Entry) + kBookkeeping + mask.byteCount() + key.dash.capacity() * sizeof(double);
-    if (key.outline) {
-        size += byteCountOf(*key.outline);
+    if (key.outline && ++entriesOfOutline_[key.outline.get()] == 1) {
+        byteCount_ += byteCountOf(*key.outline);
     }
     entries_.push_front({std::move(key), std::move(mask), size});
     index_.emplace(&entries_.front().key, entries_.begin());
     byteCount_ += size;
     while (byteCount_ > budget_ && entries_.size() > 1) {
-        byteCount_ -= entries_.back().byteCount;
-        index_.erase(&entries_.back().key);
-        entries_.pop_back();
+        dropOldest();
     }
     return entries_.front().mask;
+}
+
+void MaskCache::dropOldest() {
+    const Entry& oldest = entries_.back();
+    byteCount_ -= oldest.byteCount;
+    const CGPath::Outline* const outline = oldest.key.outline.get();
+    if (outline != nullptr && --entriesOfOutline_[outline] == 0) {
+        byteCount_ -= byteCountOf(*outline);
+        entriesOfOutline_.erase(outline);
+    }
+    index_.erase(&oldest.key);
+    entries_.pop_back();
 }
 
 }  // namespace orvane::platform

@@ -86,9 +86,13 @@ private:
         bool operator()(const MaskKey* a, const MaskKey* b) const;
     };
 
+    void dropOldest();
+
     std::size_t budget_;
     std::size_t byteCount_ = 0;
     std::list<Entry> entries_;  // the most recently used first
+    // The number of entries of each outline, whose memory counts once.
+    std::unordered_map<const CGPath::Outline*, std::size_t> entriesOfOutline_;
     std::unordered_map<const MaskKey*, std::list<Entry>::iterator, Hash, Equal> index_;
     MaskRasterizer rasterizer_;
 };

@@ -1,10 +1,13 @@
 #include "platform/raster/MaskRasterizer.h"
 
+#include <algorithm>
+#include <cmath>
+#include <cstddef>
 #include <cstring>
 #include <vector>
 
 #include "platform/coregraphics/Outline.h"
-#include "platform/raster/OutlineClipper.h"
+#include "platform/raster/addStroke.h"
 #include "platform/raster/dashedRuns.h"
 
 namespace orvane::platform {
@@ -50,6 +53,28 @@ void addLines(cairo_t* cairo, const std::vector<CGPoint>& points, bool closed) {
         cairo_close_path(cairo);
     }
     cairo_new_sub_path(cairo);
+}
+
+// Whether the lines are many, and their strips so wide that they overlap: more area than the mask
+// has. Cairo's time for such strokes is the product of lines and rows; the union's is much less.
+bool isDense(const MaskRasterizer::Request& request, const std::vector<OutlineClipper::Run>& runs) {
+    constexpr std::size_t kManyLines = 200;
+    constexpr double kWide = 4;  // pixels; narrower strips leave gaps, which cost the union time
+    const double width = request.stroke.width * request.pen.norm();
+    const double farthest = std::max(request.width, request.height);
+    std::size_t lines = 0;
+    double area = 0;
+    for (const OutlineClipper::Run& run : runs) {
+        lines += run.points.size() - 1;
+        for (std::size_t i = 1; i < run.points.size(); ++i) {
+            const CGPoint p = run.points[i - 1];
+            const CGPoint q = run.points[i];
+            area += width * std::min(farthest, std::hypot(q.x - p.x, q.y - p.y));
+        }
+    }
+    // Addition to a union draws mitered joins only.
+    return !request.outline.isSmooth() && lines >= kManyLines && width >= kWide &&
+           area > double{Mask::kSide} * Mask::kSide;
 }
 
 }  // namespace
@@ -142,6 +167,10 @@ bool MaskRasterizer::drawPartial(const Request& request) {
     if (dashed) {
         runs = dashedRuns(runs, request.stroke, reach);
     }
+    if (isDense(request, runs)) {
+        strokeDensely(request, runs, reach);
+        return true;
+    }
     for (const OutlineClipper::Run& run : runs) {
         addLines(cairo_.get(), run.points, run.closed);
     }
@@ -149,6 +178,22 @@ bool MaskRasterizer::drawPartial(const Request& request) {
         stroke(request, {});
     }
     return !runs.empty();
+}
+
+void MaskRasterizer::strokeDensely(const Request& request,
+                                   const std::vector<OutlineClipper::Run>& runs,
+                                   const StrokeReach& reach) {
+    if (!union_) {
+        union_ = std::make_unique<ConvexUnion>();
+    }
+    union_->begin(request.width, request.height);
+    for (const OutlineClipper::Run& run : runs) {
+        addStroke(run, reach, *union_);
+    }
+    cairo_surface_flush(surface_.get());
+    union_->write(cairo_image_surface_get_data(surface_.get()),
+                  cairo_image_surface_get_stride(surface_.get()), request.stroke.opacity);
+    cairo_surface_mark_dirty(surface_.get());
 }
 
 }  // namespace orvane::platform

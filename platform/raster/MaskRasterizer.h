@@ -1,16 +1,21 @@
 #pragma once
 
+#include <memory>
 #include <optional>
 #include <span>
+#include <vector>
 
 #include "platform/coregraphics/CGPath.h"
 #include "platform/coregraphics/CairoHandles.h"
+#include "platform/raster/ConvexUnion.h"
 #include "platform/raster/Mask.h"
+#include "platform/raster/OutlineClipper.h"
 #include "platform/raster/StrokeStyle.h"
 
 namespace orvane::platform {
 
-// Computes coverage with Cairo on a scratch surface that it keeps. Used by one thread.
+// Computes coverage on a scratch surface that it keeps: with Cairo, and for wide strokes of many
+// overlapping lines as a ConvexUnion. Used by one thread.
 class MaskRasterizer {
 public:
     struct Request {
@@ -42,8 +47,13 @@ private:
     // Strokes the current path.
     void stroke(const Request& request, std::span<const double> dash);
 
+    // Strokes the lines without Cairo.
+    void strokeDensely(const Request& request, const std::vector<OutlineClipper::Run>& runs,
+                       const StrokeReach& reach);
+
     CairoSurface surface_;
     CairoContext cairo_;
+    std::unique_ptr<ConvexUnion> union_;  // made when it is first used
 };
 
 }  // namespace orvane::platform

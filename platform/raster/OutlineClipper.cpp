@@ -160,8 +160,7 @@ std::vector<OutlineClipper::Run> OutlineClipper::strokedRuns(const StrokeReach& 
 
 bool OutlineClipper::isJoinVisible(const Subpath& subpath, std::size_t at,
                                    const StrokeReach& reach) const {
-    const std::size_t count = subpath.lineCount();
-    if (!subpath.closed && (at == 0 || at == count)) {
+    if (!subpath.closed && (at == 0 || at == subpath.lineCount())) {
         return false;
     }
     const CGPoint p = subpath.point(at);
@@ -171,7 +170,7 @@ bool OutlineClipper::isJoinVisible(const Subpath& subpath, std::size_t at,
     const auto line = [&](std::size_t i) {
         return reach.line(subpath.point(i), subpath.point(i + 1));
     };
-    const CGPoint join = reach.ofJoin(line(at + count - 1), line(at));
+    const CGPoint join = reach.ofJoin(line(at + subpath.points.size() - 1), line(at));
     return isInBox(p, {-join.x - kMargin, -join.y - kMargin},
                    {size_.x + join.x + kMargin, size_.y + join.y + kMargin});
 }

@@ -12,7 +12,6 @@ namespace {
 // the diagonal of such a square.
 constexpr double kRounding = 1.0 / 181;
 constexpr double kPi = std::numbers::pi;
-constexpr double kMiterLimit = 10;
 
 }  // namespace
 
@@ -41,15 +40,13 @@ double StrokeReach::distance(CGPoint p, CGPoint q) const {
 StrokeReach::Line StrokeReach::line(CGPoint from, CGPoint to) const {
     const CGPoint v = toUser(from, to);
     const double length = std::sqrt(v.x * v.x + v.y * v.y);
-    if (!(length > rounding_)) {
-        return {{}, {}, kPi};  // any direction
-    }
-    const CGPoint u{v.x / length, v.y / length};
+    const CGPoint u = length > 0 ? CGPoint{v.x / length, v.y / length} : CGPoint{};
+    // No angle up to pi / 2 is larger than its sine times pi / 2.
+    const double doubt = length > rounding_ ? kPi / 2 * rounding_ / length : kPi;
     return {
         u,
         {halfWidth_ * (pen_.c * u.x - pen_.a * u.y), halfWidth_ * (pen_.d * u.x - pen_.b * u.y)},
-        // No angle up to pi / 2 is larger than its sine times pi / 2.
-        kPi / 2 * rounding_ / length};
+        doubt};
 }
 
 CGPoint StrokeReach::ofStrip(const Line& line) const {

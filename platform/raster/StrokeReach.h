@@ -12,6 +12,8 @@ namespace orvane::platform {
 // than the farthest miter, so a part of a long outline needs only a few of its lines.
 class StrokeReach {
 public:
+    static constexpr double kMiterLimit = 10;
+
     // A line of the outline as the stroke sees it. Valid for the reach that made it.
     struct Line {
         CGPoint direction;  // of length 1, in the pen's user space

@@ -49,6 +49,17 @@ TEST(BitmapContext, PaintsByModeAndFillRule) {
     }
 }
 
+// A regular polygon around the middle of a canvas of 500 pixels.
+CGPath polygonWithCorners(int count, double radius) {
+    CGPath path;
+    for (int i = 0; i < count; ++i) {
+        const double angle = 2 * kPi * i / count;
+        path.addLineToPoint(250 + radius * std::cos(angle), 250 + radius * std::sin(angle));
+    }
+    path.closeSubpath();
+    return path;
+}
+
 // Small and large shapes, aligned and turned, so that every method of computing coverage is used.
 // The painted coverage equals the area of the shape.
 TEST(BitmapContext, CoverageEqualsTheAreaOfTheShape) {
@@ -87,6 +98,8 @@ TEST(BitmapContext, CoverageEqualsTheAreaOfTheShape) {
         {"huge line", linePath({{-1e9, 250}, {1e9, 250}}), Stroke, 500 * 5, 5},
         {"huge dashes", linePath({{-1.6e7, 50}, {1.6e7, 50}}), Stroke, 252 * 3, 3, {8, 8}},
         {"huge circle", ellipsePath(250, 250 - 1e8, 2e8, 2e8), Fill, 250 * 500},
+        {"wide ring of many lines", polygonWithCorners(2000, 150), Stroke, 2 * kPi * 150 * 200,
+         200},
         {"huge pen", polygonPath({{30, 40}, {60, 50}, {40, 80}}), Stroke, 250'000, 1e12},
     };
     for (const auto& c : cases) {

@@ -1,0 +1,17 @@
+#pragma once
+
+#include <span>
+#include <vector>
+
+#include "platform/coregraphics/CGGeometry.h"
+#include "platform/raster/ConvexUnion.h"
+#include "platform/raster/OutlineClipper.h"
+#include "platform/raster/StrokeReach.h"
+
+namespace orvane::platform {
+
+// Adds what the stroke of connected lines covers to a union: a strip for each line and a wedge for
+// each join. Ends are butt caps; joins are mitered up to the miter limit.
+void addStroke(const OutlineClipper::Run& run, const StrokeReach& reach, ConvexUnion& result);
+
+}  // namespace orvane::platform

@@ -1,0 +1,124 @@
+// Large strokes are made tile by tile, and wide ones of many lines without Cairo.
+
+#include <cairo.h>
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <ctime>
+#include <numbers>
+#include <random>
+#include <vector>
+
+#include "platform/coregraphics/CairoHandles.h"
+#include "platform/raster/OutlineClipper.h"
+#include "tests/raster/paths.h"
+#include "tests/raster/pixels.h"
+
+namespace orvane::platform {
+namespace {
+
+constexpr double kPi = std::numbers::pi;
+
+// Points on a circle around the origin.
+std::vector<CGPoint> circle(double radius, int count) {
+    std::vector<CGPoint> points;
+    for (int i = 0; i < count; ++i) {
+        const double angle = 2 * kPi * i / count;
+        points.push_back({radius * std::cos(angle), radius * std::sin(angle)});
+    }
+    return points;
+}
+
+class RandomPolyline : public testing::TestWithParam<unsigned> {};
+
+TEST_P(RandomPolyline, EqualsTheStrokeOfCairo) {
+    constexpr int kWidth = 700;
+    constexpr int kHeight = 500;
+    std::mt19937 random(GetParam());
+    const auto number = [&](double from, double to) {
+        return std::uniform_real_distribution<double>(from, to)(random);
+    };
+    const bool dense = GetParam() % 2 == 0;
+    const double step = dense ? 60 : 300;
+    std::vector<CGPoint> points(1);
+    for (int i = dense ? 400 : 12; i > 0; --i) {
+        const CGPoint last = points.back();
+        const double angle = number(-kPi, kPi);
+        const double length = number(step / 2, step);
+        points.push_back({std::clamp(last.x + length * std::cos(angle), -50.0, 450.0),
+                          std::clamp(last.y + length * std::sin(angle), -50.0, 350.0)});
+    }
+    const auto transform = CGAffineTransform::makeTranslation(number(100, 200), number(50, 100))
+                               .rotate(number(-0.3, 0.3))
+                               .scale(number(0.8, 1.2), GetParam() % 3 == 0 ? 0.6 : 1);
+    const double width = dense ? number(20, 60) : number(1, 80);
+
+    CGBitmapContext canvas(kWidth, kHeight);
+    canvas.concatCTM(transform);
+    canvas.setLineWidth(width);
+    CGPath path;
+    path.addLines(points);
+    draw(canvas, path, CGPathDrawingMode::Stroke);
+
+    const CairoSurface surface(cairo_image_surface_create(CAIRO_FORMAT_ARGB32, kWidth, kHeight));
+    const CairoContext cairo(cairo_create(surface.get()));
+    const cairo_matrix_t matrix{transform.a, transform.b,  transform.c,
+                                transform.d, transform.tx, transform.ty};
+    cairo_set_matrix(cairo.get(), &matrix);
+    for (const CGPoint& p : points) {
+        cairo_line_to(cairo.get(), p.x, p.y);
+    }
+    cairo_set_line_width(cairo.get(), width);
+    cairo_stroke(cairo.get());
+    cairo_surface_flush(surface.get());
+    int different = 0;
+    for (int y = 0; y < kHeight; ++y) {
+        const unsigned char* const row = cairo_image_surface_get_data(surface.get()) +
+                                         y * cairo_image_surface_get_stride(surface.get());
+        for (int x = 0; x < kWidth; ++x) {
+            const int expected = row[4 * x + 3];
+            different += std::abs(static_cast<int>(pixel(canvas, x, y) >> 24) - expected) > 48;
+        }
+    }
+    EXPECT_LE(different, 3);
+}
+
+INSTANTIATE_TEST_SUITE_P(Seeds, RandomPolyline, testing::Range(1U, 13U));
+
+TEST(LargeStroke, ATileStrokesOnlyTheLinesThatReachIt) {
+    const double width = 200;
+    const double reach = 10 * width / 2;
+    OutlineClipper clipper(CGAffineTransform::makeTranslation(900, 128), 256, 256, reach, false);
+    clipper.moveTo({1000, 0});
+    for (const CGPoint& p : circle(1000, 2000)) {
+        clipper.lineTo(p);
+    }
+    clipper.close();
+    std::size_t lines = 0;
+    for (const auto& run : clipper.strokedRuns({{}, width / 2, reach})) {
+        lines += run.points.size() - 1;
+    }
+    EXPECT_LT(lines, 200U);
+}
+
+// The time for a stroke whose lines cover the canvas many times, in clock ticks of this thread.
+double timeOfLines(int count) {
+    std::mt19937 random(7);
+    CGPath path;
+    for (int i = 0; i < count; ++i) {
+        path.addLineToPoint(random() % 800, random() % 600);
+    }
+    CGBitmapContext canvas(800, 600);
+    canvas.setLineWidth(150);
+    const std::clock_t begin = std::clock();
+    draw(canvas, path, CGPathDrawingMode::Stroke);
+    return static_cast<double>(std::clock() - begin);
+}
+
+TEST(LargeStroke, LinesInsideTheStrokeCostLittle) {
+    timeOfLines(201);
+    EXPECT_LT(timeOfLines(2000), 6 * timeOfLines(200) + 0.02 * CLOCKS_PER_SEC);
+}
+
+}  // namespace
+}  // namespace orvane::platform
