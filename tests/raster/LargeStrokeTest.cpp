@@ -3,6 +3,7 @@
 #include <cairo.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <ctime>
 #include <numbers>
@@ -39,25 +40,30 @@ TEST_P(RandomPolyline, EqualsTheStrokeOfCairo) {
         return std::uniform_real_distribution<double>(from, to)(random);
     };
     const bool dense = GetParam() % 2 == 0;
+    const bool closed = GetParam() % 3 == 0;
     const double step = dense ? 60 : 300;
     std::vector<CGPoint> points(1);
-    for (int i = dense ? 400 : 12; i > 0; --i) {
+    for (int i = dense ? 250 : 12; i > 0; --i) {
         const CGPoint last = points.back();
         const double angle = number(-kPi, kPi);
         const double length = number(step / 2, step);
-        points.push_back({std::clamp(last.x + length * std::cos(angle), -50.0, 450.0),
-                          std::clamp(last.y + length * std::sin(angle), -50.0, 350.0)});
+        points.push_back(
+            {std::clamp(last.x + length * std::cos(angle), -50.0, closed ? 200.0 : 450.0),
+             std::clamp(last.y + length * std::sin(angle), -50.0, closed ? 100.0 : 350.0)});
     }
     const auto transform = CGAffineTransform::makeTranslation(number(100, 200), number(50, 100))
                                .rotate(number(-0.3, 0.3))
-                               .scale(number(0.8, 1.2), GetParam() % 3 == 0 ? 0.6 : 1);
-    const double width = dense ? number(20, 60) : number(1, 80);
+                               .scale(number(0.8, 1.2), closed ? 0.6 : 1);
+    const double width = dense ? number(20, 60) : number(1, 160);
 
     CGBitmapContext canvas(kWidth, kHeight);
     canvas.concatCTM(transform);
     canvas.setLineWidth(width);
     CGPath path;
     path.addLines(points);
+    if (closed) {
+        path.closeSubpath();
+    }
     draw(canvas, path, CGPathDrawingMode::Stroke);
 
     const CairoSurface surface(cairo_image_surface_create(CAIRO_FORMAT_ARGB32, kWidth, kHeight));
@@ -67,6 +73,9 @@ TEST_P(RandomPolyline, EqualsTheStrokeOfCairo) {
     cairo_set_matrix(cairo.get(), &matrix);
     for (const CGPoint& p : points) {
         cairo_line_to(cairo.get(), p.x, p.y);
+    }
+    if (closed) {
+        cairo_close_path(cairo.get());
     }
     cairo_set_line_width(cairo.get(), width);
     cairo_stroke(cairo.get());
