@@ -17,11 +17,12 @@ int rowOf(double y, int height) {
 }  // namespace
 
 void ConvexUnion::begin(int width, int height) {
+    // Only the rows of the last area may contain something.
+    for (std::size_t i = 0; i < static_cast<std::size_t>(height_) * kSamples; ++i) {
+        samples_[i].clear();
+    }
     width_ = width;
     height_ = height;
-    for (Intervals& intervals : samples_) {
-        intervals.clear();
-    }
     solid_.fill({});
 }
 

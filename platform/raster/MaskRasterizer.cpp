@@ -72,9 +72,21 @@ bool isDense(const MaskRasterizer::Request& request, const std::vector<OutlineCl
             area += width * std::min(farthest, std::hypot(q.x - p.x, q.y - p.y));
         }
     }
-    // Addition to a union draws mitered joins only.
-    return !request.outline.isSmooth() && lines >= kManyLines && width >= kWide &&
-           area > double{Mask::kSide} * Mask::kSide;
+    return lines >= kManyLines && width >= kWide && area > double{Mask::kSide} * Mask::kSide;
+}
+
+// Whether circles are ellipses in pixels.
+bool isStretched(const CGAffineTransform& pen) {
+    const double tolerance = pen.norm() * 1e-6;
+    const auto isSmall = [&](double difference) { return std::abs(difference) < tolerance; };
+    return !(isSmall(pen.a - pen.d) && isSmall(pen.b + pen.c)) &&
+           !(isSmall(pen.a + pen.d) && isSmall(pen.b - pen.c));
+}
+
+// Whether the outline's miters need their limit in user space.
+bool hasStretchedMiters(const MaskRasterizer::Request& request) {
+    return request.coverage == Coverage::Stroke && !request.outline.isSmooth() &&
+           isStretched(request.pen);
 }
 
 }  // namespace
@@ -95,7 +107,7 @@ std::optional<Mask> MaskRasterizer::rasterize(const Request& request) {
     cairo_set_source_rgba(cairo, 0, 0, 0, request.stroke.opacity);
     cairo_set_fill_rule(cairo, request.coverage == Coverage::EOFill ? CAIRO_FILL_RULE_EVEN_ODD
                                                                     : CAIRO_FILL_RULE_WINDING);
-    if (!request.isPartial) {
+    if (!request.isPartial && !hasStretchedMiters(request)) {
         draw(request);
     } else if (!drawPartial(request)) {
         return Mask(request.height);
@@ -167,7 +179,10 @@ bool MaskRasterizer::drawPartial(const Request& request) {
     if (dashed) {
         runs = dashedRuns(runs, request.stroke, reach);
     }
-    if (isDense(request, runs)) {
+    // A union has mitered joins only.
+    const auto isForbidden = [&](const auto& run) { return hasForbiddenMiter(run, reach); };
+    if ((hasStretchedMiters(request) && std::ranges::any_of(runs, isForbidden)) ||
+        (!request.outline.isSmooth() && isDense(request, runs))) {
         strokeDensely(request, runs, reach);
         return true;
     }

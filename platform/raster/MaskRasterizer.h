@@ -14,8 +14,8 @@
 
 namespace orvane::platform {
 
-// Computes coverage on a scratch surface that it keeps: with Cairo, and for wide strokes of many
-// overlapping lines as a ConvexUnion. Used by one thread.
+// Computes coverage on a scratch surface that it keeps: with Cairo, or as a ConvexUnion for
+// wide strokes of many overlapping lines and for miters under stretched pens. Used by one thread.
 class MaskRasterizer {
 public:
     struct Request {
@@ -47,7 +47,7 @@ private:
     // Strokes the current path.
     void stroke(const Request& request, std::span<const double> dash);
 
-    // Strokes the lines without Cairo.
+    // Strokes the lines as a union.
     void strokeDensely(const Request& request, const std::vector<OutlineClipper::Run>& runs,
                        const StrokeReach& reach);
 

@@ -109,19 +109,6 @@ double joinReach(const Outline& outline) {
     return 10;
 }
 
-// The half extents, in pixels, of everything that a stroke of this half width covers around a point
-// of its outline.
-CGPoint strokeExtent(const Outline& outline, const CGAffineTransform& pen, double half) {
-    const double reach = joinReach(outline);
-    if (reach == 1) {
-        return penExtent(pen, half);
-    }
-    // The miter limit applies to angles in pixels, so that a miter along the short axis of the pen
-    // can be as long as one along its long axis.
-    const double farthest = half * reach * std::abs(pen.determinant()) / smallestStretch(pen);
-    return {farthest, farthest};
-}
-
 // The shape that the solid stroke of a rectangle covers: the rectangle widened by half the width,
 // or the frame between it and the narrowed rectangle.
 Segments strokedRect(const CGRect& rect, double width) {
@@ -239,7 +226,7 @@ void ShapeCoverage::makeMasked(const std::shared_ptr<const Outline>& outline,
         const bool isFrame = key.kind == kPlainRect && stroke.dash.empty() && masked.pen == linear;
         reach = isFrame ? CGPoint{stroke.width / 2 * (std::abs(pen.a) + std::abs(pen.c)),
                                   stroke.width / 2 * (std::abs(pen.b) + std::abs(pen.d))}
-                        : strokeExtent(*outline, pen, stroke.width / 2);
+                        : penExtent(pen, stroke.width / 2 * joinReach(*outline));
         // Keys contain only one transformation, so the pen must be equal to it.
         isLasting = isLasting && masked.pen == linear;
         key.lineWidth = stroke.width;

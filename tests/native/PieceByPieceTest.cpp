@@ -355,6 +355,13 @@ TEST_F(Stage, NothingStaysOfAnObjectThatHides) {
     spike->set({53.99F, 70.78F, 60.61F, 70, 55.53F, 69.58F}, false);
     spike->setStrokeColor(0xFFFFFFFF);
     spike->setStrokeWidth(6);
+    const auto hairpin = DisplayFactory::createPolyline();
+    hairpin->set({300, 71.1F, 270, 70, 300, 68.9F}, false);
+    hairpin->setStrokeColor(0xFFFFFFFF);
+    hairpin->setStrokeWidth(5);
+    const auto squeezed = DisplayFactory::createContainer();
+    squeezed->setScale(1 / 3.0F, 1);
+    squeezed->add(hairpin);
     const auto scaled = DisplayFactory::createContainer();
     scaled->setScale(3, 3);
     scaled->add(rect(10.4F, 10.4F, 20.05F, 20.05F, 0xFFFFFFFF));
@@ -368,6 +375,7 @@ TEST_F(Stage, NothingStaysOfAnObjectThatHides) {
         {"accents", accents},
         {"a sharp corner", corner},
         {"a corner that only rounding gives a miter", spike},
+        {"a corner that only a squeezed group makes blunt enough for a miter", squeezed},
         {"an edge beyond rounded bounds", scaled},
         {"accents of an attributed text", segments}};
     for (const double scale : {1.0, 3.0}) {
