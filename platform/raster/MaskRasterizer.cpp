@@ -45,6 +45,26 @@ private:
     const CGAffineTransform& transform_;
 };
 
+// Collects the control polygons of an outline, in pixels, which have its corners.
+class ControlPolygons {
+public:
+    explicit ControlPolygons(const CGAffineTransform& transform) : transform_(transform) {}
+
+    void moveTo(CGPoint p) { runs.push_back({{transform_.apply(p)}, false, false, 0}); }
+    void lineTo(CGPoint p) { runs.back().points.push_back(transform_.apply(p)); }
+    void curveTo(CGPoint c1, CGPoint c2, CGPoint p) {
+        lineTo(c1);
+        lineTo(c2);
+        lineTo(p);
+    }
+    void close() { runs.back().closed = true; }
+
+    std::vector<OutlineClipper::Run> runs;
+
+private:
+    const CGAffineTransform& transform_;
+};
+
 void addLines(cairo_t* cairo, const std::vector<CGPoint>& points, bool closed) {
     for (const CGPoint& p : points) {
         cairo_line_to(cairo, p.x, p.y);
@@ -83,10 +103,26 @@ bool isStretched(const CGAffineTransform& pen) {
            !(isSmall(pen.a + pen.d) && isSmall(pen.b - pen.c));
 }
 
-// Whether the outline's miters need their limit in user space.
-bool hasStretchedMiters(const MaskRasterizer::Request& request) {
-    return request.coverage == Coverage::Stroke && !request.outline.isSmooth() &&
-           isStretched(request.pen);
+StrokeReach reachOf(const MaskRasterizer::Request& request) {
+    return {request.pen, request.stroke.width / 2, request.reach};
+}
+
+// Whether Cairo would draw miters of the lines that are beyond the limit in user space.
+bool hasForbiddenMiters(const MaskRasterizer::Request& request,
+                        const std::vector<OutlineClipper::Run>& runs) {
+    return isStretched(request.pen) && !request.outline.isSmooth() &&
+           std::ranges::any_of(runs, [reach = reachOf(request)](const auto& run) {
+               return hasForbiddenMiter(run, reach);
+           });
+}
+
+bool hasForbiddenMiters(const MaskRasterizer::Request& request) {
+    if (request.coverage != Coverage::Stroke || !isStretched(request.pen)) {
+        return false;
+    }
+    ControlPolygons polygons(request.transform);
+    request.outline.emit(polygons);
+    return hasForbiddenMiters(request, polygons.runs);
 }
 
 }  // namespace
@@ -107,7 +143,7 @@ std::optional<Mask> MaskRasterizer::rasterize(const Request& request) {
     cairo_set_source_rgba(cairo, 0, 0, 0, request.stroke.opacity);
     cairo_set_fill_rule(cairo, request.coverage == Coverage::EOFill ? CAIRO_FILL_RULE_EVEN_ODD
                                                                     : CAIRO_FILL_RULE_WINDING);
-    if (!request.isPartial && !hasStretchedMiters(request)) {
+    if (!request.isPartial && !hasForbiddenMiters(request)) {
         draw(request);
     } else if (!drawPartial(request)) {
         return Mask(request.height);
@@ -174,16 +210,15 @@ bool MaskRasterizer::drawPartial(const Request& request) {
         cairo_fill(cairo_.get());
         return !polygons.empty();
     }
-    const StrokeReach reach(request.pen, request.stroke.width / 2, request.reach);
+    const StrokeReach reach = reachOf(request);
     std::vector<OutlineClipper::Run> runs = clipper.strokedRuns(reach);
     if (dashed) {
         runs = dashedRuns(runs, request.stroke, reach);
     }
     // A union has mitered joins only.
-    const auto isForbidden = [&](const auto& run) { return hasForbiddenMiter(run, reach); };
-    if ((hasStretchedMiters(request) && std::ranges::any_of(runs, isForbidden)) ||
+    if (hasForbiddenMiters(request, runs) ||
         (!request.outline.isSmooth() && isDense(request, runs))) {
-        strokeDensely(request, runs, reach);
+        strokeAsUnion(request, runs, reach);
         return true;
     }
     for (const OutlineClipper::Run& run : runs) {
@@ -195,7 +230,7 @@ bool MaskRasterizer::drawPartial(const Request& request) {
     return !runs.empty();
 }
 
-void MaskRasterizer::strokeDensely(const Request& request,
+void MaskRasterizer::strokeAsUnion(const Request& request,
                                    const std::vector<OutlineClipper::Run>& runs,
                                    const StrokeReach& reach) {
     if (!union_) {

@@ -48,7 +48,7 @@ private:
     void stroke(const Request& request, std::span<const double> dash);
 
     // Strokes the lines as a union.
-    void strokeDensely(const Request& request, const std::vector<OutlineClipper::Run>& runs,
+    void strokeAsUnion(const Request& request, const std::vector<OutlineClipper::Run>& runs,
                        const StrokeReach& reach);
 
     CairoSurface surface_;
