@@ -178,6 +178,31 @@ TEST_F(Gesture, AListenerMayDestroyTheWindow) {
     EXPECT_EQ(listener->received.back().phase, TouchEventPhase::Cancelled);
 }
 
+TEST_F(Gesture, ACancelledListenerMayChangeTheContainerThatIsChanging) {
+    for (const bool isExtracted : {true, false}) {
+        object_ = rect(50, 50, 40, 40, 0xFFFF0000);
+        const auto root = putAboveAControl();
+        const auto listener = listen(object_, [&](const TouchEvent& event) {
+            if (event.phase == TouchEventPhase::Cancelled) {
+                root->clear();
+            }
+            return claim(event);
+        });
+        picture();
+        send(NSEventType::LeftMouseDown, 60, 60);
+        if (isExtracted) {
+            object_->extractAnimationLayer();
+        } else {
+            root->remove(object_);
+        }
+        EXPECT_EQ(root->getChildren().size(), isExtracted ? 1U : 0U);
+        ASSERT_EQ(listener->received.size(), 2U);
+        EXPECT_EQ(listener->received.back().phase, TouchEventPhase::Cancelled);
+        send(NSEventType::LeftMouseUp, 60, 60);
+        display_->removeAll();
+    }
+}
+
 TEST_F(Gesture, AnObjectRaisedInItsGestureKeepsItsView) {
     const auto root = putAboveAControl();
     const auto view = viewOf(object_);

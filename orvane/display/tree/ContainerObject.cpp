@@ -159,16 +159,15 @@ bool ContainerObject::canStore(const std::shared_ptr<DisplayObject>& element) co
 auto ContainerObject::takeFromFormerParent(Position position,
                                            const std::shared_ptr<DisplayObject>& element)
     -> Position {
-    const std::shared_ptr<ContainerObject> former = element->getParent();
-    if (!former) {
-        return position;
-    }
     auto index = position - children().begin();
-    if (former.get() == this && element->getIndex() < static_cast<std::uint64_t>(index)) {
-        --index;
+    // An erasure may call listeners, which may store the element again or erase others.
+    while (const std::shared_ptr<ContainerObject> former = element->getParent()) {
+        if (former.get() == this && element->getIndex() < static_cast<std::uint64_t>(index)) {
+            --index;
+        }
+        former->erase(former->find(element));
     }
-    former->erase(former->find(element));
-    return children().begin() + index;
+    return children().begin() + std::min(index, std::ssize(children()));
 }
 
 auto ContainerObject::store(Position position, const std::shared_ptr<DisplayObject>& child)
@@ -217,8 +216,13 @@ auto ContainerObject::erase(Position position) -> Position {
     const ValidationLock lock(ascending);
     const std::shared_ptr<DisplayObject> element = *position;
 
+    const auto index = static_cast<std::ptrdiff_t>(element->getIndex());
     LayerPlacement::unlink(element, ascending);
     resetFrame();
+    if (element->parentOrNull() != this) {
+        // A gesture in the element was cancelled, and its listener has erased the element.
+        return children().begin() + std::min(index, std::ssize(children()));
+    }
     if (childFrames_) {
         childFrames_->remove(*element);
     }

@@ -367,7 +367,9 @@ std::shared_ptr<DisplayLayer> DisplayObject::extractIntoLayer(
     parent->erase(parent->find(self));
     result->addObject(self);
     ownLayer();
-    parent->store(parent->getChildren().begin() + index, self);
+    // The erasure may have called listeners, which may have erased siblings.
+    const auto& siblings = parent->getChildren();
+    parent->store(siblings.begin() + std::min(index, std::ssize(siblings)), self);
     return result;
 }
 
