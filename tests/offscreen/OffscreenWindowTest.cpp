@@ -320,9 +320,11 @@ TEST(OffscreenWindow, WhatIsClippedAwayIsNotPainted) {
     // A view that has not many more pixels than the window is stored whole.
     window.setContentSize({600, 600});
     window.setBackingScaleFactor(2);
-    view->setFrame({{0, 0}, {840, 840}});
-    window.display();
-    EXPECT_EQ(view->backingStore()->area(), (NSBackingRect{0, 0, 1680, 1680}));
+    for (const auto& [side, stored] : {std::pair{840.0, 1680}, {860.0, 512}}) {
+        view->setFrame({{0, 0}, {side, side}});
+        window.display();
+        EXPECT_EQ(view->backingStore()->area(), (NSBackingRect{0, 0, stored, stored}));
+    }
 }
 
 TEST(OffscreenWindow, AViewWhoseTransformHasNoInverseIsNotDrawn) {
