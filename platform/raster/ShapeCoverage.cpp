@@ -2,12 +2,12 @@
 
 #include <algorithm>
 #include <cmath>
-#include <span>
 #include <utility>
 
 #include "platform/coregraphics/Outline.h"
 #include "platform/coregraphics/floorDivide.h"
 #include "platform/raster/places.h"
+#include "platform/raster/sensibleStroke.h"
 
 namespace orvane::platform {
 
@@ -21,14 +21,8 @@ constexpr double kFarthest = 1e12;
 // that at most 256 masks serve all equal shapes. An offset of 1/32 pixel is invisible.
 constexpr double kSharedPlacesPerPixel = 16;
 constexpr double kSharedExtent = 128;
-// The pen is limited to this many pixels: larger than any bitmap, within Cairo's range.
-constexpr double kWidestPen = 1 << 18;
+// Thinner strokes, in pixels, are not drawn.
 constexpr double kThinnestPen = 1.0 / 1024;
-// Shorter dash periods, in pixels, are drawn as a solid line with the average coverage: along both
-// axes, or along the axis that the transformation shortens most. Cairo would need millions of
-// dashes where rounding to its grid is magnified by the inverse of the transformation.
-constexpr double kShortestDashPeriod = 0.25;
-constexpr double kShortestSquashedPeriod = 1.0 / 64;
 
 enum PlainKind : std::uint32_t { kNotPlain, kPlainRect, kPlainEllipse, kPlainRoundedRect };
 
@@ -44,56 +38,6 @@ bool keepsAxes(const CGAffineTransform& t) {
 // the axes are mapped to axes.
 CGPoint penExtent(const CGAffineTransform& pen, double half) {
     return {half * std::hypot(pen.a, pen.c), half * std::hypot(pen.b, pen.d)};
-}
-
-// The shortest image of a unit vector.
-double smallestStretch(const CGAffineTransform& t) {
-    const double sum = t.a * t.a + t.b * t.b + t.c * t.c + t.d * t.d;
-    const double root = std::sqrt(std::max(0.0, sum * sum / 4 - t.determinant() * t.determinant()));
-    // The smaller singular value, as a quotient because a difference would lose its digits.
-    return std::abs(t.determinant()) / std::sqrt(sum / 2 + root);
-}
-
-// The share of the line that a dash paints. An array of odd length is applied twice, with dashes
-// and gaps exchanged.
-double paintedShare(std::span<const double> dash, double sum) {
-    if (dash.size() % 2 == 1) {
-        return 0.5;
-    }
-    double painted = 0;
-    for (std::size_t i = 0; i < dash.size(); i += 2) {
-        painted += dash[i];
-    }
-    return painted / sum;
-}
-
-// Returns the stroke with limited width and, if it is valid, its dash.
-StrokeStyle sensible(const StrokeStyle& stroke, const CGAffineTransform& pen) {
-    StrokeStyle result{std::min(stroke.width, kWidestPen / pen.norm()), 0, {}};
-    double sum = 0;
-    for (const double length : stroke.dash) {
-        if (!(length >= 0)) {
-            return result;
-        }
-        sum += length;
-    }
-    const double period = stroke.dash.size() % 2 == 1 ? 2 * sum : sum;
-    if (!std::isfinite(period) || period == 0) {
-        return result;
-    }
-    if (period * pen.norm() < kShortestDashPeriod ||
-        period * smallestStretch(pen) < kShortestSquashedPeriod) {
-        result.opacity = paintedShare(stroke.dash, sum);
-        return result;
-    }
-    result.dash = stroke.dash;
-    if (std::isfinite(stroke.dashPhase)) {
-        result.dashPhase = std::fmod(stroke.dashPhase, period);
-        if (result.dashPhase < 0) {
-            result.dashPhase += period;
-        }
-    }
-    return result;
 }
 
 // The largest distance of joins from the outline, in half widths: miters of any angle up to the
@@ -141,7 +85,7 @@ ShapeCoverage::ShapeCoverage(const std::shared_ptr<const Outline>& outline,
         if (!pen.isDrawable() || !(stroke.width * pen.norm() >= kThinnestPen)) {
             return;
         }
-        style = sensible(stroke, pen);
+        style = sensibleStroke(stroke, pen);
     }
     if (!makeBox(*outline, toPixels, pen, coverage, style)) {
         makeMasked(outline, toPixels, pen, coverage, style, isLasting);
