@@ -5,7 +5,6 @@
 #include "orvane/display/events/hitTest.h"
 #include "orvane/display/graphics/ScrollContainer.h"
 #include "orvane/embedding/Accessibility.h"
-#include "platform/appkit/NSBackingStore.h"
 #include "platform/appkit/NSScrollView.h"
 #include "platform/quartzcore/CAMediaTime.h"
 #include "tests/native/Stage.h"
@@ -86,7 +85,6 @@ protected:
         clock_.advanceBy(0.2);
         window_.sendEvent({LeftMouseUp, {x, toY}, platform::CACurrentMediaTime()});
     }
-    platform::NSView& document() { return *layerOf(scroll_)->getLayerContentHandler(); }
 
     platform::CAVirtualClock clock_;
     std::shared_ptr<graphics::Container> root_ = DisplayFactory::createContainer();
@@ -199,20 +197,6 @@ TEST_F(ScrollContainerTest, ControlsAndLayersScrollAlong) {
     EXPECT_EQ(pixel(55, 118), shown(0x808080));
     scroll_->setContentOffset({0, 238});
     EXPECT_EQ(pixel(80, 125), shown(0x808080));  // clipped
-    EXPECT_EQ(picture(), pictureFromScratch());
-}
-
-TEST_F(ScrollContainerTest, LongContentIsStoredAroundWhatIsVisible) {
-    for (int i = 0; i < 2000; ++i) {
-        addBand(300 + 50 * i, kBands[i % 6]);
-    }
-    window_.display();
-    const auto stored = [this] { return document().backingStore()->area().height(); };
-    for (const double y : {0.0, 40000.0, 99999.0}) {
-        scroll_->setContentOffset({0, y});
-        window_.display();
-        EXPECT_LE(stored(), 100 + 4 * platform::NSBackingStore::kTileSize);
-    }
     EXPECT_EQ(picture(), pictureFromScratch());
 }
 
