@@ -2,9 +2,11 @@
 
 #include <gtest/gtest.h>
 #include <sys/resource.h>
+#include <zlib.h>
 
 #include <algorithm>
 #include <array>
+#include <ctime>
 #include <filesystem>
 #include <string>
 #include <utility>
@@ -168,6 +170,53 @@ TEST(Image, TextInAFileIsNotExpanded) {
     const long before = peak();
     EXPECT_TRUE(decodeFile("png/compressed-text.png"));
     EXPECT_LT(peak() - before, 20'000) << "kilobytes";
+}
+
+std::string chunk(const std::string& type, const std::string& data) {
+    const auto word = [](uLong value) {
+        return std::string{char(value >> 24), char(value >> 16), char(value >> 8), char(value)};
+    };
+    const std::string checked = type + data;
+    const auto* const bytes = reinterpret_cast<const Bytef*>(checked.data());
+    return word(data.size()) + checked + word(crc32(0, bytes, static_cast<uInt>(checked.size())));
+}
+
+// A file of 3 x 2 pixels with 16 bits each, in the order of an interlaced one, and `garbage` behind
+// the pixels.
+std::vector<unsigned char> interlaced(const std::string& garbage) {
+    std::string rows;
+    for (const char* const row : {"\x10", "\x30", "\x20", "\x40\x50\x60"}) {
+        rows += '\0';
+        for (const char high : std::string(row)) {
+            rows += {high, '\0'};
+        }
+    }
+    rows += garbage;
+    std::string packed(compressBound(rows.size()), '\0');
+    uLongf length = packed.size();
+    compress(reinterpret_cast<Bytef*>(packed.data()), &length,
+             reinterpret_cast<const Bytef*>(rows.data()), rows.size());
+    packed.resize(length);
+    const std::string header("\0\0\0\3\0\0\0\2\x10\0\0\0\1", 13);
+    const std::string file =
+        "\x89PNG\r\n\x1a\n" + chunk("IHDR", header) + chunk("IDAT", packed) + chunk("IEND", "");
+    return {file.begin(), file.end()};
+}
+
+TEST(Image, InterlacedPixelsOf16BitsAreInPlace) {
+    const Image image = decode(*provide(interlaced("")));
+    ASSERT_TRUE(image);
+    const auto gray = [](std::uint32_t level) { return 0xff000000u | level * 0x10101u; };
+    EXPECT_EQ(
+        std::vector(image->pixels().begin(), image->pixels().end()),
+        std::vector({gray(0x10), gray(0x20), gray(0x30), gray(0x40), gray(0x50), gray(0x60)}));
+}
+
+TEST(Image, WhatFollowsTheLastRowIsNotExpanded) {
+    const auto bytes = interlaced(std::string(std::size_t{64} << 20, '\0'));
+    const std::clock_t before = std::clock();
+    EXPECT_TRUE(decode(*provide(bytes)));
+    EXPECT_LT(std::clock() - before, CLOCKS_PER_SEC / 10);
 }
 
 TEST(Image, MissingRawPixelsAreTransparent) {
