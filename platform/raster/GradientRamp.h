@@ -18,6 +18,7 @@ public:
     GradientRamp(std::span<const CGGradient::Stop> stops, unsigned options)
         : stops_(stops), options_(options) {}
 
+    // The color at a position that is not NaN, and at most 1e30 in magnitude.
     std::uint32_t at(double t) {
         if (!(t >= from_ && t < to_)) {
             enter(t);
@@ -56,6 +57,11 @@ private:
             hold(before.color, before.location, behind->location);
             origin_ = before.location;
             const double length = behind->location - before.location;
+            // Two stops at almost the same position are an edge: the slope would not be finite.
+            constexpr double kShortest = 1e-30;
+            if (length < kShortest) {
+                return;
+            }
             const CGColor& end = behind->color;
             const CGColor& start = before.color;
             slope_[0] = static_cast<float>((end.red - start.red) / length);

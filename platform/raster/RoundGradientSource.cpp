@@ -1,5 +1,6 @@
 #include "platform/raster/RoundGradientSource.h"
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 #include <numbers>
@@ -12,6 +13,7 @@ namespace orvane::platform {
 
 namespace {
 
+constexpr double kFarthest = 1e30;
 constexpr double kNowhere = std::numeric_limits<double>::quiet_NaN();
 
 }  // namespace
@@ -35,7 +37,9 @@ void RoundGradientSource::fetch(const PixelRect& area, std::uint32_t* colors) co
             const CGPoint place =
                 fromPixels_.apply(CGPoint{x + 0.5 - center_.x, y + 0.5 - center_.y});
             const double position = positionAt(place.x, place.y);
-            colors[x - area.left] = std::isnan(position) ? 0 : ramp.at(position);
+            // A position is infinite where the circles touch the focus.
+            colors[x - area.left] =
+                std::isnan(position) ? 0 : ramp.at(std::clamp(position, -kFarthest, kFarthest));
         }
     }
 }

@@ -166,6 +166,21 @@ TEST(BitmapContext, ClipsIntersectAndEndWithTheirState) {
     EXPECT_EQ(pixel(canvas, 35, 30), kBlack);  // the fill color is restored, too
 }
 
+// The slope between the first two colors and the place of a pixel on the focus are not finite.
+TEST(BitmapContext, GradientsWithoutAFiniteSlopeAreEdges) {
+    const std::array components = {0.0, 0.0, 1.0, 1.0, 1.0, 0.0, 0.0, 1.0, 1.0, 0.0, 0.0, 1.0};
+    const auto gradient =
+        CGGradient::createWithColorComponents(components, std::array{0.0, 1e-40, 1.0});
+    constexpr unsigned bothEnds =
+        kCGGradientDrawsBeforeStartLocation | kCGGradientDrawsAfterEndLocation;
+    CGBitmapContext canvas(30, 30);
+    canvas.drawRadialGradient(*gradient, {0.5, 10.5}, 0, {10.5, 10.5}, 10, bothEnds);
+    EXPECT_EQ(pixel(canvas, 0, 3), kRed);
+    canvas.drawLinearGradient(*gradient, {10.5, 0}, {20, 0}, bothEnds);
+    EXPECT_EQ(pixel(canvas, 10, 3), 0xff0000ffu);
+    EXPECT_EQ(pixel(canvas, 11, 3), kRed);
+}
+
 TEST(BitmapContext, GradientsRunAlongTheirAxis) {
     const std::array<double, 12> components = {1, 0, 0, 1, 0, 1, 0, 1, 0, 0, 1, 1};
     const auto even = CGGradient::createWithColorComponents(components, {});
