@@ -27,7 +27,12 @@ BodyDecoder::~BodyDecoder() {
 
 std::optional<std::string_view> BodyDecoder::decode(std::string_view& input) {
     if (isFinished_) {
-        return std::string_view();
+        constexpr char kStartOfGzip = '\x1f';
+        if (input.empty() || input.front() != kStartOfGzip) {
+            input = {};
+            return input;
+        }
+        inflateReset(&stream_);
     }
     // zlib does not write to its input, but declares it as if it did.
     stream_.next_in = reinterpret_cast<Bytef*>(const_cast<char*>(input.data()));

@@ -23,8 +23,9 @@ public:
     BodyDecoder& operator=(const BodyDecoder&) = delete;
 
     // Decodes a piece and removes what it read from the input. The result is valid until the next
-    // call, empty when more input is needed, and nothing when the data are damaged. Bytes after the
-    // end of the compressed data are ignored.
+    // call, and nothing when the data are damaged. More input is needed when both the result and
+    // the input are empty. A gzip body may have several parts (members, RFC 1952); other bytes
+    // after the end of the compressed data are ignored.
     std::optional<std::string_view> decode(std::string_view& input);
 
     // Whether the end of the compressed data was reached.

@@ -244,7 +244,9 @@ void URLLoader::expire() {
     nextDeadline_ = Clock::time_point::max();
     for (const auto& [easy, running] : running_) {
         URLTransfer& transfer = *running->transfer;
-        if (transfer.deadline() <= now) {
+        // In a body, only the bytes that are delivered count. The length of a chunk may have
+        // extensions without end.
+        if (transfer.deadline() <= now && transfer.isReceivingHeader()) {
             transfer.noteActivity(lastReceived(transfer.ownConnectionPort()));
         }
         if (transfer.deadline() <= now) {

@@ -231,7 +231,7 @@ bool URLTransfer::decode(std::string_view bytes) {
             refusal_ = "The compressed body of the response is damaged.";
             return false;
         }
-        if (piece->empty()) {
+        if (piece->empty() && bytes.empty()) {
             return true;
         }
         if (!take(*piece)) {
@@ -278,6 +278,10 @@ int URLTransfer::ownConnectionPort() const {
     curl().easyGetinfo(handle_.get(), CURLINFO_HTTP_VERSION, &version);
     const bool isOlder = version == CURL_HTTP_VERSION_1_0 || version == CURL_HTTP_VERSION_1_1;
     return !isSecure_ || isOlder ? localPort_ : 0;
+}
+
+bool URLTransfer::isReceivingHeader() const {
+    return !isHeaderComplete_ || statusCode() < 200;
 }
 
 void URLTransfer::noteActivity(Clock::time_point time) {

@@ -42,6 +42,8 @@ public:
 
     // The transfer times out at this time if no byte is sent or received before.
     [[nodiscard]] Clock::time_point deadline() const { return lastActivity_ + timeout_; }
+    // Whether the final header of the response is not complete.
+    [[nodiscard]] bool isReceivingHeader() const;
     // Postpones the deadline for activity that libcurl does not report.
     void noteActivity(Clock::time_point time);
     // The local port of the transfer's connection. It is 0 before the request was sent, and when

@@ -33,7 +33,7 @@ std::string bodyOf(const Response& response) {
     return {reinterpret_cast<const char*>(response.getBody().data()), response.getBody().size()};
 }
 
-// "hello", compressed with gzip and followed by a byte that is not part of it.
+// "hello", compressed with gzip.
 std::string packedHello() {
     static constexpr char bytes[] =
         "\x1f\x8b\x08\0\0\0\0\0\0\x03\xcb\x48\xcd\xc9\xc9\x07\0\x86\xa6\x10\x36\x05\0\0";
@@ -167,13 +167,15 @@ TEST(RequestService, DropsFieldsThatWouldAddOthers) {
 TEST(RequestService, KeepsTheBytesOfHeadersAndDecodesKnownEncodings) {
     TestServer server([](const TestServer::Request& request, Connection& connection) {
         EXPECT_NE(request.header("Accept-Encoding").find("gzip"), std::string::npos);
-        connection.answer(200, packedHello(),
+        // A gzip body may have several parts, and zeros behind the last one.
+        const bool isGzip = request.target == "/gzip";
+        connection.answer(200, packedHello() + (isGzip ? packedHello() + '\0' : ""),
                           "X-Latin: \xE9\r\nX-Utf: \xC3\xA9\xE2\x82\xAC\r\ncontent-TYPE: t/s\r\n"
                           "X-List: a=1\r\nx-list: b=2\r\nX-Empty: \r\nContent-Encoding: " +
                               request.target.substr(1) + "\r\n");
     });
     const Response response = RequestService::syncRequest(requestTo(server.url("/gzip")));
-    EXPECT_EQ(bodyOf(response), "hello");
+    EXPECT_EQ(bodyOf(response), "hellohello");
     EXPECT_EQ(bodyOf(RequestService::syncRequest(requestTo(server.url("/unknown")))),
               packedHello());
     const auto& headers = response.getHeaders();

@@ -193,9 +193,14 @@ TEST(NSURLSession, LimitsTheMemoryOfBodiesAndChargesOnlyWhatArrived) {
     EXPECT_NE(outcome.error.find("too large"), std::string::npos) << outcome.error;
 }
 
-TEST(NSURLSession, CountsTheBytesOfUnfinishedHeaderLinesAsActivity) {
-    TestServer server([](const auto&, Connection& connection) {
-        for (const char byte : std::string("HTTP/1.1 200 x\r\n\r\n")) {
+TEST(NSURLSession, CountsTheBytesOfUnfinishedHeaderLinesAsActivityButNotThoseOfChunkLengths) {
+    TestServer server([](const TestServer::Request& request, Connection& connection) {
+        std::string slow = "HTTP/1.1 200 x\r\n\r\n";
+        if (request.target == "/chunk") {
+            connection.send("HTTP/1.1 200 x\r\nTransfer-Encoding: chunked\r\n\r\n1;");
+            slow = std::string(30, 'x') + "\r\nx\r\n0\r\n\r\n";
+        }
+        for (const char byte : slow) {
             connection.send({byte});
             std::this_thread::sleep_for(std::chrono::milliseconds(80));
         }
@@ -203,6 +208,7 @@ TEST(NSURLSession, CountsTheBytesOfUnfinishedHeaderLinesAsActivity) {
     });
     NSURLSession session(configuration());
     EXPECT_EQ(start(session, server.url("/"), 1).get().error, "");
+    EXPECT_EQ(start(session, server.url("/chunk"), 1).get().error, "The request timed out.");
 }
 
 TEST(NSURLSession, ServesOtherRequestsWhileAProxyIsLookedUp) {
