@@ -16,6 +16,10 @@ std::optional<std::string> CTFontManager::registerGraphicsFont(const CGFont& fon
     return std::nullopt;
 }
 
+std::vector<std::string> CTFontManager::registeredFiles() {
+    return FontMap::registeredFiles();
+}
+
 void CTFontManager::setSmoothing(const CTFontSmoothing& smoothing) {
     FontMap::setSmoothing(smoothing);
 }

@@ -2,6 +2,7 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "orvane/commons/Export.h"
 
@@ -25,6 +26,9 @@ public:
     // Makes the font available under its names to all texts created afterwards. Returns an error
     // message if a font of that PostScript name is already registered or the file is refused.
     [[nodiscard]] static std::optional<std::string> registerGraphicsFont(const CGFont& font);
+
+    // Paths of the registered fonts for other programs, valid as long as this one runs. Any thread.
+    [[nodiscard]] static std::vector<std::string> registeredFiles();
 
     // Applies to all texts created afterwards. What fontconfig turns off for a font stays off. May
     // be called on any thread.

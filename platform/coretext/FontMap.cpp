@@ -202,7 +202,7 @@ FontMap::FontMap()
     // positions are not rounded.
     pango_context_set_round_glyph_positions(context_, FALSE);
 
-    const std::scoped_lock lock(s_smoothingMutex);
+    const std::scoped_lock lock(s_mutex);
     s_existing = this;
     applySmoothing(s_smoothing);
 }
@@ -210,7 +210,7 @@ FontMap::FontMap()
 void FontMap::setSmoothing(const CTFontSmoothing& smoothing) {
     FontMap* map = nullptr;
     {
-        const std::scoped_lock lock(s_smoothingMutex);
+        const std::scoped_lock lock(s_mutex);
         s_smoothing = smoothing;
         map = s_existing;
     }
@@ -435,8 +435,18 @@ bool FontMap::addApplicationFont(std::span<const unsigned char> bytes) {
     // Names and fallbacks may now refer to other fonts. Existing texts keep their fonts.
     faceByName_.clear();
     fonts_.clear();
+    {
+        const std::scoped_lock lock(s_mutex);
+        s_registeredFiles.push_back("/proc/" + std::to_string(getpid()) + "/fd/" +
+                                    std::to_string(file));
+    }
     pango_fc_font_map_config_changed(PANGO_FC_FONT_MAP(fontMap_));
     return true;
+}
+
+std::vector<std::string> FontMap::registeredFiles() {
+    const std::scoped_lock lock(s_mutex);
+    return s_registeredFiles;
 }
 
 bool FontMap::isRegistered(const std::string& postScriptName) const {

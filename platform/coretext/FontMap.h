@@ -69,8 +69,9 @@ public:
     bool addApplicationFont(std::span<const unsigned char> bytes);
     // Whether a registered font has this PostScript name.
     bool isRegistered(const std::string& postScriptName) const;
-    // See CTFontManager. Creates no map, because loading fontconfig takes time.
+    // See CTFontManager. Both create no map, because loading fontconfig takes time.
     static void setSmoothing(const CTFontSmoothing& smoothing);
+    static std::vector<std::string> registeredFiles();
 
 private:
     FontMap();
@@ -84,9 +85,10 @@ private:
     void substitute(FcPattern* pattern) const;
     void applySmoothing(const CTFontSmoothing& smoothing);
 
-    static inline std::mutex s_smoothingMutex;
+    static inline std::mutex s_mutex;  // guards these:
     static inline CTFontSmoothing s_smoothing;
     static inline FontMap* s_existing = nullptr;
+    static inline std::vector<std::string> s_registeredFiles;
 
     std::recursive_mutex mutex_;
     FcConfig* config_;

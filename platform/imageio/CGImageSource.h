@@ -20,8 +20,8 @@ ORVANE_EXPORT CGImageFormat formatOf(std::span<const unsigned char> bytes);
 ORVANE_EXPORT const char* nameOf(CGImageFormat format);
 
 // A picture from bytes of any of the formats: a bitmap, frames that follow one another (GIF), or a
-// drawing that is rendered at the size at which it is shown (SVG). The libraries for WebP, GIF and
-// SVG are opened with the first picture of their kind.
+// drawing that is rendered at the size at which it is shown (SVG). The libraries for WebP and GIF
+// are opened, and the program for SVG is started, with the first picture of their kind.
 //
 // The limits of CGImage hold: a picture that claims more pixels is not decoded. Frames are decoded
 // one at a time, so that a long animation takes no more memory than a short one. May be created on

@@ -2,31 +2,32 @@
 
 #include <memory>
 #include <span>
+#include <vector>
 
 #include "platform/imageio/CGImageSource.h"
 
-typedef struct _RsvgHandle RsvgHandle;
-
 namespace orvane::platform {
+
+struct SVGRendering;
 
 // A drawing in SVG. References to other files are not followed.
 class SVGSource final : public CGImageSource {
 public:
     // Returns null for what is not a drawing.
     static std::shared_ptr<SVGSource> create(std::span<const unsigned char> bytes);
-    ~SVGSource() override;
 
     CGSize size() const override { return size_; }
     bool isScalable() const override { return true; }
-    // Renders the drawing if the scale is another one than in the last call.
+    // Renders the drawing if the scale is another one than in the last call. If that fails, the
+    // drawing stays as it was rendered last.
     std::shared_ptr<const CGImage> image(double scale) override;
 
 private:
-    SVGSource(RsvgHandle* handle, CGSize size) : handle_(handle), size_(size) {}
+    SVGSource(std::span<const unsigned char> bytes, SVGRendering rendering);
 
-    RsvgHandle* handle_;
+    std::vector<unsigned char> bytes_;  // Empty when the drawing is not rendered again.
     CGSize size_;
-    int width_ = 0;
+    double scale_ = 1;
     std::shared_ptr<const CGImage> image_;
 };
 

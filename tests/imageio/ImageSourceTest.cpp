@@ -152,6 +152,25 @@ TEST(ImageSource, RowsOfAGIFMayBeInterlaced) {
     EXPECT_EQ(pixelsOf(*source), expected);
 }
 
+// With this filter, librsvg 2.54 aborts the program that it is in.
+TEST(ImageSource, ADrawingThatCannotBeDrawnHarmsNoOther) {
+    constexpr int kOrder = 500;
+    std::string drawing =
+        "<svg xmlns='http://www.w3.org/2000/svg' width='4096' height='4096'><filter id='f'>"
+        "<feConvolveMatrix order='500' kernelMatrix='";
+    for (int i = 0; i < kOrder * kOrder; ++i) {
+        drawing += "1 ";
+    }
+    drawing += "'/></filter><rect width='4096' height='4096' filter='url(#f)'/></svg>";
+    const commons::ByteArray bytes = commons::ByteArray::createFromArray(
+        reinterpret_cast<const unsigned char*>(drawing.data()), drawing.size());
+    testing::internal::CaptureStderr();
+    EXPECT_FALSE(CGImageSource::create(*CGDataProvider::createWithData(bytes)));
+    const std::string log = testing::internal::GetCapturedStderr();
+    EXPECT_EQ(std::ranges::count(log, '\n'), 1) << log;
+    EXPECT_TRUE(CGImageSource::create(*file("svg/square.svg")));
+}
+
 // Every prefix of a file, and the file with any byte changed, gives a picture or none.
 TEST(ImageSource, DamageIsHarmless) {
     for (const char* const name : {"webp/pixels.webp", "gif/frames.gif", "svg/square.svg"}) {
