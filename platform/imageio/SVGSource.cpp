@@ -6,6 +6,7 @@
 
 #include "platform/coregraphics/CGImage.h"
 #include "platform/imageio/SVGHelper.h"
+#include "platform/imageio/svg/pixelsOfDrawing.h"
 
 namespace orvane::platform {
 
@@ -32,10 +33,10 @@ SVGSource::SVGSource(std::span<const unsigned char> bytes, SVGRendering renderin
       image_(imageOf(std::move(rendering))) {}
 
 std::shared_ptr<const CGImage> SVGSource::image(double scale) {
-    if (scale == scale_ || bytes_.empty()) {
+    const SVGPixels present{image_->width(), image_->height()};
+    if (bytes_.empty() || pixelsOfDrawing(size_.width, size_.height, scale) == present) {
         return image_;
     }
-    scale_ = scale;
     if (auto rendering = renderSVG(bytes_, scale)) {
         image_ = imageOf(std::move(*rendering));
     } else {

@@ -18,8 +18,8 @@ public:
 
     CGSize size() const override { return size_; }
     bool isScalable() const override { return true; }
-    // Renders the drawing if the scale is another one than in the last call. If that fails, the
-    // drawing stays as it was rendered last.
+    // Renders the drawing if another number of pixels is wanted than in the last call. If that
+    // fails, the drawing stays as it was rendered last.
     std::shared_ptr<const CGImage> image(double scale) override;
 
 private:
@@ -27,7 +27,6 @@ private:
 
     std::vector<unsigned char> bytes_;  // Empty when the drawing is not rendered again.
     CGSize size_;
-    double scale_ = 1;
     std::shared_ptr<const CGImage> image_;
 };
 

@@ -5,15 +5,13 @@
 #include <sys/resource.h>
 #include <unistd.h>
 
-#include <algorithm>
-#include <cmath>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <vector>
 
-#include "platform/coregraphics/imageLimits.h"
 #include "platform/imageio/svg/SVGExchange.h"
+#include "platform/imageio/svg/pixelsOfDrawing.h"
 
 namespace orvane::platform {
 
@@ -23,8 +21,6 @@ namespace {
 constexpr unsigned kLongest = 5;
 // The address space of this program, in bytes: its libraries, and the layers of a drawing.
 constexpr rlim_t kMostMemory = rlim_t{1} << 30;
-// A larger picture is enlarged instead.
-constexpr double kMostRenderedPixels = 1 << 24;
 
 struct Release {
     void operator()(RsvgHandle* handle) const { g_object_unref(handle); }
@@ -86,14 +82,9 @@ SVGReply draw(const std::vector<unsigned char>& bytes, double scale,
     if (!(reply.width >= 1 && reply.height >= 1 && reply.width < 1e6 && reply.height < 1e6)) {
         return {};
     }
-    const double most = std::min({std::sqrt(kMostRenderedPixels / reply.width / reply.height),
-                                  kLargestSide / reply.width, kLargestSide / reply.height});
-    const double used = std::min(scale > 0 ? scale : 1, most);
-    const auto inPixels = [used](double units) {
-        return std::max(static_cast<std::int32_t>(std::ceil(units * used - 1e-6)), 1);
-    };
-    reply.pixelWidth = inPixels(reply.width);
-    reply.pixelHeight = inPixels(reply.height);
+    const SVGPixels size = pixelsOfDrawing(reply.width, reply.height, scale);
+    reply.pixelWidth = size.width;
+    reply.pixelHeight = size.height;
     pixels.assign(
         static_cast<std::size_t>(reply.pixelWidth) * static_cast<std::size_t>(reply.pixelHeight),
         0);
