@@ -14,6 +14,9 @@
 #include <utility>
 #include <vector>
 
+#include "orvane/network/Request.h"
+#include "orvane/network/Response.h"
+
 namespace orvane::network {
 
 namespace {

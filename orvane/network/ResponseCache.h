@@ -8,10 +8,11 @@
 #include <string>
 
 #include "orvane/commons/Export.h"
-#include "orvane/network/Request.h"
-#include "orvane/network/Response.h"
 
 namespace orvane::network {
+
+class Request;
+class Response;
 
 // Keeps bodies of responses in a folder, each in a file, for as long as the servers say (RFC 9111).
 // What has not been used for the longest time is deleted when the folder exceeds its limit. A file

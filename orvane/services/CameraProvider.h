@@ -7,12 +7,14 @@
 #include <vector>
 
 #include "orvane/services/Camera.h"
-#include "orvane/services/CameraFrameEvent.h"
-#include "orvane/services/CameraRequest.h"
-#include "orvane/services/RecordingRequest.h"
 #include "orvane/services/ServiceFailure.h"
 
 namespace orvane::services {
+
+struct CameraFormat;
+struct CameraFrame;
+struct CameraRequest;
+struct RecordingRequest;
 
 // One use of a camera, from its creation to its destructor, which also completes a recording. The
 // callbacks of all functions are called on the main thread, never before the function has returned,

@@ -7,6 +7,7 @@
 #include <optional>
 #include <utility>
 
+#include "orvane/services/Position.h"
 #include "platform/foundation/AsyncCallback.h"
 #include "platform/foundation/NSLog.h"
 #include "platform/quartzcore/CAMediaTime.h"

@@ -8,11 +8,12 @@
 #include <vector>
 
 #include "orvane/services/GeolocationRequest.h"
-#include "orvane/services/Position.h"
 #include "orvane/services/ServiceFailure.h"
 #include "platform/quartzcore/CATimer.h"
 
 namespace orvane::services {
+
+struct Position;
 
 // One client of GeoClue, the location service on the system bus, with a connection of its own: when
 // that is closed, GeoClue deletes the client and stops its sources. The D-Bus interface is that of

@@ -5,6 +5,7 @@
 
 #include "orvane/commons/guardedCall.h"
 #include "orvane/services/GeoClueClient.h"
+#include "orvane/services/Position.h"
 #include "orvane/services/families.h"
 #include "platform/dispatch/dispatch.h"
 #include "platform/foundation/NSLog.h"

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "platform/coretext/CTFont.h"
+#include "platform/coretext/CTLine.h"
 #include "platform/coretext/LineBreaker.h"
 #include "platform/coretext/RunFont.h"
 

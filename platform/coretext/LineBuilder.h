@@ -5,10 +5,12 @@
 #include <vector>
 
 #include "platform/coretext/CFMutableAttributedString.h"
-#include "platform/coretext/CTLine.h"
 #include "platform/coretext/ShapedText.h"
 
 namespace orvane::platform {
+
+class CTLine;
+struct TextRun;
 
 // Builds a line from parts of paragraphs: sorts their items into visual order and positions their
 // glyphs. Internal to this module; used under the lock of FontMap.

@@ -10,6 +10,7 @@
 
 #include "platform/appkit/NSView.h"
 #include "platform/appkit/NSWindow.h"
+#include "platform/coregraphics/CGAffineTransform.h"
 #include "platform/gtk/GTKControl.h"
 #include "platform/gtk/GTKRoot.h"
 #include "platform/gtk/toExtent.h"

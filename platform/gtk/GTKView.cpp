@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "platform/coregraphics/CGAffineTransform.h"
 #include "platform/gtk/GTKClip.h"
 #include "platform/gtk/GTKControl.h"
 #include "platform/gtk/toExtent.h"

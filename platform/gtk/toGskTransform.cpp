@@ -5,6 +5,8 @@
 #include <numbers>
 #include <optional>
 
+#include "platform/coregraphics/CGAffineTransform.h"
+
 namespace orvane::platform {
 
 namespace {

@@ -2,9 +2,9 @@
 
 #include <gsk/gsk.h>
 
-#include "platform/coregraphics/CGAffineTransform.h"
-
 namespace orvane::platform {
+
+struct CGAffineTransform;
 
 // Whether GTK can show something under this transform: GTK stores it and its inverse in single
 // precision. False for a transform with a NaN.

@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "platform/coregraphics/CGContext.h"
+#include "platform/coregraphics/CGGeometry.h"
 #include "platform/coregraphics/CGImage.h"
 #include "platform/coregraphics/CGSavedState.h"
 #include "platform/map/NSMapCamera.h"

@@ -3,13 +3,13 @@
 #include <map>
 #include <memory>
 
-#include "platform/coregraphics/CGGeometry.h"
 #include "platform/map/tilePictures.h"
 
 namespace orvane::platform {
 
 class CGContext;
 class CGImage;
+struct CGRect;
 class NSMapCamera;
 struct NSMapTiles;
 

@@ -9,6 +9,7 @@
 #include "platform/appkit/NSEvent.h"
 #include "platform/appkit/NSGraphicsContext.h"
 #include "platform/appkit/NSPanGestureRecognizer.h"
+#include "platform/coregraphics/CGGeometry.h"
 #include "platform/foundation/NSLog.h"
 #include "platform/map/NSMapAttribution.h"
 #include "platform/map/NSMapLikeness.h"

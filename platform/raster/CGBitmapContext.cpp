@@ -6,6 +6,8 @@
 #include <utility>
 #include <vector>
 
+#include "platform/coregraphics/CGAffineTransform.h"
+#include "platform/coregraphics/CGGradient.h"
 #include "platform/coregraphics/CGImage.h"
 #include "platform/coregraphics/CGPath.h"
 #include "platform/coregraphics/imageLimits.h"

@@ -9,6 +9,7 @@
 #include "platform/coregraphics/CGImage.h"
 #include "platform/coregraphics/CGPath.h"
 #include "platform/raster/BitmapSource.h"
+#include "platform/raster/Blend.h"
 #include "platform/raster/ImageSource.h"
 #include "platform/raster/PixelSource.h"
 #include "platform/raster/places.h"

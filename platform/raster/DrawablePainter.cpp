@@ -5,6 +5,8 @@
 #include <utility>
 #include <vector>
 
+#include "platform/coregraphics/CGAffineTransform.h"
+#include "platform/coregraphics/CGColor.h"
 #include "platform/coregraphics/CGDrawable.h"
 #include "platform/coregraphics/CairoCanvas.h"
 #include "platform/raster/BitmapSource.h"

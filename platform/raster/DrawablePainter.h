@@ -1,12 +1,12 @@
 #pragma once
 
-#include "platform/coregraphics/CGAffineTransform.h"
-#include "platform/coregraphics/CGColor.h"
 #include "platform/coregraphics/CairoHandles.h"
 #include "platform/raster/BitmapPainter.h"
 
 namespace orvane::platform {
 
+struct CGAffineTransform;
+struct CGColor;
 class CGDrawable;
 
 // Paints drawables of other modules on a bitmap through a Cairo context, which it creates on first

@@ -4,6 +4,8 @@
 #include <cmath>
 #include <cstdint>
 
+#include "platform/coregraphics/CGAffineTransform.h"
+#include "platform/coregraphics/CGGradient.h"
 #include "platform/raster/GradientRamp.h"
 #include "platform/raster/Mask.h"
 #include "platform/raster/places.h"

@@ -1,11 +1,12 @@
 #pragma once
 
-#include "platform/coregraphics/CGAffineTransform.h"
 #include "platform/coregraphics/CGGeometry.h"
-#include "platform/coregraphics/CGGradient.h"
 #include "platform/raster/PixelSource.h"
 
 namespace orvane::platform {
+
+struct CGAffineTransform;
+class CGGradient;
 
 // A gradient along an axis. Straight (not premultiplied) colors are interpolated. An axis without
 // length shows only what follows its end.

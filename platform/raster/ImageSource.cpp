@@ -6,7 +6,9 @@
 #include <optional>
 #include <utility>
 
+#include "platform/coregraphics/CGImage.h"
 #include "platform/coregraphics/floorDivide.h"
+#include "platform/raster/Blend.h"
 #include "platform/raster/Mask.h"
 #include "platform/raster/places.h"
 

@@ -1,12 +1,13 @@
 #pragma once
 
 #include "platform/coregraphics/CGAffineTransform.h"
-#include "platform/coregraphics/CGImage.h"
-#include "platform/raster/Blend.h"
 #include "platform/raster/PixelSource.h"
 #include "platform/raster/PixmanImage.h"
 
 namespace orvane::platform {
+
+struct Bitmap;
+class CGImage;
 
 // An image under a transformation: enlarged by linear interpolation, reduced by averaging. Its edge
 // pixels continue outside it; the caller cuts them off by the coverage of the image's rectangle.

@@ -5,6 +5,7 @@
 #include <limits>
 #include <numbers>
 
+#include "platform/coregraphics/CGGradient.h"
 #include "platform/raster/GradientRamp.h"
 #include "platform/raster/Mask.h"
 #include "platform/raster/places.h"

@@ -2,10 +2,11 @@
 
 #include "platform/coregraphics/CGAffineTransform.h"
 #include "platform/coregraphics/CGGeometry.h"
-#include "platform/coregraphics/CGGradient.h"
 #include "platform/raster/PixelSource.h"
 
 namespace orvane::platform {
+
+class CGGradient;
 
 // The part that gradients around a point have in common: places of pixels relative to that point,
 // in the gradient's space.

@@ -5,6 +5,8 @@
 #include <numeric>
 #include <utility>
 
+#include "platform/raster/StrokeStyle.h"
+
 namespace orvane::platform {
 
 namespace {

@@ -3,9 +3,10 @@
 #include <vector>
 
 #include "platform/raster/OutlineClipper.h"
-#include "platform/raster/StrokeStyle.h"
 
 namespace orvane::platform {
+
+struct StrokeStyle;
 
 // Cuts lines into the parts that the dash of a stroke paints. A dash that reaches across the point
 // where a closed subpath begins and ends stays in one part, with a join.

@@ -5,6 +5,9 @@
 #include <string_view>
 #include <utility>
 
+#include "platform/urlsession/NSMutableURLRequest.h"
+#include "platform/urlsession/NSURLSessionConfiguration.h"
+#include "platform/urlsession/URLTask.h"
 #include "platform/urlsession/headerNames.h"
 
 namespace orvane::platform {

@@ -13,12 +13,13 @@
 #include "platform/urlsession/CurlLibrary.h"
 #include "platform/urlsession/NSError.h"
 #include "platform/urlsession/NSHTTPURLResponse.h"
-#include "platform/urlsession/NSMutableURLRequest.h"
-#include "platform/urlsession/NSURLSessionConfiguration.h"
 #include "platform/urlsession/URLHandle.h"
-#include "platform/urlsession/URLTask.h"
 
 namespace orvane::platform {
+
+class NSMutableURLRequest;
+struct NSURLSessionConfiguration;
+struct URLTask;
 
 // The memory of the bodies that a session is receiving, in bytes. Used by the session's thread
 // only.

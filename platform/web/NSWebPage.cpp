@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "platform/appkit/NSGraphicsContext.h"
+#include "platform/coregraphics/CGGeometry.h"
 #include "platform/foundation/NSLog.h"
 #include "platform/web/NSWebPagePicture.h"
 

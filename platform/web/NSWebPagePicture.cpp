@@ -6,6 +6,7 @@
 #include "platform/appkit/NSTextField.h"
 #include "platform/appkit/NSTextLayout.h"
 #include "platform/coregraphics/CGContext.h"
+#include "platform/coregraphics/CGGeometry.h"
 #include "platform/coregraphics/CGPath.h"
 #include "platform/coregraphics/CGSavedState.h"
 #include "platform/web/NSWebEngine.h"

@@ -1,10 +1,9 @@
 #pragma once
 
-#include "platform/coregraphics/CGGeometry.h"
-
 namespace orvane::platform {
 
 class CGContext;
+struct CGRect;
 struct NSWebState;
 
 // Paints the likeness of a page, where the desktop cannot show it: a sheet with a globe, the title

@@ -8,6 +8,9 @@
 #include <string>
 #include <utility>
 
+#include "orvane/network/Request.h"
+#include "orvane/network/Response.h"
+
 namespace orvane::network {
 namespace {
 

@@ -7,7 +7,9 @@
 
 #include "orvane/notification/Listeners.h"
 #include "orvane/services/CameraProvider.h"
+#include "orvane/services/CameraRequest.h"
 #include "orvane/services/CameraService.h"
+#include "orvane/services/RecordingRequest.h"
 #include "orvane/services/families.h"
 #include "platform/dispatch/dispatch.h"
 #include "platform/quartzcore/CAMediaTime.h"

@@ -7,6 +7,7 @@
 #include "orvane/display/animation/Animatable.h"
 #include "orvane/display/animation/AnimationTransaction.h"
 #include "orvane/display/animation/moveObjects.h"
+#include "orvane/display/geometry/Matrix.h"
 #include "orvane/thread/dispatch.h"
 #include "platform/appkit/NSView.h"
 #include "platform/foundation/NSLog.h"

@@ -1,6 +1,8 @@
 #pragma once
 
-#include "orvane/display/geometry/Matrix.h"
+namespace orvane::display::geometry {
+struct Matrix;
+}  // namespace orvane::display::geometry
 
 namespace orvane::display::animation {
 

@@ -2,6 +2,7 @@
 
 #include <memory>
 
+#include "orvane/display/geometry/Matrix.h"
 #include "orvane/display/graphics/ClipContainer.h"
 #include "orvane/display/tree/DisplayLayer.h"
 

@@ -9,6 +9,7 @@
 #include <span>
 #include <utility>
 
+#include "orvane/services/RecordingRequest.h"
 #include "orvane/services/camera/ElementChain.h"
 #include "orvane/services/camera/Recorder.h"
 #include "orvane/services/camera/chooseMode.h"

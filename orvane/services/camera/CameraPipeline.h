@@ -7,7 +7,9 @@
 #include <string>
 #include <vector>
 
+#include "orvane/services/CameraFrameEvent.h"
 #include "orvane/services/CameraProvider.h"
+#include "orvane/services/CameraRequest.h"
 #include "orvane/services/camera/CaptureEvents.h"
 #include "orvane/services/camera/GstHandles.h"
 #include "platform/dispatch/NewestOnMain.h"

@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "orvane/services/RecordingRequest.h"
 #include "orvane/services/camera/CameraPipeline.h"
 #include "orvane/services/camera/CaptureEvents.h"
 #include "orvane/services/camera/DeviceList.h"

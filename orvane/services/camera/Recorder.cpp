@@ -5,6 +5,8 @@
 #include <thread>
 #include <utility>
 
+#include "orvane/services/CameraRequest.h"
+#include "orvane/services/RecordingRequest.h"
 #include "orvane/services/camera/ElementChain.h"
 #include "orvane/services/camera/failureFrom.h"
 

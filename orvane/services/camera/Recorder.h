@@ -7,12 +7,13 @@
 #include <optional>
 #include <utility>
 
-#include "orvane/services/CameraRequest.h"
-#include "orvane/services/RecordingRequest.h"
 #include "orvane/services/ServiceFailure.h"
 #include "orvane/services/camera/GstHandles.h"
 
 namespace orvane::services {
+
+struct CameraFormat;
+struct RecordingRequest;
 
 // Writes pictures, and the sound of a microphone, into a WebM file: a pipeline of its own, which
 // gets the pictures from that of the camera. Used on the control thread, except for push().

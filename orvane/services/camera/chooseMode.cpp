@@ -4,6 +4,8 @@
 #include <cstdlib>
 #include <tuple>
 
+#include "orvane/services/CameraRequest.h"
+
 namespace orvane::services {
 
 namespace {

@@ -1,9 +1,10 @@
 #pragma once
 
-#include "orvane/services/CameraRequest.h"
 #include "orvane/services/camera/GstHandles.h"
 
 namespace orvane::services {
+
+struct CameraRequest;
 
 // Returns the mode that is nearest to a request, of those that a camera has: fixed in size and
 // rate. Null if no mode has pictures in main memory, raw or as JPEG.

@@ -5,6 +5,7 @@
 #include <memory>
 
 #include "platform/gtk/map/TileSource.h"
+#include "platform/map/NSMapTiles.h"
 #include "platform/map/NSMapView.h"
 
 namespace orvane::platform {

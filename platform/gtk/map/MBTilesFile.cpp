@@ -4,6 +4,8 @@
 
 #include <utility>
 
+#include "platform/map/tilePictures.h"
+
 namespace orvane::platform {
 
 namespace {

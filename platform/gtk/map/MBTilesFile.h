@@ -5,12 +5,12 @@
 #include <string>
 #include <vector>
 
-#include "platform/map/tilePictures.h"
-
 struct sqlite3;
 struct sqlite3_stmt;
 
 namespace orvane::platform {
+
+struct NSMapTile;
 
 // A file in the format MBTiles: a database of SQLite with a table, or a view, of tiles. The file
 // may be hostile: it is only read, its size of a tile and the time for one are limited, and what it

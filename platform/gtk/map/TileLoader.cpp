@@ -7,6 +7,8 @@
 #include "platform/dispatch/dispatch.h"
 #include "platform/gtk/map/MBTilesFile.h"
 #include "platform/gtk/map/readFromServer.h"
+#include "platform/map/NSMapTiles.h"
+#include "platform/map/tilePictures.h"
 
 namespace orvane::platform {
 

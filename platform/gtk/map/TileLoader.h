@@ -6,10 +6,11 @@
 #include <memory>
 #include <string>
 
-#include "platform/map/NSMapTiles.h"
 #include "platform/map/tilePictures.h"
 
 namespace orvane::platform {
+
+struct NSMapTiles;
 
 // Loads the pictures of tiles from a server, a folder or a file, some at a time. Main thread only;
 // what blocks runs on background threads.

@@ -6,6 +6,7 @@
 
 #include "platform/gtk/map/TileLoader.h"
 #include "platform/gtk/map/TilePaintable.h"
+#include "platform/map/NSMapTiles.h"
 
 namespace orvane::platform {
 

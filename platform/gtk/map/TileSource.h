@@ -6,9 +6,9 @@
 #include <memory>
 #include <string>
 
-#include "platform/map/NSMapTiles.h"
-
 namespace orvane::platform {
+
+struct NSMapTiles;
 
 // Creates the source of a map's tiles for the desktop's library. Calls `failed` on the main thread
 // whenever tiles cannot be loaded. Returns a reference that the caller owns.

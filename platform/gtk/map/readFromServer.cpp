@@ -7,6 +7,7 @@
 #include "orvane/network/ResponseCache.h"
 #include "orvane/network/fetchCached.h"
 #include "orvane/system/system.h"
+#include "platform/map/NSMapTiles.h"
 
 namespace orvane::platform {
 

@@ -8,6 +8,7 @@
 #include "orvane/commons/guardedCall.h"
 #include "orvane/display/geometry/rounding.h"
 #include "orvane/display/geometry/webMercator.h"
+#include "orvane/display/native/NMapLayer.h"
 #include "orvane/thread/dispatch.h"
 #include "platform/appkit/NSWindow.h"
 #include "platform/foundation/NSLog.h"

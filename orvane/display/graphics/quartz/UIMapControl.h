@@ -9,9 +9,12 @@
 #include "orvane/display/graphics/quartz/QuartzContainer.h"
 #include "orvane/display/graphics/quartz/QuartzPath.h"
 #include "orvane/display/native/NMapControl.h"
-#include "orvane/display/native/NMapLayer.h"
 #include "orvane/display/native/NativeObject.h"
 #include "platform/map/NSMapView.h"
+
+namespace orvane::display::native {
+class NMapLayer;
+}  // namespace orvane::display::native
 
 namespace orvane::display::graphics::quartz {
 
