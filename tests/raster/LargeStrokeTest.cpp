@@ -5,7 +5,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <ctime>
 #include <numbers>
 #include <random>
 #include <vector>
@@ -109,25 +108,6 @@ TEST(LargeStroke, ATileStrokesOnlyTheLinesThatReachIt) {
         lines += run.points.size() - 1;
     }
     EXPECT_LT(lines, 200U);
-}
-
-// The time for a stroke whose lines cover the canvas many times, in clock ticks of this thread.
-double timeOfLines(int count) {
-    std::mt19937 random(7);
-    CGPath path;
-    for (int i = 0; i < count; ++i) {
-        path.addLineToPoint(random() % 800, random() % 600);
-    }
-    CGBitmapContext canvas(800, 600);
-    canvas.setLineWidth(150);
-    const std::clock_t begin = std::clock();
-    draw(canvas, path, CGPathDrawingMode::Stroke);
-    return static_cast<double>(std::clock() - begin);
-}
-
-TEST(LargeStroke, LinesInsideTheStrokeCostLittle) {
-    timeOfLines(201);
-    EXPECT_LT(timeOfLines(2000), 6 * timeOfLines(200) + 0.02 * CLOCKS_PER_SEC);
 }
 
 }  // namespace
