@@ -61,6 +61,7 @@ TEST_F(LayoutTest, FindsTheCharacterUnderAPoint) {
     EXPECT_EQ(indexAt("abc", ""), 0u);
     EXPECT_EQ(indexAt("abc", "ab"), 2u);
     EXPECT_EQ(indexAt("abc", "abcdef"), 2u) << "right of the line";
+    EXPECT_EQ(indexAt(std::string(2000, 'i'), std::string(1500, 'i')), 1500u);
     EXPECT_EQ(indexAt("\u00e4\u00f6x", "\u00e4\u00f6"), 4u) << "bytes";
     EXPECT_EQ(indexAt("e\u0301x", "e"), 3u) << "behind a combining mark";
     // Right to left: the first character of the text is at the right end.

@@ -96,7 +96,7 @@ TEST(BitmapContext, CoverageEqualsTheAreaOfTheShape) {
         {"huge band", rectPath(-1e30, 10.5, 2e30, 30), Fill, 500 * 30},
         {"huge half plane", polygonPath({{-1e9, -1e9}, {1e9, 1e9}, {-1e9, 1e9}}), Fill, 125'000},
         {"huge line", linePath({{-1e9, 250}, {1e9, 250}}), Stroke, 500 * 5, 5},
-        {"huge dashes", linePath({{-1.6e7, 50}, {1.6e7, 50}}), Stroke, 252 * 3, 3, {8, 8}},
+        {"huge dashes", linePath({{-1.6e7, 50}, {1.6e7, 50}}), Stroke, 252 * 3, 3, {8, 8, 8}},
         {"huge circle", ellipsePath(250, 250 - 1e8, 2e8, 2e8), Fill, 250 * 500},
         {"wide ring of many lines", polygonWithCorners(2000, 150), Stroke, 2 * kPi * 150 * 200,
          200},
