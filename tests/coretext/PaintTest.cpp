@@ -124,11 +124,6 @@ TEST_F(PaintTest, TextFollowsTheSettingsOfTheDesktop) {
         const double share = double(partial) / (full + partial);
         EXPECT_TRUE(share >= least && share <= most) << size << ": " << share;
     }
-    CTFontManager::setSmoothing({{}, false});
-    const auto stem = line("l", 13);
-    EXPECT_EQ(picture(*drawn(*stem, {1, 0, 0, 1, 10.3, 30.3})),
-              picture(*drawn(*stem, {1, 0, 0, 1, 10, 30})))
-        << "at whole pixels";
     CTFontManager::setSmoothing({});
 }
 
