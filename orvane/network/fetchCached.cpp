@@ -25,15 +25,15 @@ int hexDigit(char c) {
 }
 
 // A request encodes its parameters, and an address has them encoded.
-Request requestOf(const std::string& address) {
+Request requestOf(std::string_view address) {
     Request request;
+    address = address.substr(0, address.find('#'));
     const std::size_t query = address.find('?');
-    request.setUrl(address.substr(0, std::min(query, address.find('#'))));
+    request.setUrl(std::string(address.substr(0, query)));
     if (query == address.npos) {
         return request;
     }
-    std::string_view rest = address;
-    rest = rest.substr(query + 1, address.find('#') - query - 1);
+    std::string_view rest = address.substr(query + 1);
     while (!rest.empty()) {
         const std::string each(rest.substr(0, rest.find('&')));
         rest.remove_prefix(std::min(each.size() + 1, rest.size()));

@@ -189,7 +189,7 @@ TEST_F(ImageTest, KeepsPicturesOfServers) {
         EXPECT_EQ(isEmpty(), image_->getState() != ImageState::Loaded);
         return std::exchange(log, {}) + (isEmpty() ? " failed" : " loaded");
     };
-    const string address = server->url("/picture");
+    const string address = server->url("/picture#part?d=e");
     const string stale = server->url("/stale?a=%C3%A9%2b1+2&b=%&c#part");
     EXPECT_EQ(load(address), "/picture  loaded");
     EXPECT_EQ(load(address), "/picture 1 loaded");
